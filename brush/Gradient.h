@@ -1,0 +1,55 @@
+// Gradient descriptors: a two-colour gradient over one device rectangle with the GDI pattern brush
+// that paints it. The exported functions hand them out as handles; CQELDraft makes one for every
+// gradient style.
+#pragma once
+
+#include "engine/Handles.h"
+#include "include/QELEngine.h"
+
+#include <cstdint>
+
+constexpr int GRADIENT_KINDS = 14;
+
+class CGradient {
+public:
+    // Null for a null or empty rectangle, a kind outside 0 to 13, or no memory. When the bitmap or
+    // the brush cannot be made, the descriptor comes without a brush.
+    static CGradient* Create(const RECT* prc, int nKind, COLORREF clr1, COLORREF clr2);
+    ~CGradient();
+    CGradient(const CGradient&) = delete;
+    CGradient& operator=(const CGradient&) = delete;
+
+    [[nodiscard]] HBRUSH Brush() const { return m_hBrush; }
+    [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
+
+    // Fills a rectangle without an outline. 1 also when there is nothing to fill; 0 without a
+    // brush.
+    int Fill(HDC hdc, int32_t nX, int32_t nY, int32_t nWidth, int32_t nHeight) const;
+
+private:
+    CGradient(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2) noexcept;
+    HBRUSH MakeBrush() const;
+
+    int32_t m_nX; // device units
+    int32_t m_nY;
+    int32_t m_nWidth;  // 1 for the kinds that run down only
+    int32_t m_nHeight; // 1 for the kinds that run across only
+    int32_t m_nKind;
+    COLORREF m_clr1;
+    COLORREF m_clr2;
+    HBRUSH m_hBrush = nullptr;
+    CHandleEntry m_handle{HandleKind::Gradient, this};
+};
+
+// One channel of a gradient pixel's ramp: the value at p of a ramp from a to b over nLength steps
+// that begins at nOrigin and repeats in both directions.
+int32_t GradientRamp(int32_t p, int32_t nOrigin, int32_t nLength, int32_t a, int32_t b);
+
+// The same from a to b in the middle and back.
+int32_t GradientThereAndBack(int32_t p, int32_t nOrigin, int32_t nLength, int32_t a, int32_t b);
+
+// A gradient that no host will see under its own handle, for the inside of a brush object.
+HQELGRADIENT CreatePrivateGradient(const RECT* prc, int nKind, COLORREF clr1, COLORREF clr2);
+
+// Marks that a second object holds the handle, so that its number is never used again.
+void ShareGradient(HQELGRADIENT hGradient);

@@ -1,0 +1,29 @@
+# Compiler options: qel_options for everything of this project, qel_engine_options for the engine.
+
+function(qel_options target)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /W4 /WX /utf-8)
+    target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
+  else()
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -Wshadow -Wconversion
+      -Wno-cast-function-type -Wno-missing-field-initializers)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+      # Real numbers are rounded at every step, as on 64 bits, and not when a register runs out.
+      target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse -mstackrealign)
+    endif()
+    target_link_options(${target} PRIVATE -static)
+  endif()
+  target_compile_definitions(${target} PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601
+    WINVER=0x0601)
+endfunction()
+
+function(qel_engine_options target)
+  qel_options(${target})
+  if(NOT MSVC)
+    # Nothing of the engine throws; allocations that fail are answered with null. Only the exported
+    # class keeps its type information, for hosts that derive from it.
+    target_compile_options(${target} PRIVATE -fno-exceptions -fno-rtti)
+    set_source_files_properties(${CMAKE_SOURCE_DIR}/brush/QELDraft.cpp PROPERTIES COMPILE_OPTIONS
+      -frtti)
+  endif()
+endfunction()

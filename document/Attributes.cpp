@@ -1,0 +1,153 @@
+// The attribute names and the textual forms; see the header.
+#include "document/Attributes.h"
+
+#include "document/TextNumbers.h"
+#include "include/QELEngine.h"
+
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+constexpr KeywordRow g_names[] = {{ATTR_ID, "id"},
+                                  {ATTR_TYPE, "type"},
+                                  {ATTR_WIDTH, "width"},
+                                  {ATTR_HEIGHT, "height"},
+                                  {ATTR_LST_ROTATE, "lst_rotate"},
+                                  {ATTR_STYLE, "style"},
+                                  {ATTR_CLR, "clr"},
+                                  {ATTR_LNSTYLE, "lnstyle"},
+                                  {ATTR_LNWID, "lnwid"},
+                                  {ATTR_DR, "dr"},
+                                  {ATTR_FG, "fg"},
+                                  {ATTR_BG, "bg"},
+                                  {ATTR_CRD, "crd"},
+                                  {ATTR_FLAG, "flag"},
+                                  {ATTR_D, "d"},
+                                  {ATTR_REF, "ref"},
+                                  {ATTR_ROLL, "roll"},
+                                  {ATTR_XMOVE, "xmove"},
+                                  {ATTR_YMOVE, "ymove"},
+                                  {ATTR_STX, "stx"},
+                                  {ATTR_SCID, "scid"},
+                                  {ATTR_HIDESC, "hidesc"},
+                                  {ATTR_MIN, "min"},
+                                  {ATTR_MAX, "max"},
+                                  {ATTR_SCTYPE, "sctype"},
+                                  {ATTR_PIN, "pin"},
+                                  {ATTR_MTID, "mtid"},
+                                  {ATTR_USC, "usc"},
+                                  {ATTR_UPIN, "upin"},
+                                  {ATTR_MTYPE, "mtype"},
+                                  {ATTR_IMIN, "imin"},
+                                  {ATTR_IMAX, "imax"},
+                                  {KEYWORD_NONE, nullptr}};
+static_assert(IsSoundTable(g_names), "ids and names are unique and the end mark is there");
+
+constexpr std::string_view BLINK_WORD = "glt";
+
+bool IsAtEnd(const char* pszText)
+{
+    SkipTextSpace(&pszText);
+    return *pszText == 0;
+}
+
+// No error when the text is not a number: the value is 0 then.
+int ParseDecimal(const char* pszText, int32_t* pnValue)
+{
+    *pnValue = 0;
+    ScanDecimal(&pszText, pnValue);
+    return 1;
+}
+
+std::size_t FormatDecimalValue(int32_t nValue, char* pszOut, std::size_t nSize)
+{
+    return FormatDecimal(nValue, pszOut, nSize);
+}
+
+bool IsCleanDecimal(const char* pszText)
+{
+    int32_t nValue = 0;
+    return ScanDecimal(&pszText, &nValue) && IsAtEnd(pszText);
+}
+
+int ParseHex(const char* pszText, int32_t* pnValue)
+{
+    uint32_t nValue = 0;
+    if (!ScanPrefixedHex(&pszText, &nValue)) return 0;
+    *pnValue = static_cast<int32_t>(nValue);
+    return 1;
+}
+
+std::size_t FormatHex(int32_t nValue, char* pszOut, std::size_t nSize)
+{
+    return FormatPrefixedHex(static_cast<uint32_t>(nValue), pszOut, nSize);
+}
+
+bool IsCleanHex(const char* pszText)
+{
+    uint32_t nValue = 0;
+    return ScanPrefixedHex(&pszText, &nValue) && IsAtEnd(pszText);
+}
+
+// The next word, without the blanks before it.
+std::string_view NextWord(const char** ppText)
+{
+    SkipTextSpace(ppText);
+    const char* pStart = *ppText;
+    while (**ppText && !IsTextSpace(**ppText)) ++*ppText;
+    return {pStart, static_cast<std::size_t>(*ppText - pStart)};
+}
+
+int ParseColour(const char* pszText, int32_t* pnValue)
+{
+    uint32_t nValue = 0;
+    if (!ScanPrefixedHex(&pszText, &nValue)) return 0;
+    if (NextWord(&pszText) == BLINK_WORD) nValue |= QEL_COLOR_BLINK;
+    *pnValue = static_cast<int32_t>(nValue);
+    return 1;
+}
+
+std::size_t FormatColour(int32_t nValue, char* pszOut, std::size_t nSize)
+{
+    const auto nColour = static_cast<uint32_t>(nValue);
+    std::size_t nLen = FormatPrefixedHex(nColour & ~QEL_COLOR_BLINK, pszOut, nSize);
+    if (!nLen || !(nColour & QEL_COLOR_BLINK)) return nLen;
+    if (nLen + 1 + BLINK_WORD.size() >= nSize) return 0;
+    pszOut[nLen++] = ' ';
+    std::memcpy(pszOut + nLen, BLINK_WORD.data(), BLINK_WORD.size());
+    nLen += BLINK_WORD.size();
+    pszOut[nLen] = 0;
+    return nLen;
+}
+
+bool IsCleanColour(const char* pszText)
+{
+    uint32_t nValue = 0;
+    if (!ScanPrefixedHex(&pszText, &nValue) || nValue > 0xFFFFFF) return false;
+    const std::string_view word = NextWord(&pszText);
+    return (word.empty() || word == BLINK_WORD) && IsAtEnd(pszText);
+}
+
+int ParseKind(const char* pszText, int32_t* pnValue)
+{
+    ParseDecimal(pszText, pnValue);
+    if (*pnValue < 0 || *pnValue > 2) *pnValue = 0;
+    return 1;
+}
+
+} // namespace
+
+const KeywordRow* const g_attrNameRows = g_names;
+
+const AttrForm g_formDecimal = {"decimal", ParseDecimal, FormatDecimalValue, IsCleanDecimal};
+const AttrForm g_formHex = {"0x hexadecimal", ParseHex, FormatHex, IsCleanHex};
+const AttrForm g_formColour = {"colour", ParseColour, FormatColour, IsCleanColour};
+const AttrForm g_formKind = {"decimal", ParseKind, FormatDecimalValue, IsCleanDecimal};
+const AttrForm g_formCrd = {"coordinates", nullptr, nullptr, nullptr};
+const AttrForm g_formText = {"text", nullptr, nullptr, nullptr};
+
+const char* AttrName(AttrId nId)
+{
+    return nId == ATTR_TEXT ? "(text)" : NameOf(g_names, nId);
+}

@@ -1,0 +1,84 @@
+// Attributes as data: the names by attribute id, the textual forms, and the rows in which an
+// element class lists its attributes. One row serves loading, saving, the checker and the
+// documentation.
+#pragma once
+
+#include "render/Keywords.h"
+
+#include <cstddef>
+#include <cstdint>
+
+enum AttrId : int32_t {
+    ATTR_ID = 0,
+    ATTR_TYPE = 1,
+    ATTR_WIDTH = 2,
+    ATTR_HEIGHT = 3,
+    ATTR_LST_ROTATE = 4,
+    ATTR_STYLE = 5,
+    ATTR_CLR = 6,
+    ATTR_LNSTYLE = 7,
+    ATTR_LNWID = 8,
+    ATTR_DR = 9,
+    ATTR_FG = 10,
+    ATTR_BG = 11,
+    ATTR_CRD = 12,
+    ATTR_FLAG = 13,
+    ATTR_D = 14,
+    ATTR_REF = 15,
+    ATTR_ROLL = 16,
+    ATTR_XMOVE = 17,
+    ATTR_YMOVE = 18,
+    ATTR_STX = 19,
+    ATTR_SCID = 20,
+    ATTR_HIDESC = 21,
+    ATTR_MIN = 22,
+    ATTR_MAX = 23,
+    ATTR_SCTYPE = 24,
+    ATTR_PIN = 25,
+    ATTR_MTID = 26,
+    ATTR_USC = 27,
+    ATTR_UPIN = 28,
+    ATTR_MTYPE = 29,
+    ATTR_IMIN = 30,
+    ATTR_IMAX = 31,
+    ATTR_TEXT = 1000 // not an attribute: the element's own text, which has its place among them
+};
+
+extern const KeywordRow* const g_attrNameRows;
+
+// A textual form of one 32-bit value. Parse: 0 when the text is refused; the value is then as it
+// was. Format: the length, 0 when it does not fit.
+struct AttrForm {
+    const char* pszName; // as the documentation and the checker call it
+    int (*pfnParse)(const char* pszText, int32_t* pnValue);
+    std::size_t (*pfnFormat)(int32_t nValue, char* pszOut, std::size_t nSize);
+    bool (*pfnIsClean)(const char* pszText); // whether the whole text is what the form asks for
+};
+
+extern const AttrForm g_formDecimal; // digits with an optional sign; what is no number reads as 0
+extern const AttrForm g_formHex;     // "0x" and hexadecimal digits
+extern const AttrForm g_formColour;  // the same, and the word "glt" for the blink bit
+extern const AttrForm g_formKind;    // decimal; anything but 0 to 2 reads as 0
+extern const AttrForm g_formCrd;     // the coordinates: the class reads and writes them itself
+extern const AttrForm g_formText;    // text, likewise
+
+struct AttrInfo {
+    AttrId nId;
+    const AttrForm* pForm;
+    int32_t nDefault; // a field that holds it is not written
+    int32_t nMin;     // what an author may mean; values outside are taken as they are
+    int32_t nMax;
+    const char* pszMeaning; // one line for the documentation
+};
+
+template <class T>
+struct AttrRow : AttrInfo {
+    int32_t T::*pField; // null for the coordinates and the text
+};
+
+constexpr std::size_t ATTR_TEXT_SIZE = 32; // room for one formatted value
+
+using AttrVisitor = void (*)(const AttrInfo& info, void* pUser);
+
+// The name by which an attribute is known; "(text)" for the element's text.
+const char* AttrName(AttrId nId);

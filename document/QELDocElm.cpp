@@ -1,0 +1,229 @@
+// The element base; see the header. The classes that derive from it add their fields.
+#include "document/QELDocElm.h"
+
+#include "document/Tags.h"
+
+#include <cstdlib>
+
+namespace {
+
+// "_1" is appended whether or not another element has that identifier already.
+constexpr char COPY_SUFFIX[] = "_1";
+
+} // namespace
+
+CQELDocElm::CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept : m_ppXml(ppXml), m_nType(nType)
+{
+}
+
+CQELDocElm::~CQELDocElm()
+{
+    Remove();
+    std::free(m_pszId);
+}
+
+int CQELDocElm::Clone(CQELDocElm** ppOut) const
+{
+    *ppOut = new (std::nothrow) CQELDocElm(m_ppXml, m_nType);
+    return *ppOut ? 1 : 0;
+}
+
+int CQELDocElm::CopyTo(CQELDocElm* pParent, CQELDocElm** ppOut)
+{
+    *ppOut = nullptr;
+    CQELDocElm* pCopy = nullptr;
+    if (!Clone(&pCopy)) return 0;
+    bool bDone = true;
+    if (*Id()) {
+        char szId[ID_TEXT_SIZE + sizeof COPY_SUFFIX];
+        std::strcpy(szId, Id());        // NOLINT: an identifier fits its buffer
+        std::strcat(szId, COPY_SUFFIX); // NOLINT
+        bDone = pCopy->SetId(szId) != 0;
+    }
+    if (pParent && pParent == m_pParent)
+        pCopy->InsertAfter(this);
+    else if (pParent)
+        pParent->AppendChild(pCopy);
+    for (CQELDocElm* pChild = m_pFirstChild; pChild && bDone; pChild = pChild->m_pNext) {
+        CQELDocElm* pChildCopy = nullptr;
+        bDone = pChild->CopyTo(pCopy, &pChildCopy) != 0;
+    }
+    if (!bDone) {
+        delete pCopy;
+        return 0;
+    }
+    *ppOut = pCopy;
+    return 1;
+}
+
+int CQELDocElm::GetAttrSize(int*) const
+{
+    return 0;
+}
+
+int CQELDocElm::GetAttr(void*) const
+{
+    return 0;
+}
+
+int CQELDocElm::SetAttr(const void*)
+{
+    return 0;
+}
+
+int CQELDocElm::GetRect(RECT* prc) const
+{
+    ::SetRectEmpty(prc);
+    for (const CQELDocElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) {
+        RECT rcChild{};
+        if (!pChild->GetRect(&rcChild)) continue;
+        const RECT rcSoFar = *prc;
+        ::UnionRect(prc, &rcSoFar, &rcChild);
+    }
+    return 1;
+}
+
+int CQELDocElm::SetRect(const RECT& rc)
+{
+    RECT rcOld{};
+    if (!GetRect(&rcOld)) return 0;
+    return m_pFirstChild ? MapRect(rcOld, rc) : 0;
+}
+
+int CQELDocElm::MapRect(const RECT& rcOld, const RECT& rcNew)
+{
+    int nResult = 0;
+    for (CQELDocElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) {
+        nResult = pChild->MapRect(rcOld, rcNew);
+        if (!nResult) break;
+    }
+    return nResult;
+}
+
+int CQELDocElm::Load()
+{
+    const char* pszName = XmlGetName(Xml());
+    if (!pszName) return 0;
+    const int32_t nType = LookupKeyword(g_tagRows, pszName);
+    if (nType < 0 || nType >= QEL_TYPE_NONE) return 0;
+    m_nType = nType;
+    const char* pszId = XmlGetAttr(Xml(), AttrName(ATTR_ID));
+    if (pszId && *pszId) SetId(pszId); // without memory the element goes without it
+    return 1;
+}
+
+int CQELDocElm::Save()
+{
+    const char* pszTag = NameOf(g_tagRows, m_nType);
+    if (!pszTag) return 0;
+    if (m_nType == QEL_TYPE_ROOT) {
+        if (XmlGoRoot(Xml()) || XmlSetNameZ(Xml(), pszTag) || XmlSetTextZ(Xml(), nullptr)) return 0;
+    } else {
+        // The new child is the last one; going there directly keeps saving linear.
+        if (XmlAddChildZ(Xml(), pszTag, nullptr) || XmlGoLastChild(Xml())) return 0;
+    }
+    if (*Id() && XmlSetAttrZ(Xml(), AttrName(ATTR_ID), Id())) return 0;
+    return 1;
+}
+
+void CQELDocElm::AppendChild(CQELDocElm* pChild)
+{
+    pChild->m_pParent = this;
+    pChild->m_pPrev = m_pLastChild;
+    pChild->m_pNext = nullptr;
+    (m_pLastChild ? m_pLastChild->m_pNext : m_pFirstChild) = pChild;
+    m_pLastChild = pChild;
+}
+
+void CQELDocElm::PrependChild(CQELDocElm* pChild)
+{
+    if (m_pFirstChild)
+        pChild->InsertBefore(m_pFirstChild);
+    else
+        AppendChild(pChild);
+}
+
+void CQELDocElm::InsertAfter(CQELDocElm* pSibling)
+{
+    m_pParent = pSibling->m_pParent;
+    m_pPrev = pSibling;
+    m_pNext = pSibling->m_pNext;
+    if (m_pNext) m_pNext->m_pPrev = this;
+    pSibling->m_pNext = this;
+    if (m_pParent && m_pParent->m_pLastChild == pSibling) m_pParent->m_pLastChild = this;
+}
+
+void CQELDocElm::InsertBefore(CQELDocElm* pSibling)
+{
+    m_pParent = pSibling->m_pParent;
+    m_pNext = pSibling;
+    m_pPrev = pSibling->m_pPrev;
+    if (m_pPrev) m_pPrev->m_pNext = this;
+    pSibling->m_pPrev = this;
+    if (m_pParent && m_pParent->m_pFirstChild == pSibling) m_pParent->m_pFirstChild = this;
+}
+
+void CQELDocElm::Unlink()
+{
+    if (m_pPrev)
+        m_pPrev->m_pNext = m_pNext;
+    else if (m_pParent)
+        m_pParent->m_pFirstChild = m_pNext;
+    if (m_pNext)
+        m_pNext->m_pPrev = m_pPrev;
+    else if (m_pParent)
+        m_pParent->m_pLastChild = m_pPrev;
+    m_pParent = m_pPrev = m_pNext = nullptr;
+}
+
+void CQELDocElm::Remove()
+{
+    while (m_pFirstChild) delete m_pFirstChild; // each unlinks itself
+    Unlink();
+}
+
+CQELDocElm* CQELDocElm::NextInTree(const CQELDocElm* pTop) const
+{
+    if (m_pFirstChild) return m_pFirstChild;
+    for (const CQELDocElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
+        if (pElm->m_pNext) return pElm->m_pNext;
+    return nullptr;
+}
+
+bool CQELDocElm::IsInside(const CQELDocElm* pTop) const
+{
+    const CQELDocElm* pElm = this;
+    while (pElm && pElm != pTop) pElm = pElm->m_pParent;
+    return pElm != nullptr;
+}
+
+int32_t CQELDocElm::Depth() const
+{
+    int32_t nDepth = 0;
+    for (const CQELDocElm* pElm = m_pParent; pElm; pElm = pElm->m_pParent) ++nDepth;
+    return nDepth;
+}
+
+int32_t CQELDocElm::Height() const
+{
+    int32_t nHeight = 0;
+    const int32_t nOwn = Depth();
+    for (const CQELDocElm* pElm = NextInTree(this); pElm; pElm = pElm->NextInTree(this)) {
+        const int32_t nBelow = pElm->Depth() - nOwn;
+        if (nBelow > nHeight) nHeight = nBelow;
+    }
+    return nHeight;
+}
+
+int CQELDocElm::SetId(const char* pszId)
+{
+    if (!pszId) return 0;
+    if (!m_pszId) m_pszId = static_cast<char*>(std::calloc(1, ID_TEXT_SIZE));
+    if (!m_pszId) return 0;
+    // The text may be this element's own identifier, so the bytes may overlap.
+    std::size_t nLen = 0;
+    while (nLen + 1 < ID_TEXT_SIZE && pszId[nLen]) ++nLen;
+    std::memmove(m_pszId, pszId, nLen);
+    m_pszId[nLen] = 0;
+    return 1;
+}

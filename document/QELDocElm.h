@@ -1,0 +1,95 @@
+// The base class of every document element: the tree links, the type, the identifier and the link
+// to the view element, and the operations through which the document and the engine load, save,
+// copy, measure and edit elements without knowing their class.
+#pragma once
+
+#include "engine/Handles.h"
+#include "xml/XmlTree.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+#include <new>
+
+class CQELViewElm;
+
+constexpr int ID_TEXT_SIZE = 256; // bytes of an identifier, the ending zero included
+
+class CQELDocElm {
+public:
+    // ppXml: the document's field that holds the XML tree while a file is read or written. It also
+    // tells which document the element belongs to.
+    CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept;
+    virtual ~CQELDocElm();
+    CQELDocElm(const CQELDocElm&) = delete;
+    CQELDocElm& operator=(const CQELDocElm&) = delete;
+
+    // A new element of the same class with the same data, not linked, without identifier and view.
+    virtual int Clone(CQELDocElm** ppOut) const;
+    // A deep copy right after this element under the same parent, or as the last child of another
+    // one.
+    virtual int CopyTo(CQELDocElm* pParent, CQELDocElm** ppOut);
+    virtual int GetAttrSize(int* pnSize) const;
+    virtual int GetAttr(void* pBlock) const;
+    virtual int SetAttr(const void* pBlock);
+    virtual int GetRect(RECT* prc) const;
+    virtual int SetRect(const RECT& rc);
+    virtual int MapRect(const RECT& rcOld, const RECT& rcNew);
+    virtual int Load(); // from the XML element under the cursor
+    virtual int Save(); // as a new XML element under the cursor, onto which the cursor moves
+
+    // Tree links. An element owns its children.
+    void AppendChild(CQELDocElm* pChild);
+    void PrependChild(CQELDocElm* pChild);
+    void InsertAfter(CQELDocElm* pSibling);  // links this element after a sibling
+    void InsertBefore(CQELDocElm* pSibling); // links this element before a sibling
+    void Unlink();
+    void Remove(); // deletes all descendants, then unlinks
+
+    [[nodiscard]] CQELDocElm* Parent() const { return m_pParent; }
+    [[nodiscard]] CQELDocElm* FirstChild() const { return m_pFirstChild; }
+    [[nodiscard]] CQELDocElm* LastChild() const { return m_pLastChild; }
+    [[nodiscard]] CQELDocElm* NextSibling() const { return m_pNext; }
+    [[nodiscard]] CQELDocElm* PrevSibling() const { return m_pPrev; }
+    // The element after this one in a walk of pTop's subtree, parents first; null at its end.
+    [[nodiscard]] CQELDocElm* NextInTree(const CQELDocElm* pTop) const;
+    [[nodiscard]] bool IsInside(const CQELDocElm* pTop) const; // pTop itself or a descendant
+    [[nodiscard]] int32_t Depth() const;                       // levels below the topmost element
+    [[nodiscard]] int32_t Height() const;                      // levels below this element
+
+    [[nodiscard]] int32_t Type() const { return m_nType; }
+    [[nodiscard]] const char* Id() const { return m_pszId ? m_pszId : ""; }
+    int SetId(const char* pszId); // what is longer than 255 bytes is cut
+    [[nodiscard]] CQELViewElm* View() const { return m_pView; }
+    void SetView(CQELViewElm* pView) { m_pView = pView; }
+    [[nodiscard]] XmlContext** XmlSlot() const { return m_ppXml; }
+    [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
+
+protected:
+    [[nodiscard]] XmlContext* Xml() const { return *m_ppXml; }
+
+private:
+    friend class CQELDocument; // keeps the elements that were taken out of the picture in a list
+
+    CQELDocElm* m_pParent = nullptr;
+    CQELDocElm* m_pFirstChild = nullptr;
+    CQELDocElm* m_pPrev = nullptr;
+    CQELDocElm* m_pNext = nullptr;
+    XmlContext** m_ppXml;
+    int32_t m_nType;
+    CQELViewElm* m_pView = nullptr;
+    char* m_pszId = nullptr;            // a buffer of ID_TEXT_SIZE, made on the first set
+    CQELDocElm* m_pLastChild = nullptr; // so that appending does not walk the children
+    CHandleEntry m_handle{HandleKind::Element, this};
+};
+
+// For the leaf classes: a new element of class T that takes its fields from another one.
+template <class T>
+int CloneAs(const T& source, CQELDocElm** ppOut)
+{
+    auto* pCopy = new (std::nothrow) T(source.XmlSlot());
+    if (pCopy) pCopy->TakeFields(source);
+    *ppOut = pCopy;
+    return pCopy ? 1 : 0;
+}

@@ -1,0 +1,60 @@
+// One drawing: a tree of document elements under a root, read from and written to a file through
+// the XML library. The XML tree exists only while a file is read or written.
+#pragma once
+
+#include "document/QELDocElm.h"
+#include "document/QELDocQEL.h"
+
+#include <cstdint>
+
+class CQELDocument {
+public:
+    CQELDocument() = default;
+    virtual ~CQELDocument();
+    CQELDocument(const CQELDocument&) = delete;
+    CQELDocument& operator=(const CQELDocument&) = delete;
+
+    int Load(const char* pszPath); // null: the built-in template, an empty drawing
+    int New() { return Load(nullptr); }
+    int Save(const char* pszPath);
+    int Close();
+
+    // A new element as the last child of pParent or, with pAfter, after that sibling. Type 0 makes
+    // a new root, and everything else is deleted.
+    CQELDocElm* CreateElement(CQELDocElm* pParent, CQELDocElm* pAfter, int32_t nType);
+    int DeleteElement(CQELDocElm* pElm);
+    // Without pAfter the element becomes the first child; with a null parent it leaves the picture
+    // and stays owned by the document.
+    int MoveElement(CQELDocElm* pElm, CQELDocElm* pNewParent, CQELDocElm* pAfter);
+    // A deep copy right after the source. Null on failure, and for the root.
+    CQELDocElm* CopyElement(CQELDocElm* pElm);
+    CQELDocQEL* NewRoot();          // not linked; null without memory
+    int SetRoot(CQELDocQEL* pRoot); // everything else is deleted
+
+    // Queries; null or 0 when what is asked for does not exist.
+    [[nodiscard]] CQELDocQEL* GetRoot() const { return m_pRoot; }
+    [[nodiscard]] bool Owns(const CQELDocElm* pElm) const { return pElm->XmlSlot() == &m_pXml; }
+    static int HasChildren(const CQELDocElm* pElm) { return pElm->FirstChild() ? 1 : 0; }
+    static CQELDocElm* GetFirstChild(const CQELDocElm* pElm) { return pElm->FirstChild(); }
+    static CQELDocElm* GetLastChild(const CQELDocElm* pElm) { return pElm->LastChild(); }
+    static CQELDocElm* GetParent(const CQELDocElm* pElm) { return pElm->Parent(); }
+    static CQELDocElm* GetNextSibling(const CQELDocElm* pElm);
+    static CQELDocElm* GetPrevSibling(const CQELDocElm* pElm);
+    static int32_t GetElementType(const CQELDocElm* pElm) { return pElm->Type(); }
+    static const char* GetElementId(const CQELDocElm* pElm) { return pElm->Id(); }
+    static int SetElementId(CQELDocElm* pElm, const char* pszId) { return pElm->SetId(pszId); }
+    static CQELViewElm* GetViewElement(const CQELDocElm* pElm) { return pElm->View(); }
+    static void SetViewElement(CQELDocElm* pElm, CQELViewElm* pView) { pElm->SetView(pView); }
+
+private:
+    int Build();
+    CQELDocElm* BuildOne(CQELDocElm* pParent, bool* pbFailed);
+    int SaveTree();
+    int ParseTemplate();
+    void Unlink(CQELDocElm* pElm);
+    void KeepDetached(CQELDocElm* pElm);
+
+    XmlContext* m_pXml = nullptr;
+    CQELDocQEL* m_pRoot = nullptr;
+    CQELDocElm* m_pFirstDetached = nullptr; // chained by their sibling links, without a parent
+};

@@ -1,0 +1,64 @@
+// The table of element tags; see the header.
+#include "document/Tags.h"
+
+#include "document/QELDocArc.h"
+#include "document/QELDocChord.h"
+#include "document/QELDocCircle.h"
+#include "document/QELDocEllipse.h"
+#include "document/QELDocGroup.h"
+#include "document/QELDocLine.h"
+#include "document/QELDocPie.h"
+#include "document/QELDocPolygon.h"
+#include "document/QELDocPolyline.h"
+#include "document/QELDocQEL.h"
+#include "document/QELDocRect.h"
+#include "document/QELDocRoundRect.h"
+#include "document/QELDocText.h"
+
+namespace {
+
+template <class T>
+CQELDocElm* Make(XmlContext** ppXml)
+{
+    return new (std::nothrow) T(ppXml);
+}
+
+constexpr auto SHAPE = &CQELDocShape::VisitAttrs;
+
+constexpr TagRow g_rows[] = {
+    {QEL_TYPE_ROOT, "qel", Make<CQELDocQEL>, &CQELDocQEL::VisitAttrs, "the drawing"},
+    {QEL_TYPE_TEXT, "text", Make<CQELDocText>, SHAPE, "a text in a rectangle"},
+    {QEL_TYPE_RECT, "rect", Make<CQELDocRect>, SHAPE, "a rectangle"},
+    {QEL_TYPE_CHORD, "chord", Make<CQELDocChord>, SHAPE, "a segment of an ellipse"},
+    {QEL_TYPE_PIE, "pie", Make<CQELDocPie>, SHAPE, "a sector of an ellipse"},
+    {QEL_TYPE_ROUNDRECT, "rndrect", Make<CQELDocRoundRect>, SHAPE,
+     "a rectangle with round corners"},
+    {QEL_TYPE_ARC, "arc", Make<CQELDocArc>, SHAPE, "a part of an ellipse's outline"},
+    {QEL_TYPE_ELLIPSE, "ellipse", Make<CQELDocEllipse>, SHAPE, "an ellipse"},
+    {QEL_TYPE_CIRCLE, "circle", Make<CQELDocCircle>, SHAPE, "a circle"},
+    {QEL_TYPE_LINE, "line", Make<CQELDocLine>, SHAPE, "a straight line"},
+    {QEL_TYPE_POLYLINE, "polyline", Make<CQELDocPolyline>, SHAPE, "lines through up to 16 points"},
+    {QEL_TYPE_POLYGON, "polygon", Make<CQELDocPolygon>, SHAPE,
+     "a closed figure of up to 16 points"},
+    {QEL_TYPE_PATH, "path", nullptr, nullptr, "known and skipped with its contents"},
+    {QEL_TYPE_DEFS, "defs", nullptr, nullptr, "known and skipped with its contents"},
+    {QEL_TYPE_USE, "use", nullptr, nullptr, "known and skipped with its contents"},
+    {QEL_TYPE_GROUP, "g", Make<CQELDocGroup>, nullptr, "a group of elements"},
+    {QEL_TYPE_STATUS, "status", nullptr, nullptr, "shown at one status number"},
+    {QEL_TYPE_FRAME, "frame", nullptr, nullptr, "a group that follows the frame colour"},
+    {QEL_TYPE_SCALE, "scale", nullptr, nullptr, "a scale with its value"},
+    {QEL_TYPE_PATTERN, "pattern", nullptr, nullptr, "a group that follows the hatch"},
+    {QEL_TYPE_DRAWRGN, "drawrgn", nullptr, nullptr, "where the host paints"},
+    {QEL_TYPE_METER, "meter", nullptr, nullptr, "a dial or bar"},
+    {KEYWORD_NONE, nullptr, nullptr, nullptr, nullptr}};
+static_assert(IsSoundTable(g_rows), "types and tags are unique and the end mark is there");
+
+} // namespace
+
+const TagRow* const g_tagRows = g_rows;
+
+CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml)
+{
+    const TagRow* pRow = FindRow(g_rows, nType);
+    return pRow && pRow->pfnMakeDoc ? pRow->pfnMakeDoc(ppXml) : nullptr;
+}

@@ -1,0 +1,60 @@
+// Handles: the opaque numbers by which a host names what the engine made. A number is looked up and
+// never followed as a pointer, so a stale or made-up one is refused; it is not given out a second
+// time. Lookup costs the same however many handles are live.
+#pragma once
+
+#include <cstdint>
+
+enum class HandleKind : uint8_t {
+    Engine,  // a CQELEngine
+    Record,  // a show-only share of one
+    Element, // a CQELDocElm
+    Gradient // a CGradient
+};
+
+// The handle side of an object: a member of what a host may hold. It takes a number only when the
+// host is to get one, and gives it up with the object.
+class CHandleEntry {
+public:
+    CHandleEntry(HandleKind nKind, void* pObject) noexcept : m_nKind(nKind), m_pObject(pObject) {}
+    ~CHandleEntry();
+    CHandleEntry(const CHandleEntry&) = delete;
+    CHandleEntry& operator=(const CHandleEntry&) = delete;
+
+    // The number, 0 when all numbers are used up.
+    uintptr_t Value();
+
+    // The number of an object that no host will see, such as the gradient inside of a brush that
+    // lives for one draw call: it may be used again for the next of these, so that months of
+    // drawing do not use the numbers up. Share() withdraws that before a second holder learns the
+    // number.
+    uintptr_t PrivateValue();
+    void Share() { m_bPrivate = false; }
+
+    // The object of that kind behind a number, or null.
+    static void* Find(HandleKind nKind, uintptr_t nValue);
+
+private:
+    void Link(uintptr_t nValue);
+
+    HandleKind m_nKind;
+    bool m_bPrivate = false;
+    void* m_pObject;
+    uintptr_t m_nValue = 0;
+    CHandleEntry* m_pNext = nullptr; // in its bucket
+
+    friend class CHandleTable;
+};
+
+// The host's handle types are pointers to nothing; these cross between them and numbers.
+template <class THandle>
+uintptr_t ToNumber(THandle hHandle)
+{
+    return reinterpret_cast<uintptr_t>(hHandle);
+}
+
+template <class THandle>
+THandle ToHandle(uintptr_t nValue)
+{
+    return reinterpret_cast<THandle>(nValue); // NOLINT(performance-no-int-to-ptr): never followed
+}

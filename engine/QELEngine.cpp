@@ -1,0 +1,282 @@
+// The engine object; see the header. The exported functions that forward to it are in Exports.cpp.
+#include "engine/QELEngine.h"
+
+#include "render/Mapping.h"
+#include "render/QELRotate.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr std::size_t NAMED_PATH_SIZE = 256;
+
+} // namespace
+
+CQELEngine::~CQELEngine()
+{
+    Close();
+}
+
+int CQELEngine::Open(const char* pszPath)
+{
+    Close();
+    if (!m_document.Load(pszPath)) return 0;
+    if (!BuildViews()) {
+        Close();
+        return 0;
+    }
+    m_rcDraw.right = WrapAdd(m_rcDraw.left, m_refSize.cx);
+    m_rcDraw.bottom = WrapAdd(m_rcDraw.top, m_refSize.cy);
+    if (m_bShowOnly) m_document.Close(); // from here on the drawing is only shown
+    return 1;
+}
+
+int CQELEngine::New()
+{
+    if (!Open(nullptr)) return 0;
+    const SIZE size = m_refSize;
+    m_document.GetRoot()->SetRefSize(size);
+    return m_view.SetRefSize(size);
+}
+
+int CQELEngine::OpenByName(const char* pszName)
+{
+    char szPath[NAMED_PATH_SIZE];
+    const int nLen = std::snprintf(szPath, sizeof szPath, ".\\QEL\\%s.qel", pszName);
+    if (nLen < 0 || static_cast<std::size_t>(nLen) >= sizeof szPath) return 0;
+    return Open(szPath);
+}
+
+int CQELEngine::Close()
+{
+    m_nPerDrawing = 0;
+    m_nRotation = 0;
+    m_refSize = {DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
+    m_view.Clear();
+    return m_document.Close();
+}
+
+int CQELEngine::BuildViews()
+{
+    CQELDocQEL* pRoot = m_document.GetRoot();
+    m_refSize = pRoot->RefSize();
+    m_view.SetRefSize(m_refSize);
+    return MakeViews(pRoot, nullptr, nullptr);
+}
+
+// The view elements of a document element and of all that is in it, each after its parent's.
+int CQELEngine::MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter)
+{
+    for (CQELDocElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
+        const bool bTop = pElm == pTop;
+        if (!MakeView(pElm, bTop ? pParent : pElm->Parent()->View(), bTop ? pAfter : nullptr))
+            return 0;
+    }
+    return 1;
+}
+
+int CQELEngine::MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter)
+{
+    CQELViewElm* pView = nullptr;
+    if (!m_view.CreateElement(pParent, pAfter, pElm->Type(), &pView)) return 0;
+    pElm->SetView(pView);
+    if (pParent) pView->SetBlink(pParent->BlinkPhase());
+    LoadView(pElm);
+    return 1;
+}
+
+// Loads an element's record into its view element and registers that. A view that refuses the
+// record keeps what it had.
+void CQELEngine::LoadView(CQELDocElm* pElm)
+{
+    CQELViewElm* pView = pElm->View();
+    if (!pView) return;
+    alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE] = {};
+    int nSize = 0;
+    if (pElm->GetAttrSize(&nSize) && nSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(block))
+        pView->SetAttrBlock(block);
+    if (pElm == m_document.GetRoot()) {
+        m_view.Root()->SetName(pElm->Id());
+        TakeRefSize();
+    }
+    m_view.Register(pView); // fails quietly for one that is registered already
+}
+
+void CQELEngine::TakeRefSize()
+{
+    m_refSize = m_document.GetRoot()->RefSize();
+    m_view.SetRefSize(m_refSize);
+}
+
+CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocElm* pAfter)
+{
+    if (nType == QEL_TYPE_ROOT) return pParent || pAfter ? nullptr : ReplaceRoot();
+    if (!pParent) pParent = m_document.GetRoot();
+    if (!pParent) return nullptr;
+    CQELDocElm* pElm = m_document.CreateElement(pParent, pAfter, nType);
+    if (!pElm) return nullptr;
+    if (MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr)) return pElm;
+    m_document.DeleteElement(pElm);
+    return nullptr;
+}
+
+// Both halves of the new root are made before either old one is given up.
+CQELDocElm* CQELEngine::ReplaceRoot()
+{
+    CQELDocQEL* pRoot = m_document.NewRoot();
+    if (!pRoot) return nullptr;
+    CQELViewElm* pView = nullptr;
+    if (!m_view.CreateElement(nullptr, nullptr, QEL_TYPE_ROOT, &pView)) {
+        delete pRoot;
+        return nullptr;
+    }
+    m_document.SetRoot(pRoot);
+    pRoot->SetView(pView);
+    m_nRotation = 0;
+    LoadView(pRoot);
+    return pRoot;
+}
+
+int CQELEngine::DeleteElem(CQELDocElm* pElm)
+{
+    if (CQELViewElm* pView = pElm->View()) {
+        UnregisterAll(pView);
+        m_view.DeleteElement(pView);
+    }
+    return m_document.DeleteElement(pElm);
+}
+
+int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter)
+{
+    if (!m_document.MoveElement(pElm, pParent, pAfter)) return 0;
+    CQELViewElm* pView = pElm->View();
+    if (!pView) return 1;
+    UnregisterAll(pView);
+    m_view.MoveElement(pView, pParent ? pParent->View() : nullptr,
+                       pAfter ? pAfter->View() : nullptr);
+    if (pParent) RegisterAll(pView);
+    return 1;
+}
+
+CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
+{
+    CQELDocElm* pCopy = m_document.CopyElement(pElm);
+    if (!pCopy) return nullptr;
+    if (MakeViews(pCopy, pElm->Parent()->View(), pElm->View())) return pCopy;
+    DeleteElem(pCopy);
+    return nullptr;
+}
+
+int CQELEngine::SetElemId(CQELDocElm* pElm, const char* pszId)
+{
+    if (!CQELDocument::SetElementId(pElm, pszId)) return 0;
+    if (pElm == m_document.GetRoot() && m_view.Root()) m_view.Root()->SetName(pElm->Id());
+    return 1;
+}
+
+int CQELEngine::GetElemAttr(const CQELDocElm* pElm, void* pBuffer, int* pnSize)
+{
+    int nSize = 0;
+    if ((!pBuffer && !pnSize) || !pElm->GetAttrSize(&nSize)) return 0;
+    if (pBuffer && !pElm->GetAttr(pBuffer)) return 0;
+    if (pnSize) *pnSize = nSize;
+    return 1;
+}
+
+int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
+{
+    int nOwnSize = 0;
+    if (!pElm->GetAttrSize(&nOwnSize) || nSize < nOwnSize) return 0;
+    const CQELDocQEL* pRoot = m_document.GetRoot();
+    const SIZE before = pRoot ? pRoot->RefSize() : SIZE{};
+    const SIZE shown = m_refSize;
+    if (!pElm->SetAttr(pBuffer)) return 0;
+    LoadView(pElm);
+    if (pElm == pRoot && before.cx == pRoot->RefSize().cx && before.cy == pRoot->RefSize().cy) {
+        m_refSize = shown; // no new size: a turned drawing stays as it is shown
+        m_view.SetRefSize(shown);
+    }
+    return 1;
+}
+
+// A group that stops at one child has moved the children before it, so the views are refreshed
+// whatever the result.
+int CQELEngine::SetElemRect(CQELDocElm* pElm, const RECT& rc)
+{
+    const int nResult = pElm->SetRect(rc);
+    for (CQELDocElm* p = pElm; p; p = p->NextInTree(pElm))
+        if (p != m_document.GetRoot()) LoadView(p); // the root has no place of its own
+    return nResult;
+}
+
+int CQELEngine::GetRefSize(SIZE* pSize) const
+{
+    *pSize = m_refSize;
+    return 1;
+}
+
+int CQELEngine::SetRefSize(SIZE size)
+{
+    if (size.cx == m_refSize.cx && size.cy == m_refSize.cy) return 1;
+    CQELDocQEL* pRoot = m_document.GetRoot();
+    if (!pRoot) return 0;
+    pRoot->SetRefSize(size);
+    m_view.SetRefSize(size);
+    m_refSize = size;
+    return 1;
+}
+
+int CQELEngine::GetDrawRect(RECT* prc) const
+{
+    *prc = m_rcDraw;
+    return 1;
+}
+
+int CQELEngine::SetDrawRect(const RECT& rc)
+{
+    m_rcDraw = rc;
+    return 1;
+}
+
+// The update rectangle only gates the call; the host's own clip decides what is touched.
+int CQELEngine::Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags)
+{
+    RECT rcMeet{};
+    if (!::IntersectRect(&rcMeet, &rcUpdate, &m_rcDraw)) return 0;
+    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags);
+}
+
+// The drawing is turned inside a square of its longer side, then moved so that the turned drawing
+// begins at 0,0 again.
+int CQELEngine::Rotate(int32_t nAngle)
+{
+    const int32_t nTurn = QuarterTurn(nAngle);
+    const int32_t nBy = nTurn - m_nRotation;
+    SIZE size = m_refSize;
+    if (nBy % 180 != 0) size = {m_refSize.cy, m_refSize.cx};
+    const int32_t nSide = size.cx > size.cy ? size.cx : size.cy;
+    m_view.SetRefSize({nSide, nSide});
+    if (!m_view.Rotate(nullptr, {nSide / 2, nSide / 2}, nTurn)) return 0;
+    const bool bHalfTurn = nBy == 180 || nBy == -180;
+    if (nBy == 90 || nBy == -270 || bHalfTurn) m_view.MoveY(nullptr, WrapSub(size.cy, nSide));
+    if (nBy == -90 || nBy == 270 || bHalfTurn) m_view.MoveX(nullptr, WrapSub(size.cx, nSide));
+    m_refSize = size;
+    m_view.SetRefSize(size);
+    m_nRotation = nTurn;
+    return 1;
+}
+
+int CQELEngine::SetBlinkState(int32_t nState)
+{
+    return m_view.Root() ? m_view.SetBlink(nullptr, nState) : 0;
+}
+
+void CQELEngine::RegisterAll(CQELViewElm* pTop)
+{
+    for (CQELViewElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) m_view.Register(pElm);
+}
+
+void CQELEngine::UnregisterAll(CQELViewElm* pTop)
+{
+    for (CQELViewElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) m_view.Unregister(pElm);
+}

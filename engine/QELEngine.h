@@ -1,0 +1,68 @@
+// The object behind an engine handle: one document and one view that are kept in step. Every file
+// operation and every edit goes to the document first and is then mirrored into the view, whose
+// elements are linked to the document elements that they draw.
+#pragma once
+
+#include "document/QELDocument.h"
+#include "engine/Handles.h"
+#include "render/QELView.h"
+
+class CQELEngine {
+public:
+    // bShowOnly: the document's elements are dropped once the view is built.
+    explicit CQELEngine(bool bShowOnly) noexcept : m_bShowOnly(bShowOnly) {}
+    virtual ~CQELEngine();
+    CQELEngine(const CQELEngine&) = delete;
+    CQELEngine& operator=(const CQELEngine&) = delete;
+
+    int Open(const char* pszPath); // null: a new drawing
+    int New();
+    int OpenByName(const char* pszName); // ".\QEL\" + name + ".qel"
+    int Save(const char* pszPath) { return m_document.Save(pszPath); }
+    int Close();
+
+    CQELDocElm* CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocElm* pAfter);
+    int DeleteElem(CQELDocElm* pElm);
+    int MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter);
+    CQELDocElm* CopyElem(CQELDocElm* pElm);
+    int SetElemId(CQELDocElm* pElm, const char* pszId);
+    static int GetElemAttr(const CQELDocElm* pElm, void* pBuffer, int* pnSize);
+    int SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize);
+    int SetElemRect(CQELDocElm* pElm, const RECT& rc);
+
+    int GetRefSize(SIZE* pSize) const;
+    int SetRefSize(SIZE size);
+    int GetDrawRect(RECT* prc) const;
+    int SetDrawRect(const RECT& rc);
+    int GetDrawGraphRect(RECT* prc) const { return m_view.GetDrawGraphRect(m_rcDraw, prc); }
+    int Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags);
+    int Rotate(int32_t nAngle);
+    int SetBlinkState(int32_t nState);
+
+    [[nodiscard]] CQELDocument& Document() { return m_document; }
+    [[nodiscard]] CQELView& View() { return m_view; }
+    [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
+    [[nodiscard]] uint32_t RefCount() const { return m_nRefCount; }
+    void AddRef() { ++m_nRefCount; }
+    void DropRef() { m_nRefCount -= m_nRefCount ? 1 : 0; }
+
+private:
+    int BuildViews();
+    CQELDocElm* ReplaceRoot();
+    int MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter);
+    int MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
+    void LoadView(CQELDocElm* pElm);
+    void TakeRefSize();
+    void RegisterAll(CQELViewElm* pTop);
+    void UnregisterAll(CQELViewElm* pTop);
+
+    uint32_t m_nRefCount = 0; // show-only records that share this engine
+    CQELDocument m_document;
+    CQELView m_view;
+    uint32_t m_nPerDrawing = 0; // cleared at every open
+    SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
+    RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
+    int32_t m_nRotation = 0; // the quarter turn that the view has been given, in degrees
+    bool m_bShowOnly;
+    CHandleEntry m_handle{HandleKind::Engine, this};
+};

@@ -1,0 +1,536 @@
+/*
+ * QELEngine: the exported interface, for C and C++ hosts.
+ *
+ * A host creates an engine, opens a drawing (".qel"), gives the drawing a device rectangle and asks
+ * for it to be drawn onto a device context:
+ *
+ *     HQELENGINE hEngine = CreateQELEngine();
+ *     RECT rcDevice = {0, 0, 800, 600};
+ *     if (QELOpenFile(hEngine, "pump.qel") && QELSetQELRect(hEngine, &rcDevice))
+ *         QELDraw(hEngine, hdc, &rcDevice, QEL_DRAW_FULL);
+ *     DestroyQELEngine(hEngine);
+ *
+ * Conventions, where a function does not say otherwise:
+ * - A result of 1 (non-zero) means success, 0 failure. No function tells a reason, throws, or
+ *   shows anything. A failed call changes nothing.
+ * - Handles are opaque. A null handle, one that is not live (never made, destroyed, deleted, closed
+ *   with its drawing) or one that belongs to another engine fails the call like a null handle; it
+ * is never followed. A number that once was a handle is not given out again.
+ * - Rectangles, sizes and points go by pointer; a null pointer fails the call.
+ * - Texts are 8-bit, zero-terminated, in the system's ANSI code page. No conversion is made.
+ * - All calls come from one thread. Nothing is queued or timed; every call runs to completion.
+ * - Coordinates of elements are drawing units: whole numbers in the space of the drawing's
+ * reference size (0,0 at the top left, y downwards). Device rectangles are device units of the
+ * host's DC.
+ * - Show-only mode (QELShowOnly): "editing" marks functions that do nothing there and return 0; all
+ *   others act on the drawing that the handle shares with every handle open on the same path.
+ */
+#ifndef QELENGINE_H
+#define QELENGINE_H
+
+#include <windows.h>
+
+/* QELENGINE_BUILD is set where the DLL itself is compiled, QELENGINE_STATIC where the engine is
+ * linked into a program without the DLL. Only the class below needs import or export marks. */
+#if defined(QELENGINE_BUILD)
+#define QELENGINE_CLASS __declspec(dllexport)
+#elif defined(QELENGINE_STATIC)
+#define QELENGINE_CLASS
+#else
+#define QELENGINE_CLASS __declspec(dllimport)
+#endif
+
+#define QELAPI __stdcall
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- handles ---- */
+
+typedef struct tagQELENGINEHANDLE* HQELENGINE; /* an engine, or in show-only mode a share of one */
+typedef struct tagQELELEMHANDLE* HQELELEM;     /* an element of the open drawing */
+typedef struct tagQELGRADIENTHANDLE* HQELGRADIENT; /* a gradient descriptor */
+
+/* ---- element types ---- */
+
+enum tagQELTYPE {
+    QEL_TYPE_ROOT = 0,      /* "qel", the drawing itself */
+    QEL_TYPE_TEXT = 1,      /* "text" */
+    QEL_TYPE_RECT = 2,      /* "rect" */
+    QEL_TYPE_CHORD = 3,     /* "chord" */
+    QEL_TYPE_PIE = 4,       /* "pie" */
+    QEL_TYPE_ROUNDRECT = 5, /* "rndrect" */
+    QEL_TYPE_ARC = 6,       /* "arc" */
+    QEL_TYPE_ELLIPSE = 7,   /* "ellipse" */
+    QEL_TYPE_CIRCLE = 8,    /* "circle" */
+    QEL_TYPE_LINE = 9,      /* "line" */
+    QEL_TYPE_POLYLINE = 10, /* "polyline" */
+    QEL_TYPE_POLYGON = 11,  /* "polygon" */
+    QEL_TYPE_PATH = 12,     /* "path", "defs" and "use" are known and skipped with their contents */
+    QEL_TYPE_DEFS = 13,
+    QEL_TYPE_USE = 14,
+    QEL_TYPE_GROUP = 15,   /* "g" */
+    QEL_TYPE_STATUS = 16,  /* "status" */
+    QEL_TYPE_FRAME = 17,   /* "frame" */
+    QEL_TYPE_SCALE = 18,   /* "scale" */
+    QEL_TYPE_PATTERN = 19, /* "pattern" */
+    QEL_TYPE_DRAWRGN = 20, /* "drawrgn" */
+    QEL_TYPE_METER = 21,   /* "meter" */
+    QEL_TYPE_NONE = 22     /* no element: the answer of QELGetElemType on any failure */
+};
+
+/* ---- draw flags (QELDraw) ---- */
+
+enum tagQELDRAW {
+    QEL_DRAW_FULL = 0x1,   /* paint everything; without it only moving parts are painted again */
+    QEL_DRAW_PRESSED = 0x2 /* shapes with QEL_FLAG_PRESS are drawn 2 pixels right and down */
+};
+
+/* ---- shape style word ---- */
+
+enum tagQELSTYLE {
+    QEL_STYLE_STROKE = 0,        /* "Stoke": outline only */
+    QEL_STYLE_FILL = 0x1,        /* "Fill No3D": bit 0, filled with the hatch or gradient */
+    QEL_STYLE_FILL_3DUP = 0x3,   /* "Fill 3DUp": filled; rectangles get a raised border */
+    QEL_STYLE_FILL_3DDOWN = 0x5, /* "Fill 3DDown": filled; rectangles get a sunken border */
+    QEL_STYLE_UP_BIT = 0x2,      /* raised border */
+    QEL_STYLE_DOWN_BIT = 0x4,    /* sunken border; the raised one wins when both are set */
+    QEL_STYLE_FILL_MASK = 0xFFFF /* the fill style; the high 16 bits are the width of the 3D border
+                                    in pixels, 0 meaning 2 */
+};
+
+/* ---- shape flags: host values, pressed shift, keep modes ---- */
+
+enum tagQELFLAG {
+    QEL_FLAG_COLOR_PARAM = 0x1,  /* follows host parameter 0 */
+    QEL_FLAG_DRAFT_PARAM = 0x80, /* follows host parameters 1 to 3 when filled */
+    QEL_FLAG_PRESS = 0x4000,     /* moves when drawn with QEL_DRAW_PRESSED */
+
+    /* Anchor: exactly one, or none for stretching with the drawing. */
+    QEL_KEEP_NONE = 0,         /* "Not Keep": all edges in proportion */
+    QEL_KEEP_ALL = 0x1000,     /* "Keep All": fixed pixel distance from all four borders */
+    QEL_KEEP_LEFT = 0x8000,    /* "Keep left" */
+    QEL_KEEP_TOP = 0x10000,    /* "Keep top" */
+    QEL_KEEP_RIGHT = 0x40000,  /* "Keep right" */
+    QEL_KEEP_BOTTOM = 0x80000, /* "Keep bottom" */
+    QEL_KEEP_ANCHOR_MASK = 0xD9000,
+
+    /* Along the anchored edge (only with left, top, right or bottom). */
+    QEL_ALONG_KEEP_BORDERS = 0,       /* "Keep borders": fixed distance from both ends */
+    QEL_ALONG_KEEP_LENGTH = 0x100000, /* "Keep length": position in proportion, length fixed */
+    QEL_ALONG_AS_QEL = 0x200000,      /* "As QEL": both ends in proportion */
+    QEL_ALONG_MASK = 0x300000,
+
+    /* Away from the anchored edge (only with left, top, right or bottom). */
+    QEL_AWAY_AS_QEL = 0,             /* "As QEL": extent in proportion */
+    QEL_AWAY_AS_GRAPH = 0x20000,     /* "As graph": keeps the element's own aspect ratio */
+    QEL_AWAY_KEEP_LENGTH = 0x400000, /* "Keep length": extent fixed */
+    QEL_AWAY_KEEP_BORDER = 0x800000, /* "Keep border": fixed distance from the far border */
+    QEL_AWAY_MASK = 0xC20000
+};
+
+/* ---- what a drawing follows (QELParamsSupported) ---- */
+
+enum tagQELPARAMMASK {
+    QEL_MASK_COLOR = 0x1,   /* something follows host parameter 0 */
+    QEL_MASK_DRAFT = 0x80,  /* something follows host parameters 1 to 3 */
+    QEL_MASK_KEEP = 0x1000, /* something has a keep mode */
+    QEL_MASK_TEXT = 0x2000, /* there is a text */
+    QEL_MASK_PRESS = 0x4000 /* something has the pressed shift */
+};
+
+/* ---- host parameters (QELSetParam, QELGetParam) ---- */
+
+enum tagQELPARAM {
+    QEL_PARAM_COLOR = 0,      /* frame colour, COLORREF */
+    QEL_PARAM_DRAFT = 1,      /* hatch style, 0 to 37 */
+    QEL_PARAM_DRAFT_FORE = 2, /* first hatch colour, COLORREF */
+    QEL_PARAM_DRAFT_BACK = 3, /* second hatch colour, COLORREF */
+    QEL_PARAM_COUNT = 4
+};
+
+/* ---- selectors (QELSetScaleParam and its relatives) ---- */
+
+enum tagQELSELECTOR {
+    QEL_SEL_PIN_COLOR = 0,
+    QEL_SEL_SCALE_COLOR = 1,
+    QEL_SEL_TICKS = 2,
+    QEL_SEL_START_CODE = 3,
+    QEL_SEL_MAX = 4,
+    QEL_SEL_MIN = 5,
+    QEL_SEL_VALUE = 6, /* the current value; also what the ScaleStatus functions set and read */
+    QEL_SEL_FACE_COLOR = 7,
+    QEL_SEL_SHOW_SCALE = 8,
+    QEL_SEL_SHOW_PIN = 9,
+    QEL_SEL_SHOW_LABELS = 10,
+    QEL_SEL_LABEL_COLOR = 11,
+    QEL_SEL_SCALE_START = 12,
+    QEL_SEL_SCALE_END = 13,
+    QEL_SEL_MAJOR_EVERY = 14,
+    QEL_SEL_FULL_CIRCLE = 15,
+    QEL_SEL_SHOW_ALARM = 16,
+    QEL_SEL_DECIMAL_SHIFT = 17,
+    QEL_SEL_LOW_LIMIT = 18,
+    QEL_SEL_HIGH_LIMIT = 19,
+    QEL_SEL_LOW_COLOR = 20,
+    QEL_SEL_HIGH_COLOR = 21,
+    QEL_SEL_REVERSE = 22,
+    QEL_SEL_USE_BASE = 23,
+    QEL_SEL_BASE_VALUE = 24,
+    QEL_SEL_FILL_ONLY = 25,
+    QEL_SEL_ANGLE_OFFSET = 26,
+    QEL_SEL_PIN_STYLE = 27,
+    QEL_SEL_AXIS_STYLE = 28,
+    QEL_SEL_SHOW_FRAME = 29,
+    QEL_SEL_SHOW_VALUE = 30,
+    QEL_SEL_FRAME_OPTION = 31,
+    QEL_SEL_SECTOR_COUNT = 32,
+    QEL_SEL_FONT_SIZE = 33,
+    QEL_SEL_COUNT = 34
+};
+
+/* ---- colours ---- */
+
+/* A colour is a COLORREF, 0x00BBGGRR. With this bit it blinks: it shows black while the blink state
+ * (QELSetBlinkState) is not 0. In files the word "glt" after the number sets it. */
+#define QEL_COLOR_BLINK 0x80000000UL
+
+/* ---- attribute records (QELGetElemAttr, QELSetElemAttr) ---- */
+
+#define QEL_SHAPE_WORDS 33 /* geometry words of a shape record */
+#define QEL_TEXT_SIZE 256  /* bytes of a text or an identifier, the ending zero included */
+#define QEL_MAX_POINTS 16  /* points of a polygon or polyline */
+
+/* Every shape (types 1 to 11). The size word must be 424. */
+typedef struct tagQELSHAPEATTR {
+    DWORD nSize;                     /* 424 */
+    DWORD nStyle;                    /* QEL_STYLE_...; high 16 bits: width of the 3D border */
+    LONG nDraft;                     /* hatch or gradient, 0 to 37 */
+    DWORD clrA;                      /* file attribute "fg" */
+    DWORD clrB;                      /* file attribute "bg" */
+    DWORD clrPen;                    /* file attribute "clr" */
+    LONG nPenStyle;                  /* GDI pen style, PS_... */
+    LONG nPenWidth;                  /* pixels; 0 draws no outline */
+    LONG nGeometry[QEL_SHAPE_WORDS]; /* drawing units, in the order of the file's "crd"; polygon and
+                                        polyline put the number of points (2 to 16) first */
+    char szText[QEL_TEXT_SIZE];      /* text elements; zero-terminated */
+    DWORD nFlags;                    /* QEL_FLAG_..., QEL_KEEP_..., QEL_ALONG_..., QEL_AWAY_... */
+} QELSHAPEATTR;
+
+/* The root. The size word must be 24. */
+typedef struct tagQELROOTATTR {
+    DWORD nSize;   /* 24 */
+    DWORD nFormat; /* 0x10000 */
+    LONG nType;    /* kind of drawing, 0 to 2 */
+    LONG nWidth;   /* reference size, drawing units */
+    LONG nHeight;
+    DWORD nRotate; /* degrees, 0 to 360; a set above 360 stores the quotient by 360 */
+} QELROOTATTR;
+
+/* Group, frame and pattern: one word, read as 0; a set takes any record and changes nothing.
+ * Status: the number at which the element is shown; a negative one is stored as 0. */
+typedef struct tagQELWORDATTR {
+    LONG nValue;
+} QELWORDATTR;
+
+/* Scale. The size word must be 60. */
+typedef struct tagQELSCALEATTR {
+    DWORD nSize; /* 60 */
+    DWORD nId;   /* the id that QELSetScaleParam addresses */
+    LONG bHide;
+    LONG nType; /* 0 "vrtleft" to 5 "Arc" */
+    DWORD nStyle;
+    LONG nMin;
+    LONG nMax;
+    LONG bPin;
+    LONG nGeometry[7]; /* in the order of the file's "crd" */
+} QELSCALEATTR;
+
+/* Draw region. The size word must be 28. */
+typedef struct tagQELDRAWRGNATTR {
+    DWORD nSize; /* 28 */
+    LONG nStyle;
+    RECT rc;
+    DWORD nFlags;
+} QELDRAWRGNATTR;
+
+/* Meter. The size word must be at least 68. Mind the order: nMax stands before nMin. */
+typedef struct tagQELMETERATTR {
+    DWORD nSize; /* 68 */
+    DWORD nId;   /* the id that QELSetScaleParam addresses */
+    LONG bUseScale;
+    LONG bUsePin;
+    LONG nType; /* 0 "vert" to 10 "sector" */
+    LONG nMax;
+    LONG nMin;
+    LONG nGeometry[9];
+    DWORD nFlags;
+} QELMETERATTR;
+
+/* Rotation and identifiers are not part of a record. No record is larger than this. */
+#define QEL_MAX_ATTR_SIZE 520
+
+/* ---- engine and file ---- */
+
+/* Makes an engine without a drawing. Result: the handle, null when memory fails. Show-only mode:
+ * the handle is a share, still of no engine. */
+HQELENGINE QELAPI CreateQELEngine(void);
+
+/* Closes the drawing and frees the handle; every element handle of the engine is dead afterwards.
+ */
+int QELAPI DestroyQELEngine(HQELENGINE hEngine);
+
+/* Switches show-only mode on (non-zero) or off (0) for handles made from now on. To be called
+ * before the first engine is made. Result: always 1. */
+int QELAPI QELShowOnly(int bShowOnly);
+
+/* Closes the open drawing, if any, and starts a new, empty one of 50 by 50 units. Editing. */
+int QELAPI QELNewFile(HQELENGINE hEngine);
+
+/* Closes the open drawing, if any, and opens the file. The whole file is read; it is not kept open.
+ * The QEL rect keeps its origin and takes the drawing's reference size. A null path starts a new
+ * drawing. On failure (file missing or empty, not well-formed, root not "qel", elements nested
+ * deeper than 512 levels, no memory) the engine has no drawing. Show-only mode: handles that open
+ * the same path (letter case does not matter) share one drawing, which is read once; a null path
+ * gives 0; the element functions then find no elements. */
+int QELAPI QELOpenFile(HQELENGINE hEngine, const char* pszPath);
+
+/* The same for a wide path, converted to the ANSI code page of the calling thread. 0 for a null
+ * path, for one that cannot be converted, and for one of 260 bytes or more after the conversion. */
+int QELAPI QELOpenFileU(HQELENGINE hEngine, const wchar_t* pszPath);
+
+/* Saves the drawing. The bytes go to a new file beside the target, which replaces the target only
+ * when all are written; on failure the old file is as it was. 0 for a null path, without a drawing,
+ * and when the target cannot be replaced. Editing. */
+int QELAPI QELSaveFile(HQELENGINE hEngine, const char* pszPath);
+
+/* Closes the drawing; element handles die, the QEL rect stays. Show-only mode: drops this handle's
+ * share; the drawing is freed with its last share. */
+int QELAPI QELCloseFile(HQELENGINE hEngine);
+
+/* The identifier of the root element, a text of at most 255 bytes that lives until the drawing is
+ * closed or the root's identifier is set; null without a drawing. */
+const char* QELAPI QELGetName(HQELENGINE hEngine);
+
+/* The kind of the drawing, 0 to 2 (the root's "type"); 3 without a drawing; -1 for a handle that is
+ * null or not live, and for a show-only handle without a drawing. */
+int QELAPI QELGetType(HQELENGINE hEngine);
+
+/* ---- element tree ---- */
+
+/* The root element, or null without a drawing (always null in show-only mode). */
+HQELELEM QELAPI QELGetRootElem(HQELENGINE hEngine);
+
+/* Makes an element of a type (QEL_TYPE_...) with default attributes. hParent: null means the root.
+ * hAfter: null appends as the last child; else a child of hParent after which the new one is to
+ * stand. Type 0 makes a new, empty root in place of the old one; it takes no parent and no sibling,
+ * and all earlier element handles are dead. Elements nest at most 512 levels below the root.
+ * Result: the element or null. Editing. */
+HQELELEM QELAPI QELCreateElem(HQELENGINE hEngine, int nType, HQELELEM hParent, HQELELEM hAfter);
+
+/* Deletes an element with all that is in it; deleting the root leaves an empty engine. Editing. */
+int QELAPI QELDeleteElem(HQELENGINE hEngine, HQELELEM hElem);
+
+/* Moves an element with all that is in it under hParent: after hAfter, a child of hParent, or as
+ * the first child when hAfter is null. With a null hParent the element leaves the picture; it can
+ * be moved back until the drawing is closed, and is not saved. Refused: the root, a move into
+ * itself or what it holds, an hAfter that is not a child of hParent or is the element itself, and a
+ * nesting deeper than 512 levels. Editing. */
+int QELAPI QELMoveElem(HQELENGINE hEngine, HQELELEM hElem, HQELELEM hParent, HQELELEM hAfter);
+
+/* Copies an element with all that is in it; the copy stands right after it. Identifiers in the copy
+ * get "_1" appended. Not for the root. Result: the copy or null. Editing. */
+HQELELEM QELAPI QELCopyElem(HQELENGINE hEngine, HQELELEM hElem);
+
+/* The related element, or null when there is none. Siblings stand in drawing order: a later one is
+ * painted over an earlier one. */
+HQELELEM QELAPI QELGetParentElem(HQELENGINE hEngine, HQELELEM hElem);
+HQELELEM QELAPI QELGetFirstChild(HQELENGINE hEngine, HQELELEM hElem);
+HQELELEM QELAPI QELGetLastChild(HQELENGINE hEngine, HQELELEM hElem);
+HQELELEM QELAPI QELGetNextElem(HQELENGINE hEngine, HQELELEM hElem);
+HQELELEM QELAPI QELGetPrevElem(HQELENGINE hEngine, HQELELEM hElem);
+
+/* The element's type; QEL_TYPE_NONE (22) on any failure. */
+int QELAPI QELGetElemType(HQELENGINE hEngine, HQELELEM hElem);
+
+/* The element's identifier, empty when none was set; it lives until it is set again or the element
+ * is deleted. Null on failure. */
+const char* QELAPI QELGetElemId(HQELENGINE hEngine, HQELELEM hElem);
+
+/* Sets the identifier; what is longer than 255 bytes is cut. 0 for a null text. Editing. */
+int QELAPI QELSetElemId(HQELENGINE hEngine, HQELELEM hElem, const char* pszId);
+
+/* ---- attributes and geometry ---- */
+
+/* Reads the attribute record. pnSize, when given, takes the record's size in bytes; pBuffer, when
+ * given, takes the record and must have room for it. One of the two must be given. */
+int QELAPI QELGetElemAttr(HQELENGINE hEngine, HQELELEM hElem, void* pBuffer, int* pnSize);
+
+/* Sets the attribute record. nSize is the size of the buffer, at least that of the record; the size
+ * word in the record must be right. The picture follows at the next full draw. Editing. */
+int QELAPI QELSetElemAttr(HQELENGINE hEngine, HQELELEM hElem, const void* pBuffer, int nSize);
+
+/* The bounding rectangle in drawing units; of a group or the root, that of its children. */
+int QELAPI QELGetElemRect(HQELENGINE hEngine, HQELELEM hElem, RECT* prc);
+
+/* Places the element into a rectangle: every x moves by the difference of the left edges and, when
+ * both widths are not 0, by (new - old) * new / old of the widths; y likewise. Nothing is scaled.
+ * A group passes its own old and new rectangle to its children. Editing. */
+int QELAPI QELSetElemRect(HQELENGINE hEngine, HQELELEM hElem, const RECT* prc);
+
+/* The drawing's reference size in drawing units, as turned by QELRotate. */
+int QELAPI QELGetRefSize(HQELENGINE hEngine, SIZE* pSize);
+
+/* Sets the reference size; a size that is not positive is taken, and nothing is drawn then.
+ * Editing. */
+int QELAPI QELSetRefSize(HQELENGINE hEngine, const SIZE* pSize);
+
+/* The QEL rect: the device rectangle that the whole drawing is mapped into. */
+int QELAPI QELGetQELRect(HQELENGINE hEngine, RECT* prc);
+int QELAPI QELSetQELRect(HQELENGINE hEngine, const RECT* prc);
+
+/* The device rectangle inside the drawing's draw region, where the host paints its own graphics;
+ * 0 when the drawing has none. */
+int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc);
+
+/* ---- drawing ---- */
+
+/* Draws. prcUpdate only gates the call: 0 when it does not meet the QEL rect; it is not a clip.
+ * nFlags: QEL_DRAW_.... Without QEL_DRAW_FULL only the moving parts are painted over what stands
+ * there. Texts use the face of the font selected into hdc. Pen, brush, font, current position,
+ * background mode and arc direction are as before afterwards; filled shapes leave their text and
+ * background colour set, and lines, polylines and arcs with a 3D fill style their background
+ * colour. */
+int QELAPI QELDraw(HQELENGINE hEngine, HDC hdc, const RECT* prcUpdate, DWORD nFlags);
+
+/* Turns the drawing to an angle in degrees, counter-clockwise, by quarter turns (100 counts as 90,
+ * -100 as -90); 0 is as opened. The reference size turns along; the saved drawing does not. */
+int QELAPI QELRotate(HQELENGINE hEngine, int nAngle);
+
+/* 0: blinking colours are shown; else they are black. 0 without a drawing. */
+int QELAPI QELSetBlinkState(HQELENGINE hEngine, int nState);
+
+/* ---- live values ---- */
+
+/* The status number: a status element is shown while it equals its own number or is 0xFFFFFFFF.
+ * 0 when the drawing has no status element. */
+int QELAPI QELGetStatus(HQELENGINE hEngine, DWORD* pnStatus);
+int QELAPI QELSetStatus(HQELENGINE hEngine, DWORD nStatus);
+
+/* The four host parameters (QEL_PARAM_...). A set is kept and reaches every shape whose flags ask
+ * for it; its result is that of the frame, pattern or draw region that took it, so 0 when the
+ * drawing has none of these. An index outside 0 to 3 gives 0 and changes nothing. A hatch style
+ * outside 0 to 37 is not kept. */
+int QELAPI QELGetParam(HQELENGINE hEngine, int nIndex, DWORD* pnValue);
+int QELAPI QELSetParam(HQELENGINE hEngine, int nIndex, DWORD nValue);
+
+/* What the drawing follows, QEL_MASK_... and the bits of its meters and scales; 0 without a
+ * drawing. */
+DWORD QELAPI QELParamsSupported(HQELENGINE hEngine);
+
+/* Values of scales and meters, by element id and selector (QEL_SEL_...). 0 when no element of that
+ * id knows the selector. The f forms know only the value (6) and the base value (24). */
+int QELAPI QELGetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD* pnValue);
+int QELAPI QELSetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD nValue);
+int QELAPI QELGetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float* pfValue);
+int QELAPI QELSetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float fValue);
+
+/* The same with selector 6, the current value. */
+int QELAPI QELGetScaleStatus(HQELENGINE hEngine, DWORD nId, DWORD* pnValue);
+int QELAPI QELSetScaleStatus(HQELENGINE hEngine, DWORD nId, DWORD nValue);
+int QELAPI QELGetScaleStatusf(HQELENGINE hEngine, DWORD nId, float* pfValue);
+int QELAPI QELSetScaleStatusf(HQELENGINE hEngine, DWORD nId, float fValue);
+
+/* ---- gradients and curves (no engine needed) ---- */
+
+/* Makes a gradient of two colours over a device rectangle. nKind: 0 to 13. Null for a null or empty
+ * rectangle, another kind, or no memory. The descriptor may come without a brush (see below). */
+HQELGRADIENT QELAPI QELCreateGradientDescriptor(const RECT* prc, int nKind, COLORREF clr1,
+                                                COLORREF clr2);
+
+/* Frees the descriptor with its brush. 0 for a handle that is null or closed already. */
+int QELAPI QELCloseGradientDescriptor(HQELGRADIENT hGradient);
+
+/* The descriptor's pattern brush, aligned to its rectangle for a brush origin of 0,0; null when it
+ * could not be made. The descriptor owns it: do not delete it. */
+HBRUSH QELAPI QELGetGradientBrush(HQELGRADIENT hGradient);
+
+/* PolyBezier with the pen of hdc: one start point, then three points a segment. */
+BOOL QELAPI QELDrawBezier(HDC hdc, const POINT* pPoints, DWORD nCount);
+
+/* A smooth curve through all points with the pen of hdc, ten straight pieces a segment. The current
+ * position is as before afterwards. Result: always 0. */
+int QELAPI QELDrawCurve(HDC hdc, const POINT* pPoints, DWORD nCount);
+
+#ifdef __cplusplus
+} /* extern "C" */
+
+/* ---- the hatch-brush class ---- */
+
+/* Fill styles: ten hatches, then 14 gradient kinds, each in both orders of the two colours. */
+enum tagDRAFTSTYLE {
+    DRAFT_MIN = -2147483647 - 1, /* lets the type hold any style number that a file may name */
+    DRAFT_SOLID_TEXT = 0,        /* all in the text colour */
+    DRAFT_SOLID_BACK = 1,        /* all in the background colour */
+    DRAFT_DOTS = 2,
+    DRAFT_CHECKER_1 = 3,
+    DRAFT_VERTICAL = 4,
+    DRAFT_HORIZONTAL = 5,
+    DRAFT_DIAGONAL_DOWN = 6,
+    DRAFT_DIAGONAL_UP = 7,
+    DRAFT_CHECKER_2 = 8,
+    DRAFT_CHECKER_4 = 9,
+    DRAFT_GRADIENT = 10, /* style 10 + 2 * kind; the odd one after it has the colours exchanged */
+    DRAFT_COUNT = 38,
+    DRAFT_MAX = 2147483647
+};
+
+/* A fill style made into a GDI brush for one drawing job. Set the device context's text colour to
+ * the first and its background colour to the second colour before you paint with a hatch: GDI draws
+ * the hatch in these. The object owns the brush; select it out before the object ends. A copy
+ * shares the objects of its source: use it only while the source lives. */
+class QELENGINE_CLASS CQELDraft {
+public:
+    CQELDraft();
+    CQELDraft(tagDRAFTSTYLE nStyle); /* not explicit: a style converts, as it always has */
+    CQELDraft(const CQELDraft& other);
+    virtual ~CQELDraft();
+    CQELDraft& operator=(const CQELDraft& other);
+
+    /* Gives the brush for the style. pRect: the device rectangle that a gradient runs over, not
+     * used by hatches. clr1, clr2: a gradient's first and second colour. Result: non-zero when
+     * brush was set; 0 with a null brush for an unknown style, a gradient without a rectangle, or a
+     * failure. */
+    int GetDraftBrush(HBRUSH& brush, RECT* pRect, unsigned long clr1, unsigned long clr2);
+
+    static const unsigned short m_byColorsBits[10][8]; /* the hatches, one 8 by 8 bitmap each */
+    static const tagDRAFTSTYLE m_nDefDraft;            /* the default style, 0 */
+
+private:
+    int SetDraft(tagDRAFTSTYLE nStyle);
+
+    tagDRAFTSTYLE m_nStyle;
+    HBITMAP m_hBitmap;
+    HBRUSH m_hBrush;
+    HQELGRADIENT m_hGradient;
+    RECT m_rcGradient;
+};
+
+static_assert(sizeof(QELSHAPEATTR) == 424, "the shape record is 424 bytes");
+static_assert(sizeof(QELROOTATTR) == 24, "the root record is 24 bytes");
+static_assert(sizeof(QELWORDATTR) == 4, "the one-word record is 4 bytes");
+static_assert(sizeof(QELSCALEATTR) == 60, "the scale record is 60 bytes");
+static_assert(sizeof(QELDRAWRGNATTR) == 28, "the draw-region record is 28 bytes");
+static_assert(sizeof(QELMETERATTR) == 68, "the meter record is 68 bytes");
+#else
+/* C compilers without static_assert: an array of negative size is refused. */
+typedef char QELSHAPEATTR_is_424_bytes[sizeof(QELSHAPEATTR) == 424 ? 1 : -1];
+typedef char QELROOTATTR_is_24_bytes[sizeof(QELROOTATTR) == 24 ? 1 : -1];
+typedef char QELWORDATTR_is_4_bytes[sizeof(QELWORDATTR) == 4 ? 1 : -1];
+typedef char QELSCALEATTR_is_60_bytes[sizeof(QELSCALEATTR) == 60 ? 1 : -1];
+typedef char QELDRAWRGNATTR_is_28_bytes[sizeof(QELDRAWRGNATTR) == 28 ? 1 : -1];
+typedef char QELMETERATTR_is_68_bytes[sizeof(QELMETERATTR) == 68 ? 1 : -1];
+#endif /* __cplusplus */
+
+#endif /* QELENGINE_H */

@@ -1,0 +1,17 @@
+// The raised or sunken border of rectangles and draw regions.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+constexpr COLORREF BORDER_LIGHT = 0xFFFFFF; // fixed: a border does not follow the element's colours
+constexpr COLORREF BORDER_DARK = 0;
+
+// The width in pixels that a style word asks for: its high 16 bits, 0 meaning 2.
+int32_t BorderWidthOf(uint32_t nStyle);
+
+// Draws nWidth rings of one pixel from the edge of rc inwards, left and top in clrLight, right and
+// bottom in clrDark. 0, and nothing is drawn, when rc is empty or does not meet rcQel.
+int DrawBorder3D(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, const RECT& rcQel,
+                 int32_t nWidth);

@@ -1,0 +1,152 @@
+// Guards for one drawing call: each puts the device context's state back, and deletes what it made,
+// when it goes out of scope. Guards undo in the reverse order of their declaration.
+#pragma once
+
+#include <windows.h>
+
+// A solid or styled pen of the given width, or the stock null pen. A pen that cannot be made is not
+// selected: the drawing then goes on with the pen that the device context holds.
+class CPenScope {
+public:
+    CPenScope(HDC hdc, bool bNullPen, int nStyle, int nWidth, COLORREF clr) noexcept
+        : m_hdc(hdc), m_hMade(bNullPen ? nullptr : ::CreatePen(nStyle, nWidth, clr))
+    {
+        const HGDIOBJ hPen = bNullPen ? ::GetStockObject(NULL_PEN) : m_hMade;
+        if (hPen) m_hPrev = ::SelectObject(hdc, hPen);
+    }
+    ~CPenScope() { Restore(); }
+    CPenScope(const CPenScope&) = delete;
+    CPenScope& operator=(const CPenScope&) = delete;
+
+    void Restore() noexcept // before the end of the scope, where the order asks for it
+    {
+        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
+        if (m_hMade) ::DeleteObject(m_hMade); // only now: a selected pen is not to be deleted
+        m_hPrev = nullptr;
+        m_hMade = nullptr;
+    }
+
+private:
+    HDC m_hdc;
+    HGDIOBJ m_hMade;
+    HGDIOBJ m_hPrev = nullptr; // null when nothing was selected: then nothing is put back
+};
+
+// Selects an object that somebody else owns; null selects nothing.
+class CSelectScope {
+public:
+    CSelectScope(HDC hdc, HGDIOBJ hObject) noexcept
+        : m_hdc(hdc), m_hPrev(hObject ? ::SelectObject(hdc, hObject) : nullptr)
+    {
+    }
+    ~CSelectScope() { Restore(); }
+    CSelectScope(const CSelectScope&) = delete;
+    CSelectScope& operator=(const CSelectScope&) = delete;
+
+    void Restore() noexcept
+    {
+        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
+        m_hPrev = nullptr;
+    }
+
+private:
+    HDC m_hdc;
+    HGDIOBJ m_hPrev;
+};
+
+class CBkModeScope {
+public:
+    CBkModeScope(HDC hdc, int nMode) noexcept : m_hdc(hdc), m_nPrev(::SetBkMode(hdc, nMode)) {}
+    ~CBkModeScope() { ::SetBkMode(m_hdc, m_nPrev); }
+    CBkModeScope(const CBkModeScope&) = delete;
+    CBkModeScope& operator=(const CBkModeScope&) = delete;
+
+private:
+    HDC m_hdc;
+    int m_nPrev;
+};
+
+class CBkColorScope {
+public:
+    CBkColorScope(HDC hdc, COLORREF clr) noexcept : m_hdc(hdc), m_clrPrev(::SetBkColor(hdc, clr)) {}
+    ~CBkColorScope() { ::SetBkColor(m_hdc, m_clrPrev); }
+    CBkColorScope(const CBkColorScope&) = delete;
+    CBkColorScope& operator=(const CBkColorScope&) = delete;
+
+private:
+    HDC m_hdc;
+    COLORREF m_clrPrev;
+};
+
+class CTextColorScope {
+public:
+    CTextColorScope(HDC hdc, COLORREF clr) noexcept
+        : m_hdc(hdc), m_clrPrev(::SetTextColor(hdc, clr))
+    {
+    }
+    ~CTextColorScope() { ::SetTextColor(m_hdc, m_clrPrev); }
+    CTextColorScope(const CTextColorScope&) = delete;
+    CTextColorScope& operator=(const CTextColorScope&) = delete;
+
+private:
+    HDC m_hdc;
+    COLORREF m_clrPrev;
+};
+
+class CArcDirectionScope {
+public:
+    CArcDirectionScope(HDC hdc, int nDirection) noexcept
+        : m_hdc(hdc), m_nPrev(::SetArcDirection(hdc, nDirection))
+    {
+    }
+    ~CArcDirectionScope() { ::SetArcDirection(m_hdc, m_nPrev); }
+    CArcDirectionScope(const CArcDirectionScope&) = delete;
+    CArcDirectionScope& operator=(const CArcDirectionScope&) = delete;
+
+private:
+    HDC m_hdc;
+    int m_nPrev;
+};
+
+// Moves to a point and back to where the current position was.
+class CPositionScope {
+public:
+    CPositionScope(HDC hdc, POINT pt) noexcept
+        : m_hdc(hdc), m_bMoved(::MoveToEx(hdc, pt.x, pt.y, &m_ptPrev) != FALSE)
+    {
+    }
+    ~CPositionScope()
+    {
+        if (m_bMoved) ::MoveToEx(m_hdc, m_ptPrev.x, m_ptPrev.y, nullptr);
+    }
+    CPositionScope(const CPositionScope&) = delete;
+    CPositionScope& operator=(const CPositionScope&) = delete;
+
+private:
+    HDC m_hdc;
+    POINT m_ptPrev{0, 0};
+    bool m_bMoved;
+};
+
+// A region that is deleted unless it is taken out.
+class CRegion {
+public:
+    explicit CRegion(HRGN hRegion) noexcept : m_hRegion(hRegion) {}
+    ~CRegion()
+    {
+        if (m_hRegion) ::DeleteObject(m_hRegion);
+    }
+    CRegion(const CRegion&) = delete;
+    CRegion& operator=(const CRegion&) = delete;
+
+    [[nodiscard]] HRGN Get() const noexcept { return m_hRegion; }
+    HRGN Take() noexcept
+    {
+        const HRGN hRegion = m_hRegion;
+        m_hRegion = nullptr;
+        return hRegion;
+    }
+
+private:
+    HRGN m_hRegion;
+};

@@ -1,0 +1,54 @@
+// Keyword tables: rows that begin with a number and a keyword, ended by the number -1. The tables
+// of tags, attribute names, fill styles and keep modes all have this form.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+struct KeywordRow {
+    int32_t nId;
+    const char* pszName;
+};
+
+constexpr int32_t KEYWORD_NONE = -1; // ends a table, and is the answer for an unknown keyword
+
+// The number paired with the keyword equal to pszText, byte by byte; -1 when there is none.
+template <class Row>
+constexpr int32_t LookupKeyword(const Row* pRows, const char* pszText)
+{
+    if (!pszText) return KEYWORD_NONE;
+    for (; pRows->nId != KEYWORD_NONE && pRows->pszName; ++pRows)
+        if (std::string_view(pRows->pszName) == pszText) return pRows->nId;
+    return KEYWORD_NONE;
+}
+
+// The row of a number, null when there is none.
+template <class Row>
+constexpr const Row* FindRow(const Row* pRows, int32_t nId)
+{
+    for (; pRows->nId != KEYWORD_NONE; ++pRows)
+        if (pRows->nId == nId) return pRows;
+    return nullptr;
+}
+
+// The keyword of the first row of that number, null when there is none.
+template <class Row>
+constexpr const char* NameOf(const Row* pRows, int32_t nId)
+{
+    const Row* pRow = FindRow(pRows, nId);
+    return pRow ? pRow->pszName : nullptr;
+}
+
+// Whether a table is sound: ended, with each number and each keyword there once.
+template <class Row, std::size_t N>
+consteval bool IsSoundTable(const Row (&rows)[N])
+{
+    for (std::size_t i = 0; i + 1 < N; ++i) {
+        if (!rows[i].pszName) return false;
+        for (std::size_t j = 0; j < i; ++j)
+            if (rows[i].nId == rows[j].nId || std::string_view(rows[i].pszName) == rows[j].pszName)
+                return false;
+    }
+    return rows[N - 1].nId == KEYWORD_NONE;
+}

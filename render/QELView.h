@@ -1,0 +1,83 @@
+// The renderer that an engine owns: the tree of view elements that mirrors the document tree, the
+// reference size, the registry of the dynamic elements that the host drives, and the four host
+// parameters. It draws onto the device context that the host passes and keeps nothing of it.
+#pragma once
+
+#include "render/QELViewElm.h"
+#include "render/QELViewQEL.h"
+
+// A list of dynamic elements in the order in which they were registered. It owns its nodes only.
+class CQELViewList {
+public:
+    CQELViewList() = default;
+    ~CQELViewList() { Clear(); }
+    CQELViewList(const CQELViewList&) = delete;
+    CQELViewList& operator=(const CQELViewList&) = delete;
+
+    [[nodiscard]] const ViewListNode* First() const { return m_pFirst; }
+    int Append(ViewListNode** ppPlace, CQELViewElm* pElm); // 0 when the element has a place already
+    int Remove(ViewListNode** ppPlace);                    // 0 when it has none
+    void Clear();
+    void Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) const; // each, in list order
+
+private:
+    ViewListNode* m_pFirst = nullptr;
+    ViewListNode* m_pLast = nullptr;
+};
+
+class CQELView {
+public:
+    CQELView() noexcept : CQELView(SIZE{50, 50}) {}
+    explicit CQELView(SIZE refSize) noexcept : m_refSize(refSize) {}
+    virtual ~CQELView();
+    CQELView(const CQELView&) = delete;
+    CQELView& operator=(const CQELView&) = delete;
+
+    int SetRefSize(SIZE size); // with every element of the tree; any size is taken
+    int GetRefSize(SIZE* pSize) const;
+    int NewTree(); // clears, then makes a root
+    void Clear();
+
+    // A new element as the last child of pParent or, with pAfter, after that sibling. Type 0
+    // replaces the root. 0 for a type without a view.
+    int CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t nType,
+                      CQELViewElm** ppOut);
+    int DeleteElement(CQELViewElm* pElm);
+    // Without pAfter the element becomes the first child; with a null parent it leaves the picture
+    // and stays owned by the view.
+    int MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
+    static int DuplicateElement(CQELViewElm* pElm, CQELViewElm** ppOut);
+
+    int Register(CQELViewElm* pElm);
+    int Unregister(CQELViewElm* pElm);
+
+    int SetParam(int32_t nIndex, uint32_t nValue);
+    int GetParam(int32_t nIndex, uint32_t* pnValue) const;
+
+    // A null element means the root, in these.
+    int Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    int SetBlink(CQELViewElm* pElm, int32_t nPhase);
+    int Rotate(CQELViewElm* pElm, POINT ptCentre, int32_t nAngle);
+    int MoveX(CQELViewElm* pElm, int32_t nDx);
+    int MoveY(CQELViewElm* pElm, int32_t nDy);
+
+    int GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const; // 0 without a draw region
+    [[nodiscard]] CQELViewQEL* Root() const { return m_pRoot; }
+
+private:
+    CQELViewElm* MakeElement(int32_t nType) const;
+    CQELViewElm** SlotOf(int32_t nType);
+    CQELViewList* ListOf(int32_t nType);
+    void Unlink(CQELViewElm* pElm);
+
+    CQELViewQEL* m_pRoot = nullptr;
+    SIZE m_refSize;
+    CQELViewElm* m_pFrame = nullptr; // the registered elements belong to the tree
+    CQELViewElm* m_pPattern = nullptr;
+    CQELViewElm* m_pDrawRgn = nullptr;
+    CQELViewList m_scales;
+    CQELViewList m_statuses;
+    CQELViewList m_meters;
+    uint32_t m_nParams[QEL_PARAM_COUNT] = {0xFFFFFF, 0, 0xFFFFFF, 0};
+    CQELViewElm* m_pFirstDetached = nullptr; // chained by their sibling links, without a parent
+};

@@ -1,0 +1,48 @@
+// The shapes in a rectangle; see the header.
+#include "render/QELViewBox.h"
+
+#include "render/Mapping.h"
+#include "render/QELRotate.h"
+
+RECT CQELViewBox::Box() const
+{
+    return {m_nGeometry[0], m_nGeometry[1], m_nGeometry[2], m_nGeometry[3]};
+}
+
+void CQELViewBox::SetBoxInside(const RECT& rc)
+{
+    RECT rcInside = rc;
+    KeepRectInside(&rcInside, RefW(), RefH());
+    m_nGeometry[0] = rcInside.left;
+    m_nGeometry[1] = rcInside.top;
+    m_nGeometry[2] = rcInside.right;
+    m_nGeometry[3] = rcInside.bottom;
+}
+
+int CQELViewBox::Rotate(POINT ptCentre, int32_t nAngle)
+{
+    const int32_t nTurn = QuarterTurn(nAngle);
+    RECT rc = Box();
+    if (!CQELRotate(ptCentre, WrapSub(nTurn, m_nRotation)).RotateRect(&rc)) return 0;
+    SetBoxInside(rc);
+    m_nRotation = nTurn;
+    return 1;
+}
+
+int CQELViewBox::MoveX(int32_t nDx)
+{
+    RECT rc = Box();
+    rc.left = WrapAdd(rc.left, nDx);
+    rc.right = WrapAdd(rc.right, nDx);
+    SetBoxInside(rc);
+    return 1;
+}
+
+int CQELViewBox::MoveY(int32_t nDy)
+{
+    RECT rc = Box();
+    rc.top = WrapAdd(rc.top, nDy);
+    rc.bottom = WrapAdd(rc.bottom, nDy);
+    SetBoxInside(rc);
+    return 1;
+}

@@ -1,0 +1,20 @@
+// The view of a chord. The document side is
+// document/QELDocChord.h.
+#pragma once
+
+#include "render/QELViewRadial.h"
+
+class CQELViewChord final : public CQELViewRadial {
+public:
+    CQELViewChord(int32_t nRefW, int32_t nRefH) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_CHORD)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+};

@@ -1,0 +1,89 @@
+// The circle view; see the header.
+#include "render/QELViewCircle.h"
+
+#include "render/Mapping.h"
+#include "render/QELRotate.h"
+
+namespace {
+
+// Half of the smaller side, as an unsigned number.
+uint32_t RadiusIn(const RECT& rc)
+{
+    const int32_t nWidth = WidthOf(rc);
+    const int32_t nHeight = HeightOf(rc);
+    return static_cast<uint32_t>(nWidth < nHeight ? nWidth : nHeight) >> 1;
+}
+
+POINT MiddleOf(const RECT& rc)
+{
+    return {WrapAdd(rc.left, rc.right) / 2, WrapAdd(rc.top, rc.bottom) / 2};
+}
+
+} // namespace
+
+int CQELViewCircle::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+RECT CQELViewCircle::Box() const
+{
+    const int32_t* n = m_nGeometry;
+    return {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
+}
+
+// The pressed shift moves the box, before the square is taken from it.
+int CQELViewCircle::MapSquare(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
+{
+    RECT rc{};
+    const int nResult = MapAnchored(rcQel, Box(), nFlags, &rc);
+    const auto nRadius = static_cast<int32_t>(RadiusIn(rc));
+    const POINT ptMiddle = MiddleOf(rc);
+    *prcOut = {WrapSub(ptMiddle.x, nRadius), WrapSub(ptMiddle.y, nRadius),
+               WrapAdd(ptMiddle.x, nRadius), WrapAdd(ptMiddle.y, nRadius)};
+    return nResult;
+}
+
+int CQELViewCircle::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+{
+    MapSquare(rcQel, nFlags, &pOut->rcBox);
+    return 1;
+}
+
+void CQELViewCircle::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const RECT& rc = figure.rcBox;
+    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+}
+
+int CQELViewCircle::Rotate(POINT ptCentre, int32_t nAngle)
+{
+    const int32_t nTurn = QuarterTurn(nAngle);
+    RECT rc = Box();
+    if (!CQELRotate(ptCentre, WrapSub(nTurn, m_nRotation)).RotateRect(&rc)) return 0;
+    const POINT ptMiddle = MiddleOf(rc);
+    m_nGeometry[0] = ptMiddle.x;
+    m_nGeometry[1] = ptMiddle.y;
+    m_nGeometry[2] = static_cast<int32_t>(RadiusIn(rc));
+    m_nRotation = nTurn;
+    return 1;
+}
+
+int CQELViewCircle::MoveX(int32_t nDx)
+{
+    m_nGeometry[0] = WrapAdd(m_nGeometry[0], nDx);
+    return 1;
+}
+
+int CQELViewCircle::MoveY(int32_t nDy)
+{
+    m_nGeometry[1] = WrapAdd(m_nGeometry[1], nDy);
+    return 1;
+}
+
+HRGN CQELViewCircle::MakeRegion(const RECT& rcQel) const
+{
+    RECT rc{};
+    if (!MapSquare(rcQel, 0, &rc)) return nullptr;
+    return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
+}

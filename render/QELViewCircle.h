@@ -1,0 +1,28 @@
+// The view of a circle: the mapped box is cut to a square around its middle, so that the circle
+// stays round. The document side is document/QELDocCircle.h.
+#pragma once
+
+#include "render/QELViewShape.h"
+
+class CQELViewCircle final : public CQELViewShape {
+public:
+    CQELViewCircle(int32_t nRefW, int32_t nRefH) noexcept
+        : CQELViewShape(nRefW, nRefH, QEL_TYPE_CIRCLE)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Rotate(POINT ptCentre, int32_t nAngle) override;
+    int MoveX(int32_t nDx) override;
+    int MoveY(int32_t nDy) override;
+    HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+
+private:
+    [[nodiscard]] RECT Box() const; // around the circle, drawing units
+    int MapSquare(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
+};

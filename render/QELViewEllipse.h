@@ -1,0 +1,19 @@
+// The view of an ellipse. The document side is document/QELDocEllipse.h.
+#pragma once
+
+#include "render/QELViewBox.h"
+
+class CQELViewEllipse final : public CQELViewBox {
+public:
+    CQELViewEllipse(int32_t nRefW, int32_t nRefH) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ELLIPSE)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+};

@@ -1,0 +1,177 @@
+// The base of the view elements; see the header.
+#include "render/QELViewElm.h"
+
+CQELViewElm::~CQELViewElm()
+{
+    Detach();
+}
+
+// Within the own parent the copy is linked with this element as the moving part, so that what
+// followed this element is not reached through the chain any more and this element has no previous
+// sibling: deliberate, editing makes its copies another way.
+int CQELViewElm::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    *ppOut = nullptr;
+    CQELViewElm* pCopy = nullptr;
+    if (!NewInstance(&pCopy)) return 0;
+    if (pTargetParent == m_pParent) {
+        pCopy->m_pParent = m_pParent;
+        if (m_pParent) {
+            m_pPrev = pCopy->m_pPrev;
+            m_pNext = pCopy;
+            pCopy->m_pPrev = this;
+            m_pParent->m_pLastChild = pCopy;
+        }
+    } else if (pTargetParent) {
+        pTargetParent->AppendChild(pCopy);
+    }
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) {
+        CQELViewElm* pChildCopy = nullptr;
+        if (!pChild->Duplicate(pCopy, &pChildCopy)) {
+            delete pCopy;
+            return 0;
+        }
+    }
+    *ppOut = pCopy;
+    return 1;
+}
+
+// What the children answer is ignored: one that cannot draw does not keep the others from it.
+int CQELViewElm::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        pChild->Draw(hdc, rcQel, nFlags);
+    return 1;
+}
+
+int CQELViewElm::Rotate(POINT ptCentre, int32_t nAngle)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        pChild->Rotate(ptCentre, nAngle);
+    return 1;
+}
+
+int CQELViewElm::MoveX(int32_t nDx)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) pChild->MoveX(nDx);
+    return 1;
+}
+
+int CQELViewElm::MoveY(int32_t nDy)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) pChild->MoveY(nDy);
+    return 1;
+}
+
+int CQELViewElm::SetColorParam(uint32_t nValue)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        pChild->SetColorParam(nValue);
+    return 1;
+}
+
+int CQELViewElm::SetDraftParam(uint32_t nValue)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        pChild->SetDraftParam(nValue);
+    return 1;
+}
+
+int CQELViewElm::SetDraftForeParam(uint32_t nValue)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        pChild->SetDraftForeParam(nValue);
+    return 1;
+}
+
+int CQELViewElm::SetDraftBackParam(uint32_t nValue)
+{
+    for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        pChild->SetDraftBackParam(nValue);
+    return 1;
+}
+
+uint32_t CQELViewElm::GetParamMask() const
+{
+    uint32_t nMask = 0;
+    for (const CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
+        nMask |= pChild->GetParamMask();
+    return nMask;
+}
+
+void CQELViewElm::AppendChild(CQELViewElm* pChild)
+{
+    pChild->m_pParent = this;
+    pChild->m_pPrev = m_pLastChild;
+    pChild->m_pNext = nullptr;
+    (m_pLastChild ? m_pLastChild->m_pNext : m_pFirstChild) = pChild;
+    m_pLastChild = pChild;
+}
+
+void CQELViewElm::InsertAfter(CQELViewElm* pSibling)
+{
+    m_pParent = pSibling->m_pParent;
+    m_pPrev = pSibling;
+    m_pNext = pSibling->m_pNext;
+    if (m_pNext) m_pNext->m_pPrev = this;
+    pSibling->m_pNext = this;
+    if (m_pParent && m_pParent->m_pLastChild == pSibling) m_pParent->m_pLastChild = this;
+}
+
+void CQELViewElm::InsertBefore(CQELViewElm* pSibling)
+{
+    m_pParent = pSibling->m_pParent;
+    m_pNext = pSibling;
+    m_pPrev = pSibling->m_pPrev;
+    if (m_pPrev) m_pPrev->m_pNext = this;
+    pSibling->m_pPrev = this;
+    if (m_pParent && m_pParent->m_pFirstChild == pSibling) m_pParent->m_pFirstChild = this;
+}
+
+void CQELViewElm::Move(CQELViewElm* pParent, CQELViewElm* pAfter)
+{
+    Unlink();
+    if (!pParent) return;
+    if (!pParent->m_pFirstChild)
+        pParent->AppendChild(this);
+    else if (pAfter)
+        InsertAfter(pAfter);
+    else
+        InsertBefore(pParent->m_pFirstChild);
+}
+
+void CQELViewElm::Unlink()
+{
+    if (m_pPrev) m_pPrev->m_pNext = m_pNext;
+    if (m_pNext) m_pNext->m_pPrev = m_pPrev;
+    if (m_pParent && m_pParent->m_pFirstChild == this) m_pParent->m_pFirstChild = m_pNext;
+    if (m_pParent && m_pParent->m_pLastChild == this) m_pParent->m_pLastChild = m_pPrev;
+    m_pParent = m_pNext = m_pPrev = nullptr;
+}
+
+void CQELViewElm::Detach()
+{
+    while (m_pFirstChild) delete m_pFirstChild; // each unlinks itself
+    Unlink();
+}
+
+CQELViewElm* CQELViewElm::NextInTree(const CQELViewElm* pTop) const
+{
+    if (m_pFirstChild) return m_pFirstChild;
+    for (const CQELViewElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
+        if (pElm->m_pNext) return pElm->m_pNext;
+    return nullptr;
+}
+
+void CQELViewElm::SetRefSize(int32_t nRefW, int32_t nRefH)
+{
+    for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) {
+        pElm->m_nRefW = nRefW;
+        pElm->m_nRefH = nRefH;
+    }
+}
+
+void CQELViewElm::SetBlink(int32_t nPhase)
+{
+    for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) pElm->m_nBlink = nPhase;
+}

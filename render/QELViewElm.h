@@ -1,0 +1,95 @@
+// The base class of every node of the view tree: the tree links, the type, the element's own copy
+// of the reference size and the blink phase, and the operations by which the view draws, turns,
+// moves, loads and recolours elements. By default each passes the call on to every child in order.
+#pragma once
+
+#include "include/QELEngine.h"
+
+#include <cstdint>
+#include <new>
+
+class CQELViewElm;
+
+// A place in one of the view's lists of dynamic elements.
+struct ViewListNode {
+    ViewListNode* pNext;
+    ViewListNode* pPrev;
+    CQELViewElm* pElm;
+};
+
+class CQELViewElm {
+public:
+    CQELViewElm(int32_t nRefW, int32_t nRefH) noexcept : m_nRefW(nRefW), m_nRefH(nRefH) {}
+    virtual ~CQELViewElm();
+    CQELViewElm(const CQELViewElm&) = delete;
+    CQELViewElm& operator=(const CQELViewElm&) = delete;
+
+    virtual int NewInstance(CQELViewElm** ppOut) const = 0;
+    virtual int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut);
+    virtual int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    virtual int Rotate(POINT ptCentre, int32_t nAngle);
+    virtual int MoveX(int32_t nDx);
+    virtual int MoveY(int32_t nDy);
+    virtual int GetAttrBlockSize(int* pnSize) const = 0;
+    virtual int GetAttrBlock(void* pBlock) const = 0;
+    virtual int SetAttrBlock(const void* pBlock) = 0;
+    virtual int SetColorParam(uint32_t nValue);
+    virtual int SetDraftParam(uint32_t nValue);
+    virtual int SetDraftForeParam(uint32_t nValue);
+    virtual int SetDraftBackParam(uint32_t nValue);
+    virtual uint32_t GetParamMask() const;
+
+    // Tree operations. An element owns its children.
+    void AppendChild(CQELViewElm* pChild);
+    void InsertAfter(CQELViewElm* pSibling);
+    void InsertBefore(CQELViewElm* pSibling);
+    // Unlinks this element and links it under pParent: after pAfter, or else as the first child.
+    void Move(CQELViewElm* pParent, CQELViewElm* pAfter);
+    void Unlink();
+    void Detach(); // destroys all children, then unlinks
+
+    [[nodiscard]] CQELViewElm* Parent() const { return m_pParent; }
+    [[nodiscard]] CQELViewElm* FirstChild() const { return m_pFirstChild; }
+    [[nodiscard]] CQELViewElm* NextSibling() const { return m_pNext; }
+    [[nodiscard]] CQELViewElm* PrevSibling() const { return m_pPrev; }
+    // The element after this one in a walk of pTop's subtree, parents first; null at its end.
+    [[nodiscard]] CQELViewElm* NextInTree(const CQELViewElm* pTop) const;
+
+    [[nodiscard]] int32_t Type() const { return m_nType; }
+    void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
+    [[nodiscard]] int32_t RefW() const { return m_nRefW; }
+    [[nodiscard]] int32_t RefH() const { return m_nRefH; }
+    void SetBlink(int32_t nPhase); // with all descendants
+    [[nodiscard]] int32_t BlinkPhase() const { return m_nBlink; }
+
+    // A colour as it is drawn now: black for a blinking one in the dark phase.
+    [[nodiscard]] COLORREF BlinkColor(uint32_t clr) const
+    {
+        return m_nBlink && (clr & QEL_COLOR_BLINK) ? 0 : clr & ~QEL_COLOR_BLINK;
+    }
+
+protected:
+    void SetType(int32_t nType) { m_nType = nType; }
+
+private:
+    friend class CQELView; // keeps the lists and the elements that were taken out of the picture
+
+    CQELViewElm* m_pParent = nullptr;
+    CQELViewElm* m_pFirstChild = nullptr;
+    CQELViewElm* m_pNext = nullptr;
+    CQELViewElm* m_pPrev = nullptr;
+    int32_t m_nType = QEL_TYPE_NONE;
+    int32_t m_nRefW;
+    int32_t m_nRefH;
+    int32_t m_nBlink = 0;
+    CQELViewElm* m_pLastChild = nullptr; // so that appending does not walk the children
+    ViewListNode* m_pListNode = nullptr; // null while the element is in none of the view's lists
+};
+
+// For the concrete classes: an empty element of class T with the reference size of another one.
+template <class T>
+int NewInstanceAs(const T& source, CQELViewElm** ppOut)
+{
+    *ppOut = new (std::nothrow) T(source.RefW(), source.RefH());
+    return *ppOut ? 1 : 0;
+}

@@ -1,0 +1,33 @@
+// What the shapes made of points share (polygon, polyline, and the line for its two ends):
+// stretching without keep modes, and for the lists the turn and the move of the whole figure, kept
+// inside the drawing.
+#pragma once
+
+#include "render/QELViewShape.h"
+
+class CQELViewPoints : public CQELViewShape {
+public:
+    CQELViewPoints(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
+        : CQELViewShape(nRefW, nRefH, nType)
+    {
+    }
+
+    // 0 for a count outside 2 to 16; the shape is then as it was.
+    int Rotate(POINT ptCentre, int32_t nAngle) override;
+    int MoveX(int32_t nDx) override;
+    int MoveY(int32_t nDy) override;
+
+protected:
+    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+
+    // Stretches a point. A reference size of 0 puts the coordinate at 0; a pressed point moves
+    // where it stays inside the QEL rect.
+    [[nodiscard]] POINT StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t nX,
+                                     int32_t nY) const;
+
+private:
+    [[nodiscard]] bool HasPoints() const;
+    int MoveInside(int32_t nDx, int32_t nDy);
+    void Shift(int32_t nDx, int32_t nDy);
+    [[nodiscard]] RECT Bounds() const; // of the points, drawing units
+};

@@ -1,0 +1,19 @@
+// The view of a polygon. The document side is document/QELDocPolygon.h.
+#pragma once
+
+#include "render/QELViewPoints.h"
+
+class CQELViewPolygon final : public CQELViewPoints {
+public:
+    CQELViewPolygon(int32_t nRefW, int32_t nRefH) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYGON)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+};

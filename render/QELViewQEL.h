@@ -1,0 +1,24 @@
+// The view of the root element: draws its children. It keeps the drawing's kind and name for the
+// host. The document side is document/QELDocQEL.h.
+#pragma once
+
+#include "render/QELViewElm.h"
+
+class CQELViewQEL final : public CQELViewElm {
+public:
+    CQELViewQEL(int32_t nRefW, int32_t nRefH) noexcept;
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
+    int GetAttrBlockSize(int* pnSize) const override;
+    int GetAttrBlock(void* pBlock) const override; // always 0
+    int SetAttrBlock(const void* pBlock) override; // the subtree takes the reference size
+
+    [[nodiscard]] int32_t Kind() const { return m_nKind; }
+    [[nodiscard]] const char* Name() const { return m_szName; }
+    void SetName(const char* pszName);
+
+private:
+    int32_t m_nKind = 0;
+    char m_szName[QEL_TEXT_SIZE] = {};
+};

@@ -1,0 +1,35 @@
+// What arc, pie and chord share: the box of an ellipse and two points towards which its ends run,
+// stretched without keep modes and drawn counter-clockwise; the turn and the move of all three.
+#pragma once
+
+#include "render/QELViewShape.h"
+
+class CQELViewRadial : public CQELViewShape {
+public:
+    CQELViewRadial(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
+        : CQELViewShape(nRefW, nRefH, nType)
+    {
+    }
+
+    int Rotate(POINT ptCentre, int32_t nAngle) override;
+    int MoveX(int32_t nDx) override;
+    int MoveY(int32_t nDy) override;
+
+protected:
+    // pts[0] is the start point, pts[1] the end point.
+    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+
+    // Whether the figure slides back into the drawing after a turn or a move.
+    [[nodiscard]] virtual bool StaysInside() const { return true; }
+    // Where the coordinates lie along an axis whose reference size is below 1: false, the box at 0;
+    // true, all of them at the QEL rect's edge.
+    [[nodiscard]] virtual bool CollapsesToEdge() const { return false; }
+
+    // The filled figure as a region: the ellipse cut by the two rays (pie) or by the line between
+    // the points where they meet the ellipse (chord).
+    [[nodiscard]] HRGN MakeCutRegion(const RECT& rcQel, bool bChord) const;
+
+private:
+    void Shift(int32_t nDx, int32_t nDy);
+    void KeepInside();
+};

@@ -1,0 +1,21 @@
+// The view of a rectangle, the one shape with 3D borders. The document side is
+// document/QELDocRect.h.
+#pragma once
+
+#include "render/QELViewBox.h"
+
+class CQELViewRect final : public CQELViewBox {
+public:
+    CQELViewRect(int32_t nRefW, int32_t nRefH) noexcept : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+    [[nodiscard]] bool HidesOutline() const override; // behind a 3D border
+    [[nodiscard]] bool RestoresPenFirst() const override { return true; }
+};

@@ -1,0 +1,23 @@
+// The view of a rectangle with round corners. The corners keep their size in pixels at every scale.
+// The document side is document/QELDocRoundRect.h.
+#pragma once
+
+#include "render/QELViewBox.h"
+
+class CQELViewRoundRect final : public CQELViewBox {
+public:
+    CQELViewRoundRect(int32_t nRefW, int32_t nRefH) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ROUNDRECT)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+
+private:
+    [[nodiscard]] SIZE Corner() const; // of the corner ellipse; 0 for an empty rectangle
+};

@@ -1,0 +1,179 @@
+// The shape base; see the header.
+#include "render/QELViewShape.h"
+
+#include "render/GdiScopes.h"
+#include "render/Mapping.h"
+
+#include <cstring>
+
+CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
+    : CQELViewElm(nRefW, nRefH)
+{
+    SetType(nType);
+}
+
+int CQELViewShape::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
+    QELSHAPEATTR block;
+    GetAttrBlock(&block);
+    return (*ppOut)->SetAttrBlock(&block); // the rotation is not part of the block, nor of a copy
+}
+
+// Static shapes take no part in a partial redraw.
+int CQELViewShape::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    if (!(nFlags & QEL_DRAW_FULL)) return 1;
+    DeviceFigure figure{};
+    if (!MapFigure(rcQel, nFlags, &figure)) return 0;
+    if (IsOutlineOnly())
+        DrawOutline(hdc, figure, rcQel);
+    else
+        DrawFilled(hdc, &figure, rcQel);
+    return 1;
+}
+
+void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const
+{
+    CQELDraft draft(
+        static_cast<tagDRAFTSTYLE>(m_nDraft)); // owns the brush, so it outlives the guards
+    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, m_nPenWidth,
+                  BlinkColor(m_clrPen));
+    const CBkModeScope mode(hdc, TRANSPARENT);
+    HBRUSH hBrush = nullptr;
+    if (FillStyle() == QEL_STYLE_STROKE) {
+        hBrush = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
+    } else {
+        // These two stay set: deliberate, the next shape sets its own.
+        ::SetBkColor(hdc, BlinkColor(m_clrA));
+        ::SetTextColor(hdc, BlinkColor(m_clrB));
+        draft.GetDraftBrush(hBrush, &pFigure->rcBox, BlinkColor(m_clrB), BlinkColor(m_clrA));
+    }
+    CSelectScope brush(hdc, hBrush);
+    Paint(hdc, *pFigure, hBrush, rcQel);
+
+    // Brush and pen go back before the background mode, the rectangle's pen before its brush: the
+    // order in which hosts have always seen these calls.
+    if (RestoresPenFirst()) pen.Restore();
+    brush.Restore();
+    pen.Restore();
+}
+
+void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
+{
+    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, m_nPenWidth, BlinkColor(m_clrPen));
+    const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
+    const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
+    COLORREF clrPrev = 0;
+    if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(m_clrB));
+    Paint(hdc, figure, nullptr, rcQel);
+    pen.Restore();
+    ::SetBkMode(hdc, nPrevMode);
+    // With the 3D fill styles the colour stays changed: deliberate.
+    if (FillStyle() == QEL_STYLE_FILL) ::SetBkColor(hdc, clrPrev);
+}
+
+int CQELViewShape::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+{
+    const int32_t* n = m_nGeometry;
+    MapAnchored(rcQel, {n[0], n[1], n[2], n[3]}, nFlags, &pOut->rcBox);
+    return 1; // what cannot be mapped is an empty rectangle, which is drawn as nothing
+}
+
+int CQELViewShape::MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags,
+                               RECT* prcOut) const
+{
+    if (!MapRect(rcQel, RefW(), RefH(), rc, prcOut, m_nFlags)) return 0;
+    if (IsPressed(nFlags)) ShiftPressed(prcOut, rcQel);
+    return 1;
+}
+
+void CQELViewShape::Paint(HDC, const DeviceFigure&, HBRUSH, const RECT&) const {}
+
+HRGN CQELViewShape::MakeRegion(const RECT&) const
+{
+    return nullptr;
+}
+
+int CQELViewShape::GetAttrBlockSize(int* pnSize) const
+{
+    *pnSize = sizeof(QELSHAPEATTR);
+    return 1;
+}
+
+int CQELViewShape::GetAttrBlock(void* pBlock) const
+{
+    if (!pBlock) return 0;
+    QELSHAPEATTR block{};
+    block.nSize = sizeof block;
+    block.nStyle = m_nStyle;
+    block.nDraft = m_nDraft;
+    block.clrA = m_clrA;
+    block.clrB = m_clrB;
+    block.clrPen = m_clrPen;
+    block.nPenStyle = m_nPenStyle;
+    block.nPenWidth = m_nPenWidth;
+    static_assert(sizeof block.nGeometry == sizeof m_nGeometry);
+    std::memcpy(block.nGeometry, m_nGeometry, sizeof m_nGeometry);
+    std::memcpy(block.szText, m_szText, std::strlen(m_szText)); // nothing behind the text leaks out
+    block.nFlags = m_nFlags;
+    std::memcpy(pBlock, &block, sizeof block);
+    return 1;
+}
+
+int CQELViewShape::SetAttrBlock(const void* pBlock)
+{
+    if (!pBlock) return 0;
+    QELSHAPEATTR block;
+    std::memcpy(&block.nSize, pBlock, sizeof block.nSize);
+    if (block.nSize != sizeof block) return 0;
+    std::memcpy(&block, pBlock, sizeof block);
+    m_nStyle = block.nStyle;
+    m_nDraft = block.nDraft;
+    m_clrA = block.clrA;
+    m_clrB = block.clrB;
+    m_clrPen = block.clrPen;
+    m_nPenStyle = block.nPenStyle;
+    m_nPenWidth = block.nPenWidth;
+    std::memcpy(m_nGeometry, block.nGeometry, sizeof m_nGeometry);
+    std::memcpy(m_szText, block.szText, sizeof m_szText);
+    m_szText[sizeof m_szText - 1] = 0; // the host may have left the end mark out
+    m_nFlags = block.nFlags;
+    return 1;
+}
+
+int CQELViewShape::SetColorParam(uint32_t nValue)
+{
+    if (!(m_nFlags & QEL_FLAG_COLOR_PARAM)) return 0;
+    const bool bOutline = FillStyle() == QEL_STYLE_STROKE && Type() != QEL_TYPE_TEXT;
+    (bOutline ? m_clrPen : m_clrA) = nValue;
+    return 1;
+}
+
+int CQELViewShape::SetDraftParam(uint32_t nValue)
+{
+    if (!TakesDraft()) return 0;
+    m_nDraft = static_cast<int32_t>(nValue);
+    return 1;
+}
+
+int CQELViewShape::SetDraftForeParam(uint32_t nValue)
+{
+    if (!TakesDraft()) return 0;
+    m_clrA = nValue;
+    return 1;
+}
+
+int CQELViewShape::SetDraftBackParam(uint32_t nValue)
+{
+    if (!TakesDraft()) return 0;
+    m_clrB = nValue;
+    return 1;
+}
+
+uint32_t CQELViewShape::GetParamMask() const
+{
+    uint32_t nMask = m_nFlags & (QEL_FLAG_COLOR_PARAM | QEL_FLAG_DRAFT_PARAM | QEL_FLAG_PRESS);
+    if (m_nFlags & QEL_KEEP_ANCHOR_MASK) nMask |= QEL_MASK_KEEP;
+    return nMask;
+}

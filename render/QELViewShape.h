@@ -1,0 +1,74 @@
+// The base of every static drawing element: the style that a document shape hands over in its
+// attribute record, the host parameters that recolour shapes, and the sequence in which every shape
+// selects and releases its pen and brush around its one drawing call. A leaf class tells how its
+// geometry is mapped and turned, and makes its call. The document side is document/QELDocShape.h.
+#pragma once
+
+#include "render/QELViewElm.h"
+
+// A shape's geometry in device units.
+struct DeviceFigure {
+    RECT rcBox;                // what a gradient runs over
+    POINT pts[QEL_MAX_POINTS]; // for the classes that have points
+    int nPoints;
+};
+
+class CQELViewShape : public CQELViewElm {
+public:
+    CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept;
+
+    int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
+    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    int GetAttrBlockSize(int* pnSize) const override;
+    int GetAttrBlock(void* pBlock) const override;
+    int SetAttrBlock(const void* pBlock) override;
+    int SetColorParam(uint32_t nValue) override;
+    int SetDraftParam(uint32_t nValue) override;
+    int SetDraftForeParam(uint32_t nValue) override;
+    int SetDraftBackParam(uint32_t nValue) override;
+    uint32_t GetParamMask() const override;
+
+    // The interior in device units, without pressed shift; the caller deletes it. Null when the
+    // class has no interior or the mapping fails.
+    virtual HRGN MakeRegion(const RECT& rcQel) const;
+
+protected:
+    // Maps the geometry. 0: it cannot be drawn (a point list out of count).
+    virtual int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const;
+    // The one drawing call, with pen and brush selected. hBrush: null when none could be made.
+    virtual void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
+    // Whether the outline is left out although it has a width.
+    [[nodiscard]] virtual bool HidesOutline() const { return false; }
+    // Whether the pen is put back before the brush.
+    [[nodiscard]] virtual bool RestoresPenFirst() const { return false; }
+    // Lines and arcs: no brush; a fill style paints the gaps of a styled pen in colour B.
+    [[nodiscard]] virtual bool IsOutlineOnly() const { return false; }
+
+    [[nodiscard]] uint32_t FillStyle() const { return m_nStyle & QEL_STYLE_FILL_MASK; }
+    [[nodiscard]] bool IsPressed(uint32_t nFlags) const
+    {
+        return (m_nFlags & QEL_FLAG_PRESS) && (nFlags & QEL_DRAW_PRESSED);
+    }
+    // The anchored mapping of a rectangle, with the pressed shift when nFlags asks for it.
+    int MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags, RECT* prcOut) const;
+
+    uint32_t m_nStyle = 0;
+    int32_t m_nDraft = 0;
+    uint32_t m_clrA = 0xFFFFFF;
+    uint32_t m_clrB = 0;
+    uint32_t m_clrPen = 0xFFFFFF;
+    int32_t m_nPenWidth = 1;
+    int32_t m_nPenStyle = 0;
+    int32_t m_nGeometry[QEL_SHAPE_WORDS] = {};
+    char m_szText[QEL_TEXT_SIZE] = {};
+    uint32_t m_nFlags = 0;
+    int32_t m_nRotation = 0; // the quarter turn that the geometry has been given, in degrees
+
+private:
+    void DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const;
+    void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
+    [[nodiscard]] bool TakesDraft() const
+    {
+        return (m_nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();
+    }
+};

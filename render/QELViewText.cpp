@@ -1,0 +1,84 @@
+// The text view; see the header.
+#include "render/QELViewText.h"
+
+#include "render/GdiScopes.h"
+#include "render/Mapping.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr int32_t STEP_ACROSS = 6;
+constexpr int32_t STEP_DOWN = 12;
+
+// The host's font in another size. It stays without one when the device context has no font to go
+// by.
+class CSizedFontScope {
+public:
+    CSizedFontScope(HDC hdc, SIZE size) noexcept : m_hdc(hdc)
+    {
+        LOGFONTA font{};
+        if (!::GetObjectA(::GetCurrentObject(hdc, OBJ_FONT), sizeof font, &font)) return;
+        font.lfWidth = size.cx;
+        font.lfHeight = size.cy;
+        font.lfCharSet = OEM_CHARSET;
+        m_hMade = ::CreateFontIndirectA(&font);
+        if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
+    }
+    ~CSizedFontScope() { Restore(); }
+    CSizedFontScope(const CSizedFontScope&) = delete;
+    CSizedFontScope& operator=(const CSizedFontScope&) = delete;
+
+    void Restore() noexcept
+    {
+        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
+        if (m_hMade) ::DeleteObject(m_hMade);
+        m_hPrev = nullptr;
+        m_hMade = nullptr;
+    }
+
+private:
+    HDC m_hdc;
+    HGDIOBJ m_hMade = nullptr;
+    HGDIOBJ m_hPrev = nullptr;
+};
+
+} // namespace
+
+SIZE TextCell(const RECT& rc, std::size_t nCount)
+{
+    SIZE size{0, 0};
+    if (nCount > 0 && nCount < QEL_TEXT_SIZE)
+        size = {WidthOf(rc) / static_cast<int32_t>(nCount), HeightOf(rc)};
+    size.cx = size.cx / STEP_ACROSS * STEP_ACROSS;
+    size.cy = size.cy / STEP_DOWN * STEP_DOWN;
+    if (size.cx < 1) size.cx = STEP_ACROSS;
+    if (size.cy < 1) size.cy = STEP_DOWN;
+    return size;
+}
+
+int CQELViewText::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    if (!(nFlags & QEL_DRAW_FULL)) return 1;
+    RECT rc{};
+    MapAnchored(rcQel, Box(), nFlags, &rc);
+    const std::size_t nCount = std::strlen(m_szText);
+
+    const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
+    CSizedFontScope font(hdc, TextCell(rc, nCount));
+    const CBkColorScope back(hdc, BlinkColor(m_clrB));
+    const CTextColorScope text(hdc, BlinkColor(m_clrA));
+    ::DrawTextA(hdc, m_szText, static_cast<int>(nCount), &rc, 0);
+    font.Restore(); // before the colours: the order in which hosts have always seen these calls
+    return 1;
+}
+
+uint32_t CQELViewText::GetParamMask() const
+{
+    return CQELViewShape::GetParamMask() | QEL_MASK_TEXT;
+}

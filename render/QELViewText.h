@@ -1,0 +1,21 @@
+// The view of a text: one string in its mapped rectangle, in the face of the host's font. The
+// character cell follows from the rectangle and the number of characters, so that a text grows with
+// the drawing. The document side is document/QELDocText.h.
+#pragma once
+
+#include "render/QELViewBox.h"
+
+class CQELViewText final : public CQELViewBox {
+public:
+    CQELViewText(int32_t nRefW, int32_t nRefH) noexcept : CQELViewBox(nRefW, nRefH, QEL_TYPE_TEXT)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    uint32_t GetParamMask() const override;
+};
+
+// The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,
+// never below one step.
+SIZE TextCell(const RECT& rc, std::size_t nCount);

@@ -1,0 +1,572 @@
+// The parser: one forgiving pass over the text of a drawing. It works in the text it is given and
+// writes decoded characters back into it; decoding only shortens, so what follows stays in place
+// and positions in the text remain those of the file. Nested elements are a loop, not recursion.
+#include "xml/XmlTree.h"
+
+#include <windows.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr int MAX_IDLE_READS = 16; // reads in a row without a byte before a load is given up
+
+bool IsSpace(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+// Bytes from 0x80 count as letters: multi-byte code pages pass through untouched.
+bool IsLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           static_cast<unsigned char>(c) >= 0x80;
+}
+
+bool IsNameStart(char c)
+{
+    return IsLetter(c) || c == '_';
+}
+
+bool IsNamePart(char c)
+{
+    return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+}
+
+bool Begins(const char* pszText, const char* pszPrefix)
+{
+    return std::strncmp(pszText, pszPrefix, std::strlen(pszPrefix)) == 0;
+}
+
+struct Entity {
+    const char* pszText;
+    char cValue;
+};
+
+constexpr Entity g_entities[] = {
+    {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
+
+// Digits count as their value, anything else as its lower-case code minus 0x57: no test,
+// deliberate.
+char HexValue(char c)
+{
+    if (c >= '0' && c <= '9') return static_cast<char>(c - '0');
+    const int nLower = c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : static_cast<unsigned char>(c);
+    return static_cast<char>(nLower - 0x57);
+}
+
+// Reads one character at p, decoding what is a reference; tells how many bytes of the run it took.
+std::size_t DecodeOne(const char* p, std::size_t nLeft, char* pcOut)
+{
+    *pcOut = *p;
+    if (*p != '&') return 1;
+    for (const Entity& entity : g_entities) {
+        const std::size_t nLen = std::strlen(entity.pszText);
+        if (nLeft >= nLen && std::memcmp(p, entity.pszText, nLen) == 0) {
+            *pcOut = entity.cValue;
+            return nLen;
+        }
+    }
+    if (nLeft >= 5 && p[1] == '#' && p[2] == 'x') {
+        if (p[4] == ';') {
+            *pcOut = HexValue(p[3]);
+            return 5;
+        }
+        if (nLeft >= 6 && p[5] == ';') {
+            *pcOut = HexValue(p[4]); // the first of two digits does not count: deliberate
+            return 6;
+        }
+    }
+    return 1;
+}
+
+// Decodes a run in place and returns its new length, which ends at the first zero byte.
+std::size_t Decode(char* pRun, std::size_t nLen)
+{
+    std::size_t nOut = 0;
+    for (std::size_t n = 0; n < nLen;) {
+        char c = 0;
+        n += DecodeOne(pRun + n, nLen - n, &c);
+        if (!c) break; // a string ends here, so nothing behind it could ever be seen
+        pRun[nOut++] = c;
+    }
+    return nOut;
+}
+
+int32_t WrapNext(int32_t n)
+{
+    return static_cast<int32_t>(static_cast<uint32_t>(n) + 1);
+}
+
+class CXmlReader {
+public:
+    CXmlReader(XmlContext* pXml, char* pszText) : m_pXml(pXml), m_pBase(pszText), m_p(pszText) {}
+
+    // Reads the whole text; the outcome stands in the context's error code.
+    void ReadDocument();
+
+private:
+    enum class Kind { None, Declaration, Comment, Other, Element };
+    enum class Stop { Failed, StartTag, EndTag };
+    enum class TagEnd { Failed, Empty, Content };
+
+    struct Attribute {
+        char* pName = nullptr;
+        std::size_t nNameLen = 0;
+        char* pValue = nullptr; // null: there is nothing to keep
+        std::size_t nValueLen = 0;
+        bool bUnclosed = false;
+    };
+
+    [[nodiscard]] Kind Classify() const;
+    bool ReadMarkup();
+    bool ReadDeclaration();
+    bool KeepDeclared(const Attribute& attribute, char** ppszField);
+    bool PassComment();
+    bool PassOther();
+    bool ReadElement();
+    TagEnd ReadStartTag();
+    bool OpenElement(char* pName, std::size_t nLen, std::size_t nOffset);
+    bool ReadTagAttribute();
+    bool KeepAttribute(const Attribute& attribute);
+    Stop ReadContent();
+    bool ReadTextRun();
+    bool ReadEndTag();
+    bool ReadAttribute(Attribute* pOut);
+    std::size_t ReadName();
+
+    bool Fail(XmlError nError)
+    {
+        m_pXml->nLastError = nError;
+        return false;
+    }
+    void Notice(XmlNotice nNotice, const char* pAt, const char* pszName = nullptr) const
+    {
+        if (m_pXml->pObserver)
+            m_pXml->pObserver->pfnNotice(m_pXml->pObserver->pUser, nNotice, Offset(pAt), pszName);
+    }
+    [[nodiscard]] std::size_t Offset(const char* pAt) const
+    {
+        return static_cast<std::size_t>(pAt - m_pBase);
+    }
+
+    // Moves on, keeping the line and column counters: a line feed leaves the column, deliberate.
+    void CountSpace(char c)
+    {
+        if (c == '\n')
+            m_pXml->nLine = WrapNext(m_pXml->nLine);
+        else if (c == '\r')
+            m_pXml->nColumn = 0;
+        else
+            m_pXml->nColumn = WrapNext(m_pXml->nColumn);
+    }
+    void PassMark(std::size_t nCount = 1)
+    {
+        m_p += nCount;
+        // Unsigned, so that a line of any length wraps instead of overflowing.
+        m_pXml->nColumn = static_cast<int32_t>(static_cast<uint32_t>(m_pXml->nColumn) +
+                                               static_cast<uint32_t>(nCount));
+    }
+    void PassTo(char* pEnd)
+    {
+        for (; m_p < pEnd; ++m_p)
+            if (IsSpace(*m_p)) CountSpace(*m_p);
+    }
+    void SkipSpace()
+    {
+        for (; IsSpace(*m_p); ++m_p) CountSpace(*m_p);
+    }
+
+    XmlContext* m_pXml;
+    char* m_pBase;
+    char* m_p;
+    int m_nTopElements = 0; // elements met at document level
+};
+
+void CXmlReader::ReadDocument()
+{
+    m_pXml->nLine = 0;
+    m_pXml->nColumn = 0;
+    for (;;) {
+        SkipSpace();
+        if (!*m_p || !ReadMarkup()) break;
+    }
+    m_pXml->pszReadPos = m_p;
+}
+
+CXmlReader::Kind CXmlReader::Classify() const
+{
+    if (*m_p != '<') return Kind::None;
+    if (Begins(m_p, "<?xml")) return Kind::Declaration;
+    if (Begins(m_p, "<!--")) return Kind::Comment;
+    const char* pAfter = m_p + 1;
+    while (IsSpace(*pAfter)) ++pAfter; // "< rect/>" is an element
+    return IsNameStart(*pAfter) ? Kind::Element : Kind::Other;
+}
+
+// One piece of markup at document level. False ends the reading, with or without an error.
+bool CXmlReader::ReadMarkup()
+{
+    char* pAt = m_p;
+    bool bGoOn = false;
+    switch (Classify()) {
+    case Kind::Declaration:
+        bGoOn = ReadDeclaration();
+        break;
+    case Kind::Comment:
+        bGoOn = PassComment();
+        break;
+    case Kind::Other:
+        bGoOn = PassOther();
+        break;
+    case Kind::Element:
+        return ReadElement();
+    case Kind::None:
+        Notice(XML_NOTICE_TRAILING_TEXT, pAt);
+        return false;
+    }
+    if (!bGoOn && m_pXml->nLastError == XML_OK) Notice(XML_NOTICE_UNCLOSED, pAt);
+    return bGoOn;
+}
+
+bool CXmlReader::ReadDeclaration()
+{
+    PassMark(5);
+    for (;;) {
+        SkipSpace();
+        if (!*m_p) return false;
+        if (*m_p == '>') {
+            PassMark();
+            m_pXml->bDeclSeen = true;
+            return true;
+        }
+        char** ppszField = nullptr;
+        if (Begins(m_p, "version")) ppszField = &m_pXml->pszVersion;
+        if (Begins(m_p, "encoding")) ppszField = &m_pXml->pszEncoding;
+        if (Begins(m_p, "standalone")) ppszField = &m_pXml->pszStandalone;
+        if (!ppszField) {
+            while (*m_p && !IsSpace(*m_p) && *m_p != '>') ++m_p;
+            continue;
+        }
+        Attribute attribute;
+        if (!ReadAttribute(&attribute)) return false;
+        if (!KeepDeclared(attribute, ppszField)) return false;
+    }
+}
+
+bool CXmlReader::KeepDeclared(const Attribute& attribute, char** ppszField)
+{
+    if (m_pXml->bDeclSeen || !attribute.pValue || !attribute.nValueLen) return true;
+    char* pszCopy = XmlCopyString(attribute.pValue, attribute.nValueLen);
+    if (!pszCopy) return Fail(XML_ERR_MEMORY);
+    std::free(*ppszField);
+    *ppszField = pszCopy;
+    return true;
+}
+
+bool CXmlReader::PassComment()
+{
+    char* pEnd = std::strstr(m_p + 4, "-->");
+    PassTo(pEnd ? pEnd + 3 : m_p + std::strlen(m_p));
+    return pEnd != nullptr;
+}
+
+bool CXmlReader::PassOther()
+{
+    char* pEnd = std::strchr(m_p, '>');
+    PassTo(pEnd ? pEnd + 1 : m_p + std::strlen(m_p));
+    return pEnd != nullptr;
+}
+
+// An element with all that is in it. The elements that are open are the cursor and its parents, so
+// no stack is needed beside the tree.
+bool CXmlReader::ReadElement()
+{
+    std::size_t nOpen = 0;
+    ++m_nTopElements;
+    do {
+        const TagEnd nEnd = ReadStartTag();
+        if (nEnd == TagEnd::Failed) return false;
+        if (nEnd == TagEnd::Empty)
+            XmlGoParent(m_pXml);
+        else
+            ++nOpen;
+        Stop nStop = Stop::EndTag;
+        while (nOpen && nStop == Stop::EndTag) {
+            nStop = ReadContent();
+            if (nStop == Stop::Failed) return false;
+            if (nStop == Stop::EndTag) {
+                if (!ReadEndTag()) return false;
+                --nOpen;
+            }
+        }
+    } while (nOpen);
+    return true;
+}
+
+CXmlReader::TagEnd CXmlReader::ReadStartTag()
+{
+    const std::size_t nOffset = Offset(m_p);
+    PassMark(); // "<", as the caller saw
+    SkipSpace();
+    char* pName = m_p;
+    const std::size_t nLen = ReadName();
+    if (!OpenElement(pName, nLen, nOffset)) return TagEnd::Failed;
+    if (!*m_p) {
+        Fail(XML_ERR_END_NAME);
+        return TagEnd::Failed;
+    }
+    for (;;) {
+        SkipSpace();
+        if (!*m_p) {
+            Fail(XML_ERR_END_TAG);
+            return TagEnd::Failed;
+        }
+        if (*m_p == '/') {
+            if (m_p[1] != '>') {
+                Fail(XML_ERR_SLASH);
+                return TagEnd::Failed;
+            }
+            PassMark(2);
+            return TagEnd::Empty;
+        }
+        if (*m_p == '>') {
+            PassMark();
+            return TagEnd::Content;
+        }
+        if (!ReadTagAttribute()) return TagEnd::Failed;
+    }
+}
+
+// The first element of the text names the root that the context holds already.
+bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
+{
+    if (!m_pXml->bRootSeen) {
+        if (XmlSetName(m_pXml, pName, nLen)) return Fail(XML_ERR_MEMORY);
+        m_pXml->bRootSeen = true;
+    } else {
+        if (m_pXml->nDepth >= XML_MAX_DEPTH) return Fail(XML_ERR_MEMORY);
+        if (m_nTopElements > 1 && m_pXml->nDepth == 0)
+            Notice(XML_NOTICE_SECOND_ROOT, m_pBase + nOffset);
+        if (XmlAddChild(m_pXml, pName, nLen, nullptr, 0)) return Fail(XML_ERR_MEMORY);
+        XmlGoLastChild(m_pXml);
+    }
+    m_pXml->pCursor->nOffset = nOffset;
+    return true;
+}
+
+bool CXmlReader::ReadTagAttribute()
+{
+    Attribute attribute;
+    // A value that is never closed keeps its own code; all else that is wrong with an attribute is
+    // reported as a bad start tag.
+    if (!ReadAttribute(&attribute)) return attribute.bUnclosed ? false : Fail(XML_ERR_START_TAG);
+    if (!attribute.pValue || !attribute.nValueLen) {
+        Notice(attribute.pValue ? XML_NOTICE_ATTR_EMPTY : XML_NOTICE_ATTR_UNQUOTED,
+               attribute.pName);
+        return true; // the tree holds no empty values: dropped
+    }
+    return KeepAttribute(attribute);
+}
+
+bool CXmlReader::KeepAttribute(const Attribute& attribute)
+{
+    const XmlAttr* pBefore = XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen);
+    if (XmlSetAttr(m_pXml, attribute.pName, attribute.nNameLen, attribute.pValue,
+                   attribute.nValueLen))
+        return Fail(XML_ERR_MEMORY); // the value is not empty, so only memory can be missing
+    XmlAttr* pAttr = XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen);
+    if (pBefore) Notice(XML_NOTICE_ATTR_REPEATED, attribute.pName, pAttr->pszName);
+    pAttr->nNameOffset = Offset(attribute.pName);
+    pAttr->nValueOffset = Offset(attribute.pValue);
+    return true;
+}
+
+// Passes over text, comments and other markup up to the next start or end tag.
+CXmlReader::Stop CXmlReader::ReadContent()
+{
+    for (;;) {
+        SkipSpace();
+        bool bGoOn = false;
+        if (*m_p == '<' && m_p[1] == '/') return Stop::EndTag;
+        switch (*m_p ? Classify() : Kind::Other) {
+        case Kind::Element:
+            return Stop::StartTag;
+        case Kind::None:
+            bGoOn = ReadTextRun();
+            break;
+        case Kind::Declaration:
+            bGoOn = ReadDeclaration();
+            break;
+        case Kind::Comment:
+            bGoOn = PassComment();
+            break;
+        case Kind::Other:
+            bGoOn = PassOther();
+            break;
+        }
+        if (bGoOn) continue;
+        if (m_pXml->nLastError == XML_OK) Fail(XML_ERR_END_CONTENT);
+        return Stop::Failed;
+    }
+}
+
+// Up to the next "<". A later run replaces an earlier one: an element has one text.
+bool CXmlReader::ReadTextRun()
+{
+    char* pRun = m_p;
+    char* pEnd = std::strchr(m_p, '<');
+    PassTo(pEnd ? pEnd : m_p + std::strlen(m_p));
+    const std::size_t nLen = Decode(pRun, static_cast<std::size_t>(m_p - pRun));
+    if (nLen) {
+        XmlNode* pNode = m_pXml->pCursor;
+        if (pNode->pszText) Notice(XML_NOTICE_TEXT_REPLACED, pRun, pNode->pszName);
+        if (XmlSetText(m_pXml, pRun, nLen)) return Fail(XML_ERR_MEMORY);
+        pNode->nTextOffset = Offset(pRun);
+    }
+    return pEnd != nullptr;
+}
+
+bool CXmlReader::ReadEndTag()
+{
+    const char* pszName = m_pXml->pCursor->pszName;
+    const std::size_t nLen = std::strlen(pszName);
+    if (std::strncmp(m_p + 2, pszName, nLen) != 0 || m_p[2 + nLen] != '>')
+        return Fail(XML_ERR_MISMATCH);
+    PassMark(nLen + 3);
+    XmlGoParent(m_pXml);
+    return true;
+}
+
+bool CXmlReader::ReadAttribute(Attribute* pOut)
+{
+    pOut->pName = m_p;
+    pOut->nNameLen = ReadName();
+    if (!pOut->nNameLen) return Fail(XML_ERR_ATTR);
+    SkipSpace();
+    if (*m_p != '=') return Fail(XML_ERR_ATTR);
+    PassMark();
+    SkipSpace();
+    if (!*m_p) return Fail(XML_ERR_ATTR);
+    if (*m_p != '"' && *m_p != '\'') {
+        while (*m_p && !IsSpace(*m_p) && *m_p != '/' && *m_p != '>') ++m_p;
+        return true; // an unquoted value is passed over and not kept
+    }
+    const char cQuote = *m_p;
+    PassMark();
+    char* pValue = m_p;
+    char* pEnd = std::strchr(m_p, cQuote);
+    if (!pEnd) {
+        pOut->bUnclosed = true;
+        m_p = pOut->pName; // where an author has to look
+        return Fail(XML_ERR_ATTR);
+    }
+    PassTo(pEnd);
+    PassMark();
+    pOut->pValue = pValue;
+    pOut->nValueLen = Decode(pValue, static_cast<std::size_t>(pEnd - pValue));
+    return true;
+}
+
+std::size_t CXmlReader::ReadName()
+{
+    const char* pStart = m_p;
+    if (!IsNameStart(*m_p)) return 0;
+    while (IsNamePart(*m_p)) PassMark();
+    return static_cast<std::size_t>(m_p - pStart);
+}
+
+class CFileHandle {
+public:
+    explicit CFileHandle(HANDLE hFile) noexcept : m_hFile(hFile) {}
+    ~CFileHandle()
+    {
+        if (m_hFile != INVALID_HANDLE_VALUE) ::CloseHandle(m_hFile);
+    }
+    CFileHandle(const CFileHandle&) = delete;
+    CFileHandle& operator=(const CFileHandle&) = delete;
+    [[nodiscard]] HANDLE Get() const { return m_hFile; }
+
+private:
+    HANDLE m_hFile;
+};
+
+// Reads nSize bytes. A file that shrank, or a read that keeps failing, ends it.
+bool ReadAll(HANDLE hFile, char* pBuffer, std::size_t nSize)
+{
+    constexpr std::size_t CHUNK = 0x40000000;
+    int nIdle = 0;
+    for (std::size_t nDone = 0; nDone < nSize;) {
+        const std::size_t nLeft = nSize - nDone;
+        DWORD nRead = 0;
+        const DWORD nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
+        if (!::ReadFile(hFile, pBuffer + nDone, nWanted, &nRead, nullptr)) nRead = 0;
+        if (nRead > nWanted) return false;
+        nIdle = nRead ? 0 : nIdle + 1;
+        if (nIdle == MAX_IDLE_READS) return false;
+        nDone += nRead;
+    }
+    return true;
+}
+
+} // namespace
+
+int XmlParseText(XmlContext* pXml, char* pszText)
+{
+    if (!pXml) return 1;
+    pXml->nLastError = XML_OK;
+    if (!pszText) {
+        pXml->nLastError = XML_ERR_ARGUMENT;
+        return 1;
+    }
+    if (!*pszText) {
+        pXml->nLastError = XML_ERR_EMPTY;
+        return 1;
+    }
+    CXmlReader(pXml, pszText).ReadDocument();
+    return pXml->nLastError == XML_OK ? 0 : 1;
+}
+
+int XmlLoadFile(XmlContext* pXml, const char* pszPath)
+{
+    if (!pXml) return 1;
+    pXml->nLastError = XML_OK;
+    if (!pszPath) {
+        pXml->nLastError = XML_ERR_ARGUMENT;
+        return 1;
+    }
+    {
+        const CFileHandle file(::CreateFileA(pszPath, GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                             FILE_ATTRIBUTE_NORMAL, nullptr));
+        DWORD nHigh = 0;
+        DWORD nLow = INVALID_FILE_SIZE;
+        if (file.Get() != INVALID_HANDLE_VALUE) {
+            ::SetLastError(NO_ERROR);
+            nLow = ::GetFileSize(file.Get(), &nHigh);
+        }
+        if (nLow == INVALID_FILE_SIZE &&
+            (file.Get() == INVALID_HANDLE_VALUE || ::GetLastError() != NO_ERROR)) {
+            pXml->nLastError = XML_ERR_OPEN;
+            return 1;
+        }
+        const uint64_t nSize = (static_cast<uint64_t>(nHigh) << 32) | nLow;
+        if (nSize == 0) return 1; // an empty file: no error code, deliberate
+        char* pBuffer = nullptr;
+        if (nSize < SIZE_MAX / 2)
+            pBuffer = static_cast<char*>(std::malloc(static_cast<std::size_t>(nSize) + 1));
+        if (!pBuffer) {
+            pXml->nLastError = XML_ERR_MEMORY;
+            return 1;
+        }
+        std::free(pXml->pszReadBase);
+        pXml->pszReadBase = pBuffer;
+        ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
+        if (!ReadAll(file.Get(), pBuffer, static_cast<std::size_t>(nSize))) {
+            pXml->nLastError = XML_ERR_OPEN;
+            return 1;
+        }
+        pBuffer[nSize] = 0;
+    }
+    return XmlParseText(pXml, pXml->pszReadBase);
+}

@@ -1,0 +1,506 @@
+// The XML tree: nodes, attributes and the cursor moves. Reading is in XmlParser.cpp, writing in
+// XmlWriter.cpp.
+#include "xml/XmlTree.h"
+
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+// From here on an attribute list is found through buckets: a file may give one element any number
+// of attributes, and each set looks for an earlier one of the same name.
+constexpr int32_t INDEXED_FROM = 32;
+
+int Fail(XmlContext* pXml, XmlError nError)
+{
+    pXml->nLastError = nError;
+    return 1;
+}
+
+int Done(XmlContext* pXml)
+{
+    pXml->nLastError = XML_OK;
+    return 0;
+}
+
+uint32_t HashName(const char* pszName, std::size_t nLen)
+{
+    uint32_t nHash = 2166136261U; // FNV-1a
+    for (std::size_t i = 0; i < nLen; ++i)
+        nHash = (nHash ^ static_cast<unsigned char>(pszName[i])) * 16777619U;
+    return nHash;
+}
+
+bool IsNamed(const char* pszText, const char* pszName, std::size_t nLen)
+{
+    return std::strncmp(pszText, pszName, nLen) == 0 && pszText[nLen] == 0;
+}
+
+// An attribute file of many names sees its buckets doubled; without memory for it the chains just
+// get longer, or the list is searched from the head.
+void GrowIndex(XmlAttrList* pList)
+{
+    const std::size_t nBuckets = pList->nBuckets ? pList->nBuckets * 2 : INDEXED_FROM * 2;
+    auto** ppBuckets = static_cast<XmlAttr**>(std::calloc(nBuckets, sizeof(XmlAttr*)));
+    if (!ppBuckets) return;
+    for (XmlAttr* pAttr = pList->pHead; pAttr; pAttr = pAttr->pNext) {
+        XmlAttr** ppBucket = &ppBuckets[pAttr->nHash % nBuckets];
+        pAttr->pNextInBucket = *ppBucket;
+        *ppBucket = pAttr;
+    }
+    std::free(pList->ppBuckets);
+    pList->ppBuckets = ppBuckets;
+    pList->nBuckets = nBuckets;
+}
+
+void AppendAttr(XmlAttrList* pList, XmlAttr* pAttr)
+{
+    (pList->pTail ? pList->pTail->pNext : pList->pHead) = pAttr;
+    pList->pTail = pAttr;
+    ++pList->nCount;
+    const bool bWantsGrowth = static_cast<std::size_t>(pList->nCount) > pList->nBuckets;
+    if (pList->nCount > INDEXED_FROM && bWantsGrowth) {
+        XmlAttr** ppBefore = pList->ppBuckets;
+        GrowIndex(pList);
+        if (pList->ppBuckets != ppBefore) return; // the new buckets hold the new attribute already
+    }
+    if (!pList->ppBuckets) return;
+    XmlAttr** ppBucket = &pList->ppBuckets[pAttr->nHash % pList->nBuckets];
+    pAttr->pNextInBucket = *ppBucket;
+    *ppBucket = pAttr;
+}
+
+void UnlinkFromIndex(XmlAttrList* pList, XmlAttr* pAttr)
+{
+    if (!pList->ppBuckets) return;
+    XmlAttr** ppLink = &pList->ppBuckets[pAttr->nHash % pList->nBuckets];
+    while (*ppLink != pAttr) ppLink = &(*ppLink)->pNextInBucket;
+    *ppLink = pAttr->pNextInBucket;
+}
+
+void FreeAttr(XmlAttr* pAttr)
+{
+    std::free(pAttr->pszName);
+    std::free(pAttr->pszValue);
+    std::free(pAttr);
+}
+
+void FreeOneNode(XmlNode* pNode)
+{
+    if (pNode->pAttrs) {
+        for (XmlAttr* pAttr = pNode->pAttrs->pHead; pAttr;) {
+            XmlAttr* pNext = pAttr->pNext;
+            FreeAttr(pAttr);
+            pAttr = pNext;
+        }
+        std::free(pNode->pAttrs->ppBuckets);
+        std::free(pNode->pAttrs);
+    }
+    std::free(pNode->pszName);
+    std::free(pNode->pszText);
+    std::free(pNode);
+}
+
+// Frees a node, unlinked already, with all descendants. A loop, not recursion: calls of the tree's
+// own interface can nest nodes to any depth.
+void FreeTree(XmlNode* pTop)
+{
+    XmlNode* pNode = pTop;
+    while (pNode) {
+        if (pNode->pFirstChild) {
+            XmlNode* pChild = pNode->pFirstChild;
+            pNode->pFirstChild = pChild->pNext; // each child is detached on the way down
+            pNode = pChild;
+            continue;
+        }
+        XmlNode* pUp = pNode == pTop ? nullptr : pNode->pParent;
+        FreeOneNode(pNode);
+        pNode = pUp;
+    }
+}
+
+XmlNode* NewNode()
+{
+    return static_cast<XmlNode*>(std::calloc(1, sizeof(XmlNode)));
+}
+
+void LinkAsLastChild(XmlNode* pParent, XmlNode* pNode)
+{
+    pNode->pParent = pParent;
+    pNode->pPrev = pParent->pLastChild;
+    (pParent->pLastChild ? pParent->pLastChild->pNext : pParent->pFirstChild) = pNode;
+    pParent->pLastChild = pNode;
+}
+
+void Unlink(XmlNode* pNode)
+{
+    XmlNode* pParent = pNode->pParent;
+    if (pNode->pPrev)
+        pNode->pPrev->pNext = pNode->pNext;
+    else if (pParent)
+        pParent->pFirstChild = pNode->pNext;
+    if (pNode->pNext) pNode->pNext->pPrev = pNode->pPrev;
+    if (pParent && pParent->pLastChild == pNode) pParent->pLastChild = pNode->pPrev;
+    pNode->pPrev = pNode->pNext = nullptr;
+}
+
+// The walk that both directions of the search for a named sibling share.
+int GoNamed(XmlContext* pXml, const char* pszName, XmlNode* XmlNode::*pLink)
+{
+    if (!pXml) return 1;
+    if (!pszName || !pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
+    for (XmlNode* pNode = pXml->pCursor->*pLink; pNode; pNode = pNode->*pLink) {
+        if (pNode->pszName && std::strcmp(pNode->pszName, pszName) == 0) {
+            pXml->pCursor = pNode;
+            return Done(pXml);
+        }
+    }
+    return Fail(pXml, XML_ERR_NO_ELEMENT);
+}
+
+int GoSibling(XmlContext* pXml, XmlNode* XmlNode::*pLink)
+{
+    if (!pXml) return 1;
+    if (!pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
+    if (!(pXml->pCursor->*pLink)) return Fail(pXml, XML_ERR_NO_RELATIVE);
+    pXml->pCursor = pXml->pCursor->*pLink;
+    return Done(pXml);
+}
+
+int GoChild(XmlContext* pXml, XmlNode* XmlNode::*pLink)
+{
+    const int nResult = GoSibling(pXml, pLink);
+    if (nResult == 0) ++pXml->nDepth;
+    return nResult;
+}
+
+const XmlAttr* AttrAt(XmlContext* pXml, int32_t nIndex)
+{
+    if (!pXml) return nullptr;
+    const XmlAttrList* pList = pXml->pCursor ? pXml->pCursor->pAttrs : nullptr;
+    const XmlAttr* pAttr = pList && nIndex >= 0 && nIndex < pList->nCount ? pList->pHead : nullptr;
+    for (int32_t i = 0; pAttr && i < nIndex; ++i) pAttr = pAttr->pNext;
+    pXml->nLastError = pAttr ? XML_OK : XML_ERR_ARGUMENT;
+    return pAttr;
+}
+
+} // namespace
+
+char* XmlCopyString(const char* pszText, std::size_t nLen)
+{
+    if (nLen == SIZE_MAX) return nullptr;
+    auto* pszCopy = static_cast<char*>(std::malloc(nLen + 1));
+    if (!pszCopy) return nullptr;
+    std::memcpy(pszCopy, pszText, nLen);
+    pszCopy[nLen] = 0;
+    return pszCopy;
+}
+
+XmlContext* XmlCreate()
+{
+    auto* pXml = static_cast<XmlContext*>(std::calloc(1, sizeof(XmlContext)));
+    if (!pXml) return nullptr;
+    pXml->pRoot = NewNode();
+    if (!pXml->pRoot) {
+        std::free(pXml);
+        return nullptr;
+    }
+    pXml->pCursor = pXml->pRoot;
+    return pXml;
+}
+
+int XmlDestroy(XmlContext* pXml)
+{
+    if (!pXml) return 1;
+    std::free(pXml->pszVersion);
+    std::free(pXml->pszEncoding);
+    std::free(pXml->pszStandalone);
+    std::free(pXml->pszReadBase);
+    FreeTree(pXml->pRoot);
+    std::free(pXml);
+    return 0;
+}
+
+int XmlReset(XmlContext** ppXml)
+{
+    if (!ppXml || !*ppXml) return 1;
+    XmlDestroy(*ppXml);
+    *ppXml = XmlCreate();
+    return *ppXml ? 0 : 1;
+}
+
+int XmlGoRoot(XmlContext* pXml)
+{
+    if (!pXml) return 1;
+    if (!pXml->pRoot) return Fail(pXml, XML_ERR_ARGUMENT);
+    pXml->pCursor = pXml->pRoot;
+    pXml->nDepth = 0;
+    return Done(pXml);
+}
+
+int XmlIsAtRoot(XmlContext* pXml)
+{
+    if (!pXml) return 0;
+    pXml->nLastError = pXml->pCursor ? XML_OK : XML_ERR_ARGUMENT;
+    return pXml->pCursor && pXml->pCursor == pXml->pRoot ? 1 : 0;
+}
+
+int XmlHasChildren(XmlContext* pXml)
+{
+    if (!pXml) return 0;
+    if (!pXml->pCursor) {
+        pXml->nLastError = XML_ERR_ARGUMENT;
+        return 0;
+    }
+    pXml->nLastError = pXml->pCursor->pFirstChild ? XML_OK : XML_ERR_NO_RELATIVE;
+    return pXml->pCursor->pFirstChild ? 1 : 0;
+}
+
+int XmlGoFirstChild(XmlContext* pXml)
+{
+    return GoChild(pXml, &XmlNode::pFirstChild);
+}
+
+int XmlGoLastChild(XmlContext* pXml)
+{
+    return GoChild(pXml, &XmlNode::pLastChild);
+}
+
+int XmlGoChildNamed(XmlContext* pXml, const char* pszName)
+{
+    if (!pXml) return 1;
+    if (!pszName || !pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
+    XmlNode* pFirst = pXml->pCursor->pFirstChild;
+    if (!pFirst) return Fail(pXml, XML_ERR_NO_RELATIVE);
+    for (XmlNode* pNode = pFirst; pNode; pNode = pNode->pNext) {
+        if (std::strcmp(pNode->pszName, pszName) == 0) {
+            pXml->pCursor = pNode;
+            ++pXml->nDepth;
+            return Done(pXml);
+        }
+    }
+    return Fail(pXml, XML_ERR_NO_ELEMENT);
+}
+
+int XmlGoNextSibling(XmlContext* pXml)
+{
+    return GoSibling(pXml, &XmlNode::pNext);
+}
+
+int XmlGoPrevSibling(XmlContext* pXml)
+{
+    return GoSibling(pXml, &XmlNode::pPrev);
+}
+
+int XmlGoLastSibling(XmlContext* pXml)
+{
+    if (!pXml) return 1;
+    if (!pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
+    if (pXml->pCursor->pParent) pXml->pCursor = pXml->pCursor->pParent->pLastChild;
+    return Done(pXml);
+}
+
+int XmlGoNextNamed(XmlContext* pXml, const char* pszName)
+{
+    return GoNamed(pXml, pszName, &XmlNode::pNext);
+}
+
+int XmlGoPrevNamed(XmlContext* pXml, const char* pszName)
+{
+    return GoNamed(pXml, pszName, &XmlNode::pPrev);
+}
+
+int XmlGoParent(XmlContext* pXml)
+{
+    if (!pXml) return 1;
+    if (pXml->pCursor && pXml->pCursor != pXml->pRoot) {
+        pXml->pCursor = pXml->pCursor->pParent;
+        --pXml->nDepth;
+    }
+    if (!pXml->pCursor) return Fail(pXml, XML_ERR_NO_PARENT);
+    return Done(pXml);
+}
+
+int XmlAddChild(XmlContext* pXml, const char* pszName, std::size_t nNameLen, const char* pszText,
+                std::size_t nTextLen)
+{
+    if (!pXml) return 1;
+    if (!pXml->pCursor || !pszName || nNameLen == 0) return Fail(pXml, XML_ERR_ARGUMENT);
+    XmlNode* pNode = NewNode();
+    if (!pNode) return Fail(pXml, XML_ERR_MEMORY);
+    const bool bHasText = pszText && nTextLen;
+    pNode->pszName = XmlCopyString(pszName, nNameLen);
+    if (pNode->pszName && bHasText) pNode->pszText = XmlCopyString(pszText, nTextLen);
+    if (!pNode->pszName || (bHasText && !pNode->pszText)) {
+        FreeOneNode(pNode);
+        return Fail(pXml, XML_ERR_ARGUMENT);
+    }
+    LinkAsLastChild(pXml->pCursor, pNode);
+    return Done(pXml);
+}
+
+int XmlAddChildZ(XmlContext* pXml, const char* pszName, const char* pszText)
+{
+    return XmlAddChild(pXml, pszName, pszName ? std::strlen(pszName) : 0, pszText,
+                       pszText ? std::strlen(pszText) : 0);
+}
+
+int XmlSetText(XmlContext* pXml, const char* pszText, std::size_t nLen)
+{
+    if (!pXml) return 1;
+    if (!pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
+    std::free(pXml->pCursor->pszText);
+    pXml->pCursor->pszText = nullptr;
+    if (!pszText || nLen == 0) return Done(pXml);
+    pXml->pCursor->pszText = XmlCopyString(pszText, nLen);
+    return pXml->pCursor->pszText ? Done(pXml) : Fail(pXml, XML_ERR_ARGUMENT);
+}
+
+int XmlSetTextZ(XmlContext* pXml, const char* pszText)
+{
+    return XmlSetText(pXml, pszText, pszText ? std::strlen(pszText) : 0);
+}
+
+int XmlSetName(XmlContext* pXml, const char* pszName, std::size_t nLen)
+{
+    if (!pXml || !pszName || nLen == 0) return 1; // the error code stays as it was
+    if (!pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
+    char* pszCopy = XmlCopyString(pszName, nLen);
+    if (!pszCopy) return Fail(pXml, XML_ERR_ARGUMENT);
+    std::free(pXml->pCursor->pszName);
+    pXml->pCursor->pszName = pszCopy;
+    return Done(pXml);
+}
+
+int XmlSetNameZ(XmlContext* pXml, const char* pszName)
+{
+    return XmlSetName(pXml, pszName, pszName ? std::strlen(pszName) : 0);
+}
+
+const char* XmlGetName(XmlContext* pXml)
+{
+    if (!pXml) return nullptr;
+    pXml->nLastError = pXml->pCursor ? XML_OK : XML_ERR_ARGUMENT;
+    return pXml->pCursor ? pXml->pCursor->pszName : nullptr;
+}
+
+const char* XmlGetText(XmlContext* pXml)
+{
+    if (!pXml) return nullptr;
+    pXml->nLastError = pXml->pCursor ? XML_OK : XML_ERR_ARGUMENT;
+    return pXml->pCursor ? pXml->pCursor->pszText : nullptr;
+}
+
+int XmlDeleteNode(XmlContext* pXml)
+{
+    if (!pXml) return 1;
+    XmlNode* pNode = pXml->pCursor;
+    if (!pNode) return Fail(pXml, XML_ERR_ARGUMENT);
+    Unlink(pNode);
+    pXml->pCursor = pNode->pParent; // the depth counter stays: deliberate, nobody relies on it here
+    if (pNode == pXml->pRoot) pXml->pRoot = nullptr;
+    FreeTree(pNode);
+    return Done(pXml);
+}
+
+XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen)
+{
+    const XmlAttrList* pList = pNode->pAttrs;
+    if (!pList) return nullptr;
+    if (!pList->ppBuckets) {
+        XmlAttr* pAttr = pList->pHead;
+        while (pAttr && !IsNamed(pAttr->pszName, pszName, nNameLen)) pAttr = pAttr->pNext;
+        return pAttr;
+    }
+    const uint32_t nHash = HashName(pszName, nNameLen);
+    XmlAttr* pAttr = pList->ppBuckets[nHash % pList->nBuckets];
+    while (pAttr && (pAttr->nHash != nHash || !IsNamed(pAttr->pszName, pszName, nNameLen)))
+        pAttr = pAttr->pNextInBucket;
+    return pAttr;
+}
+
+int XmlSetAttr(XmlContext* pXml, const char* pszName, std::size_t nNameLen, const char* pszValue,
+               std::size_t nValueLen)
+{
+    if (!pXml) return 1;
+    XmlNode* pNode = pXml->pCursor;
+    if (!pNode || !pszName || nNameLen == 0 || !pszValue || nValueLen == 0)
+        return Fail(pXml, XML_ERR_ARGUMENT);
+
+    char* pszNewValue = XmlCopyString(pszValue, nValueLen);
+    if (!pszNewValue) return Fail(pXml, XML_ERR_ARGUMENT);
+    if (XmlAttr* pAttr = XmlFindAttr(pNode, pszName, nNameLen)) {
+        std::free(pAttr->pszValue);
+        pAttr->pszValue = pszNewValue;
+        return Done(pXml);
+    }
+
+    auto* pAttr = static_cast<XmlAttr*>(std::calloc(1, sizeof(XmlAttr)));
+    if (pAttr) pAttr->pszName = XmlCopyString(pszName, nNameLen);
+    if (pAttr && pAttr->pszName && !pNode->pAttrs)
+        pNode->pAttrs = static_cast<XmlAttrList*>(std::calloc(1, sizeof(XmlAttrList)));
+    if (!pAttr || !pAttr->pszName || !pNode->pAttrs) {
+        if (pAttr) FreeAttr(pAttr);
+        std::free(pszNewValue);
+        return Fail(pXml, XML_ERR_ARGUMENT);
+    }
+    pAttr->pszValue = pszNewValue;
+    pAttr->nHash = HashName(pszName, nNameLen);
+    AppendAttr(pNode->pAttrs, pAttr);
+    return Done(pXml);
+}
+
+int XmlSetAttrZ(XmlContext* pXml, const char* pszName, const char* pszValue)
+{
+    return XmlSetAttr(pXml, pszName, pszName ? std::strlen(pszName) : 0, pszValue,
+                      pszValue ? std::strlen(pszValue) : 0);
+}
+
+int32_t XmlAttrCount(XmlContext* pXml)
+{
+    if (!pXml) return -1;
+    pXml->nLastError = pXml->pCursor ? XML_OK : XML_ERR_ARGUMENT;
+    return pXml->pCursor && pXml->pCursor->pAttrs ? pXml->pCursor->pAttrs->nCount : -1;
+}
+
+const char* XmlGetAttr(XmlContext* pXml, const char* pszName)
+{
+    if (!pXml) return nullptr;
+    if (!pszName || !pXml->pCursor || !pXml->pCursor->pAttrs) {
+        pXml->nLastError = XML_ERR_ARGUMENT;
+        return nullptr;
+    }
+    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, std::strlen(pszName));
+    pXml->nLastError = pAttr ? XML_OK : XML_ERR_NO_ATTR;
+    return pAttr ? pAttr->pszValue : nullptr;
+}
+
+const char* XmlAttrNameAt(XmlContext* pXml, int32_t nIndex)
+{
+    const XmlAttr* pAttr = AttrAt(pXml, nIndex);
+    return pAttr ? pAttr->pszName : nullptr;
+}
+
+const char* XmlAttrValueAt(XmlContext* pXml, int32_t nIndex)
+{
+    const XmlAttr* pAttr = AttrAt(pXml, nIndex);
+    return pAttr ? pAttr->pszValue : nullptr;
+}
+
+int XmlDeleteAttr(XmlContext* pXml, const char* pszName)
+{
+    if (!pXml) return 1;
+    XmlAttrList* pList = pXml->pCursor ? pXml->pCursor->pAttrs : nullptr;
+    if (!pList || !pszName) return Fail(pXml, XML_ERR_ARGUMENT);
+    XmlAttr* pPrev = nullptr;
+    for (XmlAttr* pAttr = pList->pHead; pAttr; pPrev = pAttr, pAttr = pAttr->pNext) {
+        if (std::strcmp(pAttr->pszName, pszName) != 0) continue;
+        (pPrev ? pPrev->pNext : pList->pHead) = pAttr->pNext;
+        if (pList->pTail == pAttr) pList->pTail = pPrev;
+        UnlinkFromIndex(pList, pAttr);
+        FreeAttr(pAttr);
+        --pList->nCount;
+        return Done(pXml);
+    }
+    return Fail(pXml, XML_ERR_NO_ATTR);
+}

@@ -1,0 +1,153 @@
+// The XML tree of a drawing and the cursor that walks it: one context holds the tree, the node
+// under the cursor and the last error. The parser (XmlParser.cpp) and the writer (XmlWriter.cpp)
+// are the other two halves of this library.
+//
+// Every operation takes the context first. Where it returns int and says nothing else, 0 is success
+// and 1 failure, and the context's error code tells why; pointers are null on failure. Names are
+// compared byte by byte; no character set is interpreted.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+enum XmlError : int32_t {
+    XML_OK = 0,
+    XML_ERR_ARGUMENT = 1, // bad or missing argument, no cursor or list, string not allocated, index
+    XML_ERR_MEMORY = 2,   // node, list or buffer not allocated; elements nested too deep
+    XML_ERR_OPEN = 3,     // the file to load cannot be opened
+    XML_ERR_EMPTY = 5,    // the text to parse is empty
+    XML_ERR_NO_RELATIVE = 9,  // no child, or no sibling in that direction
+    XML_ERR_NO_ELEMENT = 10,  // no element of that name
+    XML_ERR_NO_PARENT = 11,   // nothing under the cursor after the move to the parent
+    XML_ERR_NO_ATTR = 12,     // no attribute of that name
+    XML_ERR_NO_DECL = 13,     // an XML declaration was expected
+    XML_ERR_ATTR = 14,        // attribute without name, "=" or value
+    XML_ERR_NO_MARKUP = 15,   // input ends where an element was expected
+    XML_ERR_START_TAG = 16,   // "<" expected, or an attribute in a start tag cannot be read
+    XML_ERR_END_NAME = 17,    // input ends right after an element name
+    XML_ERR_END_TAG = 18,     // input ends inside a start tag
+    XML_ERR_SLASH = 19,       // "/" in a tag not followed by ">"
+    XML_ERR_MISMATCH = 20,    // end tag does not match the open element
+    XML_ERR_END_CONTENT = 21, // input ends inside an element's content
+    XML_ERR_NO_COMMENT = 22,  // a comment was expected
+    XML_ERR_UNCLOSED = 23,    // markup not closed by ">"
+    XML_ERR_CREATE = 25       // the file to save cannot be created, written or put in place
+};
+
+// How deep elements may nest below the root. All that walks a tree by recursion relies on it.
+constexpr int32_t XML_MAX_DEPTH = 512;
+
+struct XmlAttr {
+    char* pszName;
+    char* pszValue; // never empty
+    XmlAttr* pNext; // in the order in which they were first set
+    XmlAttr* pNextInBucket;
+    uint32_t nHash;
+    std::size_t nNameOffset; // where it stands in the parsed text; 0 when it was set by a call
+    std::size_t nValueOffset;
+};
+
+struct XmlAttrList {
+    XmlAttr* pHead;
+    XmlAttr* pTail;
+    int32_t nCount;
+    XmlAttr** ppBuckets; // null while the list is short enough to be searched from the head
+    std::size_t nBuckets;
+};
+
+struct XmlNode {
+    char* pszName;       // null only for a root that is not named yet
+    char* pszText;       // null when there is none
+    XmlAttrList* pAttrs; // null until the first attribute is set
+    XmlNode* pParent;
+    XmlNode* pPrev;
+    XmlNode* pNext;
+    XmlNode* pFirstChild;
+    XmlNode* pLastChild;
+    std::size_t nOffset;     // of its "<" in the parsed text
+    std::size_t nTextOffset; // of its text
+};
+
+// What a forgiving reader passes over without a word; an author wants to hear of it.
+enum XmlNotice {
+    XML_NOTICE_ATTR_UNQUOTED, // dropped: the value has no quotes
+    XML_NOTICE_ATTR_EMPTY,    // dropped: the value is empty
+    XML_NOTICE_ATTR_REPEATED, // the value replaces an earlier one
+    XML_NOTICE_TEXT_REPLACED, // the text replaces an earlier run of the same element
+    XML_NOTICE_SECOND_ROOT,   // an element after the root became the root's child
+    XML_NOTICE_TRAILING_TEXT, // reading stopped at text outside of any element
+    XML_NOTICE_UNCLOSED       // reading stopped inside markup that is not closed
+};
+
+struct XmlObserver {
+    void (*pfnNotice)(void* pUser, XmlNotice nNotice, std::size_t nOffset, const char* pszName);
+    void* pUser;
+};
+
+struct XmlContext {
+    int32_t nLastError;
+    int32_t nLine; // counted by the parser from 0
+    int32_t nColumn;
+    char* pszVersion; // from the declaration, null when not given
+    char* pszEncoding;
+    char* pszStandalone;
+    char* pszReadBase; // the file's text, freed with the context
+    char* pszReadPos;  // where the parser stands, or stopped
+    bool bDeclSeen;
+    XmlNode* pRoot;
+    XmlNode* pCursor;
+    bool bRootSeen;
+    int32_t nDepth;
+    const XmlObserver* pObserver; // null: nobody listens
+};
+
+XmlContext* XmlCreate();
+int XmlDestroy(XmlContext* pXml);
+int XmlReset(XmlContext** ppXml);
+
+int XmlGoRoot(XmlContext* pXml);
+int XmlIsAtRoot(XmlContext* pXml);    // 1 on the root, else 0
+int XmlHasChildren(XmlContext* pXml); // 1 with children, else 0
+int XmlGoFirstChild(XmlContext* pXml);
+int XmlGoLastChild(XmlContext* pXml);
+int XmlGoChildNamed(XmlContext* pXml, const char* pszName);
+int XmlGoNextSibling(XmlContext* pXml);
+int XmlGoPrevSibling(XmlContext* pXml);
+int XmlGoLastSibling(XmlContext* pXml);
+int XmlGoNextNamed(XmlContext* pXml, const char* pszName);
+int XmlGoPrevNamed(XmlContext* pXml, const char* pszName);
+int XmlGoParent(XmlContext* pXml);
+
+// The new element becomes the last child of the node under the cursor; the cursor stays.
+int XmlAddChild(XmlContext* pXml, const char* pszName, std::size_t nNameLen, const char* pszText,
+                std::size_t nTextLen);
+int XmlAddChildZ(XmlContext* pXml, const char* pszName, const char* pszText);
+int XmlSetText(XmlContext* pXml, const char* pszText, std::size_t nLen);
+int XmlSetTextZ(XmlContext* pXml, const char* pszText);
+int XmlSetName(XmlContext* pXml, const char* pszName, std::size_t nLen);
+int XmlSetNameZ(XmlContext* pXml, const char* pszName);
+const char* XmlGetName(XmlContext* pXml);
+const char* XmlGetText(XmlContext* pXml);
+int XmlDeleteNode(XmlContext* pXml);
+
+// An attribute never holds an empty value: setting one fails and leaves the element unchanged.
+int XmlSetAttr(XmlContext* pXml, const char* pszName, std::size_t nNameLen, const char* pszValue,
+               std::size_t nValueLen);
+int XmlSetAttrZ(XmlContext* pXml, const char* pszName, const char* pszValue);
+int32_t XmlAttrCount(XmlContext* pXml); // -1: the element never had an attribute
+const char* XmlGetAttr(XmlContext* pXml, const char* pszName);
+const char* XmlAttrNameAt(XmlContext* pXml, int32_t nIndex);
+const char* XmlAttrValueAt(XmlContext* pXml, int32_t nIndex);
+int XmlDeleteAttr(XmlContext* pXml, const char* pszName);
+
+// Parsing. The text is altered: decoded characters are written back into it.
+int XmlParseText(XmlContext* pXml, char* pszText);
+int XmlLoadFile(XmlContext* pXml, const char* pszPath);
+
+// Writing. Serialize returns the length without the ending zero; a null buffer only measures.
+std::size_t XmlSerialize(XmlContext* pXml, char* pszBuffer);
+int XmlSaveFile(XmlContext* pXml, const char* pszPath);
+
+// For the parser and the lookups of this library.
+XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen);
+char* XmlCopyString(const char* pszText, std::size_t nLen); // null when memory fails

@@ -1,0 +1,263 @@
+// The writer: turns the tree back into text that the parser reads as the same tree, and saves it so
+// that a drawing which stood in the file before is never lost.
+#include "xml/XmlTree.h"
+
+#include <windows.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr int MAX_IDLE_WRITES = 16; // writes in a row without progress before a save is given up
+constexpr int MAX_TEMP_NAMES = 100; // names beside the target that are tried
+
+// Counts, and with a buffer also stores, what is written. The length sticks at its maximum instead
+// of wrapping, so that a document too large for memory is never measured as a small one.
+class CXmlSink {
+public:
+    explicit CXmlSink(char* pOut) : m_pOut(pOut) {}
+
+    void Put(const char* pText, std::size_t nLen)
+    {
+        if (m_nLen > SIZE_MAX - nLen) {
+            m_nLen = SIZE_MAX;
+            return;
+        }
+        if (m_pOut) std::memcpy(m_pOut + m_nLen, pText, nLen);
+        m_nLen += nLen;
+    }
+    void Put(const char* pszText) { Put(pszText, std::strlen(pszText)); }
+    [[nodiscard]] std::size_t Length() const { return m_nLen; }
+
+private:
+    char* m_pOut;
+    std::size_t m_nLen = 0;
+};
+
+const char* EscapeOf(char c)
+{
+    switch (c) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    case '\'':
+        return "&apos;";
+    default:
+        return nullptr;
+    }
+}
+
+// How many bytes of a character reference stand at p, to be copied as they are; 0 for none. The run
+// up to ";" is taken whatever it holds, save the one byte that would end the text or value it
+// stands in: copying that would change the file's structure.
+std::size_t ReferenceLength(const char* p, char cEnd)
+{
+    if (p[0] != '&' || p[1] != '#' || p[2] != 'x' || !p[3] || !p[4]) return 0;
+    const char* pEnd = std::strchr(p, ';');
+    if (!pEnd) return 0;
+    const auto nLen = static_cast<std::size_t>(pEnd - p) + 1;
+    return std::memchr(p, cEnd, nLen) ? 0 : nLen;
+}
+
+void PutEscaped(CXmlSink& sink, const char* pszText, char cEnd)
+{
+    const char* pszSemicolon = std::strchr(pszText, ';'); // no reference without one
+    for (const char* p = pszText; *p;) {
+        if (pszSemicolon && pszSemicolon < p) pszSemicolon = std::strchr(p, ';');
+        const std::size_t nReference = pszSemicolon ? ReferenceLength(p, cEnd) : 0;
+        if (nReference) {
+            sink.Put(p, nReference);
+            p += nReference;
+            continue;
+        }
+        if (const char* pszEscape = EscapeOf(*p))
+            sink.Put(pszEscape);
+        else
+            sink.Put(p, 1);
+        ++p;
+    }
+}
+
+// A raw double quote anywhere but in front asks for single quotes around the value; since quotes
+// are escaped both forms read back the same.
+void PutAttr(CXmlSink& sink, const XmlAttr& attr)
+{
+    const char cQuote = std::strchr(attr.pszValue + 1, '"') ? '\'' : '"';
+    sink.Put(" ");
+    sink.Put(attr.pszName);
+    sink.Put("=");
+    sink.Put(&cQuote, 1);
+    PutEscaped(sink, attr.pszValue, cQuote);
+    sink.Put(&cQuote, 1);
+}
+
+void PutStart(CXmlSink& sink, const XmlNode& node)
+{
+    sink.Put("<");
+    if (node.pszName) sink.Put(node.pszName);
+    if (node.pAttrs)
+        for (const XmlAttr* pAttr = node.pAttrs->pHead; pAttr; pAttr = pAttr->pNext)
+            PutAttr(sink, *pAttr);
+    if (node.pszText || node.pFirstChild) {
+        sink.Put(">");
+        if (node.pszText) PutEscaped(sink, node.pszText, '<');
+    } else {
+        sink.Put("/>");
+    }
+    if (!node.pszText) sink.Put("\r\n");
+}
+
+void PutEnd(CXmlSink& sink, const XmlNode& node)
+{
+    if (!node.pszText && !node.pFirstChild) return; // "/>" ended it
+    sink.Put("</");
+    if (node.pszName) sink.Put(node.pszName);
+    sink.Put(">\r\n");
+}
+
+// A loop over the links, not recursion: the tree may have been nested to any depth by calls.
+void PutTree(CXmlSink& sink, const XmlNode* pRoot)
+{
+    const XmlNode* pNode = pRoot;
+    PutStart(sink, *pNode);
+    for (;;) {
+        if (pNode->pFirstChild) {
+            pNode = pNode->pFirstChild;
+            PutStart(sink, *pNode);
+            continue;
+        }
+        PutEnd(sink, *pNode);
+        while (pNode != pRoot && !pNode->pNext) {
+            pNode = pNode->pParent;
+            PutEnd(sink, *pNode);
+        }
+        if (pNode == pRoot) return;
+        pNode = pNode->pNext;
+        PutStart(sink, *pNode);
+    }
+}
+
+void PutDeclared(CXmlSink& sink, const char* pszKeyword, const char* pszValue)
+{
+    if (!pszValue) return;
+    sink.Put(pszKeyword);
+    sink.Put("=\"");
+    sink.Put(pszValue);
+    sink.Put("\" ");
+}
+
+class CMemory { // a block of malloc that goes with its scope
+public:
+    explicit CMemory(std::size_t nSize) noexcept : m_pData(static_cast<char*>(std::malloc(nSize)))
+    {
+    }
+    ~CMemory() { std::free(m_pData); }
+    CMemory(const CMemory&) = delete;
+    CMemory& operator=(const CMemory&) = delete;
+    [[nodiscard]] char* Get() const { return m_pData; }
+
+private:
+    char* m_pData;
+};
+
+bool WriteAll(HANDLE hFile, const char* pData, std::size_t nSize)
+{
+    constexpr std::size_t CHUNK = 0x40000000;
+    int nIdle = 0;
+    for (std::size_t nDone = 0; nDone < nSize;) {
+        const std::size_t nLeft = nSize - nDone;
+        const DWORD nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
+        DWORD nWritten = 0;
+        if (!::WriteFile(hFile, pData + nDone, nWanted, &nWritten, nullptr)) nWritten = 0;
+        nIdle = nWritten ? 0 : nIdle + 1;
+        if (nIdle == MAX_IDLE_WRITES) return false;
+        nDone += nWritten;
+    }
+    return true;
+}
+
+// Whether the target can be replaced: it is missing, or a plain file that nobody has open and that
+// is not read-only. Replacing by name would pass over all of that silently on some systems.
+bool IsReplaceable(const char* pszPath)
+{
+    const HANDLE hFile = ::CreateFileA(pszPath, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (hFile != INVALID_HANDLE_VALUE) {
+        const bool bIsDiskFile = ::GetFileType(hFile) == FILE_TYPE_DISK;
+        ::CloseHandle(hFile);
+        return bIsDiskFile;
+    }
+    return ::GetLastError() == ERROR_FILE_NOT_FOUND;
+}
+
+// Creates a file beside the target under a name that nothing has, and leaves the name in pszTemp.
+HANDLE CreateBeside(const char* pszPath, char* pszTemp, std::size_t nTempSize)
+{
+    for (int n = 0; n < MAX_TEMP_NAMES; ++n) {
+        std::snprintf(pszTemp, nTempSize, "%s.%02d~", pszPath, n);
+        const HANDLE hFile = ::CreateFileA(pszTemp, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (hFile != INVALID_HANDLE_VALUE) return hFile;
+        if (::GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    return INVALID_HANDLE_VALUE;
+}
+
+// The old or the new file is whole at every moment: the bytes go to a new file first, which takes
+// the target's place by one rename once they have reached the disk.
+bool SaveWhole(const char* pszPath, const char* pData, std::size_t nSize)
+{
+    const std::size_t nTempSize = std::strlen(pszPath) + 8;
+    const CMemory temp(nTempSize);
+    if (!temp.Get() || !IsReplaceable(pszPath)) return false;
+    const HANDLE hFile = CreateBeside(pszPath, temp.Get(), nTempSize);
+    if (hFile == INVALID_HANDLE_VALUE) return false;
+    bool bDone = WriteAll(hFile, pData, nSize) && ::FlushFileBuffers(hFile);
+    bDone = ::CloseHandle(hFile) && bDone;
+    bDone = bDone &&
+            ::MoveFileExA(temp.Get(), pszPath, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    if (!bDone) ::DeleteFileA(temp.Get());
+    return bDone;
+}
+
+} // namespace
+
+std::size_t XmlSerialize(XmlContext* pXml, char* pszBuffer)
+{
+    if (!pXml) return 0;
+    CXmlSink sink(pszBuffer);
+    sink.Put("<?xml ");
+    PutDeclared(sink, "version", pXml->pszVersion);
+    PutDeclared(sink, "encoding", pXml->pszEncoding);
+    PutDeclared(sink, "standalone", pXml->pszStandalone);
+    sink.Put("?>\r\n");
+    if (XmlGoRoot(pXml) == 0) PutTree(sink, pXml->pRoot);
+    if (pszBuffer) pszBuffer[sink.Length()] = 0;
+    return sink.Length();
+}
+
+int XmlSaveFile(XmlContext* pXml, const char* pszPath)
+{
+    if (!pXml) return 1;
+    if (!pszPath) {
+        pXml->nLastError = XML_ERR_ARGUMENT;
+        return 1;
+    }
+    const std::size_t nLen = XmlSerialize(pXml, nullptr);
+    pXml->nLastError = XML_ERR_MEMORY;
+    if (nLen >= SIZE_MAX / 2) return 1;
+    const CMemory text(nLen + 1);
+    if (!text.Get()) return 1;
+    XmlSerialize(pXml, text.Get());
+    // The ending zero is part of the file: deliberate, readers stop there.
+    const bool bSaved = SaveWhole(pszPath, text.Get(), nLen + 1);
+    pXml->nLastError = bSaved ? XML_OK : XML_ERR_CREATE;
+    return bSaved ? 0 : 1;
+}
