@@ -2,6 +2,7 @@
 // down, and how the two are joined. The terms are worked out once for every column and every row.
 #include "brush/Gradient.h"
 
+#include "engine/Block.h"
 #include "render/GdiScopes.h"
 #include "render/Mapping.h"
 
@@ -108,23 +109,6 @@ void FillTerms(uint8_t* pOut, Term nTerm, int32_t nOrigin, int32_t nLength, cons
                 TermAt(nTerm, p, nOrigin, nLength, first.nChannel[n], second.nChannel[n]));
 }
 
-class CBlock { // a block of malloc that goes with its scope; null when it does not fit
-public:
-    explicit CBlock(uint64_t nSize) noexcept
-        : m_pData(nSize < SIZE_MAX / 2
-                      ? static_cast<uint8_t*>(std::malloc(static_cast<std::size_t>(nSize)))
-                      : nullptr)
-    {
-    }
-    ~CBlock() { std::free(m_pData); }
-    CBlock(const CBlock&) = delete;
-    CBlock& operator=(const CBlock&) = delete;
-    [[nodiscard]] uint8_t* Get() const { return m_pData; }
-
-private:
-    uint8_t* m_pData;
-};
-
 } // namespace
 
 int32_t GradientRamp(int32_t p, int32_t nOrigin, int32_t nLength, int32_t a, int32_t b)
@@ -180,7 +164,7 @@ HBRUSH CGradient::MakeBrush() const
     const CBlock bitmap(nPixels * 4 + sizeof(BITMAPINFOHEADER));
     const CBlock across(static_cast<uint64_t>(m_nWidth) * CHANNELS);
     const CBlock down(static_cast<uint64_t>(m_nHeight) * CHANNELS);
-    if (!bitmap.Get() || !across.Get() || !down.Get()) return nullptr;
+    if (!bitmap.As<uint8_t>() || !across.As<uint8_t>() || !down.As<uint8_t>()) return nullptr;
 
     BITMAPINFOHEADER header{};
     header.biSize = sizeof header;
@@ -189,17 +173,17 @@ HBRUSH CGradient::MakeBrush() const
     header.biPlanes = 1;
     header.biBitCount = 32;
     header.biCompression = BI_RGB;
-    std::memcpy(bitmap.Get(), &header, sizeof header);
+    std::memcpy(bitmap.As<uint8_t>(), &header, sizeof header);
 
     const KindRow& kind = g_kinds[m_nKind];
     const Colour first = ToChannels(m_clr1);
     const Colour second = ToChannels(m_clr2);
-    FillTerms(across.Get(), kind.nAcross, m_nX, m_nWidth, first, second);
-    FillTerms(down.Get(), kind.nDown, m_nY, m_nHeight, first, second);
-    uint8_t* pPixel = bitmap.Get() + sizeof header;
+    FillTerms(across.As<uint8_t>(), kind.nAcross, m_nX, m_nWidth, first, second);
+    FillTerms(down.As<uint8_t>(), kind.nDown, m_nY, m_nHeight, first, second);
+    uint8_t* pPixel = bitmap.As<uint8_t>() + sizeof header;
     for (int32_t q = 0; q < m_nHeight; ++q) {
-        const uint8_t* pDown = down.Get() + static_cast<std::size_t>(q) * CHANNELS;
-        const uint8_t* pAcross = across.Get();
+        const uint8_t* pDown = down.As<uint8_t>() + static_cast<std::size_t>(q) * CHANNELS;
+        const uint8_t* pAcross = across.As<uint8_t>();
         for (int32_t p = 0; p < m_nWidth; ++p, pPixel += 4, pAcross += CHANNELS) {
             for (int n = 0; n < CHANNELS; ++n)
                 pPixel[n] = static_cast<uint8_t>(JoinTerms(kind.nJoin, pAcross[n], pDown[n],
@@ -207,7 +191,7 @@ HBRUSH CGradient::MakeBrush() const
             pPixel[CHANNELS] = 0;
         }
     }
-    return ::CreateDIBPatternBrushPt(bitmap.Get(), DIB_RGB_COLORS);
+    return ::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS);
 }
 
 int CGradient::Fill(HDC hdc, int32_t nX, int32_t nY, int32_t nWidth, int32_t nHeight) const

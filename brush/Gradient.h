@@ -28,7 +28,7 @@ public:
 
 private:
     CGradient(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2) noexcept;
-    HBRUSH MakeBrush() const;
+    [[nodiscard]] HBRUSH MakeBrush() const;
 
     int32_t m_nX; // device units
     int32_t m_nY;

@@ -35,8 +35,8 @@ CQELDraft::CQELDraft(const CQELDraft& other)
     ShareGradient(m_hGradient);
 }
 
-CQELDraft&
-CQELDraft::operator=(const CQELDraft& other) // NOLINT(bugprone-unhandled-self-assignment)
+// Members are copied as they are. NOLINTNEXTLINE(bugprone-unhandled-self-assignment,cert-oop54-cpp)
+CQELDraft& CQELDraft::operator=(const CQELDraft& other)
 {
     m_nStyle = other.m_nStyle;
     m_hBitmap = other.m_hBitmap;

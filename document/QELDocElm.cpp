@@ -33,19 +33,15 @@ int CQELDocElm::CopyTo(CQELDocElm* pParent, CQELDocElm** ppOut)
     *ppOut = nullptr;
     CQELDocElm* pCopy = nullptr;
     if (!Clone(&pCopy)) return 0;
-    bool bDone = true;
-    if (*Id()) {
-        char szId[ID_TEXT_SIZE + sizeof COPY_SUFFIX];
-        std::strcpy(szId, Id());        // NOLINT: an identifier fits its buffer
-        std::strcat(szId, COPY_SUFFIX); // NOLINT
-        bDone = pCopy->SetId(szId) != 0;
-    }
+    bool bDone = !*Id() || (pCopy->SetId(Id()) && pCopy->AppendToId(COPY_SUFFIX));
     if (pParent && pParent == m_pParent)
         pCopy->InsertAfter(this);
     else if (pParent)
         pParent->AppendChild(pCopy);
+    // The copy of a child belongs to pCopy, which the analyzer does not see.
     for (CQELDocElm* pChild = m_pFirstChild; pChild && bDone; pChild = pChild->m_pNext) {
         CQELDocElm* pChildCopy = nullptr;
+        // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
         bDone = pChild->CopyTo(pCopy, &pChildCopy) != 0;
     }
     if (!bDone) {
@@ -126,68 +122,10 @@ int CQELDocElm::Save()
     return 1;
 }
 
-void CQELDocElm::AppendChild(CQELDocElm* pChild)
-{
-    pChild->m_pParent = this;
-    pChild->m_pPrev = m_pLastChild;
-    pChild->m_pNext = nullptr;
-    (m_pLastChild ? m_pLastChild->m_pNext : m_pFirstChild) = pChild;
-    m_pLastChild = pChild;
-}
-
-void CQELDocElm::PrependChild(CQELDocElm* pChild)
-{
-    if (m_pFirstChild)
-        pChild->InsertBefore(m_pFirstChild);
-    else
-        AppendChild(pChild);
-}
-
-void CQELDocElm::InsertAfter(CQELDocElm* pSibling)
-{
-    m_pParent = pSibling->m_pParent;
-    m_pPrev = pSibling;
-    m_pNext = pSibling->m_pNext;
-    if (m_pNext) m_pNext->m_pPrev = this;
-    pSibling->m_pNext = this;
-    if (m_pParent && m_pParent->m_pLastChild == pSibling) m_pParent->m_pLastChild = this;
-}
-
-void CQELDocElm::InsertBefore(CQELDocElm* pSibling)
-{
-    m_pParent = pSibling->m_pParent;
-    m_pNext = pSibling;
-    m_pPrev = pSibling->m_pPrev;
-    if (m_pPrev) m_pPrev->m_pNext = this;
-    pSibling->m_pPrev = this;
-    if (m_pParent && m_pParent->m_pFirstChild == pSibling) m_pParent->m_pFirstChild = this;
-}
-
-void CQELDocElm::Unlink()
-{
-    if (m_pPrev)
-        m_pPrev->m_pNext = m_pNext;
-    else if (m_pParent)
-        m_pParent->m_pFirstChild = m_pNext;
-    if (m_pNext)
-        m_pNext->m_pPrev = m_pPrev;
-    else if (m_pParent)
-        m_pParent->m_pLastChild = m_pPrev;
-    m_pParent = m_pPrev = m_pNext = nullptr;
-}
-
 void CQELDocElm::Remove()
 {
-    while (m_pFirstChild) delete m_pFirstChild; // each unlinks itself
+    DeleteChildren();
     Unlink();
-}
-
-CQELDocElm* CQELDocElm::NextInTree(const CQELDocElm* pTop) const
-{
-    if (m_pFirstChild) return m_pFirstChild;
-    for (const CQELDocElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
-        if (pElm->m_pNext) return pElm->m_pNext;
-    return nullptr;
 }
 
 bool CQELDocElm::IsInside(const CQELDocElm* pTop) const
@@ -224,6 +162,15 @@ int CQELDocElm::SetId(const char* pszId)
     std::size_t nLen = 0;
     while (nLen + 1 < ID_TEXT_SIZE && pszId[nLen]) ++nLen;
     std::memmove(m_pszId, pszId, nLen);
+    m_pszId[nLen] = 0;
+    return 1;
+}
+
+// What does not fit is cut.
+int CQELDocElm::AppendToId(const char* pszSuffix)
+{
+    std::size_t nLen = std::strlen(m_pszId);
+    while (nLen + 1 < ID_TEXT_SIZE && *pszSuffix) m_pszId[nLen++] = *pszSuffix++;
     m_pszId[nLen] = 0;
     return 1;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "engine/Handles.h"
+#include "engine/TreeLinks.h"
 #include "xml/XmlTree.h"
 
 #include <windows.h>
@@ -16,7 +17,7 @@ class CQELViewElm;
 
 constexpr int ID_TEXT_SIZE = 256; // bytes of an identifier, the ending zero included
 
-class CQELDocElm {
+class CQELDocElm : public CTreeLinks<CQELDocElm> {
 public:
     // ppXml: the document's field that holds the XML tree while a file is read or written. It also
     // tells which document the element belongs to.
@@ -39,21 +40,7 @@ public:
     virtual int Load(); // from the XML element under the cursor
     virtual int Save(); // as a new XML element under the cursor, onto which the cursor moves
 
-    // Tree links. An element owns its children.
-    void AppendChild(CQELDocElm* pChild);
-    void PrependChild(CQELDocElm* pChild);
-    void InsertAfter(CQELDocElm* pSibling);  // links this element after a sibling
-    void InsertBefore(CQELDocElm* pSibling); // links this element before a sibling
-    void Unlink();
     void Remove(); // deletes all descendants, then unlinks
-
-    [[nodiscard]] CQELDocElm* Parent() const { return m_pParent; }
-    [[nodiscard]] CQELDocElm* FirstChild() const { return m_pFirstChild; }
-    [[nodiscard]] CQELDocElm* LastChild() const { return m_pLastChild; }
-    [[nodiscard]] CQELDocElm* NextSibling() const { return m_pNext; }
-    [[nodiscard]] CQELDocElm* PrevSibling() const { return m_pPrev; }
-    // The element after this one in a walk of pTop's subtree, parents first; null at its end.
-    [[nodiscard]] CQELDocElm* NextInTree(const CQELDocElm* pTop) const;
     [[nodiscard]] bool IsInside(const CQELDocElm* pTop) const; // pTop itself or a descendant
     [[nodiscard]] int32_t Depth() const;                       // levels below the topmost element
     [[nodiscard]] int32_t Height() const;                      // levels below this element
@@ -70,17 +57,12 @@ protected:
     [[nodiscard]] XmlContext* Xml() const { return *m_ppXml; }
 
 private:
-    friend class CQELDocument; // keeps the elements that were taken out of the picture in a list
+    int AppendToId(const char* pszSuffix); // to an identifier that is set
 
-    CQELDocElm* m_pParent = nullptr;
-    CQELDocElm* m_pFirstChild = nullptr;
-    CQELDocElm* m_pPrev = nullptr;
-    CQELDocElm* m_pNext = nullptr;
     XmlContext** m_ppXml;
     int32_t m_nType;
     CQELViewElm* m_pView = nullptr;
-    char* m_pszId = nullptr;            // a buffer of ID_TEXT_SIZE, made on the first set
-    CQELDocElm* m_pLastChild = nullptr; // so that appending does not walk the children
+    char* m_pszId = nullptr; // a buffer of ID_TEXT_SIZE, made on the first set
     CHandleEntry m_handle{HandleKind::Element, this};
 };
 

@@ -149,7 +149,7 @@ CQELDocElm* CQELDocument::CreateElement(CQELDocElm* pParent, CQELDocElm* pAfter,
 int CQELDocument::DeleteElement(CQELDocElm* pElm)
 {
     if (pElm == m_pRoot) m_pRoot = nullptr;
-    Unlink(pElm);
+    m_detached.Unlink(pElm);
     delete pElm;
     return 1;
 }
@@ -159,14 +159,14 @@ int CQELDocument::MoveElement(CQELDocElm* pElm, CQELDocElm* pNewParent, CQELDocE
     if (pElm == m_pRoot) return 0;
     if (!pNewParent) {
         if (pAfter) return 0;
-        Unlink(pElm);
-        KeepDetached(pElm);
+        m_detached.Unlink(pElm);
+        m_detached.Keep(pElm);
         return 1;
     }
     if (pNewParent->IsInside(pElm) || pAfter == pElm) return 0;
     if (pAfter && pAfter->Parent() != pNewParent) return 0;
     if (pNewParent->Depth() + 1 + pElm->Height() > XML_MAX_DEPTH) return 0;
-    Unlink(pElm);
+    m_detached.Unlink(pElm);
     if (pAfter)
         pElm->InsertAfter(pAfter);
     else
@@ -188,11 +188,7 @@ CQELDocQEL* CQELDocument::NewRoot()
 
 int CQELDocument::SetRoot(CQELDocQEL* pRoot)
 {
-    while (m_pFirstDetached) {
-        CQELDocElm* pElm = m_pFirstDetached;
-        Unlink(pElm);
-        delete pElm;
-    }
+    m_detached.DeleteAll();
     delete m_pRoot;
     m_pRoot = pRoot;
     return 1;
@@ -206,17 +202,4 @@ CQELDocElm* CQELDocument::GetNextSibling(const CQELDocElm* pElm)
 CQELDocElm* CQELDocument::GetPrevSibling(const CQELDocElm* pElm)
 {
     return pElm->Parent() ? pElm->PrevSibling() : nullptr;
-}
-
-void CQELDocument::Unlink(CQELDocElm* pElm)
-{
-    if (m_pFirstDetached == pElm) m_pFirstDetached = pElm->NextSibling();
-    pElm->Unlink();
-}
-
-void CQELDocument::KeepDetached(CQELDocElm* pElm)
-{
-    pElm->m_pNext = m_pFirstDetached;
-    if (m_pFirstDetached) m_pFirstDetached->m_pPrev = pElm;
-    m_pFirstDetached = pElm;
 }

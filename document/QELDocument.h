@@ -51,10 +51,8 @@ private:
     CQELDocElm* BuildOne(CQELDocElm* pParent, bool* pbFailed);
     int SaveTree();
     int ParseTemplate();
-    void Unlink(CQELDocElm* pElm);
-    void KeepDetached(CQELDocElm* pElm);
 
     XmlContext* m_pXml = nullptr;
     CQELDocQEL* m_pRoot = nullptr;
-    CQELDocElm* m_pFirstDetached = nullptr; // chained by their sibling links, without a parent
+    CDetachedList<CQELDocElm> m_detached;
 };

@@ -36,7 +36,11 @@ consteval double CosOfDegree(int nDegree)
 consteval double RoundedStep(double f)
 {
     double fScale = 1e7;
-    for (double fSize = f < 0 ? -f : f; fSize < 0.1; fSize *= 10.0) fScale *= 10.0;
+    double fSize = f < 0 ? -f : f;
+    while (fSize < 0.1) {
+        fSize *= 10.0;
+        fScale *= 10.0;
+    }
     return Rounded(f, fScale);
 }
 

@@ -114,11 +114,7 @@ void CQELView::Clear()
     m_statuses.Clear();
     m_meters.Clear();
     m_pFrame = m_pPattern = m_pDrawRgn = nullptr;
-    while (m_pFirstDetached) {
-        CQELViewElm* pElm = m_pFirstDetached;
-        Unlink(pElm);
-        delete pElm;
-    }
+    m_detached.DeleteAll();
     delete m_pRoot;
     m_pRoot = nullptr;
 }
@@ -151,14 +147,14 @@ int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t n
 int CQELView::DeleteElement(CQELViewElm* pElm)
 {
     if (pElm == m_pRoot) m_pRoot = nullptr;
-    Unlink(pElm);
+    m_detached.Unlink(pElm);
     delete pElm;
     return 1;
 }
 
 int CQELView::MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter)
 {
-    Unlink(pElm);
+    m_detached.Unlink(pElm);
     if (pParent) {
         pElm->Move(pParent, pAfter);
         // An element that was out of the picture has missed what the drawing went through
@@ -167,9 +163,7 @@ int CQELView::MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* 
         pElm->SetBlink(pParent->BlinkPhase());
         return 1;
     }
-    pElm->m_pNext = m_pFirstDetached;
-    if (m_pFirstDetached) m_pFirstDetached->m_pPrev = pElm;
-    m_pFirstDetached = pElm;
+    m_detached.Keep(pElm);
     return 1;
 }
 
@@ -279,10 +273,4 @@ int CQELView::MoveY(CQELViewElm* pElm, int32_t nDy)
 int CQELView::GetDrawGraphRect(const RECT&, RECT*) const
 {
     return 0;
-}
-
-void CQELView::Unlink(CQELViewElm* pElm)
-{
-    if (m_pFirstDetached == pElm) m_pFirstDetached = pElm->NextSibling();
-    pElm->Unlink();
 }

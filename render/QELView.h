@@ -65,10 +65,9 @@ public:
     [[nodiscard]] CQELViewQEL* Root() const { return m_pRoot; }
 
 private:
-    CQELViewElm* MakeElement(int32_t nType) const;
+    [[nodiscard]] CQELViewElm* MakeElement(int32_t nType) const;
     CQELViewElm** SlotOf(int32_t nType);
     CQELViewList* ListOf(int32_t nType);
-    void Unlink(CQELViewElm* pElm);
 
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;
@@ -79,5 +78,5 @@ private:
     CQELViewList m_statuses;
     CQELViewList m_meters;
     uint32_t m_nParams[QEL_PARAM_COUNT] = {0xFFFFFF, 0, 0xFFFFFF, 0};
-    CQELViewElm* m_pFirstDetached = nullptr; // chained by their sibling links, without a parent
+    CDetachedList<CQELViewElm> m_detached; // out of the picture
 };

@@ -15,7 +15,7 @@ public:
     int Rotate(POINT ptCentre, int32_t nAngle) override;
     int MoveX(int32_t nDx) override;
     int MoveY(int32_t nDy) override;
-    HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
 
 protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;

@@ -99,68 +99,20 @@ uint32_t CQELViewElm::GetParamMask() const
     return nMask;
 }
 
-void CQELViewElm::AppendChild(CQELViewElm* pChild)
-{
-    pChild->m_pParent = this;
-    pChild->m_pPrev = m_pLastChild;
-    pChild->m_pNext = nullptr;
-    (m_pLastChild ? m_pLastChild->m_pNext : m_pFirstChild) = pChild;
-    m_pLastChild = pChild;
-}
-
-void CQELViewElm::InsertAfter(CQELViewElm* pSibling)
-{
-    m_pParent = pSibling->m_pParent;
-    m_pPrev = pSibling;
-    m_pNext = pSibling->m_pNext;
-    if (m_pNext) m_pNext->m_pPrev = this;
-    pSibling->m_pNext = this;
-    if (m_pParent && m_pParent->m_pLastChild == pSibling) m_pParent->m_pLastChild = this;
-}
-
-void CQELViewElm::InsertBefore(CQELViewElm* pSibling)
-{
-    m_pParent = pSibling->m_pParent;
-    m_pNext = pSibling;
-    m_pPrev = pSibling->m_pPrev;
-    if (m_pPrev) m_pPrev->m_pNext = this;
-    pSibling->m_pPrev = this;
-    if (m_pParent && m_pParent->m_pFirstChild == pSibling) m_pParent->m_pFirstChild = this;
-}
-
 void CQELViewElm::Move(CQELViewElm* pParent, CQELViewElm* pAfter)
 {
     Unlink();
     if (!pParent) return;
-    if (!pParent->m_pFirstChild)
-        pParent->AppendChild(this);
-    else if (pAfter)
+    if (pAfter && pParent->m_pFirstChild)
         InsertAfter(pAfter);
     else
-        InsertBefore(pParent->m_pFirstChild);
-}
-
-void CQELViewElm::Unlink()
-{
-    if (m_pPrev) m_pPrev->m_pNext = m_pNext;
-    if (m_pNext) m_pNext->m_pPrev = m_pPrev;
-    if (m_pParent && m_pParent->m_pFirstChild == this) m_pParent->m_pFirstChild = m_pNext;
-    if (m_pParent && m_pParent->m_pLastChild == this) m_pParent->m_pLastChild = m_pPrev;
-    m_pParent = m_pNext = m_pPrev = nullptr;
+        pParent->PrependChild(this);
 }
 
 void CQELViewElm::Detach()
 {
-    while (m_pFirstChild) delete m_pFirstChild; // each unlinks itself
+    DeleteChildren();
     Unlink();
-}
-
-CQELViewElm* CQELViewElm::NextInTree(const CQELViewElm* pTop) const
-{
-    if (m_pFirstChild) return m_pFirstChild;
-    for (const CQELViewElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
-        if (pElm->m_pNext) return pElm->m_pNext;
-    return nullptr;
 }
 
 void CQELViewElm::SetRefSize(int32_t nRefW, int32_t nRefH)

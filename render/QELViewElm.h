@@ -3,6 +3,7 @@
 // moves, loads and recolours elements. By default each passes the call on to every child in order.
 #pragma once
 
+#include "engine/TreeLinks.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>
@@ -17,7 +18,7 @@ struct ViewListNode {
     CQELViewElm* pElm;
 };
 
-class CQELViewElm {
+class CQELViewElm : public CTreeLinks<CQELViewElm> {
 public:
     CQELViewElm(int32_t nRefW, int32_t nRefH) noexcept : m_nRefW(nRefW), m_nRefH(nRefH) {}
     virtual ~CQELViewElm();
@@ -37,23 +38,11 @@ public:
     virtual int SetDraftParam(uint32_t nValue);
     virtual int SetDraftForeParam(uint32_t nValue);
     virtual int SetDraftBackParam(uint32_t nValue);
-    virtual uint32_t GetParamMask() const;
+    [[nodiscard]] virtual uint32_t GetParamMask() const;
 
-    // Tree operations. An element owns its children.
-    void AppendChild(CQELViewElm* pChild);
-    void InsertAfter(CQELViewElm* pSibling);
-    void InsertBefore(CQELViewElm* pSibling);
     // Unlinks this element and links it under pParent: after pAfter, or else as the first child.
     void Move(CQELViewElm* pParent, CQELViewElm* pAfter);
-    void Unlink();
     void Detach(); // destroys all children, then unlinks
-
-    [[nodiscard]] CQELViewElm* Parent() const { return m_pParent; }
-    [[nodiscard]] CQELViewElm* FirstChild() const { return m_pFirstChild; }
-    [[nodiscard]] CQELViewElm* NextSibling() const { return m_pNext; }
-    [[nodiscard]] CQELViewElm* PrevSibling() const { return m_pPrev; }
-    // The element after this one in a walk of pTop's subtree, parents first; null at its end.
-    [[nodiscard]] CQELViewElm* NextInTree(const CQELViewElm* pTop) const;
 
     [[nodiscard]] int32_t Type() const { return m_nType; }
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
@@ -72,17 +61,12 @@ protected:
     void SetType(int32_t nType) { m_nType = nType; }
 
 private:
-    friend class CQELView; // keeps the lists and the elements that were taken out of the picture
+    friend class CQELView; // keeps the lists of dynamic elements
 
-    CQELViewElm* m_pParent = nullptr;
-    CQELViewElm* m_pFirstChild = nullptr;
-    CQELViewElm* m_pNext = nullptr;
-    CQELViewElm* m_pPrev = nullptr;
     int32_t m_nType = QEL_TYPE_NONE;
     int32_t m_nRefW;
     int32_t m_nRefH;
     int32_t m_nBlink = 0;
-    CQELViewElm* m_pLastChild = nullptr; // so that appending does not walk the children
     ViewListNode* m_pListNode = nullptr; // null while the element is in none of the view's lists
 };
 

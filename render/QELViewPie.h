@@ -11,7 +11,7 @@ public:
     }
 
     int NewInstance(CQELViewElm** ppOut) const override;
-    HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,

@@ -12,7 +12,7 @@ public:
     }
 
     int NewInstance(CQELViewElm** ppOut) const override;
-    HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,

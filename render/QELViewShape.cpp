@@ -6,6 +6,20 @@
 
 #include <cstring>
 
+namespace {
+
+constexpr KeywordRow g_fillStyles[] = {{QEL_STYLE_STROKE, "Stoke"},
+                                       {QEL_STYLE_FILL, "Fill No3D"},
+                                       {QEL_STYLE_FILL_3DUP, "Fill 3DUp"},
+                                       {QEL_STYLE_FILL_3DDOWN, "Fill 3DDown"},
+                                       {KEYWORD_NONE, nullptr}};
+static_assert(IsSoundTable(g_fillStyles),
+              "styles and keywords are unique and the end mark is there");
+
+} // namespace
+
+const KeywordRow* const g_fillStyleRows = g_fillStyles;
+
 CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
     : CQELViewElm(nRefW, nRefH)
 {

@@ -4,7 +4,11 @@
 // geometry is mapped and turned, and makes its call. The document side is document/QELDocShape.h.
 #pragma once
 
+#include "render/Keywords.h"
 #include "render/QELViewElm.h"
+
+// The fill styles by keyword, spelled as drawing tools spell them, "Stoke" included.
+extern const KeywordRow* const g_fillStyleRows;
 
 // A shape's geometry in device units.
 struct DeviceFigure {
@@ -26,11 +30,11 @@ public:
     int SetDraftParam(uint32_t nValue) override;
     int SetDraftForeParam(uint32_t nValue) override;
     int SetDraftBackParam(uint32_t nValue) override;
-    uint32_t GetParamMask() const override;
+    [[nodiscard]] uint32_t GetParamMask() const override;
 
     // The interior in device units, without pressed shift; the caller deletes it. Null when the
     // class has no interior or the mapping fails.
-    virtual HRGN MakeRegion(const RECT& rcQel) const;
+    [[nodiscard]] virtual HRGN MakeRegion(const RECT& rcQel) const;
 
 protected:
     // Maps the geometry. 0: it cannot be drawn (a point list out of count).

@@ -13,7 +13,7 @@ public:
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
-    uint32_t GetParamMask() const override;
+    [[nodiscard]] uint32_t GetParamMask() const override;
 };
 
 // The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,

@@ -168,7 +168,7 @@ private:
         m_pXml->nColumn = static_cast<int32_t>(static_cast<uint32_t>(m_pXml->nColumn) +
                                                static_cast<uint32_t>(nCount));
     }
-    void PassTo(char* pEnd)
+    void PassTo(const char* pEnd)
     {
         for (; m_p < pEnd; ++m_p)
             if (IsSpace(*m_p)) CountSpace(*m_p);
@@ -500,7 +500,7 @@ bool ReadAll(HANDLE hFile, char* pBuffer, std::size_t nSize)
     for (std::size_t nDone = 0; nDone < nSize;) {
         const std::size_t nLeft = nSize - nDone;
         DWORD nRead = 0;
-        const DWORD nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
+        const auto nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
         if (!::ReadFile(hFile, pBuffer + nDone, nWanted, &nRead, nullptr)) nRead = 0;
         if (nRead > nWanted) return false;
         nIdle = nRead ? 0 : nIdle + 1;

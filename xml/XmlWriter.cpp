@@ -2,6 +2,8 @@
 // that a drawing which stood in the file before is never lost.
 #include "xml/XmlTree.h"
 
+#include "engine/Block.h"
+
 #include <windows.h>
 
 #include <cstdio>
@@ -153,27 +155,13 @@ void PutDeclared(CXmlSink& sink, const char* pszKeyword, const char* pszValue)
     sink.Put("\" ");
 }
 
-class CMemory { // a block of malloc that goes with its scope
-public:
-    explicit CMemory(std::size_t nSize) noexcept : m_pData(static_cast<char*>(std::malloc(nSize)))
-    {
-    }
-    ~CMemory() { std::free(m_pData); }
-    CMemory(const CMemory&) = delete;
-    CMemory& operator=(const CMemory&) = delete;
-    [[nodiscard]] char* Get() const { return m_pData; }
-
-private:
-    char* m_pData;
-};
-
 bool WriteAll(HANDLE hFile, const char* pData, std::size_t nSize)
 {
     constexpr std::size_t CHUNK = 0x40000000;
     int nIdle = 0;
     for (std::size_t nDone = 0; nDone < nSize;) {
         const std::size_t nLeft = nSize - nDone;
-        const DWORD nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
+        const auto nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
         DWORD nWritten = 0;
         if (!::WriteFile(hFile, pData + nDone, nWanted, &nWritten, nullptr)) nWritten = 0;
         nIdle = nWritten ? 0 : nIdle + 1;
@@ -201,7 +189,7 @@ bool IsReplaceable(const char* pszPath)
 HANDLE CreateBeside(const char* pszPath, char* pszTemp, std::size_t nTempSize)
 {
     for (int n = 0; n < MAX_TEMP_NAMES; ++n) {
-        std::snprintf(pszTemp, nTempSize, "%s.%02d~", pszPath, n);
+        if (std::snprintf(pszTemp, nTempSize, "%s.%02d~", pszPath, n) < 0) break;
         const HANDLE hFile = ::CreateFileA(pszTemp, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                            FILE_ATTRIBUTE_NORMAL, nullptr);
         if (hFile != INVALID_HANDLE_VALUE) return hFile;
@@ -215,15 +203,15 @@ HANDLE CreateBeside(const char* pszPath, char* pszTemp, std::size_t nTempSize)
 bool SaveWhole(const char* pszPath, const char* pData, std::size_t nSize)
 {
     const std::size_t nTempSize = std::strlen(pszPath) + 8;
-    const CMemory temp(nTempSize);
-    if (!temp.Get() || !IsReplaceable(pszPath)) return false;
-    const HANDLE hFile = CreateBeside(pszPath, temp.Get(), nTempSize);
+    const CBlock temp(nTempSize);
+    if (!temp.As<char>() || !IsReplaceable(pszPath)) return false;
+    const HANDLE hFile = CreateBeside(pszPath, temp.As<char>(), nTempSize);
     if (hFile == INVALID_HANDLE_VALUE) return false;
     bool bDone = WriteAll(hFile, pData, nSize) && ::FlushFileBuffers(hFile);
     bDone = ::CloseHandle(hFile) && bDone;
-    bDone = bDone &&
-            ::MoveFileExA(temp.Get(), pszPath, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-    if (!bDone) ::DeleteFileA(temp.Get());
+    bDone = bDone && ::MoveFileExA(temp.As<char>(), pszPath,
+                                   MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    if (!bDone) ::DeleteFileA(temp.As<char>());
     return bDone;
 }
 
@@ -253,11 +241,11 @@ int XmlSaveFile(XmlContext* pXml, const char* pszPath)
     const std::size_t nLen = XmlSerialize(pXml, nullptr);
     pXml->nLastError = XML_ERR_MEMORY;
     if (nLen >= SIZE_MAX / 2) return 1;
-    const CMemory text(nLen + 1);
-    if (!text.Get()) return 1;
-    XmlSerialize(pXml, text.Get());
+    const CBlock text(nLen + 1);
+    if (!text.As<char>()) return 1;
+    XmlSerialize(pXml, text.As<char>());
     // The ending zero is part of the file: deliberate, readers stop there.
-    const bool bSaved = SaveWhole(pszPath, text.Get(), nLen + 1);
+    const bool bSaved = SaveWhole(pszPath, text.As<char>(), nLen + 1);
     pXml->nLastError = bSaved ? XML_OK : XML_ERR_CREATE;
     return bSaved ? 0 : 1;
 }

@@ -1,0 +1,102 @@
+# shellcheck shell=bash
+# What the commands of this project need, and how it is installed; sourced by ./qel, ./test.sh and
+# bench/run.sh. With nothing missing it starts no program but the build tool.
+
+QEL_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+QEL_FONT=/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc
+export WINEPREFIX=${QEL_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/wine}
+export WINEDEBUG=${WINEDEBUG:--all}
+
+# Code page 936 is to be the ANSI one, since drawings declare gb2312; Wine takes it from the locale,
+# which need not exist for anybody else.
+QEL_WINE=(env LC_ALL=zh_CN.UTF-8 wine)
+
+qel_say() { printf '%s\n' "$*" >&2; }
+
+qel_missing=()
+qel_need() { # FILE-OR-COMMAND PACKAGE
+  case $1 in
+    /*) [ -e "$1" ] || qel_missing+=("$2") ;;
+    *) command -v "$1" >/dev/null 2>&1 || qel_missing+=("$2") ;;
+  esac
+}
+
+qel_need_tools() {
+  qel_need cmake cmake
+  qel_need ninja ninja-build
+  qel_need i686-w64-mingw32-g++-posix g++-mingw-w64-i686
+  qel_need wine wine
+  qel_need /usr/lib/wine/wine wine32:i386
+  qel_need "$QEL_FONT" fonts-wqy-zenhei
+}
+
+qel_need_test_tools() {
+  qel_need_tools
+  qel_need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
+  qel_need /usr/lib/wine/wine64 wine64
+  qel_need /usr/src/googletest/CMakeLists.txt googletest
+  qel_need clang-format clang-format
+  qel_need clang-tidy clang-tidy
+  qel_need git git
+  qel_need python3 python3
+}
+
+# Installs what is missing, or says in one message what is to be installed.
+qel_install() {
+  [ ${#qel_missing[@]} -eq 0 ] && return 0
+  local id='' VERSION_CODENAME='' ID=''
+  # shellcheck disable=SC1091
+  [ -r /etc/os-release ] && . /etc/os-release
+  id=$ID
+  if [ "$id" != debian ] || [ "$VERSION_CODENAME" != bookworm ] || [ "$(id -u)" != 0 ]; then
+    qel_say "Missing: ${qel_missing[*]} (names of Debian 12 packages). Only as root on Debian 12 can" \
+      "this script install them itself; elsewhere install MinGW-w64 for i686 and x86_64 with posix" \
+      "threads, CMake 3.25, Ninja, Wine with its 32-bit half and the font WenQuanYi Zen Hei, and for" \
+      "the tests clang-format 14, clang-tidy 14 and the sources of GoogleTest. On Debian 12:" \
+      "dpkg --add-architecture i386 && apt-get update && apt-get install --no-install-recommends" \
+      "-t bookworm ${qel_missing[*]}"
+    return 1
+  fi
+  qel_say "Installing ${qel_missing[*]} ..."
+  local log
+  log=$(mktemp)
+  # The update may fail over a list that is not needed; what counts is the installation.
+  if ! { dpkg --add-architecture i386
+         apt-get update
+         DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+           -t "$VERSION_CODENAME" "${qel_missing[@]}"; } >"$log" 2>&1 </dev/null; then
+    tail -n 20 "$log" >&2
+    qel_say "The installation failed; its whole output is in $log."
+    return 1
+  fi
+  rm -f "$log"
+}
+
+# Wine keeps its own idea of a Windows machine in a folder, made once.
+qel_make_prefix() {
+  [ -e "$WINEPREFIX/.qel-ready" ] && return 0
+  qel_say "Setting up Wine (once, about 20 seconds) ..."
+  mkdir -p "$WINEPREFIX"
+  WINEDLLOVERRIDES="mscoree=;mshtml=" wineboot -i >/dev/null 2>&1 </dev/null
+  wineserver -w
+  [ -e "$WINEPREFIX/system.reg" ] || { qel_say "Wine could not be set up in $WINEPREFIX."; return 1; }
+  touch "$WINEPREFIX/.qel-ready"
+}
+
+# Builds what is stale of a preset: qel_build PRESET [TARGET...]. Quiet unless something fails.
+qel_build() {
+  local preset=$1 dir=$QEL_ROOT/build/$1 log
+  shift
+  mkdir -p "$dir"
+  exec 9>"$dir/.lock"
+  flock 9
+  log=$dir/build.log
+  if [ ! -e "$dir/build.ninja" ]; then
+    (cd "$QEL_ROOT" && cmake --preset "$preset") >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
+  fi
+  if [ "$(ninja -C "$dir" -n "$@" 2>/dev/null | tail -n 1)" != "ninja: no work to do." ]; then
+    qel_say "Building ($preset) ..."
+    ninja -C "$dir" "$@" >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
+  fi
+  exec 9>&-
+}

@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Runs clang-tidy over the sources that changed since they last passed: scripts/tidy.sh [FILE...]
+# A file has passed while it, every header of the project and .clang-tidy are as they were.
+set -u
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+cd "$QEL_ROOT" || exit 1
+
+stamps=build/tidy
+mkdir -p "$stamps"
+gcc_headers=$(dirname "$(i686-w64-mingw32-g++-posix -print-libgcc-file-name)")/include/c++
+headers=$(git ls-files -co --exclude-standard '*.h' .clang-tidy | sort | xargs cat | sha256sum)
+
+files=("$@")
+[ $# -gt 0 ] || mapfile -t files < <(git ls-files -co --exclude-standard \
+  'engine/*.cpp' 'xml/*.cpp' 'document/*.cpp' 'render/*.cpp' 'brush/*.cpp' 'dynamic/*.cpp' \
+  'meter/*.cpp' 'tools/*.cpp')
+
+check() {
+  local file=$1 stamp
+  stamp=$stamps/$(printf '%s %s' "$headers" "$(sha256sum "$file")" | sha256sum | cut -c1-40)
+  [ -e "$stamp" ] && return 0
+  if clang-tidy -p build/i686 --quiet --extra-arg=--target=i686-w64-mingw32 \
+      --extra-arg=-isystem"$gcc_headers" --extra-arg=-isystem"$gcc_headers/i686-w64-mingw32" \
+      "$file" >"$stamp.log" 2>/dev/null; then
+    mv "$stamp.log" "$stamp"
+  else
+    grep -E 'error:|warning:' "$stamp.log"
+    return 1
+  fi
+}
+export -f check
+export stamps headers gcc_headers
+printf '%s\0' "${files[@]}" | xargs -0 -P "$(nproc)" -I{} bash -c 'check "$1"' _ {}

@@ -1,0 +1,93 @@
+// Prints the tables of docs/format.md from the engine's own tables, each between a line
+// "<!-- table NAME -->" and a line "<!-- end -->"; scripts/docs.sh puts them into the page.
+#include "document/Tags.h"
+
+#include "document/QELDocQEL.h"
+#include "document/QELDocShape.h"
+#include "render/Mapping.h"
+#include "render/QELViewShape.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+void Begin(const char* pszName, const char* pszHead, const char* pszRule)
+{
+    std::printf("<!-- table %s -->\n%s\n%s\n", pszName, pszHead, pszRule);
+}
+
+void End()
+{
+    std::puts("<!-- end -->");
+}
+
+void PrintDefault(const AttrInfo& info)
+{
+    char szValue[ATTR_TEXT_SIZE] = "";
+    if (info.pForm->pfnFormat) info.pForm->pfnFormat(info.nDefault, szValue, sizeof szValue);
+    if (*szValue)
+        std::printf("| `%s` | not `%s` |", szValue, szValue);
+    else if (info.nId == ATTR_CRD)
+        std::printf("| see the element | always |");
+    else
+        std::printf("| empty | not empty |");
+}
+
+void PrintAttr(const AttrInfo& info, void*)
+{
+    const bool bText = info.nId == ATTR_TEXT;
+    std::printf(bText ? "| the element's text | %s " : "| `%s` | %s ",
+                bText ? info.pForm->pszName : AttrName(info.nId), bText ? "" : info.pForm->pszName);
+    PrintDefault(info);
+    std::printf(" %s |\n", info.pszMeaning);
+}
+
+void PrintAttrs(const char* pszName, void (*pfnVisit)(AttrVisitor, void*))
+{
+    Begin(pszName, "| attribute | form | default | written when | meaning |",
+          "|---|---|---|---|---|");
+    pfnVisit(PrintAttr, nullptr);
+    End();
+}
+
+void PrintTags()
+{
+    Begin("tags", "| tag | type | `crd` | default `crd` | what it is |", "|---|---|---|---|---|");
+    for (const TagRow* pRow = g_tagRows; pRow->pszName; ++pRow) {
+        XmlContext* pXml = nullptr;
+        const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(pRow->nId, &pXml));
+        const bool bShape = pElm && pRow->nId >= QEL_TYPE_TEXT && pRow->nId <= QEL_TYPE_POLYGON;
+        std::printf("| `%s` | %d |", pRow->pszName, static_cast<int>(pRow->nId));
+        if (bShape) {
+            const CrdForm& form = static_cast<const CQELDocShape&>(*pElm).GetCrdForm();
+            std::printf(" %s | `%s` |", form.pszMeaning, form.pszDefault);
+        } else {
+            std::printf(" | |");
+        }
+        std::printf(" %s |\n", pRow->pszMeaning);
+    }
+    End();
+}
+
+void PrintKeywords(const char* pszName, const KeywordRow* pRows)
+{
+    Begin(pszName, "| keyword | value |", "|---|---|");
+    for (; pRows->pszName; ++pRows)
+        std::printf("| \"%s\" | `0x%x` |\n", pRows->pszName, static_cast<unsigned>(pRows->nId));
+    End();
+}
+
+} // namespace
+
+int main()
+{
+    PrintTags();
+    PrintAttrs("root", &CQELDocQEL::VisitAttrs);
+    PrintAttrs("shape", &CQELDocShape::VisitAttrs);
+    PrintKeywords("fill", g_fillStyleRows);
+    PrintKeywords("anchor", g_keepAnchors);
+    PrintKeywords("along", g_keepAlong);
+    PrintKeywords("away", g_keepAway);
+    return 0;
+}
