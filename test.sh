@@ -35,7 +35,7 @@ sources() { git ls-files -co --exclude-standard '*.cpp' '*.h' '*.c'; }
 format_holds() { sources | xargs clang-format --dry-run -Werror; }
 build_all() { qel_build "$1"; }
 run_tests() { ctest --test-dir "build/$1" --output-on-failure --verbose; }
-tool_tests() { QEL="env LC_ALL=zh_CN.UTF-8 wine $PWD/build/i686/bin/qel.exe" bash tests/tool_tests.sh; }
+tool_tests() { QEL="$PWD/scripts/wine.sh $PWD/build/i686/bin/qel.exe" bash tests/tool_tests.sh; }
 drawings_are_clean() { ./qel check examples/*.qel; }
 docs_are_current() { scripts/docs.sh --check; }
 c_compilers_take_the_header() { scripts/header.sh; }

@@ -72,7 +72,7 @@ void DrawSpline(HDC hdc, const POINT* pPoints, DWORD nCount, double fTension)
 
 BOOL QELAPI QELDrawBezier(HDC hdc, const POINT* pPoints, DWORD nCount)
 {
-    return ::PolyBezier(hdc, pPoints, nCount);
+    return pPoints ? ::PolyBezier(hdc, pPoints, nCount) : FALSE;
 }
 
 // The result is 0 in every case: deliberate, hosts have never been told more.

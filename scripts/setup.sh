@@ -7,9 +7,10 @@ QEL_FONT=/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc
 export WINEPREFIX=${QEL_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/wine}
 export WINEDEBUG=${WINEDEBUG:--all}
 
-# Code page 936 is to be the ANSI one, since drawings declare gb2312; Wine takes it from the locale,
-# which need not exist for anybody else.
-QEL_WINE=(env LC_ALL=zh_CN.UTF-8 wine)
+# Code page 936 is to be the ANSI one, since drawings declare gb2312. Wine takes it from the locale, which
+# is made beside the Wine folder and need not exist for anybody else.
+QEL_LOCALES=$(dirname "$WINEPREFIX")/locale
+QEL_WINE=(env LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 wine)
 
 qel_say() { printf '%s\n' "$*" >&2; }
 
@@ -28,6 +29,7 @@ qel_need_tools() {
   qel_need wine wine
   qel_need /usr/lib/wine/wine wine32:i386
   qel_need "$QEL_FONT" fonts-wqy-zenhei
+  qel_need /usr/share/i18n/locales/zh_CN locales
 }
 
 qel_need_test_tools() {
@@ -72,12 +74,16 @@ qel_install() {
   rm -f "$log"
 }
 
-# Wine keeps its own idea of a Windows machine in a folder, made once.
+# Wine keeps its own idea of a Windows machine in a folder, made once; the locale likewise.
 qel_make_prefix() {
+  if [ ! -e "$QEL_LOCALES/zh_CN.UTF-8/LC_CTYPE" ]; then
+    mkdir -p "$QEL_LOCALES"
+    localedef -i zh_CN -f UTF-8 "$QEL_LOCALES/zh_CN.UTF-8" || return 1
+  fi
   [ -e "$WINEPREFIX/.qel-ready" ] && return 0
   qel_say "Setting up Wine (once, about 20 seconds) ..."
   mkdir -p "$WINEPREFIX"
-  WINEDLLOVERRIDES="mscoree=;mshtml=" wineboot -i >/dev/null 2>&1 </dev/null
+  LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 WINEDLLOVERRIDES="mscoree=;mshtml=" wineboot -i >/dev/null 2>&1 </dev/null
   wineserver -w
   [ -e "$WINEPREFIX/system.reg" ] || { qel_say "Wine could not be set up in $WINEPREFIX."; return 1; }
   touch "$WINEPREFIX/.qel-ready"
