@@ -56,25 +56,41 @@ const char* EscapeOf(char c)
     }
 }
 
+// The next place of a byte in a text, looked for again only when the writing has passed the last
+// one.
+class CNextOf {
+public:
+    CNextOf(const char* pszText, char c) : m_c(c), m_pAt(std::strchr(pszText, c)) {}
+
+    const char* From(const char* p) // null when there is none
+    {
+        if (m_pAt && m_pAt < p) m_pAt = std::strchr(p, m_c);
+        return m_pAt;
+    }
+
+private:
+    char m_c;
+    const char* m_pAt;
+};
+
 // How many bytes of a character reference stand at p, to be copied as they are; 0 for none. The run
 // up to ";" is taken whatever it holds, save the one byte that would end the text or value it
 // stands in: copying that would change the file's structure.
-std::size_t ReferenceLength(const char* p, char cEnd)
+std::size_t ReferenceLength(const char* p, CNextOf& semicolon, CNextOf& end)
 {
     if (p[0] != '&' || p[1] != '#' || p[2] != 'x' || !p[3] || !p[4]) return 0;
-    const char* pEnd = std::strchr(p, ';');
-    if (!pEnd) return 0;
-    const auto nLen = static_cast<std::size_t>(pEnd - p) + 1;
-    return std::memchr(p, cEnd, nLen) ? 0 : nLen;
+    const char* pLast = semicolon.From(p);
+    const char* pEnd = end.From(p);
+    if (!pLast || (pEnd && pEnd < pLast)) return 0;
+    return static_cast<std::size_t>(pLast - p) + 1;
 }
 
 void PutEscaped(CXmlSink& sink, const char* pszText, char cEnd)
 {
-    const char* pszSemicolon = std::strchr(pszText, ';'); // no reference without one
+    CNextOf semicolon(pszText, ';');
+    CNextOf end(pszText, cEnd);
     for (const char* p = pszText; *p;) {
-        if (pszSemicolon && pszSemicolon < p) pszSemicolon = std::strchr(p, ';');
-        const std::size_t nReference = pszSemicolon ? ReferenceLength(p, cEnd) : 0;
-        if (nReference) {
+        if (const std::size_t nReference = ReferenceLength(p, semicolon, end)) {
             sink.Put(p, nReference);
             p += nReference;
             continue;
@@ -175,6 +191,10 @@ bool WriteAll(HANDLE hFile, const char* pData, std::size_t nSize)
 // is not read-only. Replacing by name would pass over all of that silently on some systems.
 bool IsReplaceable(const char* pszPath)
 {
+    const DWORD nAttributes = ::GetFileAttributesA(pszPath);
+    if (nAttributes != INVALID_FILE_ATTRIBUTES &&
+        (nAttributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)))
+        return false;
     const HANDLE hFile = ::CreateFileA(pszPath, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
                                        FILE_ATTRIBUTE_NORMAL, nullptr);
     if (hFile != INVALID_HANDLE_VALUE) {

@@ -1,0 +1,685 @@
+// Loading and saving files, with files and folders that refuse, reads and writes that stall, and
+// memory that fails at each step in turn. The code is xml/XmlParser.cpp and xml/XmlWriter.cpp.
+#include "tests/support/Files.h"
+#include "xml/XmlTree.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string Dump(const XmlNode* pNode)
+{
+    if (!pNode) return "nothing";
+    std::string out = pNode->pszName ? pNode->pszName : "?";
+    for (const XmlAttr* p = pNode->pAttrs ? pNode->pAttrs->pHead : nullptr; p; p = p->pNext)
+        out.append("[").append(p->pszName).append("=").append(p->pszValue).append("]");
+    if (pNode->pszText) out.append("{").append(pNode->pszText).append("}");
+    for (const XmlNode* p = pNode->pFirstChild; p; p = p->pNext)
+        out.append(p->pPrev ? " " : "(").append(Dump(p)).append(p->pNext ? "" : ")");
+    return out;
+}
+
+class CXml { // a context that goes with the test
+public:
+    CXml() : m_pXml(XmlCreate()) {}
+    explicit CXml(std::string text) : CXml() { EXPECT_EQ(0, XmlParseText(m_pXml, text.data())); }
+    ~CXml() { XmlDestroy(m_pXml); }
+    CXml(const CXml&) = delete;
+    CXml& operator=(const CXml&) = delete;
+    operator XmlContext*() const { return m_pXml; }
+    XmlContext* operator->() const { return m_pXml; }
+    [[nodiscard]] std::string Tree() const { return Dump(m_pXml->pRoot); }
+
+private:
+    XmlContext* m_pXml;
+};
+
+class COpenFile {
+public:
+    COpenFile(const std::string& path, DWORD nAccess, DWORD nShare)
+        : m_h(::CreateFileA(path.c_str(), nAccess, nShare, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+    }
+    ~COpenFile()
+    {
+        if (IsOpen()) ::CloseHandle(m_h);
+    }
+    COpenFile(const COpenFile&) = delete;
+    COpenFile& operator=(const COpenFile&) = delete;
+    [[nodiscard]] bool IsOpen() const { return m_h != INVALID_HANDLE_VALUE; }
+
+private:
+    HANDLE m_h;
+};
+
+// Puts another function in the place of one that this program imports, until it goes out of scope.
+class CImportHook {
+public:
+    CImportHook(const char* pszName, void* pNew) : m_ppSlot(Slot(pszName))
+    {
+        if (m_ppSlot) m_pOld = Swap(pNew);
+    }
+    ~CImportHook()
+    {
+        if (m_ppSlot) Swap(m_pOld);
+    }
+    CImportHook(const CImportHook&) = delete;
+    CImportHook& operator=(const CImportHook&) = delete;
+    [[nodiscard]] bool IsSet() const { return m_ppSlot != nullptr; }
+    template <class Fn>
+    Fn* Original() const
+    {
+        return reinterpret_cast<Fn*>(m_pOld);
+    }
+
+private:
+    static void** Slot(const char* pszName)
+    {
+        char* pBase = reinterpret_cast<char*>(::GetModuleHandleA(nullptr));
+        const auto* pDos = reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase);
+        const auto* pNt = reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + pDos->e_lfanew);
+        const auto& dir = pNt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+        auto* pDll = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(pBase + dir.VirtualAddress);
+        for (; pDll->Name; ++pDll) {
+            auto* pName = reinterpret_cast<IMAGE_THUNK_DATA*>(pBase + pDll->OriginalFirstThunk);
+            auto* pSlot = reinterpret_cast<void**>(pBase + pDll->FirstThunk);
+            for (; pName->u1.AddressOfData; ++pName, ++pSlot) {
+                if (IMAGE_SNAP_BY_ORDINAL(pName->u1.Ordinal)) continue;
+                const auto* pImport =
+                    reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(pBase + pName->u1.AddressOfData);
+                if (!std::strcmp(reinterpret_cast<const char*>(pImport->Name), pszName))
+                    return pSlot;
+            }
+        }
+        return nullptr;
+    }
+    void* Swap(void* pNew)
+    {
+        DWORD nOld = 0;
+        ::VirtualProtect(m_ppSlot, sizeof(void*), PAGE_READWRITE, &nOld);
+        void* pOld = *m_ppSlot;
+        *m_ppSlot = pNew;
+        ::VirtualProtect(m_ppSlot, sizeof(void*), nOld, &nOld);
+        return pOld;
+    }
+
+    void** m_ppSlot;
+    void* m_pOld{};
+};
+
+// What the disk does while it is slow: each call that moves bytes comes after some that move none.
+struct SlowDisk {
+    using ReadFn = BOOL WINAPI(HANDLE, LPVOID, DWORD, LPDWORD, LPOVERLAPPED);
+    using WriteFn = BOOL WINAPI(HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED);
+    inline static ReadFn* s_pfnRead;
+    inline static WriteFn* s_pfnWrite;
+    inline static int s_nStalls;     // before each call that moves bytes; less than 0: for ever
+    inline static DWORD s_nMost;     // bytes moved by such a call
+    inline static BOOL s_bStallCode; // what a stalled call answers
+    inline static int s_nStalled;    // so far, in a row
+    inline static int s_nCalls;
+
+    static bool Stall(DWORD* pnMoved)
+    {
+        ++s_nCalls;
+        if (s_nStalls >= 0 && s_nStalled == s_nStalls) {
+            s_nStalled = 0;
+            return false;
+        }
+        ++s_nStalled;
+        if (pnMoved) *pnMoved = 0;
+        return true;
+    }
+    static BOOL WINAPI Read(HANDLE h, LPVOID p, DWORD n, LPDWORD pnMoved, LPOVERLAPPED pOver)
+    {
+        return Stall(pnMoved) ? s_bStallCode
+                              : s_pfnRead(h, p, n < s_nMost ? n : s_nMost, pnMoved, pOver);
+    }
+    static BOOL WINAPI Write(HANDLE h, LPCVOID p, DWORD n, LPDWORD pnMoved, LPOVERLAPPED pOver)
+    {
+        return Stall(pnMoved) ? s_bStallCode
+                              : s_pfnWrite(h, p, n < s_nMost ? n : s_nMost, pnMoved, pOver);
+    }
+};
+
+int Slowly(int nStalls, DWORD nMost, BOOL bStallCode, const std::function<int()>& run)
+{
+    const CImportHook read("ReadFile", reinterpret_cast<void*>(&SlowDisk::Read));
+    const CImportHook write("WriteFile", reinterpret_cast<void*>(&SlowDisk::Write));
+    EXPECT_TRUE(read.IsSet() && write.IsSet());
+    SlowDisk::s_pfnRead = read.Original<SlowDisk::ReadFn>();
+    SlowDisk::s_pfnWrite = write.Original<SlowDisk::WriteFn>();
+    SlowDisk::s_nStalls = nStalls;
+    SlowDisk::s_nMost = nMost;
+    SlowDisk::s_bStallCode = bStallCode;
+    SlowDisk::s_nStalled = 0;
+    SlowDisk::s_nCalls = 0;
+    return run();
+}
+
+// The names under which files were opened or made.
+struct OpenedNames {
+    using OpenFn = HANDLE WINAPI(LPCSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE);
+    inline static OpenFn* s_pfnOpen;
+    inline static std::vector<std::string> s_names;
+
+    static HANDLE WINAPI Open(LPCSTR pszName, DWORD nAccess, DWORD nShare, LPSECURITY_ATTRIBUTES p,
+                              DWORD nHow, DWORD nFlags, HANDLE h)
+    {
+        s_names.emplace_back(pszName);
+        return s_pfnOpen(pszName, nAccess, nShare, p, nHow, nFlags, h);
+    }
+};
+
+// Memory that fails at the n-th request, and the count of what was not given back.
+struct FailingMemory {
+    inline static void* (*s_pfnMalloc)(std::size_t);
+    inline static void* (*s_pfnCalloc)(std::size_t, std::size_t);
+    inline static void* (*s_pfnRealloc)(void*, std::size_t);
+    inline static void (*s_pfnFree)(void*);
+    inline static int s_nUntilFailure;
+    inline static bool s_bFailed;
+    inline static int s_nHeld;
+
+    static bool Fail()
+    {
+        const bool bNow = --s_nUntilFailure == 0;
+        s_bFailed = s_bFailed || bNow;
+        return bNow;
+    }
+    static void* Malloc(std::size_t n)
+    {
+        void* p = Fail() ? nullptr : s_pfnMalloc(n);
+        s_nHeld += p != nullptr;
+        return p;
+    }
+    static void* Calloc(std::size_t n, std::size_t nSize)
+    {
+        void* p = Fail() ? nullptr : s_pfnCalloc(n, nSize);
+        s_nHeld += p != nullptr;
+        return p;
+    }
+    static void* Realloc(void* pOld, std::size_t n)
+    {
+        if (Fail()) return nullptr;
+        void* p = s_pfnRealloc(pOld, n);
+        s_nHeld += !pOld && p;
+        return p;
+    }
+    static void Free(void* p)
+    {
+        s_nHeld -= p != nullptr;
+        s_pfnFree(p);
+    }
+
+    // Runs with the n-th request failing; false when there was none so late.
+    template <class Run>
+    static bool At(int nRequest, Run run)
+    {
+        const CImportHook mallocHook("malloc", reinterpret_cast<void*>(&Malloc));
+        const CImportHook callocHook("calloc", reinterpret_cast<void*>(&Calloc));
+        const CImportHook reallocHook("realloc", reinterpret_cast<void*>(&Realloc));
+        const CImportHook freeHook("free", reinterpret_cast<void*>(&Free));
+        s_pfnMalloc = mallocHook.Original<void*(std::size_t)>();
+        s_pfnCalloc = callocHook.Original<void*(std::size_t, std::size_t)>();
+        s_pfnRealloc = reallocHook.Original<void*(void*, std::size_t)>();
+        s_pfnFree = freeHook.Original<void(void*)>();
+        s_nUntilFailure = nRequest;
+        s_bFailed = false;
+        s_nHeld = 0;
+        run();
+        return s_bFailed;
+    }
+};
+
+const char OLD[] = "what stood there before, longer than the new drawing";
+const char NEW[] = "<?xml ?>\r\n<a x=\"1\">t</a>\r\n"; // sizeof counts its ending zero, as files do
+const std::string g_saved(NEW, sizeof NEW);
+
+} // namespace
+
+TEST(XmlLoad, ReadsAFileAndLetsItGo)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    ASSERT_TRUE(WriteBytes(path, "<?xml version='1.0'?><a x='1'><b>t</b></a>"));
+    const CXml xml;
+    EXPECT_EQ(0, XmlLoadFile(xml, path.c_str()));
+    EXPECT_EQ("a[x=1](b{t})", xml.Tree());
+    EXPECT_EQ(0, xml->nLastError);
+    EXPECT_TRUE(COpenFile(path, GENERIC_READ | GENERIC_WRITE, 0).IsOpen()); // nobody holds it
+}
+
+TEST(XmlLoad, AMissingFileIsError3)
+{
+    const CTestFolder folder;
+    for (const std::string& path :
+         {folder.Path("none.qel"), folder.Path("none\\a.qel"), folder.Path("."), std::string("")}) {
+        const CXml xml;
+        EXPECT_EQ(1, XmlLoadFile(xml, path.c_str())) << path;
+        EXPECT_EQ(XML_ERR_OPEN, xml->nLastError) << path;
+        EXPECT_EQ("?", xml.Tree());
+    }
+}
+
+TEST(XmlLoad, AFileThatSomebodyHasOpenIsError3)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    ASSERT_TRUE(WriteBytes(path, "<a/>"));
+    const COpenFile held(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE);
+    ASSERT_TRUE(held.IsOpen());
+    const CXml xml; // the file is opened without sharing, so even a reader is in the way
+    EXPECT_EQ(1, XmlLoadFile(xml, path.c_str()));
+    EXPECT_EQ(XML_ERR_OPEN, xml->nLastError);
+}
+
+TEST(XmlLoad, RefusesNoContextAndNoPath)
+{
+    const CTestFolder folder;
+    EXPECT_EQ(1, XmlLoadFile(nullptr, folder.Path("a.qel").c_str()));
+    const CXml xml;
+    EXPECT_EQ(1, XmlLoadFile(xml, nullptr));
+    EXPECT_NE(0, xml->nLastError);
+    EXPECT_EQ("?", xml.Tree());
+}
+
+TEST(XmlLoad, AnEmptyFileFailsWithoutACode)
+{
+    const CTestFolder folder;
+    ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), ""));
+    const CXml xml;
+    EXPECT_EQ(1, XmlLoadFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(0, xml->nLastError);
+    EXPECT_EQ("?", xml.Tree());
+    EXPECT_TRUE(COpenFile(folder.Path("a.qel"), GENERIC_WRITE, 0).IsOpen());
+}
+
+TEST(XmlLoad, ReadingStopsAtTheFirstZero)
+{
+    const CTestFolder folder;
+    const struct {
+        std::string bytes;
+        const char* pszTree;
+        int nCode;
+    } rows[] = {
+        {std::string("<a/>\0", 5), "a", 0},
+        {std::string("<a/>\0<b/>", 9), "a", 0},
+        {std::string("<a>\0</a>", 8), "a", XML_ERR_END_CONTENT},
+        {std::string("\0<a/>", 5), "?", XML_ERR_EMPTY},
+        {std::string("\0", 1), "?", XML_ERR_EMPTY},
+    };
+    for (const auto& row : rows) {
+        ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), row.bytes));
+        const CXml xml;
+        EXPECT_EQ(row.nCode != 0, XmlLoadFile(xml, folder.Path("a.qel").c_str()));
+        EXPECT_EQ(row.nCode, xml->nLastError);
+        EXPECT_EQ(row.pszTree, xml.Tree());
+    }
+}
+
+TEST(XmlLoad, AFileCutAtAnyByteFailsUntilItsRootIsClosed)
+{
+    const CTestFolder folder;
+    const std::string whole = "<a x='1'>t&lt;<b/></a>"; // no zero at its end, like other editors
+    for (std::size_t n = 2; n <= whole.size(); ++n) {
+        ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), whole.substr(0, n)));
+        const CXml xml;
+        EXPECT_EQ(n < whole.size(), XmlLoadFile(xml, folder.Path("a.qel").c_str())) << n;
+        EXPECT_EQ(n < whole.size(), xml->nLastError != 0) << n;
+    }
+}
+
+TEST(XmlLoad, ShortReadsAreContinued)
+{
+    const CTestFolder folder;
+    ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), "<a x='1'><b>t</b></a>"));
+    for (const BOOL bStallCode : {TRUE, FALSE}) {
+        const CXml xml; // three bytes at a time, after 15 calls each that move none
+        EXPECT_EQ(0, Slowly(15, 3, bStallCode,
+                            [&] { return XmlLoadFile(xml, folder.Path("a.qel").c_str()); }));
+        EXPECT_EQ("a[x=1](b{t})", xml.Tree());
+        EXPECT_EQ(7 * 16, SlowDisk::s_nCalls); // 21 bytes
+    }
+}
+
+TEST(XmlLoad, AReadThatStallsIsGivenUpAfter16Tries)
+{
+    const CTestFolder folder;
+    ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), "<a/>"));
+    for (const BOOL bStallCode : {TRUE, FALSE}) {
+        const CXml xml;
+        EXPECT_EQ(1, Slowly(-1, 3, bStallCode,
+                            [&] { return XmlLoadFile(xml, folder.Path("a.qel").c_str()); }));
+        EXPECT_EQ(16, SlowDisk::s_nCalls);
+        EXPECT_EQ("?", xml.Tree());
+        EXPECT_TRUE(COpenFile(folder.Path("a.qel"), GENERIC_WRITE, 0).IsOpen()); // let go
+    }
+}
+
+TEST(XmlSave, WritesTheDocumentAndItsEndingZero)
+{
+    const CTestFolder folder;
+    const CXml xml("<a x='1'>t</a>");
+    EXPECT_EQ(0, XmlSaveFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(0, xml->nLastError);
+    EXPECT_EQ(g_saved, ReadBytes(folder.Path("a.qel")));
+    EXPECT_EQ('\0', ReadBytes(folder.Path("a.qel")).back());
+    EXPECT_EQ(1, folder.CountFiles());
+    EXPECT_TRUE(COpenFile(folder.Path("a.qel"), GENERIC_WRITE, 0).IsOpen());
+    const CXml back;
+    EXPECT_EQ(0, XmlLoadFile(back, folder.Path("a.qel").c_str()));
+    EXPECT_EQ("a[x=1]{t}", back.Tree());
+}
+
+TEST(XmlSave, RefusesNoContextAndNoPath)
+{
+    const CTestFolder folder;
+    EXPECT_EQ(1, XmlSaveFile(nullptr, folder.Path("a.qel").c_str()));
+    const CXml xml("<a/>");
+    EXPECT_EQ(1, XmlSaveFile(xml, nullptr));
+    EXPECT_EQ(0, folder.CountFiles());
+}
+
+TEST(XmlSave, AnOlderFileIsReplacedWhole)
+{
+    const CTestFolder folder;
+    ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), OLD));
+    const CXml xml("<a x='1'>t</a>");
+    EXPECT_EQ(0, XmlSaveFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(g_saved, ReadBytes(folder.Path("a.qel"))); // no tail of the longer one
+    EXPECT_EQ(0, XmlSaveFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(g_saved, ReadBytes(folder.Path("a.qel")));
+    EXPECT_EQ(1, folder.CountFiles());
+}
+
+TEST(XmlSave, TheFileThatWasLoadedCanBeSavedOver)
+{
+    const CTestFolder folder;
+    ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), "<a x='1'>t</a>"));
+    const CXml xml;
+    ASSERT_EQ(0, XmlLoadFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(0, XmlSaveFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(g_saved, ReadBytes(folder.Path("a.qel")));
+}
+
+TEST(XmlSave, OtherFilesInTheFolderAreLeftAlone)
+{
+    const CTestFolder folder;
+    const char* const NAMES[] = {"a.tmp",  "a.qel.tmp", "a.qel.bak", "a.bak",
+                                 "a.qel~", "~a.qel",    "a.qel.new", "a.qe"};
+    for (const char* pszName : NAMES) ASSERT_TRUE(WriteBytes(folder.Path(pszName), pszName));
+    const CXml xml("<a x='1'>t</a>");
+    EXPECT_EQ(0, XmlSaveFile(xml, folder.Path("a.qel").c_str()));
+    for (const char* pszName : NAMES) EXPECT_EQ(pszName, ReadBytes(folder.Path(pszName)));
+    EXPECT_EQ(g_saved, ReadBytes(folder.Path("a.qel")));
+    EXPECT_EQ(static_cast<int>(std::size(NAMES)) + 1, folder.CountFiles());
+}
+
+TEST(XmlSave, ATakenNameBesideTheTargetIsNotOverwritten)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    const CXml xml("<a x='1'>t</a>");
+    OpenedNames::s_names.clear();
+    {
+        const CImportHook hook("CreateFileA", reinterpret_cast<void*>(&OpenedNames::Open));
+        ASSERT_TRUE(hook.IsSet());
+        OpenedNames::s_pfnOpen = hook.Original<OpenedNames::OpenFn>();
+        ASSERT_EQ(0, XmlSaveFile(xml, path.c_str()));
+    }
+    std::vector<std::string> beside; // what the next save would use, too
+    for (const std::string& name : OpenedNames::s_names)
+        if (name != path) beside.push_back(name);
+    ASSERT_FALSE(beside.empty()); // the bytes did not go straight into the target
+    for (const std::string& name : beside) ASSERT_TRUE(WriteBytes(name, OLD));
+    ASSERT_TRUE(WriteBytes(path, OLD));
+    EXPECT_EQ(0, XmlSaveFile(xml, path.c_str()));
+    EXPECT_EQ(g_saved, ReadBytes(path));
+    for (const std::string& name : beside) EXPECT_EQ(OLD, ReadBytes(name)) << name;
+    EXPECT_EQ(static_cast<int>(beside.size()) + 1, folder.CountFiles());
+}
+
+TEST(XmlSave, TakesBareDottedAndSlashedPaths)
+{
+    const CTestFolder folder;
+    const CXml xml("<a x='1'>t</a>");
+    char szBefore[MAX_PATH];
+    ASSERT_NE(0U, ::GetCurrentDirectoryA(MAX_PATH, szBefore));
+    ASSERT_TRUE(::SetCurrentDirectoryA(folder.Path("").c_str()));
+    const int nBare = XmlSaveFile(xml, "bare.qel"); // no folder in the name: beside is here
+    const int nDot = XmlSaveFile(xml, ".\\dot.qel");
+    const int nNone = XmlSaveFile(xml, "no extension");
+    ::SetCurrentDirectoryA(szBefore);
+    EXPECT_EQ(0, nBare);
+    EXPECT_EQ(0, nDot);
+    EXPECT_EQ(0, nNone);
+    std::string slashes = folder.Path("slash.qel");
+    for (char& c : slashes)
+        if (c == '\\') c = '/';
+    EXPECT_EQ(0, XmlSaveFile(xml, slashes.c_str()));
+    for (const char* pszName : {"bare.qel", "dot.qel", "no extension", "slash.qel"})
+        EXPECT_EQ(g_saved, ReadBytes(folder.Path(pszName))) << pszName;
+    EXPECT_EQ(4, folder.CountFiles());
+}
+
+TEST(XmlSave, AMissingFolderIsError25)
+{
+    const CTestFolder folder;
+    const CXml xml("<a/>");
+    EXPECT_EQ(1, XmlSaveFile(xml, folder.Path("none\\a.qel").c_str()));
+    EXPECT_EQ(XML_ERR_CREATE, xml->nLastError);
+    EXPECT_EQ(1, XmlSaveFile(xml, ""));
+    EXPECT_EQ(XML_ERR_CREATE, xml->nLastError);
+    EXPECT_EQ(0, folder.CountFiles());
+}
+
+TEST(XmlSave, AFolderInThePlaceOfTheFileIsError25)
+{
+    const CTestFolder folder;
+    ASSERT_TRUE(::CreateDirectoryA(folder.Path("a.qel").c_str(), nullptr));
+    const CXml xml("<a/>");
+    EXPECT_EQ(1, XmlSaveFile(xml, folder.Path("a.qel").c_str()));
+    EXPECT_EQ(XML_ERR_CREATE, xml->nLastError);
+    // Only an empty folder can be removed: so nothing was put into it, and it stands yet.
+    EXPECT_TRUE(::RemoveDirectoryA(folder.Path("a.qel").c_str()));
+    EXPECT_EQ(0, folder.CountFiles());
+}
+
+TEST(XmlSave, AReadOnlyFileIsError25AndStays)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    ASSERT_TRUE(WriteBytes(path, OLD));
+    ASSERT_TRUE(::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY));
+    const CXml xml("<a x='1'>t</a>");
+    EXPECT_EQ(1, XmlSaveFile(xml, path.c_str()));
+    EXPECT_EQ(XML_ERR_CREATE, xml->nLastError);
+    EXPECT_EQ(OLD, ReadBytes(path));
+    EXPECT_NE(0U, ::GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(1, folder.CountFiles());
+    ::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST(XmlSave, AFileThatSomebodyHasOpenIsError25AndStays)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    const CXml xml("<a x='1'>t</a>");
+    ASSERT_TRUE(WriteBytes(path, OLD));
+    const struct {
+        DWORD nAccess;
+        DWORD nShare;
+    } rows[] = {{GENERIC_READ, 0},
+                {GENERIC_READ, FILE_SHARE_READ},
+                {GENERIC_READ | GENERIC_WRITE, 0},
+                {GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE}};
+    for (const auto& row : rows) {
+        {
+            const COpenFile held(path, row.nAccess, row.nShare);
+            ASSERT_TRUE(held.IsOpen());
+            EXPECT_EQ(1, XmlSaveFile(xml, path.c_str())) << row.nShare;
+            EXPECT_EQ(XML_ERR_CREATE, xml->nLastError) << row.nShare;
+        }
+        EXPECT_EQ(OLD, ReadBytes(path)) << row.nShare;
+        EXPECT_EQ(1, folder.CountFiles()) << row.nShare;
+    }
+    EXPECT_EQ(0, XmlSaveFile(xml, path.c_str())); // and when it is let go
+    EXPECT_EQ(g_saved, ReadBytes(path));
+}
+
+TEST(XmlSave, ShortWritesAreContinued)
+{
+    const CTestFolder folder;
+    const CXml xml("<a x='1'>t</a>");
+    for (const BOOL bStallCode : {TRUE, FALSE}) {
+        ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), OLD));
+        EXPECT_EQ(0, Slowly(15, 4, bStallCode,
+                            [&] { return XmlSaveFile(xml, folder.Path("a.qel").c_str()); }));
+        EXPECT_EQ(g_saved, ReadBytes(folder.Path("a.qel")));
+    }
+}
+
+TEST(XmlSave, AWriteThatStallsIsGivenUpAfter16TriesAndTheOldFileStays)
+{
+    const CTestFolder folder;
+    const CXml xml("<a x='1'>t</a>");
+    for (const BOOL bStallCode : {TRUE, FALSE}) {
+        ASSERT_TRUE(WriteBytes(folder.Path("a.qel"), OLD));
+        EXPECT_EQ(1, Slowly(-1, 4, bStallCode,
+                            [&] { return XmlSaveFile(xml, folder.Path("a.qel").c_str()); }));
+        EXPECT_EQ(XML_ERR_CREATE, xml->nLastError);
+        EXPECT_EQ(16, SlowDisk::s_nCalls);
+        EXPECT_EQ(OLD, ReadBytes(folder.Path("a.qel")));
+        EXPECT_EQ(1, folder.CountFiles());
+        EXPECT_EQ(1, Slowly(-1, 4, bStallCode,
+                            [&] { return XmlSaveFile(xml, folder.Path("new.qel").c_str()); }));
+        EXPECT_FALSE(Exists(folder.Path("new.qel")));
+        EXPECT_EQ(1, folder.CountFiles());
+    }
+}
+
+TEST(XmlMemory, LoadingFailsCleanlyAtEachRequest)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    ASSERT_TRUE(WriteBytes(path, "<?xml version='1.0' encoding='e'?><a x='1'>t<b y='2'/></a>"));
+    int nRequests = 0;
+    for (bool bFailed = true; bFailed && nRequests < 1000;) {
+        ++nRequests;
+        int nResult = -1;
+        int nCode = -1;
+        bool bMade = false;
+        char szText[128] = "";
+        bFailed = FailingMemory::At(nRequests, [&] {
+            XmlContext* pXml = XmlCreate();
+            bMade = pXml != nullptr;
+            if (!bMade) return;
+            nResult = XmlLoadFile(pXml, path.c_str());
+            nCode = pXml->nLastError;
+            XmlSerialize(pXml, szText); // into no memory of its own
+            XmlDestroy(pXml);
+        });
+        EXPECT_EQ(0, FailingMemory::s_nHeld) << "request " << nRequests; // all was given back
+        if (!bMade) continue;
+        EXPECT_TRUE(nCode == 0 || nCode == 1 || nCode == 2 || nCode == 16) << nCode;
+        EXPECT_EQ(nCode != 0, nResult == 1) << "request " << nRequests;
+        if (nCode == 0) { // a load that tells of no failure has lost nothing
+            EXPECT_STREQ("<?xml version=\"1.0\" encoding=\"e\" ?>\r\n"
+                         "<a x=\"1\">t<b y=\"2\"/>\r\n</a>\r\n",
+                         szText)
+                << "request " << nRequests;
+        }
+        EXPECT_TRUE(COpenFile(path, GENERIC_WRITE, 0).IsOpen()) << "request " << nRequests;
+    }
+    EXPECT_GT(nRequests, 8);
+}
+
+TEST(XmlMemory, TheFilesOwnBufferIsError2)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    ASSERT_TRUE(WriteBytes(path, "<a/>"));
+    const CXml xml;
+    int nResult = 0;
+    ASSERT_TRUE(FailingMemory::At(1, [&] { nResult = XmlLoadFile(xml, path.c_str()); }));
+    EXPECT_EQ(1, nResult);
+    EXPECT_EQ(XML_ERR_MEMORY, xml->nLastError);
+    EXPECT_EQ("?", xml.Tree());
+}
+
+TEST(XmlMemory, EditingFailsCleanlyAtEachRequest)
+{
+    const struct {
+        const char* pszWhat;
+        std::function<int(XmlContext*)> edit;
+        const char* pszDone;
+    } edits[] = {
+        {"child", [](XmlContext* p) { return XmlAddChildZ(p, "c", "u"); }, "a[x=1]{t}(b c{u})"},
+        {"old attr", [](XmlContext* p) { return XmlSetAttrZ(p, "x", "2"); }, "a[x=2]{t}(b)"},
+        {"new attr", [](XmlContext* p) { return XmlSetAttrZ(p, "y", "2"); }, "a[x=1][y=2]{t}(b)"},
+        {"name", [](XmlContext* p) { return XmlSetNameZ(p, "n"); }, "n[x=1]{t}(b)"},
+        {"first attr of b",
+         [](XmlContext* p) {
+             XmlGoFirstChild(p);
+             return XmlSetAttrZ(p, "y", "2");
+         },
+         "a[x=1]{t}(b[y=2])"},
+    };
+    for (const auto& edit : edits) {
+        SCOPED_TRACE(edit.pszWhat);
+        int nRequests = 0;
+        for (bool bFailed = true; bFailed && nRequests < 100;) {
+            const CXml xml("<a x='1'>t<b/></a>");
+            int nResult = -1;
+            bFailed = FailingMemory::At(++nRequests, [&] { nResult = edit.edit(xml); });
+            EXPECT_EQ(bFailed ? 1 : 0, nResult) << "request " << nRequests;
+            EXPECT_EQ(bFailed ? "a[x=1]{t}(b)" : edit.pszDone, xml.Tree());
+            if (bFailed) {
+                EXPECT_TRUE(xml->nLastError == XML_ERR_ARGUMENT ||
+                            xml->nLastError == XML_ERR_MEMORY);
+            }
+        }
+        EXPECT_GT(nRequests, 1); // at least one request failed
+    }
+}
+
+TEST(XmlMemory, ANodeThatCannotBeAllocatedIsError2AndItsStringsAreError1)
+{
+    std::string codes;
+    int nRequests = 0;
+    for (bool bFailed = true; bFailed && nRequests < 100;) {
+        const CXml xml("<a/>");
+        bFailed = FailingMemory::At(++nRequests, [&] { XmlAddChildZ(xml, "c", "u"); });
+        codes += std::to_string(xml->nLastError);
+    }
+    EXPECT_EQ(4U, codes.size()) << codes; // the node, its name, its text, and then it is done
+    EXPECT_NE(std::string::npos, codes.find('2')) << codes;
+    EXPECT_EQ(codes.find('2'), codes.rfind('2')) << codes;
+    EXPECT_EQ('0', codes.back());
+}
+
+TEST(XmlMemory, SavingFailsCleanlyAtEachRequest)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    const CXml xml("<a x='1'>t</a>");
+    int nRequests = 0;
+    for (bool bFailed = true; bFailed && nRequests < 100;) {
+        ASSERT_TRUE(WriteBytes(path, OLD));
+        int nResult = -1;
+        bFailed = FailingMemory::At(++nRequests, [&] { nResult = XmlSaveFile(xml, path.c_str()); });
+        EXPECT_EQ(bFailed ? 1 : 0, nResult) << "request " << nRequests;
+        EXPECT_EQ(bFailed ? std::string(OLD) : g_saved, ReadBytes(path));
+        EXPECT_EQ(1, folder.CountFiles());
+        EXPECT_EQ(0, FailingMemory::s_nHeld) << "request " << nRequests;
+    }
+    EXPECT_GT(nRequests, 1);
+}
