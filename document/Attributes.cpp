@@ -71,6 +71,24 @@ bool IsCleanDecimal(const char* pszText)
     return ScanDecimal(&pszText, &nValue) && IsAtEnd(pszText);
 }
 
+int ParseScan(const char* pszText, int32_t* pnValue)
+{
+    return ScanDecimal(&pszText, pnValue);
+}
+
+int ParseCount(const char* pszText, int32_t* pnValue)
+{
+    uint32_t nValue = 0;
+    if (!ScanUnsigned(&pszText, &nValue)) return 0;
+    *pnValue = static_cast<int32_t>(nValue);
+    return 1;
+}
+
+std::size_t FormatCount(int32_t nValue, char* pszOut, std::size_t nSize)
+{
+    return FormatUnsigned(static_cast<uint32_t>(nValue), pszOut, nSize);
+}
+
 int ParseHex(const char* pszText, int32_t* pnValue)
 {
     uint32_t nValue = 0;
@@ -136,6 +154,13 @@ int ParseKind(const char* pszText, int32_t* pnValue)
     return 1;
 }
 
+int ParseStatus(const char* pszText, int32_t* pnValue)
+{
+    ParseDecimal(pszText, pnValue);
+    if (*pnValue < 0) *pnValue = 0;
+    return 1;
+}
+
 } // namespace
 
 const KeywordRow* const g_attrNameRows = g_names;
@@ -143,6 +168,9 @@ const KeywordRow* const g_attrNameRows = g_names;
 const AttrForm g_formDecimal = {"decimal", ParseDecimal, FormatDecimalValue, IsCleanDecimal};
 const AttrForm g_formHex = {"0x hexadecimal", ParseHex, FormatHex, IsCleanHex};
 const AttrForm g_formColour = {"colour", ParseColour, FormatColour, IsCleanColour};
+const AttrForm g_formScan = {"decimal", ParseScan, FormatDecimalValue, IsCleanDecimal};
+const AttrForm g_formCount = {"decimal", ParseCount, FormatCount, IsCleanDecimal};
+const AttrForm g_formStatus = {"decimal", ParseStatus, FormatDecimalValue, IsCleanDecimal};
 const AttrForm g_formKind = {"decimal", ParseKind, FormatDecimalValue, IsCleanDecimal};
 const AttrForm g_formCrd = {"coordinates", nullptr, nullptr, nullptr};
 const AttrForm g_formText = {"text", nullptr, nullptr, nullptr};

@@ -4,9 +4,11 @@
 #pragma once
 
 #include "render/Keywords.h"
+#include "xml/XmlTree.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 enum AttrId : int32_t {
     ATTR_ID = 0,
@@ -46,6 +48,9 @@ enum AttrId : int32_t {
 
 extern const KeywordRow* const g_attrNameRows;
 
+// The name by which an attribute is known; "(text)" for the element's text.
+const char* AttrName(AttrId nId);
+
 // A textual form of one 32-bit value. Parse: 0 when the text is refused; the value is then as it
 // was. Format: the length, 0 when it does not fit.
 struct AttrForm {
@@ -58,7 +63,10 @@ struct AttrForm {
 extern const AttrForm g_formDecimal; // digits with an optional sign; what is no number reads as 0
 extern const AttrForm g_formHex;     // "0x" and hexadecimal digits
 extern const AttrForm g_formColour;  // the same, and the word "glt" for the blink bit
+extern const AttrForm g_formScan;    // digits with an optional sign; what is no number is refused
+extern const AttrForm g_formCount;   // the same without sign; a negative number wraps
 extern const AttrForm g_formKind;    // decimal; anything but 0 to 2 reads as 0
+extern const AttrForm g_formStatus;  // decimal; a negative number reads as 0
 extern const AttrForm g_formCrd;     // the coordinates: the class reads and writes them itself
 extern const AttrForm g_formText;    // text, likewise
 
@@ -78,7 +86,37 @@ struct AttrRow : AttrInfo {
 
 constexpr std::size_t ATTR_TEXT_SIZE = 32; // room for one formatted value
 
-using AttrVisitor = void (*)(const AttrInfo& info, void* pUser);
+// Reads one attribute of the XML element under the cursor into its field. 0: it is not there or is
+// refused, and the field keeps what it holds.
+template <class T>
+int LoadAttr(T* pElm, const AttrRow<T>& row, XmlContext* pXml)
+{
+    const char* pszValue = XmlGetAttr(pXml, AttrName(row.nId));
+    return pszValue ? row.pForm->pfnParse(pszValue, &(pElm->*row.pField)) : 0;
+}
 
-// The name by which an attribute is known; "(text)" for the element's text.
-const char* AttrName(AttrId nId);
+// Writes one field as an attribute, unless it holds its default. 0: it could not be written.
+template <class T>
+int SaveAttr(const T* pElm, const AttrRow<T>& row, XmlContext* pXml)
+{
+    if (pElm->*row.pField == row.nDefault) return 1;
+    char szValue[ATTR_TEXT_SIZE];
+    if (!row.pForm->pfnFormat(pElm->*row.pField, szValue, sizeof szValue)) return 0;
+    return XmlSetAttrZ(pXml, AttrName(row.nId), szValue) ? 0 : 1;
+}
+
+template <class T>
+void LoadAttrs(T* pElm, std::span<const AttrRow<T>> rows, XmlContext* pXml)
+{
+    for (const auto& row : rows) LoadAttr(pElm, row, pXml);
+}
+
+template <class T>
+int SaveAttrs(const T* pElm, std::span<const AttrRow<T>> rows, XmlContext* pXml)
+{
+    for (const auto& row : rows)
+        if (!SaveAttr(pElm, row, pXml)) return 0;
+    return 1;
+}
+
+using AttrVisitor = void (*)(const AttrInfo& info, void* pUser);

@@ -80,7 +80,7 @@ int CQELDocPointList::GetRect(RECT* prc) const
 int CQELDocPointList::MapRect(const RECT& rcOld, const RECT& rcNew)
 {
     if (!HasPoints()) return 0;
-    const Shifts shifts = ShiftsBetween(rcOld, rcNew);
+    const CrdShifts shifts = ShiftsBetween(rcOld, rcNew);
     for (int32_t n = 0; n < Words()[0]; ++n) {
         int32_t* pPoint = Words() + 1 + 2 * n;
         pPoint[0] = WrapAdd(pPoint[0], shifts.nX);

@@ -89,21 +89,11 @@ int CQELDocQEL::SetAttr(const void* pBlock)
 int CQELDocQEL::Load()
 {
     if (!CQELDocElm::Load()) return 0;
-    for (const auto& row : Attrs()) {
-        const char* pszValue = XmlGetAttr(Xml(), AttrName(row.nId));
-        if (pszValue) row.pForm->pfnParse(pszValue, &(this->*row.pField));
-    }
+    LoadAttrs(this, Attrs(), Xml());
     return 1;
 }
 
 int CQELDocQEL::Save()
 {
-    if (!CQELDocElm::Save()) return 0;
-    for (const auto& row : Attrs()) {
-        if (this->*row.pField == row.nDefault) continue;
-        char szValue[ATTR_TEXT_SIZE];
-        if (!row.pForm->pfnFormat(this->*row.pField, szValue, sizeof szValue)) return 0;
-        if (XmlSetAttrZ(Xml(), AttrName(row.nId), szValue)) return 0;
-    }
-    return 1;
+    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Xml()) ? 1 : 0;
 }

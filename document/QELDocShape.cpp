@@ -2,7 +2,6 @@
 // of the classes with a fixed number of them. The view side is render/QELViewShape.cpp.
 #include "document/QELDocShape.h"
 
-#include "document/TextNumbers.h"
 #include "render/Mapping.h"
 
 #include <climits>
@@ -10,13 +9,6 @@
 namespace {
 
 constexpr int SHAPE_ATTR_SIZE = sizeof(QELSHAPEATTR);
-
-// The shift of one axis of a resize. It is the same for every value: figures move, they are not
-// scaled.
-int32_t SizeShift(int32_t nOld, int32_t nNew)
-{
-    return nOld && nNew ? WrapMulDiv(WrapSub(nNew, nOld), nNew, nOld) : 0;
-}
 
 } // namespace
 
@@ -133,27 +125,10 @@ int CQELDocShape::SetRect(const RECT& rc)
     return GetRect(&rcOld) && MapRect(rcOld, rc) ? 1 : 0;
 }
 
-CQELDocShape::Shifts CQELDocShape::ShiftsBetween(const RECT& rcOld, const RECT& rcNew)
-{
-    const int32_t nOldW = WrapAbs(WidthOf(rcOld));
-    const int32_t nOldH = WrapAbs(HeightOf(rcOld));
-    const int32_t nNewW = WrapAbs(WidthOf(rcNew));
-    const int32_t nNewH = WrapAbs(HeightOf(rcNew));
-    return {WrapAdd(WrapSub(rcNew.left, rcOld.left), SizeShift(nOldW, nNewW)),
-            WrapAdd(WrapSub(rcNew.top, rcOld.top), SizeShift(nOldH, nNewH)), !nOldW || !nNewW,
-            !nOldH || !nNewH};
-}
-
 int CQELDocShape::MapRect(const RECT& rcOld, const RECT& rcNew)
 {
-    const Shifts shifts = ShiftsBetween(rcOld, rcNew);
     const CrdForm& form = GetCrdForm();
-    for (std::size_t n = 0; form.pszLayout[n]; ++n) {
-        if (form.pszLayout[n] == 'x') m_nGeometry[n] = WrapAdd(m_nGeometry[n], shifts.nX);
-        if (form.pszLayout[n] == 'y') m_nGeometry[n] = WrapAdd(m_nGeometry[n], shifts.nY);
-    }
-    if (form.bBox && shifts.bFlatX) m_nGeometry[2] = m_nGeometry[0];
-    if (form.bBox && shifts.bFlatY) m_nGeometry[3] = m_nGeometry[1];
+    ShiftCrdNumbers(m_nGeometry, form.pszLayout, form.bBox, ShiftsBetween(rcOld, rcNew));
     return 1;
 }
 
@@ -172,9 +147,9 @@ int CQELDocShape::LoadRow(const AttrRow<CQELDocShape>& row)
         std::strncpy(m_szText, pszText, sizeof m_szText - 1);
         return 1;
     }
-    const char* pszValue = XmlGetAttr(Xml(), AttrName(row.nId));
-    if (!pszValue) return 0;
-    return row.pField ? row.pForm->pfnParse(pszValue, &(this->*row.pField)) : ParseCrd(pszValue);
+    if (row.pField) return LoadAttr(this, row, Xml());
+    const char* pszCrd = XmlGetAttr(Xml(), AttrName(row.nId));
+    return pszCrd ? ParseCrd(pszCrd) : 0;
 }
 
 int CQELDocShape::Save()
@@ -188,48 +163,21 @@ int CQELDocShape::Save()
 int CQELDocShape::SaveRow(const AttrRow<CQELDocShape>& row)
 {
     if (row.nId == ATTR_TEXT) return *m_szText && XmlSetTextZ(Xml(), m_szText) ? 0 : 1;
-    if (!row.pField) {
-        char szCrd[CRD_TEXT_SIZE] = {};
-        // Points that are out of count cannot be spelled; the element is saved without them.
-        if (!FormatCrd(szCrd) || !*szCrd) return 1;
-        return XmlSetAttrZ(Xml(), AttrName(row.nId), szCrd) ? 0 : 1;
-    }
-    if (this->*row.pField == row.nDefault) return 1;
-    char szValue[ATTR_TEXT_SIZE];
-    if (!row.pForm->pfnFormat(this->*row.pField, szValue, sizeof szValue)) return 0;
-    return XmlSetAttrZ(Xml(), AttrName(row.nId), szValue) ? 0 : 1;
+    if (row.pField) return SaveAttr(this, row, Xml());
+    char szCrd[CRD_TEXT_SIZE] = {};
+    // Points that are out of count cannot be spelled; the element is saved without them.
+    if (!FormatCrd(szCrd) || !*szCrd) return 1;
+    return XmlSetAttrZ(Xml(), AttrName(row.nId), szCrd) ? 0 : 1;
 }
 
 int CQELDocShape::ParseCrd(const char* pszText)
 {
-    const char* pszLayout = GetCrdForm().pszLayout;
-    int32_t nRead[QEL_SHAPE_WORDS] = {};
-    std::size_t n = 0;
-    for (; pszLayout[n]; ++n) {
-        if (pszLayout[n] == 'r') {
-            uint32_t nUnsigned = 0;
-            if (!ScanUnsigned(&pszText, &nUnsigned)) return 0;
-            nRead[n] = static_cast<int32_t>(nUnsigned);
-        } else if (!ScanDecimal(&pszText, &nRead[n])) {
-            return 0;
-        }
-    }
-    std::memcpy(m_nGeometry, nRead, n * sizeof nRead[0]); // only now: all or nothing
-    return 1;
+    return ParseCrdNumbers(pszText, GetCrdForm().pszLayout, m_nGeometry);
 }
 
 int CQELDocShape::FormatCrd(char* pszOut) const
 {
-    const char* pszLayout = GetCrdForm().pszLayout;
-    std::size_t nLen = 0;
-    for (std::size_t n = 0; pszLayout[n]; ++n) {
-        if (n) pszOut[nLen++] = ' ';
-        nLen += pszLayout[n] == 'r'
-                    ? FormatUnsigned(static_cast<uint32_t>(m_nGeometry[n]), pszOut + nLen,
-                                     CRD_TEXT_SIZE - nLen)
-                    : FormatDecimal(m_nGeometry[n], pszOut + nLen, CRD_TEXT_SIZE - nLen);
-    }
-    return 1;
+    return FormatCrdNumbers(m_nGeometry, GetCrdForm().pszLayout, pszOut);
 }
 
 void CQELDocShape::TakeDefaultCrd()

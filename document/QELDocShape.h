@@ -4,22 +4,11 @@
 #pragma once
 
 #include "document/Attributes.h"
+#include "document/Crd.h"
 #include "document/QELDocElm.h"
 #include "include/QELEngine.h"
 
 #include <span>
-
-// The longest text of coordinates: 16 points of any size, and the ending zero.
-constexpr std::size_t CRD_TEXT_SIZE = 400;
-
-// The coordinates of a class, one letter a number: x and y are positions, r an unsigned radius, w
-// and h sizes.
-struct CrdForm {
-    const char* pszLayout;  // empty: a list of points
-    bool bBox;              // the first four numbers are a rectangle
-    const char* pszDefault; // what a new element has
-    const char* pszMeaning; // one line for the documentation
-};
 
 class CQELDocShape : public CQELDocElm {
 public:
@@ -45,13 +34,6 @@ public:
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
 
 protected:
-    struct Shifts { // by which MapRect moves: dx and dy of the edges, then of the sizes
-        int32_t nX;
-        int32_t nY;
-        bool bFlatX; // the old or the new width is 0
-        bool bFlatY;
-    };
-    static Shifts ShiftsBetween(const RECT& rcOld, const RECT& rcNew);
     [[nodiscard]] const int32_t* Words() const { return m_nGeometry; }
     [[nodiscard]] int32_t* Words() { return m_nGeometry; }
     void TakeDefaultCrd(); // for the constructors of the leaf classes

@@ -14,6 +14,10 @@
 #include "document/QELDocRect.h"
 #include "document/QELDocRoundRect.h"
 #include "document/QELDocText.h"
+#include "dynamic/QELDocDrawRgn.h"
+#include "dynamic/QELDocFrame.h"
+#include "dynamic/QELDocPattern.h"
+#include "dynamic/QELDocStatus.h"
 
 namespace {
 
@@ -44,11 +48,13 @@ constexpr TagRow g_rows[] = {
     {QEL_TYPE_DEFS, "defs", nullptr, nullptr, "known and skipped with its contents"},
     {QEL_TYPE_USE, "use", nullptr, nullptr, "known and skipped with its contents"},
     {QEL_TYPE_GROUP, "g", Make<CQELDocGroup>, nullptr, "a group of elements"},
-    {QEL_TYPE_STATUS, "status", nullptr, nullptr, "shown at one status number"},
-    {QEL_TYPE_FRAME, "frame", nullptr, nullptr, "a group that follows the frame colour"},
+    {QEL_TYPE_STATUS, "status", Make<CQELDocStatus>, &CQELDocStatus::VisitAttrs,
+     "shown at one status number"},
+    {QEL_TYPE_FRAME, "frame", Make<CQELDocFrame>, nullptr, "a group that follows the frame colour"},
     {QEL_TYPE_SCALE, "scale", nullptr, nullptr, "a scale with its value"},
-    {QEL_TYPE_PATTERN, "pattern", nullptr, nullptr, "a group that follows the hatch"},
-    {QEL_TYPE_DRAWRGN, "drawrgn", nullptr, nullptr, "where the host paints"},
+    {QEL_TYPE_PATTERN, "pattern", Make<CQELDocPattern>, nullptr, "a group that follows the hatch"},
+    {QEL_TYPE_DRAWRGN, "drawrgn", Make<CQELDocDrawRgn>, &CQELDocDrawRgn::VisitAttrs,
+     "where the host paints"},
     {QEL_TYPE_METER, "meter", nullptr, nullptr, "a dial or bar"},
     {KEYWORD_NONE, nullptr, nullptr, nullptr, nullptr}};
 static_assert(IsSoundTable(g_rows), "types and tags are unique and the end mark is there");

@@ -332,15 +332,19 @@ int QELAPI QELSetBlinkState(HQELENGINE hEngine, int nState)
 
 // ---- live values
 
-// No drawing holds a status, scale or meter element yet, so nothing answers for one.
-int QELAPI QELGetStatus(HQELENGINE, DWORD*)
+int QELAPI QELGetStatus(HQELENGINE hEngine, DWORD* pnStatus)
 {
-    return 0;
+    CQELEngine* pEngine = EngineOf(hEngine);
+    uint32_t nStatus = 0;
+    if (!pEngine || !pnStatus || !pEngine->View().GetStatus(&nStatus)) return 0;
+    *pnStatus = nStatus;
+    return 1;
 }
 
-int QELAPI QELSetStatus(HQELENGINE, DWORD)
+int QELAPI QELSetStatus(HQELENGINE hEngine, DWORD nStatus)
 {
-    return 0;
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->View().SetStatus(nStatus) : 0;
 }
 
 int QELAPI QELGetParam(HQELENGINE hEngine, int nIndex, DWORD* pnValue)
@@ -365,6 +369,7 @@ DWORD QELAPI QELParamsSupported(HQELENGINE hEngine)
     return pRoot ? pRoot->GetParamMask() : 0;
 }
 
+// No drawing holds a scale or meter element yet, so nothing answers to an id.
 int QELAPI QELGetScaleParam(HQELENGINE, DWORD, DWORD, DWORD*)
 {
     return 0;

@@ -1,6 +1,10 @@
 // The view; see the header.
 #include "render/QELView.h"
 
+#include "dynamic/QELViewDrawRgn.h"
+#include "dynamic/QELViewFrame.h"
+#include "dynamic/QELViewPattern.h"
+#include "dynamic/QELViewStatus.h"
 #include "render/QELViewArc.h"
 #include "render/QELViewChord.h"
 #include "render/QELViewCircle.h"
@@ -34,7 +38,9 @@ constexpr MakerRow g_makers[] = {
     {QEL_TYPE_ARC, Make<CQELViewArc>},           {QEL_TYPE_ELLIPSE, Make<CQELViewEllipse>},
     {QEL_TYPE_CIRCLE, Make<CQELViewCircle>},     {QEL_TYPE_LINE, Make<CQELViewLine>},
     {QEL_TYPE_POLYLINE, Make<CQELViewPolyline>}, {QEL_TYPE_POLYGON, Make<CQELViewPolygon>},
-    {QEL_TYPE_GROUP, Make<CQELViewGroup>},
+    {QEL_TYPE_GROUP, Make<CQELViewGroup>},       {QEL_TYPE_STATUS, Make<CQELViewStatus>},
+    {QEL_TYPE_FRAME, Make<CQELViewFrame>},       {QEL_TYPE_PATTERN, Make<CQELViewPattern>},
+    {QEL_TYPE_DRAWRGN, Make<CQELViewDrawRgn>},
 };
 
 using ParamSetter = int (CQELViewElm::*)(uint32_t);
@@ -113,7 +119,9 @@ void CQELView::Clear()
     m_scales.Clear();
     m_statuses.Clear();
     m_meters.Clear();
-    m_pFrame = m_pPattern = m_pDrawRgn = nullptr;
+    m_pFrame = nullptr;
+    m_pPattern = nullptr;
+    m_pDrawRgn = nullptr;
     m_detached.DeleteAll();
     delete m_pRoot;
     m_pRoot = nullptr;
@@ -172,18 +180,24 @@ int CQELView::DuplicateElement(CQELViewElm* pElm, CQELViewElm** ppOut)
     return pElm->Duplicate(pElm->Parent(), ppOut);
 }
 
-CQELViewElm** CQELView::SlotOf(int32_t nType)
+// Puts an element into the slot of its type (the last one wins), or empties the slot, whichever
+// element is in it.
+int CQELView::SetSlot(CQELViewElm* pElm, bool bOn)
 {
-    switch (nType) {
+    switch (pElm->Type()) {
     case QEL_TYPE_FRAME:
-        return &m_pFrame;
+        m_pFrame = bOn ? static_cast<CQELViewFrame*>(pElm) : nullptr;
+        break;
     case QEL_TYPE_PATTERN:
-        return &m_pPattern;
+        m_pPattern = bOn ? static_cast<CQELViewPattern*>(pElm) : nullptr;
+        break;
     case QEL_TYPE_DRAWRGN:
-        return &m_pDrawRgn;
+        m_pDrawRgn = bOn ? static_cast<CQELViewDrawRgn*>(pElm) : nullptr;
+        break;
     default:
-        return nullptr;
+        break;
     }
+    return 1;
 }
 
 CQELViewList* CQELView::ListOf(int32_t nType)
@@ -202,33 +216,59 @@ CQELViewList* CQELView::ListOf(int32_t nType)
 
 int CQELView::Register(CQELViewElm* pElm)
 {
-    if (CQELViewList* pList = ListOf(pElm->Type())) return pList->Append(&pElm->m_pListNode, pElm);
-    if (CQELViewElm** ppSlot = SlotOf(pElm->Type())) *ppSlot = pElm; // the last one wins
-    return 1;
+    CQELViewList* pList = ListOf(pElm->Type());
+    return pList ? pList->Append(&pElm->m_pListNode, pElm) : SetSlot(pElm, true);
 }
 
 int CQELView::Unregister(CQELViewElm* pElm)
 {
-    if (CQELViewList* pList = ListOf(pElm->Type())) return pList->Remove(&pElm->m_pListNode);
-    if (CQELViewElm** ppSlot = SlotOf(pElm->Type())) *ppSlot = nullptr;
-    return 1;
+    CQELViewList* pList = ListOf(pElm->Type());
+    return pList ? pList->Remove(&pElm->m_pListNode) : SetSlot(pElm, false);
 }
 
-// The result tells whether a frame, pattern or draw region took the value; no drawing has one yet
-// that answers, so it is 0 although the value is kept and reaches the shapes: deliberate.
+int CQELView::SetElementParam(int32_t nIndex, uint32_t nValue)
+{
+    if (nIndex == QEL_PARAM_COLOR) return m_pFrame ? m_pFrame->SetColorParam(nValue) : 0;
+    int nResult = m_pPattern ? m_pPattern->SetHostParam(nIndex, nValue) : 0;
+    if (m_pDrawRgn) nResult = m_pDrawRgn->SetHostParam(nIndex, nValue);
+    return nResult;
+}
+
+// A hatch style that there is not still reaches the pattern and the draw region.
 int CQELView::SetParam(int32_t nIndex, uint32_t nValue)
 {
     if (nIndex < 0 || nIndex >= QEL_PARAM_COUNT) return 0;
-    if (nIndex == QEL_PARAM_DRAFT && nValue >= DRAFT_COUNT) return 0;
+    const int nResult = SetElementParam(nIndex, nValue);
+    if (nIndex == QEL_PARAM_DRAFT && nValue >= DRAFT_COUNT) return nResult;
     m_nParams[nIndex] = nValue;
     if (m_pRoot) (m_pRoot->*g_paramSetters[nIndex])(nValue);
-    return 0;
+    return nResult;
 }
 
 int CQELView::GetParam(int32_t nIndex, uint32_t* pnValue) const
 {
     if (nIndex < 0 || nIndex >= QEL_PARAM_COUNT) return 0;
+    if (nIndex == QEL_PARAM_COLOR) {
+        *pnValue = m_pFrame ? m_pFrame->Color() : m_nParams[nIndex];
+        return 1;
+    }
+    if (m_pPattern) return m_pPattern->GetHostParam(nIndex, pnValue);
+    if (m_pDrawRgn) return m_pDrawRgn->GetHostParam(nIndex, pnValue);
     *pnValue = m_nParams[nIndex];
+    return 1;
+}
+
+int CQELView::SetStatus(uint32_t nStatus)
+{
+    for (const ViewListNode* pNode = m_statuses.First(); pNode; pNode = pNode->pNext)
+        static_cast<CQELViewStatus*>(pNode->pElm)->SetStatus(nStatus);
+    return m_statuses.First() ? 1 : 0;
+}
+
+int CQELView::GetStatus(uint32_t* pnStatus) const
+{
+    if (!m_statuses.First()) return 0;
+    *pnStatus = static_cast<const CQELViewStatus*>(m_statuses.First()->pElm)->Status();
     return 1;
 }
 
@@ -270,7 +310,7 @@ int CQELView::MoveY(CQELViewElm* pElm, int32_t nDy)
     return pElm ? pElm->MoveY(nDy) : 0;
 }
 
-int CQELView::GetDrawGraphRect(const RECT&, RECT*) const
+int CQELView::GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const
 {
-    return 0;
+    return m_pDrawRgn ? m_pDrawRgn->GetGraphRect(rcQel, prcOut) : 0;
 }

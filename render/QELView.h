@@ -6,6 +6,10 @@
 #include "render/QELViewElm.h"
 #include "render/QELViewQEL.h"
 
+class CQELViewDrawRgn;
+class CQELViewFrame;
+class CQELViewPattern;
+
 // A list of dynamic elements in the order in which they were registered. It owns its nodes only.
 class CQELViewList {
 public:
@@ -51,8 +55,12 @@ public:
     int Register(CQELViewElm* pElm);
     int Unregister(CQELViewElm* pElm);
 
+    // The result of a set is that of the frame, pattern or draw region that took the value: 0 when
+    // there is none, although the value is kept and reaches the shapes.
     int SetParam(int32_t nIndex, uint32_t nValue);
     int GetParam(int32_t nIndex, uint32_t* pnValue) const;
+    int SetStatus(uint32_t nStatus); // 0 without a status element
+    int GetStatus(uint32_t* pnStatus) const;
 
     // A null element means the root, in these.
     int Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags);
@@ -66,14 +74,15 @@ public:
 
 private:
     [[nodiscard]] CQELViewElm* MakeElement(int32_t nType) const;
-    CQELViewElm** SlotOf(int32_t nType);
+    int SetSlot(CQELViewElm* pElm, bool bOn);
+    int SetElementParam(int32_t nIndex, uint32_t nValue);
     CQELViewList* ListOf(int32_t nType);
 
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;
-    CQELViewElm* m_pFrame = nullptr; // the registered elements belong to the tree
-    CQELViewElm* m_pPattern = nullptr;
-    CQELViewElm* m_pDrawRgn = nullptr;
+    CQELViewFrame* m_pFrame = nullptr; // the registered elements belong to the tree
+    CQELViewPattern* m_pPattern = nullptr;
+    CQELViewDrawRgn* m_pDrawRgn = nullptr;
     CQELViewList m_scales;
     CQELViewList m_statuses;
     CQELViewList m_meters;

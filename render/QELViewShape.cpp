@@ -185,6 +185,12 @@ int CQELViewShape::SetDraftBackParam(uint32_t nValue)
     return 1;
 }
 
+void CQELViewShape::TakeColor(uint32_t clr)
+{
+    m_clrA = clr;
+    if (FillStyle() == QEL_STYLE_STROKE) m_clrPen = clr;
+}
+
 uint32_t CQELViewShape::GetParamMask() const
 {
     uint32_t nMask = m_nFlags & (QEL_FLAG_COLOR_PARAM | QEL_FLAG_DRAFT_PARAM | QEL_FLAG_PRESS);

@@ -36,6 +36,11 @@ public:
     // class has no interior or the mapping fails.
     [[nodiscard]] virtual HRGN MakeRegion(const RECT& rcQel) const;
 
+    // Host values of a frame or pattern around the shape, which do not ask its flags.
+    void TakeColor(uint32_t clr);
+    void TakeDraft(int32_t nDraft) { m_nDraft = nDraft; }
+    void TakeBackColor(uint32_t clr) { m_clrB = clr; }
+
 protected:
     // Maps the geometry. 0: it cannot be drawn (a point list out of count).
     virtual int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const;

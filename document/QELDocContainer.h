@@ -1,0 +1,16 @@
+// What the elements that only gather children share (group, frame, pattern): a record of one word
+// that is read as 0, and no data of their own.
+#pragma once
+
+#include "document/QELDocElm.h"
+
+class CQELDocContainer : public CQELDocElm {
+public:
+    CQELDocContainer(XmlContext** ppXml, int32_t nType) noexcept : CQELDocElm(ppXml, nType) {}
+
+    int GetAttrSize(int* pnSize) const override;
+    int GetAttr(void* pBlock) const override;
+    int SetAttr(const void* pBlock) override; // takes any record and changes nothing
+
+    void TakeFields(const CQELDocContainer&) {}
+};

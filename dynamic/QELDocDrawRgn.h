@@ -1,0 +1,35 @@
+// The "drawrgn" element: the rectangle in which the host paints its own graphics. Drawn by
+// dynamic/QELViewDrawRgn.h.
+#pragma once
+
+#include "document/Attributes.h"
+#include "document/Crd.h"
+#include "document/QELDocElm.h"
+
+#include <span>
+
+class CQELDocDrawRgn final : public CQELDocElm {
+public:
+    explicit CQELDocDrawRgn(XmlContext** ppXml) noexcept;
+
+    int Clone(CQELDocElm** ppOut) const override;
+    int GetAttrSize(int* pnSize) const override;
+    int GetAttr(void* pBlock) const override;
+    int SetAttr(const void* pBlock) override; // refuses a negative style
+    int GetRect(RECT* prc) const override;
+    int SetRect(const RECT& rc) override;
+    int MapRect(const RECT& rcOld, const RECT& rcNew) override;
+    int Load() override;
+    int Save() override;
+
+    void TakeFields(const CQELDocDrawRgn& source);
+
+    static std::span<const AttrRow<CQELDocDrawRgn>> Attrs();
+    static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
+    static const CrdForm& GetCrdForm();
+
+private:
+    int32_t m_nStyle = 0;
+    int32_t m_nBox[4] = {0, 0, 10, 10};
+    int32_t m_nFlags = 0;
+};

@@ -1,0 +1,28 @@
+// The "status" element: a group that is shown at one status number. Drawn by
+// dynamic/QELViewStatus.h.
+#pragma once
+
+#include "document/Attributes.h"
+#include "document/QELDocElm.h"
+
+#include <span>
+
+class CQELDocStatus final : public CQELDocElm {
+public:
+    explicit CQELDocStatus(XmlContext** ppXml) noexcept;
+
+    int Clone(CQELDocElm** ppOut) const override;
+    int GetAttrSize(int* pnSize) const override;
+    int GetAttr(void* pBlock) const override;
+    int SetAttr(const void* pBlock) override; // a negative number is stored as 0
+    int Load() override;
+    int Save() override;
+
+    void TakeFields(const CQELDocStatus& source) { m_nStatus = source.m_nStatus; }
+
+    static std::span<const AttrRow<CQELDocStatus>> Attrs();
+    static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
+
+private:
+    int32_t m_nStatus = 0;
+};

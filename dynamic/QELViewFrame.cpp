@@ -1,0 +1,43 @@
+// The frame view; see the header.
+#include "dynamic/QELViewFrame.h"
+
+int CQELViewFrame::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+int CQELViewFrame::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
+    static_cast<CQELViewFrame*>(*ppOut)->m_clr = m_clr;
+    return 1;
+}
+
+int CQELViewFrame::GetAttrBlockSize(int* pnSize) const
+{
+    *pnSize = sizeof(QELWORDATTR);
+    return 1;
+}
+
+int CQELViewFrame::GetAttrBlock(void* pBlock) const
+{
+    return GetEmptyBlock(pBlock);
+}
+
+int CQELViewFrame::SetAttrBlock(const void* pBlock)
+{
+    return SetEmptyBlock(pBlock);
+}
+
+int CQELViewFrame::SetColorParam(uint32_t nValue)
+{
+    m_clr = nValue;
+    for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this))
+        p->TakeColor(nValue);
+    return 1;
+}
+
+uint32_t CQELViewFrame::GetParamMask() const
+{
+    return QEL_MASK_COLOR; // without asking the children
+}

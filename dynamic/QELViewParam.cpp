@@ -1,0 +1,37 @@
+// What the views that host values drive share; see the header.
+#include "dynamic/QELViewParam.h"
+
+#include <cstring>
+
+namespace {
+
+CQELViewShape* ShapeFrom(CQELViewElm* pElm, const CQELViewElm* pTop)
+{
+    while (pElm && (pElm->Type() < QEL_TYPE_TEXT || pElm->Type() > QEL_TYPE_POLYGON))
+        pElm = pElm->NextInTree(pTop);
+    return static_cast<CQELViewShape*>(pElm);
+}
+
+} // namespace
+
+int GetEmptyBlock(void* pBlock)
+{
+    if (!pBlock) return 0;
+    std::memset(pBlock, 0, sizeof(QELWORDATTR));
+    return 1;
+}
+
+int SetEmptyBlock(const void* pBlock)
+{
+    return pBlock ? 1 : 0;
+}
+
+CQELViewShape* FirstShapeBelow(CQELViewElm* pTop)
+{
+    return ShapeFrom(pTop->NextInTree(pTop), pTop);
+}
+
+CQELViewShape* NextShapeBelow(CQELViewShape* pShape, const CQELViewElm* pTop)
+{
+    return ShapeFrom(pShape->NextInTree(pTop), pTop);
+}

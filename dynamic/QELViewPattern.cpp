@@ -1,0 +1,66 @@
+// The pattern view; see the header.
+#include "dynamic/QELViewPattern.h"
+
+int CQELViewPattern::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+int CQELViewPattern::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
+    auto* pCopy = static_cast<CQELViewPattern*>(*ppOut);
+    pCopy->m_nDraft = m_nDraft;
+    pCopy->m_clrFore = m_clrFore;
+    pCopy->m_clrBack = m_clrBack;
+    return 1;
+}
+
+int CQELViewPattern::GetAttrBlockSize(int* pnSize) const
+{
+    *pnSize = sizeof(QELWORDATTR);
+    return 1;
+}
+
+int CQELViewPattern::GetAttrBlock(void* pBlock) const
+{
+    return GetEmptyBlock(pBlock);
+}
+
+int CQELViewPattern::SetAttrBlock(const void* pBlock)
+{
+    return SetEmptyBlock(pBlock);
+}
+
+int CQELViewPattern::SetHostParam(int32_t nIndex, uint32_t nValue)
+{
+    if (nIndex == QEL_PARAM_DRAFT && nValue < DRAFT_COUNT) m_nDraft = static_cast<int32_t>(nValue);
+    if (nIndex == QEL_PARAM_DRAFT_FORE) m_clrFore = nValue;
+    if (nIndex == QEL_PARAM_DRAFT_BACK) m_clrBack = nValue;
+    for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
+        if (nIndex == QEL_PARAM_DRAFT) p->TakeDraft(m_nDraft);
+        if (nIndex == QEL_PARAM_DRAFT_FORE) p->TakeColor(nValue);
+        if (nIndex == QEL_PARAM_DRAFT_BACK) p->TakeBackColor(nValue);
+    }
+    return 1;
+}
+
+int CQELViewPattern::GetHostParam(int32_t nIndex, uint32_t* pnValue) const
+{
+    switch (nIndex) {
+    case QEL_PARAM_DRAFT:
+        *pnValue = static_cast<uint32_t>(m_nDraft);
+        return 1;
+    case QEL_PARAM_DRAFT_FORE:
+        *pnValue = m_clrFore;
+        return 1;
+    default:
+        *pnValue = m_clrBack;
+        return 1;
+    }
+}
+
+uint32_t CQELViewPattern::GetParamMask() const
+{
+    return QEL_MASK_DRAFT; // without asking the children
+}

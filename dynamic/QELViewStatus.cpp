@@ -1,0 +1,51 @@
+// The status view; see the header.
+#include "dynamic/QELViewStatus.h"
+
+#include <cstring>
+
+CQELViewStatus::CQELViewStatus(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
+{
+    SetType(QEL_TYPE_STATUS);
+}
+
+int CQELViewStatus::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+int CQELViewStatus::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
+    auto* pCopy = static_cast<CQELViewStatus*>(*ppOut);
+    pCopy->m_nOwn = m_nOwn;
+    pCopy->m_nStatus = m_nStatus;
+    return 1;
+}
+
+// What is shown is always drawn in full: the picture that it replaces may have been another one.
+int CQELViewStatus::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    if (m_nOwn < 0) return 0;
+    if (m_nStatus != static_cast<uint32_t>(m_nOwn) && m_nStatus != STATUS_SHOW_ALL) return 0;
+    return CQELViewElm::Draw(hdc, rcQel, (nFlags & QEL_DRAW_PRESSED) | QEL_DRAW_FULL);
+}
+
+int CQELViewStatus::GetAttrBlockSize(int* pnSize) const
+{
+    *pnSize = sizeof(QELWORDATTR);
+    return 1;
+}
+
+int CQELViewStatus::GetAttrBlock(void* pBlock) const
+{
+    if (!pBlock) return 0;
+    std::memcpy(pBlock, &m_nOwn, sizeof m_nOwn);
+    return 1;
+}
+
+int CQELViewStatus::SetAttrBlock(const void* pBlock)
+{
+    if (!pBlock) return 0;
+    std::memcpy(&m_nOwn, pBlock, sizeof m_nOwn);
+    return 1;
+}

@@ -1,0 +1,26 @@
+// The view of a status element: its children are drawn only while the drawing's status number
+// equals its own, or is 0xFFFFFFFF. The document side is dynamic/QELDocStatus.h.
+#pragma once
+
+#include "render/QELViewElm.h"
+
+constexpr uint32_t STATUS_SHOW_ALL = 0xFFFFFFFF;
+
+class CQELViewStatus final : public CQELViewElm {
+public:
+    CQELViewStatus(int32_t nRefW, int32_t nRefH) noexcept;
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
+    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override; // 0 while it is not shown
+    int GetAttrBlockSize(int* pnSize) const override;
+    int GetAttrBlock(void* pBlock) const override;
+    int SetAttrBlock(const void* pBlock) override; // any number; a negative one is never shown
+
+    [[nodiscard]] uint32_t Status() const { return m_nStatus; }
+    void SetStatus(uint32_t nStatus) { m_nStatus = nStatus; }
+
+private:
+    int32_t m_nOwn = -1;
+    uint32_t m_nStatus = 0; // of the drawing
+};
