@@ -100,9 +100,7 @@ qel_build() {
   if [ ! -e "$dir/build.ninja" ]; then
     (cd "$QEL_ROOT" && cmake --preset "$preset") >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
   fi
-  if [ "$(ninja -C "$dir" -n "$@" 2>/dev/null | tail -n 1)" != "ninja: no work to do." ]; then
-    qel_say "Building ($preset) ..."
-    ninja -C "$dir" "$@" >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
-  fi
+  ninja -C "$dir" -n "$@" 2>/dev/null | grep -q Building && qel_say "Building ($preset) ..."
+  ninja -C "$dir" "$@" >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
   exec 9>&-
 }

@@ -1,0 +1,16 @@
+// Pictures as files: a bitmap to draw on and its encoders, and the recording of drawing calls.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <string>
+
+enum class PictureKind { Png, Bmp, Jpeg, Emf };
+
+// By the extension of the name; CTrouble for an unknown one.
+PictureKind KindOf(const std::wstring& path);
+
+// Calls paint with a device context of that size and writes what it draws. The file appears under
+// its name only when it is complete; CTrouble when it cannot be written.
+void WritePicture(const std::wstring& path, SIZE size, const std::function<void(HDC)>& paint);

@@ -1,0 +1,65 @@
+// Texts of the command-line program; see the header.
+#include "tools/qel/Text.h"
+
+#include <windows.h>
+
+#include <cstdarg>
+#include <cstdio>
+
+std::string ToUtf8(const std::wstring& text)
+{
+    const int nWide = static_cast<int>(text.size());
+    const int nLen =
+        ::WideCharToMultiByte(CP_UTF8, 0, text.data(), nWide, nullptr, 0, nullptr, nullptr);
+    std::string utf8(static_cast<std::size_t>(nLen), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), nWide, utf8.data(), nLen, nullptr, nullptr);
+    return utf8;
+}
+
+std::string AnsiToUtf8(const std::string& text)
+{
+    const int nBytes = static_cast<int>(text.size());
+    const int nLen = ::MultiByteToWideChar(CP_ACP, 0, text.data(), nBytes, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(nLen), L'\0');
+    ::MultiByteToWideChar(CP_ACP, 0, text.data(), nBytes, wide.data(), nLen);
+    return ToUtf8(wide);
+}
+
+void Print(const std::string& text)
+{
+    std::fwrite(text.data(), 1, text.size(), stdout);
+}
+
+void Complain(const std::string& text)
+{
+    std::fflush(stdout);
+    std::fprintf(stderr, "qel: %s\n", text.c_str());
+}
+
+std::string Format(const char* pszFormat, ...)
+{
+    va_list args;
+    va_start(args, pszFormat);
+    va_list again;
+    va_copy(again, args);
+    const int nLen = std::vsnprintf(nullptr, 0, pszFormat, args);
+    va_end(args);
+    std::string text(static_cast<std::size_t>(nLen > 0 ? nLen : 0) + 1, '\0');
+    std::vsnprintf(text.data(), text.size(), pszFormat, again);
+    va_end(again);
+    text.pop_back();
+    return text;
+}
+
+std::string JsonString(const std::string& utf8)
+{
+    std::string json = "\"";
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') json += '\\';
+        if (static_cast<unsigned char>(c) < 0x20)
+            json += Format("\\u%04x", static_cast<unsigned>(c));
+        else
+            json += c;
+    }
+    return json + '"';
+}

@@ -1,0 +1,19 @@
+// Texts of the command-line program: wide arguments, the ANSI bytes of drawings, UTF-8 on the way
+// out.
+#pragma once
+
+#include <string>
+
+std::string ToUtf8(const std::wstring& text);
+std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system's code page
+
+void Print(const std::string& text);    // UTF-8 to standard output
+void Complain(const std::string& text); // "qel: TEXT" to standard error
+
+std::string Format(const char* pszFormat, ...) // as printf does
+#ifdef __GNUC__
+    __attribute__((format(gnu_printf, 1, 2)))
+#endif
+    ;
+
+std::string JsonString(const std::string& utf8); // quoted and escaped
