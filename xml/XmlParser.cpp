@@ -346,7 +346,10 @@ bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
         if (XmlSetName(m_pXml, pName, nLen)) return Fail(XML_ERR_MEMORY);
         m_pXml->bRootSeen = true;
     } else {
-        if (m_pXml->nDepth >= XML_MAX_DEPTH) return Fail(XML_ERR_MEMORY);
+        if (m_pXml->nDepth >= XML_MAX_DEPTH) {
+            m_p = m_pBase + nOffset; // where an author has to look
+            return Fail(XML_ERR_MEMORY);
+        }
         if (m_nTopElements > 1 && m_pXml->nDepth == 0)
             Notice(XML_NOTICE_SECOND_ROOT, m_pBase + nOffset);
         if (XmlAddChild(m_pXml, pName, nLen, nullptr, 0)) return Fail(XML_ERR_MEMORY);
