@@ -97,7 +97,9 @@ qel_build() {
   exec 9>"$dir/.lock"
   flock 9
   log=$dir/build.log
-  if [ ! -e "$dir/build.ninja" ]; then
+  # A folder that was set up before the tests could be built is set up again for them.
+  if [ ! -e "$dir/build.ninja" ] ||
+      { [ -e /usr/src/googletest/CMakeLists.txt ] && ! grep -q qel_host_tests "$dir/build.ninja"; }; then
     (cd "$QEL_ROOT" && cmake --preset "$preset") >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
   fi
   ninja -C "$dir" -n "$@" 2>/dev/null | grep -q Building && qel_say "Building ($preset) ..."
