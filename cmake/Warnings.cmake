@@ -6,7 +6,8 @@ function(qel_options target)
     target_compile_definitions(${target} PRIVATE _CRT_SECURE_NO_WARNINGS)
   else()
     target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -Wshadow -Wconversion
-      -Wno-cast-function-type -Wno-missing-field-initializers)
+      -Wno-cast-function-type -Wno-missing-field-initializers
+      -Wno-restrict) # a false alarm of this compiler on joined strings
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)
       # Real numbers are rounded at every step, as on 64 bits, and not when a register runs out.
       target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse -mstackrealign)

@@ -24,6 +24,7 @@ int32_t RoundToInt(double f)
 // ellipse stretched to a circle, so that even steps go evenly around a flat one; counter-clockwise
 // on the screen, the end after the start.
 struct Rays {
+    POINT ptFrom; // where the rays come from
     double fMiddleX;
     double fMiddleY;
     double fRadiusX;
@@ -39,18 +40,42 @@ struct Rays {
     }
 };
 
+// The angle at which a ray from the middle, given by its extent across and up, meets the outline.
+// Where a side has no middle pixel, GDI measures its outline half a pixel nearer to the middle.
+// Found by halving the quarter turn that the ray lies in.
+double AngleOfRay(const Rays& rays, double fAcross, double fUp, SIZE box)
+{
+    constexpr int HALVINGS = 40; // beyond the precision that any box can show
+    const double fNearerX = box.cx % 2 ? 0.0 : 0.5;
+    const double fNearerY = box.cy % 2 ? 0.0 : 0.5;
+    double fLow = 0;
+    double fHigh = TURN / 4;
+    for (int n = 0; n < HALVINGS; ++n) {
+        const double fMiddle = (fLow + fHigh) / 2;
+        const double fX = rays.fRadiusX * std::cos(fMiddle) - fNearerX;
+        const double fY = rays.fRadiusY * std::sin(fMiddle) - fNearerY;
+        const bool bBelow = fY * std::fabs(fAcross) < fX * std::fabs(fUp);
+        (bBelow ? fLow : fHigh) = fMiddle;
+    }
+    const double fAngle = fAcross < 0 ? TURN / 2 - fLow : fLow;
+    return fUp < 0 ? -fAngle : fAngle;
+}
+
 Rays RaysOf(const DeviceFigure& figure)
 {
     const RECT& rc = figure.rcBox;
+    const SIZE box{WidthOf(rc), HeightOf(rc)};
     Rays rays{};
-    // GDI's figures leave out the box's right column and bottom row.
+    // GDI's figures leave out the box's right column and bottom row; their rays, though, come from
+    // the middle of the whole box, which shows when a point lies near it.
     rays.fMiddleX = (static_cast<double>(rc.left) + rc.right - 1) / 2;
     rays.fMiddleY = (static_cast<double>(rc.top) + rc.bottom - 1) / 2;
     rays.fRadiusX = std::fmax(0.5, (static_cast<double>(rc.right) - rc.left - 1) / 2);
     rays.fRadiusY = std::fmax(0.5, (static_cast<double>(rc.bottom) - rc.top - 1) / 2);
+    rays.ptFrom = {WrapAdd(rc.left, box.cx / 2), WrapAdd(rc.top, box.cy / 2)};
     const auto angleOf = [&](const POINT& pt) {
-        return std::atan2((rays.fMiddleY - pt.y) / rays.fRadiusY,
-                          (pt.x - rays.fMiddleX) / rays.fRadiusX);
+        return AngleOfRay(rays, static_cast<double>(pt.x) - rays.ptFrom.x,
+                          static_cast<double>(rays.ptFrom.y) - pt.y, box);
     };
     rays.fStart = angleOf(figure.pts[0]);
     rays.fSweep = angleOf(figure.pts[1]) - rays.fStart;
@@ -155,7 +180,7 @@ HRGN CQELViewRadial::MakeCutRegion(const RECT& rcQel, bool bChord) const
     if (bChord)
         fan[nCount++] = rays.At(rays.fStart, 1.0);
     else
-        fan[nCount++] = {RoundToInt(rays.fMiddleX), RoundToInt(rays.fMiddleY)};
+        fan[nCount++] = rays.ptFrom;
     for (int n = 0; n <= FAN_STEPS; ++n)
         fan[nCount++] = rays.At(rays.fStart + rays.fSweep * n / FAN_STEPS, FAR_OUT);
     if (bChord) fan[nCount++] = rays.At(rays.fStart + rays.fSweep, 1.0);
