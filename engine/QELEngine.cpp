@@ -99,7 +99,14 @@ void CQELEngine::LoadView(CQELDocElm* pElm)
         m_view.Root()->SetName(pElm->Id());
         TakeRefSize();
     }
-    m_view.Register(pView); // fails quietly for one that is registered already
+    // Fails quietly for one that is registered already. What is out of the picture takes no host
+    // values.
+    if (IsInPicture(pElm)) m_view.Register(pView);
+}
+
+bool CQELEngine::IsInPicture(const CQELDocElm* pElm) const
+{
+    return pElm->IsInside(m_document.GetRoot());
 }
 
 void CQELEngine::TakeRefSize()
@@ -154,7 +161,7 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
     UnregisterAll(pView);
     m_view.MoveElement(pView, pParent ? pParent->View() : nullptr,
                        pAfter ? pAfter->View() : nullptr);
-    if (pParent) RegisterAll(pView);
+    if (IsInPicture(pElm)) RegisterAll(pView);
     return 1;
 }
 

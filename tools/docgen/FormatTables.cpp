@@ -4,6 +4,8 @@
 
 #include "document/QELDocQEL.h"
 #include "document/QELDocShape.h"
+#include "dynamic/QELDocDrawRgn.h"
+#include "dynamic/QELDocStatus.h"
 #include "render/Mapping.h"
 #include "render/QELViewShape.h"
 
@@ -57,11 +59,13 @@ void PrintTags()
     for (const TagRow* pRow = g_tagRows; pRow->pszName; ++pRow) {
         XmlContext* pXml = nullptr;
         const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(pRow->nId, &pXml));
+        const CrdForm* pForm =
+            pRow->nId == QEL_TYPE_DRAWRGN ? &CQELDocDrawRgn::GetCrdForm() : nullptr;
         const bool bShape = pElm && pRow->nId >= QEL_TYPE_TEXT && pRow->nId <= QEL_TYPE_POLYGON;
         std::printf("| `%s` | %d |", pRow->pszName, static_cast<int>(pRow->nId));
-        if (bShape) {
-            const CrdForm& form = static_cast<const CQELDocShape&>(*pElm).GetCrdForm();
-            std::printf(" %s | `%s` |", form.pszMeaning, form.pszDefault);
+        if (bShape) pForm = &static_cast<const CQELDocShape&>(*pElm).GetCrdForm();
+        if (pForm) {
+            std::printf(" %s | `%s` |", pForm->pszMeaning, pForm->pszDefault);
         } else {
             std::printf(" | |");
         }
@@ -85,6 +89,8 @@ int main()
     PrintTags();
     PrintAttrs("root", &CQELDocQEL::VisitAttrs);
     PrintAttrs("shape", &CQELDocShape::VisitAttrs);
+    PrintAttrs("status", &CQELDocStatus::VisitAttrs);
+    PrintAttrs("drawrgn", &CQELDocDrawRgn::VisitAttrs);
     PrintKeywords("fill", g_fillStyleRows);
     PrintKeywords("anchor", g_keepAnchors);
     PrintKeywords("along", g_keepAlong);
