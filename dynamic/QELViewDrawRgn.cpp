@@ -52,7 +52,7 @@ int CQELViewDrawRgn::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 
 void CQELViewDrawRgn::Fill(HDC hdc, RECT rc) const
 {
-    const auto hHollow = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
+    auto* const hHollow = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
     if (!(m_nStyle & QEL_STYLE_FILL_MASK)) {
         ::FillRect(hdc, &rc, hHollow);
         return;
