@@ -35,6 +35,7 @@ int CQELDocument::ParseTemplate()
 int CQELDocument::Load(const char* pszPath)
 {
     if (!m_pXml) m_pXml = XmlCreate();
+    SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
     int nResult = 0;
     if (m_pXml) {
         nResult = pszPath ? !XmlLoadFile(m_pXml, pszPath) : ParseTemplate();

@@ -1,0 +1,297 @@
+// The base class of the document elements: what an element without a class of its own does, the
+// identifier, the links, and the rectangles of elements that gather children. The code is
+// document/QELDocElm.cpp; whole drawings are in DocumentTests.cpp.
+#include "tests/support/DocSupport.h"
+
+#include <memory>
+
+namespace {
+
+class CXml { // an XML tree with an element on the cursor
+public:
+    explicit CXml(std::string text) : m_pXml(XmlCreate())
+    {
+        EXPECT_EQ(text.empty() ? 1 : 0, XmlParseText(m_pXml, text.data()));
+        if (!text.empty()) {
+            EXPECT_EQ(0, XmlGoRoot(m_pXml));
+        }
+    }
+    ~CXml() { XmlDestroy(m_pXml); }
+    CXml(const CXml&) = delete;
+    CXml& operator=(const CXml&) = delete;
+
+    XmlContext** Slot() { return &m_pXml; }
+    XmlContext* Get() { return m_pXml; }
+    std::string Text() // moves the cursor to the root
+    {
+        std::string text(XmlSerialize(m_pXml, nullptr) + 1, '?');
+        XmlSerialize(m_pXml, text.data());
+        text.pop_back();
+        return text;
+    }
+
+private:
+    XmlContext* m_pXml;
+};
+
+// ---- an element without a class ----
+
+TEST(DocElement, BeginsUnlinkedWithoutIdentifierAndView)
+{
+    XmlContext* pXml = nullptr;
+    CQELDocElm elm(&pXml, QEL_TYPE_NONE);
+    EXPECT_EQ(22, elm.Type());
+    EXPECT_STREQ("", elm.Id());
+    EXPECT_EQ(nullptr, elm.View());
+    EXPECT_EQ(&pXml, elm.XmlSlot());
+    EXPECT_EQ(nullptr, elm.Parent());
+    EXPECT_EQ(nullptr, elm.FirstChild());
+    EXPECT_EQ(nullptr, elm.LastChild());
+    EXPECT_EQ(nullptr, elm.NextSibling());
+    EXPECT_EQ(nullptr, elm.PrevSibling());
+}
+
+TEST(DocElement, HasNoRecord)
+{
+    XmlContext* pXml = nullptr;
+    const CQELDocElm elm(&pXml, QEL_TYPE_NONE);
+    int nSize = 77;
+    EXPECT_EQ(0, elm.GetAttrSize(&nSize));
+}
+
+TEST(DocElement, ClonesItsTypeAndItsPlaceInTheDocumentOnly)
+{
+    XmlContext* pXml = nullptr;
+    CQELDocElm parent(&pXml, QEL_TYPE_GROUP);
+    auto* pElm = new CQELDocElm(&pXml, QEL_TYPE_PATH);
+    parent.AppendChild(pElm);
+    ASSERT_EQ(1, pElm->SetId("a"));
+    CQELDocElm* pClone = nullptr;
+    ASSERT_EQ(1, pElm->Clone(&pClone));
+    const std::unique_ptr<CQELDocElm> clone(pClone);
+    ASSERT_NE(nullptr, clone);
+    EXPECT_NE(pElm, pClone);
+    EXPECT_EQ(12, clone->Type());
+    EXPECT_EQ(&pXml, clone->XmlSlot());
+    EXPECT_EQ(nullptr, clone->Parent());
+    EXPECT_STREQ("", clone->Id());
+    EXPECT_EQ("a", TreeOf(parent)); // not linked
+}
+
+TEST(DocElement, WithoutChildrenItCannotBePlaced)
+{
+    XmlContext* pXml = nullptr;
+    CQELDocElm elm(&pXml, QEL_TYPE_GROUP);
+    EXPECT_EQ("0 0 0 0", RectOf(elm));
+    EXPECT_EQ(0, elm.SetRect({1, 2, 30, 40}));
+    EXPECT_EQ(0, elm.MapRect({0, 0, 10, 10}, {1, 2, 30, 40}));
+    EXPECT_EQ("0 0 0 0", RectOf(elm));
+}
+
+// ---- reading ----
+
+TEST(DocElement, ReadsItsTypeFromTheTag)
+{
+    const struct {
+        const char* pszTag;
+        int nType;
+    } rows[] = {{"qel", 0},   {"text", 1}, {"polygon", 11}, {"path", 12},
+                {"defs", 13}, {"use", 14}, {"g", 15},       {"meter", 21}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.pszTag);
+        CXml xml(std::string("<") + row.pszTag + "/>");
+        CQELDocElm elm(xml.Slot(), QEL_TYPE_NONE);
+        EXPECT_EQ(1, elm.Load());
+        EXPECT_EQ(row.nType, elm.Type());
+        EXPECT_STREQ("", elm.Id());
+    }
+}
+
+TEST(DocElement, DoesNotReadAnUnknownTagOrANamelessNode)
+{
+    CXml unknown("<blob id='a'/>");
+    CQELDocElm elm(unknown.Slot(), QEL_TYPE_NONE);
+    EXPECT_EQ(0, elm.Load());
+    EXPECT_STREQ("", elm.Id());
+    CXml nameless("");
+    CQELDocElm other(nameless.Slot(), QEL_TYPE_NONE);
+    EXPECT_EQ(0, other.Load());
+    EXPECT_EQ(22, other.Type());
+}
+
+TEST(DocElement, ReadsItsIdentifierUpTo255Bytes)
+{
+    for (const int nLength : {1, 254, 255, 256, 257, 4000}) {
+        SCOPED_TRACE(nLength);
+        std::string id;
+        for (int n = 0; n < nLength; ++n) id += static_cast<char>('A' + n % 23);
+        CXml xml("<rect id=\"" + id + "\"/>");
+        CQELDocElm elm(xml.Slot(), QEL_TYPE_NONE);
+        ASSERT_EQ(1, elm.Load());
+        EXPECT_EQ(id.substr(0, 255), elm.Id());
+    }
+}
+
+// ---- writing ----
+
+TEST(DocElement, WritesItselfAsTheLastChildAndMovesTheCursorThere)
+{
+    CXml xml("<qel><rect id='old'/><line/></qel>");
+    CQELDocElm elm(xml.Slot(), QEL_TYPE_RECT);
+    ASSERT_EQ(1, elm.SetId("new"));
+    ASSERT_EQ(1, elm.Save());
+    EXPECT_STREQ("rect", XmlGetName(xml.Get()));
+    EXPECT_STREQ("new", XmlGetAttr(xml.Get(), "id")); // not the rect of before
+    CQELDocElm inside(xml.Slot(), QEL_TYPE_PATH);
+    ASSERT_EQ(1, inside.Save());
+    EXPECT_EQ("<?xml ?>\r\n<qel>\r\n<rect id=\"old\"/>\r\n<line/>\r\n"
+              "<rect id=\"new\">\r\n<path/>\r\n</rect>\r\n</qel>\r\n",
+              xml.Text());
+}
+
+TEST(DocElement, ARootWritesItselfOverTheRootAndDropsItsText)
+{
+    CXml xml("<drawing a='1'>words<x/></drawing>");
+    ASSERT_EQ(0, XmlGoFirstChild(xml.Get()));
+    CQELDocElm elm(xml.Slot(), QEL_TYPE_ROOT);
+    ASSERT_EQ(1, elm.Save());
+    EXPECT_EQ(1, XmlIsAtRoot(xml.Get()));
+    EXPECT_EQ("<?xml ?>\r\n<qel a=\"1\">\r\n<x/>\r\n</qel>\r\n", xml.Text());
+}
+
+TEST(DocElement, WithoutATagItIsNotWritten)
+{
+    for (const int nType : {22, -1, 100}) {
+        CXml xml("<qel/>");
+        CQELDocElm elm(xml.Slot(), nType);
+        EXPECT_EQ(0, elm.Save()) << nType;
+        EXPECT_EQ("<?xml ?>\r\n<qel/>\r\n", xml.Text()) << nType;
+    }
+}
+
+TEST(DocElement, AnIdentifierThatIsUnsetOrEmptyIsNotWritten)
+{
+    CXml xml("<qel/>");
+    CQELDocElm unset(xml.Slot(), QEL_TYPE_GROUP);
+    EXPECT_STREQ("", unset.Id());
+    ASSERT_EQ(1, unset.Save());
+    ASSERT_EQ(0, XmlGoRoot(xml.Get()));
+    CQELDocElm emptied(xml.Slot(), QEL_TYPE_GROUP);
+    ASSERT_EQ(1, emptied.SetId("was"));
+    ASSERT_EQ(1, emptied.SetId(""));
+    ASSERT_EQ(1, emptied.Save());
+    EXPECT_EQ("<?xml ?>\r\n<qel>\r\n<g/>\r\n<g/>\r\n</qel>\r\n", xml.Text());
+}
+
+// ---- identifiers of copies ----
+
+TEST(DocElement, ACopysIdentifierIsCutAt255BytesToo)
+{
+    const struct {
+        int nLength;
+        const char* pszSuffix; // what is left of "_1"
+    } rows[] = {{252, "_1"}, {253, "_1"}, {254, "_"}, {255, ""}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.nLength);
+        const std::string id(static_cast<std::size_t>(row.nLength), 'k');
+        CTestDocument document(DrawingText("<rect id=\"" + id + "\"/>"));
+        const CQELDocElm* pCopy = document->CopyElement(document.First());
+        ASSERT_NE(nullptr, pCopy);
+        EXPECT_EQ(id + row.pszSuffix, pCopy->Id());
+        EXPECT_EQ(id, document.First()->Id());
+    }
+}
+
+TEST(DocElement, ACopyUnderAnotherParentIsItsLastChild)
+{
+    CTestDocument document(
+        DrawingText("<g id=\"a\"><rect id=\"b\"/></g><g id=\"c\"><line id=\"d\"/></g>"));
+    CQELDocElm* pCopy = nullptr;
+    ASSERT_EQ(1, document.First()->CopyTo(FindById(document.Root(), "c"), &pCopy));
+    EXPECT_STREQ("a_1", pCopy->Id());
+    EXPECT_EQ("a(b) c(d a_1(b_1))", TreeOf(*document.Root()));
+    EXPECT_EQ("", BrokenLink(*document.Root()));
+}
+
+// ---- links ----
+
+TEST(DocElement, IsLinkedBeforeAndAfterSiblingsAndUnlinked)
+{
+    XmlContext* pXml = nullptr;
+    CQELDocElm parent(&pXml, QEL_TYPE_GROUP);
+    const auto make = [&](const char* pszId) {
+        auto* pElm = new CQELDocElm(&pXml, QEL_TYPE_GROUP);
+        EXPECT_EQ(1, pElm->SetId(pszId));
+        return pElm;
+    };
+    CQELDocElm* pB = make("b");
+    parent.AppendChild(pB);
+    EXPECT_EQ(&parent, pB->Parent());
+    make("a")->InsertBefore(pB);
+    CQELDocElm* pD = make("d");
+    pD->InsertAfter(pB);
+    make("c")->InsertBefore(pD);
+    parent.AppendChild(make("e"));
+    make("f")->InsertAfter(parent.LastChild());
+    parent.PrependChild(make("0"));
+    EXPECT_EQ("0 a b c d e f", TreeOf(parent));
+    EXPECT_EQ("", BrokenLink(parent));
+
+    pB->Unlink();
+    EXPECT_EQ("0 a c d e f", TreeOf(parent));
+    EXPECT_EQ("", BrokenLink(parent));
+    EXPECT_EQ(nullptr, pB->Parent());
+    EXPECT_EQ(nullptr, pB->PrevSibling());
+    EXPECT_EQ(nullptr, pB->NextSibling());
+    parent.AppendChild(pB);
+    EXPECT_EQ("0 a c d e f b", TreeOf(parent));
+    EXPECT_EQ("", BrokenLink(parent));
+}
+
+TEST(DocElement, RemoveDeletesWhatIsInItAndClearsItsLinks)
+{
+    CTestDocument document(
+        DrawingText("<g id=\"a\"><g id=\"b\"><rect id=\"c\"/></g></g><line id=\"d\"/>"));
+    CQELDocElm* pFirst = document.First();
+    const uintptr_t nB = NumberOf(FindById(document.Root(), "b"));
+    const uintptr_t nC = NumberOf(FindById(document.Root(), "c"));
+    pFirst->Remove();
+    EXPECT_EQ("d", TreeOf(*document.Root())); // the first-child link moved on
+    EXPECT_EQ("", BrokenLink(*document.Root()));
+    EXPECT_FALSE(IsLive(nB));
+    EXPECT_FALSE(IsLive(nC));
+    EXPECT_STREQ("a", pFirst->Id()); // itself it lives
+    EXPECT_EQ(nullptr, pFirst->FirstChild());
+    EXPECT_EQ(nullptr, pFirst->Parent());
+    EXPECT_EQ(nullptr, pFirst->NextSibling());
+    delete pFirst;
+}
+
+TEST(DocElement, KnowsItsDepthItsHeightAndWhatItIsIn)
+{
+    CTestDocument document(DrawingText(
+        "<g id=\"a\"><rect id=\"b\"/><g id=\"c\"><line id=\"d\"/></g></g><g id=\"e\"/>"));
+    CQELDocElm* pRoot = document.Root();
+    const struct {
+        const char* pszId;
+        int nDepth;
+        int nHeight;
+        bool bInA;
+    } rows[] = {{"a", 1, 2, true},
+                {"b", 2, 0, true},
+                {"c", 2, 1, true},
+                {"d", 3, 0, true},
+                {"e", 1, 0, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.pszId);
+        const CQELDocElm* pElm = FindById(pRoot, row.pszId);
+        EXPECT_EQ(row.nDepth, pElm->Depth());
+        EXPECT_EQ(row.nHeight, pElm->Height());
+        EXPECT_EQ(row.bInA, pElm->IsInside(FindById(pRoot, "a")));
+        EXPECT_TRUE(pElm->IsInside(pRoot));
+    }
+    EXPECT_EQ(0, pRoot->Depth());
+    EXPECT_EQ(3, pRoot->Height());
+}
+
+} // namespace
