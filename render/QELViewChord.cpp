@@ -19,5 +19,5 @@ void CQELViewChord::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const REC
 
 HRGN CQELViewChord::MakeRegion(const RECT& rcQel) const
 {
-    return MakeCutRegion(rcQel, true);
+    return MakeFilledRegion(rcQel);
 }

@@ -19,5 +19,5 @@ void CQELViewPie::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&
 
 HRGN CQELViewPie::MakeRegion(const RECT& rcQel) const
 {
-    return MakeCutRegion(rcQel, false);
+    return MakeFilledRegion(rcQel);
 }

@@ -1,86 +1,94 @@
 // Arc, pie and chord; see the header.
 #include "render/QELViewRadial.h"
 
+#include "engine/Block.h"
 #include "render/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
-
-#include <cmath>
 
 namespace {
 
 constexpr int32_t BOX_WORDS = 4;
 constexpr int32_t ALL_WORDS = 8; // the box and the two points, x and y by turns
-constexpr double TURN = 6.283185307179586;
-constexpr int FAN_STEPS = 16; // pieces of the far side of a cut, each well below a quarter turn
-constexpr int FAN_POINTS = FAN_STEPS + 3;
+constexpr LONG MAX_CANVAS =
+    16384; // pixels a side of a figure whose region is made: 32 MB in black and white
 
-int32_t RoundToInt(double f)
-{
-    return TruncToInt(std::floor(f + 0.5));
-}
-
-// Where the figure's ends lie, seen from the middle of the ellipse. The angles are those of the
-// ellipse stretched to a circle, so that even steps go evenly around a flat one; counter-clockwise
-// on the screen, the end after the start.
-struct Rays {
-    POINT ptFrom; // where the rays come from
-    double fMiddleX;
-    double fMiddleY;
-    double fRadiusX;
-    double fRadiusY;
-    double fStart;
-    double fSweep; // above 0; a full turn when both rays are one
-
-    // A point in that direction, fFar times as far out as the ellipse.
-    [[nodiscard]] POINT At(double fAngle, double fFar) const
+// A black-and-white bitmap to draw one figure on, all white.
+class CMonoCanvas {
+public:
+    CMonoCanvas(LONG nWidth, LONG nHeight) noexcept
+        : m_nWidth(nWidth), m_nHeight(nHeight), m_hdc(::CreateCompatibleDC(nullptr)),
+          m_hBitmap(::CreateBitmap(nWidth, nHeight, 1, 1, nullptr))
     {
-        return {RoundToInt(fMiddleX + fRadiusX * std::cos(fAngle) * fFar),
-                RoundToInt(fMiddleY - fRadiusY * std::sin(fAngle) * fFar)};
+        if (m_hdc && m_hBitmap) m_hPrev = ::SelectObject(m_hdc, m_hBitmap);
+        if (m_hPrev) ::PatBlt(m_hdc, 0, 0, nWidth, nHeight, WHITENESS);
     }
+    ~CMonoCanvas()
+    {
+        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
+        if (m_hBitmap) ::DeleteObject(m_hBitmap);
+        if (m_hdc) ::DeleteDC(m_hdc);
+    }
+    CMonoCanvas(const CMonoCanvas&) = delete;
+    CMonoCanvas& operator=(const CMonoCanvas&) = delete;
+
+    [[nodiscard]] HDC Dc() const
+    {
+        return m_hPrev ? m_hdc : nullptr;
+    } // null when it could not be made
+    [[nodiscard]] HRGN BlackRegion(LONG nLeft, LONG nTop) const;
+
+private:
+    [[nodiscard]] LONG Stride() const { return (m_nWidth + 15) / 16 * 2; } // rows end at a word
+    static DWORD FindRuns(const unsigned char* pBits, LONG nStride, SIZE size, RECT* pOut);
+
+    LONG m_nWidth;
+    LONG m_nHeight;
+    HDC m_hdc;
+    HBITMAP m_hBitmap;
+    HGDIOBJ m_hPrev = nullptr;
 };
 
-// The angle at which a ray from the middle, given by its extent across and up, meets the outline.
-// Where a side has no middle pixel, GDI measures its outline half a pixel nearer to the middle.
-// Found by halving the quarter turn that the ray lies in.
-double AngleOfRay(const Rays& rays, double fAcross, double fUp, SIZE box)
+// The black runs of all rows, counted, and written where pOut is given.
+DWORD CMonoCanvas::FindRuns(const unsigned char* pBits, LONG nStride, SIZE size, RECT* pOut)
 {
-    constexpr int HALVINGS = 40; // beyond the precision that any box can show
-    const double fNearerX = box.cx % 2 ? 0.0 : 0.5;
-    const double fNearerY = box.cy % 2 ? 0.0 : 0.5;
-    double fLow = 0;
-    double fHigh = TURN / 4;
-    for (int n = 0; n < HALVINGS; ++n) {
-        const double fMiddle = (fLow + fHigh) / 2;
-        const double fX = rays.fRadiusX * std::cos(fMiddle) - fNearerX;
-        const double fY = rays.fRadiusY * std::sin(fMiddle) - fNearerY;
-        const bool bBelow = fY * std::fabs(fAcross) < fX * std::fabs(fUp);
-        (bBelow ? fLow : fHigh) = fMiddle;
+    DWORD nCount = 0;
+    for (LONG y = 0; y < size.cy; ++y, pBits += nStride) {
+        const auto isBlack = [&](LONG x) {
+            return x < size.cx && !(pBits[x / 8] & (0x80 >> x % 8));
+        };
+        for (LONG x = 0; x < size.cx; ++x) {
+            if (!isBlack(x)) continue;
+            const LONG nStart = x;
+            while (isBlack(x)) ++x;
+            if (pOut) pOut[nCount] = {nStart, y, x, y + 1};
+            ++nCount;
+        }
     }
-    const double fAngle = fAcross < 0 ? TURN / 2 - fLow : fLow;
-    return fUp < 0 ? -fAngle : fAngle;
+    return nCount;
 }
 
-Rays RaysOf(const DeviceFigure& figure)
+HRGN CMonoCanvas::BlackRegion(LONG nLeft, LONG nTop) const
 {
-    const RECT& rc = figure.rcBox;
-    const SIZE box{WidthOf(rc), HeightOf(rc)};
-    Rays rays{};
-    // GDI's figures leave out the box's right column and bottom row; their rays, though, come from
-    // the middle of the whole box, which shows when a point lies near it.
-    rays.fMiddleX = (static_cast<double>(rc.left) + rc.right - 1) / 2;
-    rays.fMiddleY = (static_cast<double>(rc.top) + rc.bottom - 1) / 2;
-    rays.fRadiusX = std::fmax(0.5, (static_cast<double>(rc.right) - rc.left - 1) / 2);
-    rays.fRadiusY = std::fmax(0.5, (static_cast<double>(rc.bottom) - rc.top - 1) / 2);
-    rays.ptFrom = {WrapAdd(rc.left, box.cx / 2), WrapAdd(rc.top, box.cy / 2)};
-    const auto angleOf = [&](const POINT& pt) {
-        return AngleOfRay(rays, static_cast<double>(pt.x) - rays.ptFrom.x,
-                          static_cast<double>(rays.ptFrom.y) - pt.y, box);
-    };
-    rays.fStart = angleOf(figure.pts[0]);
-    rays.fSweep = angleOf(figure.pts[1]) - rays.fStart;
-    if (rays.fSweep <= 0) rays.fSweep += TURN;
-    return rays;
+    const LONG nSize = Stride() * m_nHeight;
+    const CBlock bits(static_cast<uint64_t>(nSize));
+    if (!bits.As<void>() || ::GetBitmapBits(m_hBitmap, nSize, bits.As<void>()) != nSize)
+        return nullptr;
+    const SIZE size{m_nWidth, m_nHeight};
+    const DWORD nRuns = FindRuns(bits.As<unsigned char>(), Stride(), size, nullptr);
+    const DWORD nBytes = static_cast<DWORD>(sizeof(RGNDATAHEADER) + nRuns * sizeof(RECT));
+    const CBlock block(nBytes);
+    if (!block.As<void>()) return nullptr;
+    auto* pData = block.As<RGNDATA>();
+    pData->rdh = {sizeof(RGNDATAHEADER),
+                  RDH_RECTANGLES,
+                  nRuns,
+                  static_cast<DWORD>(nRuns * sizeof(RECT)),
+                  {0, 0, m_nWidth, m_nHeight}};
+    FindRuns(bits.As<unsigned char>(), Stride(), size, reinterpret_cast<RECT*>(pData->Buffer));
+    const HRGN hRegion = ::ExtCreateRegion(nullptr, nBytes, pData);
+    if (hRegion) ::OffsetRgn(hRegion, nLeft, nTop);
+    return hRegion;
 }
 
 } // namespace
@@ -161,31 +169,22 @@ void CQELViewRadial::KeepInside()
     Shift(SlideInside(rc.left, rc.right, RefW()), SlideInside(rc.top, rc.bottom, RefH()));
 }
 
-HRGN CQELViewRadial::MakeCutRegion(const RECT& rcQel, bool bChord) const
+// GDI itself fills the figure, and its black pixels are the region: where GDI lets a ray meet a
+// flat ellipse is its own affair, and no polygon cut from outside agrees with it everywhere.
+HRGN CQELViewRadial::MakeFilledRegion(const RECT& rcQel) const
 {
     DeviceFigure figure{};
     MapFigure(rcQel, 0, &figure);
-    figure.rcBox = NormalizedRect(figure.rcBox);
-    if (::IsRectEmpty(&figure.rcBox)) return nullptr;
-    const RECT& rc = figure.rcBox;
-    CRegion region(::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom));
-    const Rays rays = RaysOf(figure);
-    if (rays.fSweep >= TURN || !region.Get()) return region.Take();
-
-    // The far side of the cut lies well outside of the ellipse, so that only the two rays, or the
-    // chord, cut into it.
-    constexpr double FAR_OUT = 2.0;
-    POINT fan[FAN_POINTS];
-    int nCount = 0;
-    if (bChord)
-        fan[nCount++] = rays.At(rays.fStart, 1.0);
-    else
-        fan[nCount++] = rays.ptFrom;
-    for (int n = 0; n <= FAN_STEPS; ++n)
-        fan[nCount++] = rays.At(rays.fStart + rays.fSweep * n / FAN_STEPS, FAR_OUT);
-    if (bChord) fan[nCount++] = rays.At(rays.fStart + rays.fSweep, 1.0);
-    const CRegion cut(::CreatePolygonRgn(fan, nCount, WINDING));
-    if (!cut.Get() || ::CombineRgn(region.Get(), region.Get(), cut.Get(), RGN_AND) == ERROR)
-        return nullptr;
-    return region.Take();
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const LONG nWidth = WidthOf(rc);
+    const LONG nHeight = HeightOf(rc);
+    if (nWidth < 1 || nHeight < 1 || nWidth > MAX_CANVAS || nHeight > MAX_CANVAS) return nullptr;
+    const CMonoCanvas canvas(nWidth, nHeight);
+    if (!canvas.Dc()) return nullptr;
+    figure.rcBox = {0, 0, nWidth, nHeight};
+    for (POINT& pt : figure.pts) pt = {WrapSub(pt.x, rc.left), WrapSub(pt.y, rc.top)};
+    const CSelectScope pen(canvas.Dc(), ::GetStockObject(NULL_PEN));
+    const CSelectScope brush(canvas.Dc(), ::GetStockObject(BLACK_BRUSH));
+    Paint(canvas.Dc(), figure, nullptr, rcQel);
+    return canvas.BlackRegion(rc.left, rc.top);
 }

@@ -25,9 +25,9 @@ protected:
     // true, all of them at the QEL rect's edge.
     [[nodiscard]] virtual bool CollapsesToEdge() const { return false; }
 
-    // The filled figure as a region: the ellipse cut by the two rays (pie) or by the line between
-    // the points where they meet the ellipse (chord).
-    [[nodiscard]] HRGN MakeCutRegion(const RECT& rcQel, bool bChord) const;
+    // The filled figure as a region, for the classes that have one. Null for an empty box and for
+    // one larger than 16384 pixels a side.
+    [[nodiscard]] HRGN MakeFilledRegion(const RECT& rcQel) const;
 
 private:
     void Shift(int32_t nDx, int32_t nDy);
