@@ -10,9 +10,10 @@ TEST(Draw, OpensAFileAndPaintsItIntoTheQelRect)
 {
     CTestFolder folder;
     const std::string path = folder.Path("one.qel");
-    ASSERT_TRUE(WriteBytes(path, "<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n<qel>\r\n"
-                                 "<rect style=\"0x1\" bg=\"0xff\" lnwid=\"0\" crd=\"10 10 40 40\"/>\r\n"
-                                 "</qel>\r\n"));
+    ASSERT_TRUE(WriteBytes(path,
+                           "<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n<qel>\r\n"
+                           "<rect style=\"0x1\" bg=\"0xff\" lnwid=\"0\" crd=\"10 10 40 40\"/>\r\n"
+                           "</qel>\r\n"));
     HQELENGINE hEngine = CreateQELEngine();
     ASSERT_EQ(1, QELOpenFile(hEngine, path.c_str()));
     const RECT rcDevice{0, 0, 100, 100};

@@ -39,7 +39,8 @@ int CountPixels(const CTestBitmap& bitmap, COLORREF clr);
 void PaintRegion(const CTestBitmap& bitmap, HRGN hRegion);
 
 // The tests' own guards: the engine's are what is on trial.
-class CTestSelect { // selects an object and puts the previous one back; deletes it if it is to own it
+class CTestSelect { // selects an object and puts the previous one back; deletes it if it is to own
+                    // it
 public:
     CTestSelect(HDC hdc, HGDIOBJ hObject, bool bOwn);
     ~CTestSelect();

@@ -14,7 +14,8 @@ void ForEachFile(const std::string& folder, Visit visit)
     const HANDLE hFind = ::FindFirstFileA((folder + "\\*").c_str(), &data);
     if (hFind == INVALID_HANDLE_VALUE) return;
     do {
-        if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) visit(folder + "\\" + data.cFileName);
+        if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+            visit(folder + "\\" + data.cFileName);
     } while (::FindNextFileA(hFind, &data));
     ::FindClose(hFind);
 }

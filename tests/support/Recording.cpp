@@ -22,13 +22,17 @@ struct StockName {
     const char* pszName;
 };
 
-constexpr StockName g_stock[] = {
-    {WHITE_BRUSH, "WHITE_BRUSH"},   {LTGRAY_BRUSH, "LTGRAY_BRUSH"},
-    {GRAY_BRUSH, "GRAY_BRUSH"},     {DKGRAY_BRUSH, "DKGRAY_BRUSH"},
-    {BLACK_BRUSH, "BLACK_BRUSH"},   {NULL_BRUSH, "NULL_BRUSH"},
-    {WHITE_PEN, "WHITE_PEN"},       {BLACK_PEN, "BLACK_PEN"},
-    {NULL_PEN, "NULL_PEN"},         {SYSTEM_FONT, "SYSTEM_FONT"},
-    {DEVICE_DEFAULT_FONT, "DEVICE_DEFAULT_FONT"}};
+constexpr StockName g_stock[] = {{WHITE_BRUSH, "WHITE_BRUSH"},
+                                 {LTGRAY_BRUSH, "LTGRAY_BRUSH"},
+                                 {GRAY_BRUSH, "GRAY_BRUSH"},
+                                 {DKGRAY_BRUSH, "DKGRAY_BRUSH"},
+                                 {BLACK_BRUSH, "BLACK_BRUSH"},
+                                 {NULL_BRUSH, "NULL_BRUSH"},
+                                 {WHITE_PEN, "WHITE_PEN"},
+                                 {BLACK_PEN, "BLACK_PEN"},
+                                 {NULL_PEN, "NULL_PEN"},
+                                 {SYSTEM_FONT, "SYSTEM_FONT"},
+                                 {DEVICE_DEFAULT_FONT, "DEVICE_DEFAULT_FONT"}};
 
 // Wine and Windows number the objects of a metafile by free slots; the tests want them counted.
 struct Reader {
@@ -159,7 +163,8 @@ int CALLBACK OnRecord(HDC, HANDLETABLE*, const ENHMETARECORD* pRecord, int, LPAR
         calls.push_back(Format("SetTextColor %06lx", As<EMRSETTEXTCOLOR>(pRecord).crColor));
         break;
     case EMR_SETARCDIRECTION:
-        calls.push_back(Format("SetArcDirection %lu", As<EMRSETARCDIRECTION>(pRecord).iArcDirection));
+        calls.push_back(
+            Format("SetArcDirection %lu", As<EMRSETARCDIRECTION>(pRecord).iArcDirection));
         break;
     case EMR_RECTANGLE:
         calls.push_back(BoxText("Rectangle", As<EMRRECTANGLE>(pRecord).rclBox));
