@@ -34,8 +34,8 @@ enum XmlError : int32_t {
     XML_ERR_CREATE = 25       // the file to save cannot be created, written or put in place
 };
 
-// How deep elements of a parsed text may nest below the root, so that what is built from the tree may be
-// walked by recursion. The calls of this interface nest to any depth.
+// How deep elements of a parsed text may nest below the root, so that what is built from the tree
+// may be walked by recursion. The calls of this interface nest to any depth.
 constexpr int32_t XML_MAX_DEPTH = 512;
 
 struct XmlAttr {

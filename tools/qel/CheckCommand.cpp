@@ -4,6 +4,8 @@
 #include "tools/qel/Command.h"
 #include "tools/qel/Text.h"
 
+#include <windows.h>
+
 #include <cstdio>
 
 namespace {
@@ -18,6 +20,13 @@ bool ReadFileBytes(const std::wstring& path, std::string* pBytes)
     const bool bDone = std::ferror(pFile) == 0;
     std::fclose(pFile);
     return bDone;
+}
+
+const char* WhyNotRead(const std::wstring& path)
+{
+    const DWORD nAttributes = ::GetFileAttributesW(path.c_str());
+    if (nAttributes == INVALID_FILE_ATTRIBUTES) return "there is no such file";
+    return nAttributes & FILE_ATTRIBUTE_DIRECTORY ? "it is a folder" : "it cannot be opened";
 }
 
 // Lines and columns count from 1, columns by bytes.
@@ -48,7 +57,7 @@ int CheckFile(const std::wstring& path)
     const std::string name = ToUtf8(path);
     std::string bytes;
     if (!ReadFileBytes(path, &bytes)) {
-        Complain("cannot read '" + name + "'");
+        Complain("cannot read '" + name + "': " + WhyNotRead(path));
         return EXIT_TROUBLE;
     }
     const std::vector<Finding> findings = CheckDrawing(bytes);
@@ -62,6 +71,23 @@ int CheckFile(const std::wstring& path)
 }
 
 } // namespace
+
+const char* const g_checkHelp = R"(qel check IN...
+
+Tells the author of a drawing what is wrong with it, one line a finding:
+
+  FILE:LINE:COLUMN: error: TEXT      something is not read, or not as it stands there
+  FILE:LINE:COLUMN: warning: TEXT    it is read, but has no effect or hardly the one meant
+
+Lines and columns count from 1, columns by bytes.
+
+Exit status: 0 all drawings are clean; 1 something was found; 2 a drawing cannot be read (the
+message is on standard error). With several drawings it is the highest of them.
+
+Examples:
+  qel check pump.qel
+  qel check examples/*.qel && echo clean
+)";
 
 int RunCheck(const Arguments& arguments)
 {

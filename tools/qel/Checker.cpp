@@ -10,22 +10,30 @@
 #include "render/QELView.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
+#include <new>
 #include <unordered_map>
 
 namespace {
 
-const char* ErrorText(int32_t nError)
+// Without a default, so that the compiler names a code that is forgotten here.
+const char* ErrorText(XmlError nError)
 {
     switch (nError) {
     case XML_ERR_MEMORY:
         return "elements are nested more than 512 levels deep, or memory ran out";
+    case XML_ERR_OPEN:
+        return "the file cannot be opened or read";
     case XML_ERR_EMPTY:
         return "the drawing is empty";
+    case XML_ERR_NO_DECL:
+        return "an XML declaration is expected here";
     case XML_ERR_ATTR:
-        return "an attribute's value is not closed by its quote, or an attribute of the "
-               "declaration cannot "
-               "be read";
+        return "an attribute's value is not closed by its quote, or an attribute of the XML "
+               "declaration cannot be read";
+    case XML_ERR_NO_MARKUP:
+        return "the drawing ends where an element is expected";
     case XML_ERR_START_TAG:
         return "a start tag cannot be read here: NAME=\"VALUE\", '/>' or '>' is expected";
     case XML_ERR_END_NAME:
@@ -38,9 +46,20 @@ const char* ErrorText(int32_t nError)
         return "the end tag does not match the element that is open";
     case XML_ERR_END_CONTENT:
         return "the drawing ends inside an element's content";
-    default:
-        return "the drawing cannot be read";
+    case XML_ERR_NO_COMMENT:
+        return "a comment is expected here";
+    case XML_ERR_UNCLOSED:
+        return "markup is not closed by '>'";
+    case XML_OK: // these are of the tree's own calls, never of a text
+    case XML_ERR_ARGUMENT:
+    case XML_ERR_NO_RELATIVE:
+    case XML_ERR_NO_ELEMENT:
+    case XML_ERR_NO_PARENT:
+    case XML_ERR_NO_ATTR:
+    case XML_ERR_CREATE:
+        break;
     }
+    return "the drawing cannot be read";
 }
 
 const char* NoticeText(XmlNotice nNotice)
@@ -64,10 +83,39 @@ const char* NoticeText(XmlNotice nNotice)
     return "";
 }
 
-std::string Quoted(const std::string& text)
+// A part of the drawing for a message, which is to stay one short line. A character of two bytes is
+// not cut in the middle.
+std::string Shown(const std::string& text)
 {
     constexpr std::size_t SHOWN = 40;
-    return "'" + (text.size() <= SHOWN ? text : text.substr(0, SHOWN) + "...") + "'";
+    std::string shown;
+    for (std::size_t n = 0; n < text.size();) {
+        const bool bPair = ::IsDBCSLeadByte(static_cast<BYTE>(text[n])) && n + 1 < text.size();
+        if (shown.size() >= SHOWN) return shown + "...";
+        const bool bControl = static_cast<unsigned char>(text[n]) < ' ';
+        shown += bControl ? std::string(1, ' ') : text.substr(n, bPair ? 2 : 1);
+        n += bPair ? 2 : 1;
+    }
+    return shown;
+}
+
+std::string Quoted(const std::string& text)
+{
+    return "'" + Shown(text) + "'";
+}
+
+// The attribute's name that begins at an offset.
+std::string NameAt(const std::string& bytes, std::size_t nOffset)
+{
+    return bytes.substr(nOffset, bytes.find_first_of("= \t\r\n\v\f", nOffset) - nOffset);
+}
+
+// The engine takes the nearest number that 32 bits can hold.
+bool FitsIn32Bits(const char* pszNumber)
+{
+    const bool bHex = pszNumber[0] == '0' && pszNumber[1] == 'x';
+    const long long nValue = std::strtoll(pszNumber, nullptr, bHex ? 16 : 10);
+    return bHex ? nValue >= 0 && nValue <= UINT32_MAX : nValue >= INT32_MIN && nValue <= INT32_MAX;
 }
 
 const CrdForm* CrdFormOf(const CQELDocElm& elm)
@@ -94,20 +142,32 @@ bool IsAnchored(int32_t nType)
     }
 }
 
-// How many numbers a text of coordinates has, up to what is no number; *pbClean tells whether there
-// is nothing else.
-std::size_t CountNumbers(const char* pszText, const char* pszLayout, bool* pbClean)
+// The numbers of a text of coordinates, up to what is no number.
+struct Numbers {
+    std::vector<int32_t> values;
+    bool bClean = true; // there is nothing else
+    bool bFit = true;   // in 32 bits
+};
+
+Numbers ReadNumbers(const char* pszText)
 {
-    std::size_t nCount = 0;
-    for (;; ++nCount) {
-        uint32_t nUnsigned = 0;
-        int32_t nSigned = 0;
-        const bool bRadius = nCount < std::strlen(pszLayout) && pszLayout[nCount] == 'r';
-        if (bRadius ? !ScanUnsigned(&pszText, &nUnsigned) : !ScanDecimal(&pszText, &nSigned)) break;
+    Numbers numbers;
+    int32_t nValue = 0;
+    for (const char* pszNumber = pszText; ScanDecimal(&pszText, &nValue); pszNumber = pszText) {
+        numbers.values.push_back(nValue);
+        numbers.bFit = numbers.bFit && FitsIn32Bits(pszNumber);
     }
     SkipTextSpace(&pszText);
-    *pbClean = *pszText == 0;
-    return nCount;
+    numbers.bClean = *pszText == 0;
+    return numbers;
+}
+
+// Whether nothing at all is drawn where the rectangle has no width or no height; the other figures
+// are lines then.
+bool NeedsArea(int32_t nType)
+{
+    return IsAnchored(nType) || nType == QEL_TYPE_ARC || nType == QEL_TYPE_PIE ||
+           nType == QEL_TYPE_CHORD;
 }
 
 class CChecker {
@@ -122,13 +182,16 @@ private:
         m_findings.push_back({nOffset, bError, std::move(text)});
     }
 
+    void Notice(XmlNotice nNotice, std::size_t nOffset);
     void CheckTree();
     bool CheckNode(XmlNode* pNode); // false: it is skipped with all that is in it
     void CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocElm& elm);
-    void CheckAttr(const XmlNode& node, const XmlAttr& attr, const TagRow& row,
-                   const CQELDocElm& elm);
+    void CheckAttr(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm);
     void CheckValue(const XmlAttr& attr, const AttrInfo& info);
-    void CheckCrd(const XmlAttr& attr, const CrdForm& form);
+    void CheckCrd(const XmlAttr& attr, const TagRow& row, const CrdForm& form);
+    void CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers);
+    void CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm& form,
+                     const Numbers& numbers);
     void CheckFlags(const XmlAttr& attr, const TagRow& row);
     void CheckId(const XmlAttr& attr);
     void CheckText(const XmlNode& node, const TagRow& row);
@@ -136,6 +199,8 @@ private:
     void CheckPlace(const XmlNode& node, const CQELDocElm& elm);
 
     XmlContext* m_pXml = nullptr;
+    const XmlNode* m_pUnfinished = nullptr; // the reading failed in it: more may have followed
+    const std::string* m_pBytes = nullptr;
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     std::vector<Finding> m_findings;
     std::unordered_map<std::string, std::size_t> m_ids;
@@ -143,22 +208,25 @@ private:
 
 std::vector<Finding> CChecker::Check(const std::string& bytes)
 {
-    std::string text = bytes;
+    std::string text = bytes; // the parser writes into it
+    m_pBytes = &bytes;
     const std::size_t nZero = bytes.find('\0');
     if (nZero != std::string::npos && bytes.find_first_not_of('\0', nZero) != std::string::npos)
         Warn(nZero, "there is a zero byte here: all after it is not read");
     const std::unique_ptr<XmlContext, int (*)(XmlContext*)> xml(XmlCreate(), XmlDestroy);
     m_pXml = xml.get();
-    if (!m_pXml) return m_findings;
+    if (!m_pXml) throw std::bad_alloc();
     const XmlObserver observer{
         [](void* pUser, XmlNotice nNotice, std::size_t nOffset, const char*) {
-            static_cast<CChecker*>(pUser)->Warn(nOffset, NoticeText(nNotice));
+            static_cast<CChecker*>(pUser)->Notice(nNotice, nOffset);
         },
         this};
     m_pXml->pObserver = &observer;
     if (XmlParseText(m_pXml, text.data())) {
         const char* pAt = m_pXml->pszReadPos;
-        Error(pAt ? static_cast<std::size_t>(pAt - text.data()) : 0, ErrorText(m_pXml->nLastError));
+        Error(pAt ? static_cast<std::size_t>(pAt - text.data()) : 0,
+              ErrorText(static_cast<XmlError>(m_pXml->nLastError)));
+        m_pUnfinished = m_pXml->pCursor;
     }
     m_pXml->pObserver = nullptr;
     CheckTree(); // what could be read of it
@@ -167,15 +235,28 @@ std::vector<Finding> CChecker::Check(const std::string& bytes)
     return m_findings;
 }
 
+void CChecker::Notice(XmlNotice nNotice, std::size_t nOffset)
+{
+    const bool bAttr = nNotice == XML_NOTICE_ATTR_UNQUOTED || nNotice == XML_NOTICE_ATTR_EMPTY ||
+                       nNotice == XML_NOTICE_ATTR_REPEATED;
+    const std::string name = bAttr ? Shown(NameAt(*m_pBytes, nOffset)) + ": " : "";
+    Warn(nOffset, name + NoticeText(nNotice));
+}
+
 void CChecker::CheckTree()
 {
     XmlNode* pRoot = m_pXml->pRoot;
     if (!pRoot->pszName) {
-        if (m_findings.empty()) Error(0, "there is no element: the drawing does not open");
+        const bool bTold = std::any_of(m_findings.begin(), m_findings.end(),
+                                       [](const Finding& finding) { return finding.bError; });
+        if (m_pBytes->starts_with("\xEF\xBB\xBF"))
+            Error(0, "a byte order mark stands before the drawing: it does not open");
+        else if (!bTold)
+            Error(0, "there is no element: the drawing does not open");
         return;
     }
     if (LookupKeyword(g_tagRows, pRoot->pszName) != QEL_TYPE_ROOT) {
-        Error(pRoot->nOffset, std::string("the root element is <") + pRoot->pszName +
+        Error(pRoot->nOffset, "the root element is <" + Shown(pRoot->pszName) +
                                   ">, not <qel>: the drawing does not open");
         return;
     }
@@ -192,7 +273,7 @@ void CChecker::CheckTree()
 
 bool CChecker::CheckNode(XmlNode* pNode)
 {
-    const std::string tag = std::string("<") + pNode->pszName + ">";
+    const std::string tag = "<" + Shown(pNode->pszName) + ">";
     const TagRow* pRow = FindRow(g_tagRows, LookupKeyword(g_tagRows, pNode->pszName));
     if (!pRow) {
         Error(pNode->nOffset, "unknown element " + tag + ": it is skipped with all that is in it");
@@ -219,17 +300,16 @@ void CChecker::CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocE
     bool bHasCrd = false;
     if (node.pAttrs) {
         for (const XmlAttr* pAttr = node.pAttrs->pHead; pAttr; pAttr = pAttr->pNext) {
-            CheckAttr(node, *pAttr, row, elm);
+            CheckAttr(*pAttr, row, elm);
             bHasCrd = bHasCrd || LookupKeyword(g_attrNameRows, pAttr->pszName) == ATTR_CRD;
         }
     }
     const CrdForm* pForm = CrdFormOf(elm);
-    if (pForm && !bHasCrd)
+    if (pForm && !bHasCrd && &node != m_pUnfinished)
         Warn(node.nOffset, std::string("no crd: the element has ") + pForm->pszDefault);
 }
 
-void CChecker::CheckAttr(const XmlNode& node, const XmlAttr& attr, const TagRow& row,
-                         const CQELDocElm& elm)
+void CChecker::CheckAttr(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm)
 {
     const int32_t nId = LookupKeyword(g_attrNameRows, attr.pszName);
     if (nId == KEYWORD_NONE) {
@@ -254,11 +334,11 @@ void CChecker::CheckAttr(const XmlNode& node, const XmlAttr& attr, const TagRow&
     }
     if (!wanted.pInfo) {
         Warn(attr.nNameOffset, std::string("attribute '") + attr.pszName + "' has no meaning on <" +
-                                   node.pszName + ">");
+                                   row.pszName + ">");
         return;
     }
     if (nId == ATTR_CRD)
-        CheckCrd(attr, *CrdFormOf(elm));
+        CheckCrd(attr, row, *CrdFormOf(elm));
     else
         CheckValue(attr, *wanted.pInfo);
     if (nId == ATTR_FLAG) CheckFlags(attr, row);
@@ -266,19 +346,27 @@ void CChecker::CheckAttr(const XmlNode& node, const XmlAttr& attr, const TagRow&
 
 void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
 {
+    int32_t nRead = 0;
+    const bool bTaken = info.pForm->pfnParse(attr.pszValue, &nRead) != 0;
+    char szRead[ATTR_TEXT_SIZE] = "";
+    if (bTaken) info.pForm->pfnFormat(nRead, szRead, sizeof szRead);
+    const std::string outcome =
+        bTaken ? std::string("; it is read as ") + szRead : ": it is ignored";
     if (!info.pForm->pfnIsClean(attr.pszValue)) {
-        int32_t nValue = 0;
-        const bool bTaken = info.pForm->pfnParse(attr.pszValue, &nValue) != 0;
         Error(attr.nValueOffset, std::string(attr.pszName) + " wants " + info.pForm->pszName +
-                                     ", not " + Quoted(attr.pszValue) +
-                                     (bTaken ? "" : ": it is ignored"));
+                                     ", not " + Quoted(attr.pszValue) + outcome);
+        return;
+    }
+    if (!FitsIn32Bits(attr.pszValue)) {
+        Error(attr.nValueOffset, std::string(attr.pszName) + ": the number " +
+                                     Quoted(attr.pszValue) + " does not fit 32 bits" + outcome);
         return;
     }
     // What the file says, before a form has mended it.
     const char* pszText = attr.pszValue;
     int32_t nValue = 0;
-    const bool bDecimal = ScanDecimal(&pszText, &nValue) && *pszText == 0;
-    if (!bDecimal) info.pForm->pfnParse(attr.pszValue, &nValue);
+    const bool bDecimal = ScanDecimal(&pszText, &nValue) && *pszText != 'x';
+    if (!bDecimal) nValue = nRead;
     if (nValue < info.nMin || nValue > info.nMax)
         Error(attr.nValueOffset,
               std::string(attr.pszName) + " is out of range, " + std::to_string(info.nMin) +
@@ -286,31 +374,65 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
                   ": " + Quoted(attr.pszValue));
 }
 
-void CChecker::CheckCrd(const XmlAttr& attr, const CrdForm& form)
+void CChecker::CheckCrd(const XmlAttr& attr, const TagRow& row, const CrdForm& form)
 {
-    bool bClean = false;
-    const std::size_t nCount = CountNumbers(attr.pszValue, form.pszLayout, &bClean);
-    const std::size_t nWanted = std::strlen(form.pszLayout);
-    const bool bPoints = nWanted == 0;
+    const Numbers numbers = ReadNumbers(attr.pszValue);
     const std::string wanted = std::string("crd wants ") + form.pszMeaning;
-    if (!bClean)
+    if (!numbers.bClean)
         Error(attr.nValueOffset,
               wanted + "; there is something that is no number in " + Quoted(attr.pszValue));
-    if (bPoints) {
-        if (nCount < 4)
-            Error(attr.nValueOffset, wanted + "; the element keeps " + form.pszDefault);
-        else if (nCount % 2)
-            Error(attr.nValueOffset, wanted + "; the last number stands alone");
-        else if (nCount > 2 * QEL_MAX_POINTS)
-            Error(attr.nValueOffset, wanted + "; the points after the 16th are not read");
-    } else if (nCount < nWanted) {
-        Error(attr.nValueOffset, wanted + ", " + std::to_string(nWanted) + " numbers, not " +
-                                     std::to_string(nCount) + ": the element keeps " +
-                                     form.pszDefault);
-    } else if (nCount > nWanted) {
-        Error(attr.nValueOffset, wanted + ", " + std::to_string(nWanted) + " numbers, not " +
-                                     std::to_string(nCount) + ": the rest is not read");
+    if (!numbers.bFit) Error(attr.nValueOffset, "crd: a number does not fit 32 bits");
+    if (*form.pszLayout)
+        CheckFixedCrd(attr, form, numbers);
+    else
+        CheckPoints(attr, row, form, numbers);
+}
+
+void CChecker::CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers)
+{
+    const std::size_t nCount = numbers.values.size();
+    const std::size_t nWanted = std::strlen(form.pszLayout);
+    for (std::size_t n = 0; n < nWanted && n < nCount; ++n)
+        if (form.pszLayout[n] == 'r' && numbers.values[n] < 0)
+            Error(attr.nValueOffset,
+                  "crd: the radius " + std::to_string(numbers.values[n]) + " is negative");
+    if (nCount == nWanted) return;
+    const std::string outcome = nCount > nWanted
+                                    ? "the rest is not read"
+                                    : std::string("the element keeps ") + form.pszDefault;
+    Error(attr.nValueOffset, std::string("crd wants ") + form.pszMeaning + ", " +
+                                 std::to_string(nWanted) + " numbers, not " +
+                                 std::to_string(nCount) + ": " + outcome);
+}
+
+// Point lists are read in a way of their own, so what the engine makes of the text is compared with
+// what stands there.
+void CChecker::CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm& form,
+                           const Numbers& numbers)
+{
+    const std::string wanted = std::string("crd wants ") + form.pszMeaning;
+    const std::size_t nPoints = numbers.values.size() / 2;
+    if (nPoints < 2) {
+        Error(attr.nValueOffset, wanted + "; the element keeps " + form.pszDefault);
+        return;
     }
+    if (numbers.values.size() % 2)
+        Error(attr.nValueOffset, wanted + "; the last number stands alone");
+    if (nPoints > QEL_MAX_POINTS)
+        Error(attr.nValueOffset, wanted + "; the points after the 16th are not read");
+
+    const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(row.nId, &m_pXml));
+    if (!pElm) throw std::bad_alloc();
+    auto& shape = static_cast<CQELDocShape&>(*pElm);
+    QELSHAPEATTR block{};
+    const bool bRead = shape.ParseCrd(attr.pszValue) && shape.GetAttr(&block);
+    const std::size_t nExpected = nPoints < QEL_MAX_POINTS ? nPoints : QEL_MAX_POINTS;
+    const bool bSame = bRead && static_cast<std::size_t>(block.nGeometry[0]) == nExpected &&
+                       std::equal(numbers.values.begin(), numbers.values.begin() + 2 * nExpected,
+                                  block.nGeometry + 1);
+    if (!bSame)
+        Error(attr.nValueOffset, "crd: the points are not read as they stand there; put one blank "
+                                 "between the numbers and nothing else");
 }
 
 void CChecker::CheckFlags(const XmlAttr& attr, const TagRow& row)
@@ -326,8 +448,8 @@ void CChecker::CheckFlags(const XmlAttr& attr, const TagRow& row)
         Warn(attr.nValueOffset, "more than one anchor: the element is stretched with the drawing");
     else if (nOther && (!nAnchor || nAnchor == QEL_KEEP_ALL))
         Warn(attr.nValueOffset,
-             "placement and extent have an effect with Keep left, top, right or bottom "
-             "only");
+             "placement along and away from an edge have an effect with Keep left, top, right or "
+             "bottom only");
 }
 
 void CChecker::CheckId(const XmlAttr& attr)
@@ -341,7 +463,8 @@ void CChecker::CheckId(const XmlAttr& attr)
 void CChecker::CheckText(const XmlNode& node, const TagRow& row)
 {
     if (!node.pszText) {
-        if (row.nId == QEL_TYPE_TEXT) Warn(node.nOffset, "<text> without a text shows nothing");
+        if (row.nId == QEL_TYPE_TEXT && &node != m_pUnfinished)
+            Warn(node.nOffset, "<text> without a text shows nothing");
         return;
     }
     if (row.nId != QEL_TYPE_TEXT)
@@ -375,16 +498,22 @@ void CChecker::CheckLoaded(XmlNode* pNode, CQELDocElm* pElm)
 
 void CChecker::CheckPlace(const XmlNode& node, const CQELDocElm& elm)
 {
-    const CrdForm* pForm = CrdFormOf(elm);
     RECT rc{};
-    if (!pForm || !elm.GetRect(&rc)) return;
-    if (IsAnchored(elm.Type()) && ::IsRectEmpty(&rc)) {
+    if (!CrdFormOf(elm) || &node == m_pUnfinished || !elm.GetRect(&rc)) return;
+    if (NeedsArea(elm.Type()) && ::IsRectEmpty(&rc)) {
         Warn(node.nOffset, "the rectangle is empty: nothing is drawn");
         return;
     }
-    const RECT rcDrawing{0, 0, m_refSize.cx, m_refSize.cy};
-    if (rc.left > rcDrawing.right || rc.top > rcDrawing.bottom || rc.right < 0 || rc.bottom < 0)
-        Warn(node.nOffset, "the element lies outside of the drawing");
+    if (rc.left == rc.right && rc.top == rc.bottom) {
+        Warn(node.nOffset, "all points are the same: hardly a dot is drawn");
+        return;
+    }
+    if (m_refSize.cx < 1 || m_refSize.cy < 1) return; // told at the root
+    // A rectangle ends before its right and bottom edge; a line on the edge may show its width.
+    const LONG nEdge = IsAnchored(elm.Type()) ? 1 : 0;
+    if (rc.left > m_refSize.cx - nEdge || rc.top > m_refSize.cy - nEdge || rc.right < nEdge ||
+        rc.bottom < nEdge)
+        Warn(node.nOffset, "the element lies outside of the drawing: it is not drawn");
 }
 
 } // namespace

@@ -8,18 +8,20 @@
 // The next header needs these two under their plain names.
 #include <algorithm>
 namespace Gdiplus {
-using std::max;
-using std::min;
+using std::max; // NOLINT(misc-unused-using-decls): for the header
+using std::min; // NOLINT(misc-unused-using-decls)
 } // namespace Gdiplus
 #include <gdiplus.h>
 
 #include <cwchar>
 #include <memory>
+#include <utility>
 
 namespace {
 
+constexpr char NOT_DRAWN[] = "the engine does not draw this drawing";
 constexpr ULONG JPEG_QUALITY = 92;
-constexpr int HUNDREDTHS_OF_MM_PER_INCH = 2540;
+constexpr int HUNDREDTHS_OF_MM = 100; // in one millimetre
 
 struct KindRow {
     const wchar_t* pszExtension;
@@ -106,12 +108,11 @@ CLSID EncoderOf(const wchar_t* pszMime)
     throw CTrouble("the system has no encoder for this kind of picture");
 }
 
-bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size,
-                 const std::function<void(HDC)>& paint)
+bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size, const Painter& paint)
 {
     const CMemoryDc canvas(size);
     if (!canvas.Bits()) throw CTrouble("there is no memory for a picture of this size");
-    paint(canvas.Dc());
+    if (!paint(canvas.Dc())) throw CTrouble(NOT_DRAWN);
     ::GdiFlush();
     const CGdiPlus library;
     const CLSID encoder = EncoderOf(row.pszMime);
@@ -127,21 +128,68 @@ bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size,
                        row.nKind == PictureKind::Jpeg ? &parameters : nullptr) == Gdiplus::Ok;
 }
 
-bool WriteRecording(const std::wstring& path, SIZE size, const std::function<void(HDC)>& paint)
+bool WriteRecording(const std::wstring& path, SIZE size, const Painter& paint)
 {
     const HDC hdcScreen = ::GetDC(nullptr);
-    const int nDpiX = ::GetDeviceCaps(hdcScreen, LOGPIXELSX);
-    const int nDpiY = ::GetDeviceCaps(hdcScreen, LOGPIXELSY);
-    const RECT rcFrame{0, 0, ::MulDiv(size.cx, HUNDREDTHS_OF_MM_PER_INCH, nDpiX),
-                       ::MulDiv(size.cy, HUNDREDTHS_OF_MM_PER_INCH, nDpiY)};
+    // The frame is in lengths; readers turn it into pixels again by the recorded size of the
+    // device, which is not what its dots per inch would give.
+    const auto length = [hdcScreen](LONG nPixels, int nMillimetres, int nDevicePixels) {
+        return ::MulDiv(nPixels, ::GetDeviceCaps(hdcScreen, nMillimetres) * HUNDREDTHS_OF_MM,
+                        ::GetDeviceCaps(hdcScreen, nDevicePixels));
+    };
+    const RECT rcFrame{0, 0, length(size.cx, HORZSIZE, HORZRES),
+                       length(size.cy, VERTSIZE, VERTRES)};
     const HDC hdc = ::CreateEnhMetaFileW(hdcScreen, path.c_str(), &rcFrame, L"qel\0drawing\0");
     ::ReleaseDC(nullptr, hdcScreen);
     if (!hdc) return false;
-    paint(hdc);
+    const bool bDrawn = paint(hdc);
     const HENHMETAFILE hFile = ::CloseEnhMetaFile(hdc);
     if (hFile) ::DeleteEnhMetaFile(hFile); // the file itself stays
+    if (!bDrawn) throw CTrouble(NOT_DRAWN);
     return hFile != nullptr;
 }
+
+// A name beside the picture's that no file has yet; the empty file of that name is there
+// afterwards. Empty: none can be made.
+std::wstring MakeUnfinished(const std::wstring& path)
+{
+    constexpr int MAX_TRIES = 100;
+    for (int n = 0; n < MAX_TRIES; ++n) {
+        std::wstring name = path + L"." + std::to_wstring(::GetCurrentProcessId()) + L"-" +
+                            std::to_wstring(n) + L".part";
+        const HANDLE hFile = ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (hFile != INVALID_HANDLE_VALUE) {
+            ::CloseHandle(hFile);
+            return name;
+        }
+        if (::GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    return {};
+}
+
+// Removes the unfinished picture, however its making ends; nothing is left of one that was renamed.
+class CUnfinishedFile {
+public:
+    explicit CUnfinishedFile(std::wstring name) : m_name(std::move(name)) {}
+    ~CUnfinishedFile()
+    {
+        if (!m_name.empty()) ::DeleteFileW(m_name.c_str());
+    }
+    CUnfinishedFile(const CUnfinishedFile&) = delete;
+    CUnfinishedFile& operator=(const CUnfinishedFile&) = delete;
+
+    [[nodiscard]] const std::wstring& Name() const { return m_name; }
+    bool RenameTo(const std::wstring& path)
+    {
+        if (!::MoveFileExW(m_name.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return false;
+        m_name.clear();
+        return true;
+    }
+
+private:
+    std::wstring m_name;
+};
 
 } // namespace
 
@@ -150,14 +198,15 @@ PictureKind KindOf(const std::wstring& path)
     return RowOf(path).nKind;
 }
 
-void WritePicture(const std::wstring& path, SIZE size, const std::function<void(HDC)>& paint)
+void WritePicture(const std::wstring& path, SIZE size, const Painter& paint)
 {
     const KindRow& row = RowOf(path);
-    const std::wstring unfinished = path + L".part" + row.pszExtension;
-    const bool bWritten = row.nKind == PictureKind::Emf ? WriteRecording(unfinished, size, paint)
-                                                        : WriteBitmap(unfinished, row, size, paint);
-    if (bWritten && ::MoveFileExW(unfinished.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING))
-        return;
-    ::DeleteFileW(unfinished.c_str());
+    CUnfinishedFile unfinished(MakeUnfinished(path));
+    const std::wstring& name = unfinished.Name();
+    if (!name.empty()) {
+        const bool bWritten = row.nKind == PictureKind::Emf ? WriteRecording(name, size, paint)
+                                                            : WriteBitmap(name, row, size, paint);
+        if (bWritten && unfinished.RenameTo(path)) return;
+    }
     throw CTrouble("cannot write '" + ToUtf8(path) + "'");
 }

@@ -11,6 +11,8 @@ enum class PictureKind { Png, Bmp, Jpeg, Emf };
 // By the extension of the name; CTrouble for an unknown one.
 PictureKind KindOf(const std::wstring& path);
 
+using Painter = std::function<bool(HDC)>; // false: it could not draw
+
 // Calls paint with a device context of that size and writes what it draws. The file appears under
-// its name only when it is complete; CTrouble when it cannot be written.
-void WritePicture(const std::wstring& path, SIZE size, const std::function<void(HDC)>& paint);
+// its name only when it is complete; CTrouble when it cannot be drawn or written.
+void WritePicture(const std::wstring& path, SIZE size, const Painter& paint);

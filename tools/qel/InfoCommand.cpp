@@ -7,6 +7,13 @@ namespace {
 
 constexpr int INDENT = 2;
 
+// Values of the exported header by their names there.
+struct NamedBits {
+    DWORD nMask; // of the bits that belong together
+    DWORD nBits;
+    const char* pszName;
+};
+
 struct MaskRow {
     DWORD nBit;
     const char* pszName;
@@ -14,37 +21,57 @@ struct MaskRow {
 };
 
 constexpr MaskRow g_masks[] = {
-    {QEL_MASK_COLOR, "color", "parameter 0, the frame colour"},
-    {QEL_MASK_DRAFT, "draft", "parameters 1 to 3, the hatch and its colours"},
-    {QEL_MASK_KEEP, "keep", "keep modes"},
-    {QEL_MASK_TEXT, "text", "texts"},
-    {QEL_MASK_PRESS, "press", "the pressed shift"},
+    {QEL_MASK_COLOR, "QEL_MASK_COLOR", "parameter 0, the frame colour"},
+    {QEL_MASK_DRAFT, "QEL_MASK_DRAFT", "parameters 1 to 3, the hatch and its colours"},
+    {QEL_MASK_KEEP, "QEL_MASK_KEEP", "keep modes"},
+    {QEL_MASK_TEXT, "QEL_MASK_TEXT", "texts"},
+    {QEL_MASK_PRESS, "QEL_MASK_PRESS", "the pressed shift"},
+};
+
+constexpr NamedBits g_flags[] = {
+    {QEL_FLAG_COLOR_PARAM, QEL_FLAG_COLOR_PARAM, "QEL_FLAG_COLOR_PARAM"},
+    {QEL_FLAG_DRAFT_PARAM, QEL_FLAG_DRAFT_PARAM, "QEL_FLAG_DRAFT_PARAM"},
+    {QEL_FLAG_PRESS, QEL_FLAG_PRESS, "QEL_FLAG_PRESS"},
+    {QEL_KEEP_ALL, QEL_KEEP_ALL, "QEL_KEEP_ALL"},
+    {QEL_KEEP_LEFT, QEL_KEEP_LEFT, "QEL_KEEP_LEFT"},
+    {QEL_KEEP_TOP, QEL_KEEP_TOP, "QEL_KEEP_TOP"},
+    {QEL_KEEP_RIGHT, QEL_KEEP_RIGHT, "QEL_KEEP_RIGHT"},
+    {QEL_KEEP_BOTTOM, QEL_KEEP_BOTTOM, "QEL_KEEP_BOTTOM"},
+    {QEL_ALONG_MASK, QEL_ALONG_KEEP_LENGTH, "QEL_ALONG_KEEP_LENGTH"},
+    {QEL_ALONG_MASK, QEL_ALONG_AS_QEL, "QEL_ALONG_AS_QEL"},
+    {QEL_AWAY_MASK, QEL_AWAY_AS_GRAPH, "QEL_AWAY_AS_GRAPH"},
+    {QEL_AWAY_MASK, QEL_AWAY_KEEP_LENGTH, "QEL_AWAY_KEEP_LENGTH"},
+    {QEL_AWAY_MASK, QEL_AWAY_KEEP_BORDER, "QEL_AWAY_KEEP_BORDER"},
 };
 
 struct TypeRow {
     int nType;
-    const char* pszTag;
+    const char* pszName;
+    int nNumbers; // of its coordinates; 0: it has none, or they are points
 };
 
 constexpr TypeRow g_types[] = {
-    {QEL_TYPE_ROOT, "qel"},    {QEL_TYPE_TEXT, "text"},         {QEL_TYPE_RECT, "rect"},
-    {QEL_TYPE_CHORD, "chord"}, {QEL_TYPE_PIE, "pie"},           {QEL_TYPE_ROUNDRECT, "rndrect"},
-    {QEL_TYPE_ARC, "arc"},     {QEL_TYPE_ELLIPSE, "ellipse"},   {QEL_TYPE_CIRCLE, "circle"},
-    {QEL_TYPE_LINE, "line"},   {QEL_TYPE_POLYLINE, "polyline"}, {QEL_TYPE_POLYGON, "polygon"},
-    {QEL_TYPE_GROUP, "g"},     {QEL_TYPE_STATUS, "status"},     {QEL_TYPE_FRAME, "frame"},
-    {QEL_TYPE_SCALE, "scale"}, {QEL_TYPE_PATTERN, "pattern"},   {QEL_TYPE_DRAWRGN, "drawrgn"},
-    {QEL_TYPE_METER, "meter"},
+    {QEL_TYPE_ROOT, "qel", 0},          {QEL_TYPE_TEXT, "text", 4},
+    {QEL_TYPE_RECT, "rect", 4},         {QEL_TYPE_CHORD, "chord", 8},
+    {QEL_TYPE_PIE, "pie", 8},           {QEL_TYPE_ROUNDRECT, "rndrect", 6},
+    {QEL_TYPE_ARC, "arc", 8},           {QEL_TYPE_ELLIPSE, "ellipse", 4},
+    {QEL_TYPE_CIRCLE, "circle", 3},     {QEL_TYPE_LINE, "line", 4},
+    {QEL_TYPE_POLYLINE, "polyline", 0}, {QEL_TYPE_POLYGON, "polygon", 0},
+    {QEL_TYPE_GROUP, "g", 0},           {QEL_TYPE_STATUS, "status", 0},
+    {QEL_TYPE_FRAME, "frame", 0},       {QEL_TYPE_SCALE, "scale", 0},
+    {QEL_TYPE_PATTERN, "pattern", 0},   {QEL_TYPE_DRAWRGN, "drawrgn", 0},
+    {QEL_TYPE_METER, "meter", 0},
 };
 
-std::string TagOf(int nType)
+const TypeRow* FindType(int nType)
 {
     for (const TypeRow& row : g_types)
-        if (row.nType == nType) return row.pszTag;
-    return Format("type %d", nType);
+        if (row.nType == nType) return &row;
+    return nullptr;
 }
 
 struct Element {
-    std::string tag;
+    std::string typeName;
     int nType;
     std::string id; // UTF-8
     bool bHasRect;
@@ -55,7 +82,8 @@ Element Describe(HQELENGINE hEngine, HQELELEM hElem)
 {
     Element element{};
     element.nType = QELGetElemType(hEngine, hElem);
-    element.tag = TagOf(element.nType);
+    const TypeRow* pRow = FindType(element.nType);
+    element.typeName = pRow ? pRow->pszName : Format("type %d", element.nType);
     element.id = AnsiToUtf8(QELGetElemId(hEngine, hElem));
     element.bHasRect = QELGetElemRect(hEngine, hElem, &element.rc) != 0;
     return element;
@@ -67,18 +95,64 @@ std::string RectText(const RECT& rc, const char* pszFormat)
                   static_cast<int>(rc.right), static_cast<int>(rc.bottom));
 }
 
+const char* JsonBool(bool bValue)
+{
+    return bValue ? "true" : "false";
+}
+
+// The colour is spelled RRGGBB, as --background takes it.
+std::string ColorJson(const char* pszName, DWORD clr)
+{
+    return Format(", \"%s\": {\"rgb\": \"%02x%02x%02x\", \"blink\": %s}", pszName, GetRValue(clr),
+                  GetGValue(clr), GetBValue(clr), JsonBool(clr & QEL_COLOR_BLINK));
+}
+
+std::string StyleJson(DWORD nStyle)
+{
+    constexpr DWORD DEFAULT_BORDER_WIDTH = 2;
+    const char* pszBorder = "none";
+    if (nStyle & QEL_STYLE_DOWN_BIT) pszBorder = "down";
+    if (nStyle & QEL_STYLE_UP_BIT) pszBorder = "up"; // it wins when both are set
+    const DWORD nWidth = nStyle >> 16;
+    return Format("\"style\": {\"value\": %lu, \"fill\": %s, \"border\": \"%s\", "
+                  "\"borderWidth\": %lu}",
+                  nStyle, JsonBool(nStyle & QEL_STYLE_FILL), pszBorder,
+                  nWidth ? nWidth : DEFAULT_BORDER_WIDTH);
+}
+
+std::string FlagsJson(DWORD nFlags)
+{
+    std::string names;
+    for (const NamedBits& row : g_flags)
+        if ((nFlags & row.nMask) == row.nBits)
+            names += Format("%s\"%s\"", names.empty() ? "" : ", ", row.pszName);
+    return Format(", \"flags\": {\"value\": %lu, \"names\": [", nFlags) + names + "]}";
+}
+
+std::string CrdJson(const QELSHAPEATTR& attr, int nNumbers)
+{
+    const LONG* pnFirst = attr.nGeometry;
+    if (!nNumbers) { // the number of points, and the points
+        const LONG nPoints = *pnFirst++;
+        nNumbers = nPoints >= 0 && nPoints <= QEL_MAX_POINTS ? static_cast<int>(2 * nPoints) : 0;
+    }
+    std::string json = ", \"crd\": [";
+    for (int n = 0; n < nNumbers; ++n) json += Format(n ? ", %ld" : "%ld", pnFirst[n]);
+    return json + "]";
+}
+
 // The attributes of a shape, as the engine keeps them.
-std::string ShapeJson(HQELENGINE hEngine, HQELELEM hElem)
+std::string ShapeJson(HQELENGINE hEngine, HQELELEM hElem, int nType)
 {
     QELSHAPEATTR attr{};
     if (!QELGetElemAttr(hEngine, hElem, &attr, nullptr)) return "";
     std::string json =
-        Format(", \"style\": %lu, \"draft\": %ld, \"fg\": %lu, \"bg\": %lu, \"clr\": %lu, "
-               "\"lineStyle\": %ld, \"lineWidth\": %ld, \"flags\": %lu",
-               attr.nStyle, attr.nDraft, attr.clrA, attr.clrB, attr.clrPen, attr.nPenStyle,
-               attr.nPenWidth, attr.nFlags);
-    if (*attr.szText) json += ", \"text\": " + JsonString(AnsiToUtf8(attr.szText));
-    return json;
+        ", \"attributes\": {" + StyleJson(attr.nStyle) + Format(", \"draft\": %ld", attr.nDraft) +
+        ColorJson("fg", attr.clrA) + ColorJson("bg", attr.clrB) + ColorJson("clr", attr.clrPen) +
+        Format(", \"lineStyle\": %ld, \"lineWidth\": %ld", attr.nPenStyle, attr.nPenWidth) +
+        CrdJson(attr, FindType(nType)->nNumbers) + FlagsJson(attr.nFlags);
+    if (nType == QEL_TYPE_TEXT) json += ", \"text\": " + JsonString(AnsiToUtf8(attr.szText));
+    return json + "}";
 }
 
 // Elements nest at most 512 levels deep, so the walk may recurse.
@@ -86,8 +160,8 @@ void PrintTree(HQELENGINE hEngine, HQELELEM hElem, int nDepth)
 {
     const Element element = Describe(hEngine, hElem);
     std::string line(static_cast<std::size_t>(nDepth) * INDENT, ' ');
-    line += element.tag;
-    if (!element.id.empty()) line += " \"" + element.id + "\"";
+    line += element.typeName;
+    if (!element.id.empty()) line += " " + JsonString(element.id); // stays on its line
     if (element.bHasRect) line += "  " + RectText(element.rc, "%d,%d..%d,%d");
     Print(line + "\n");
     for (HQELELEM h = QELGetFirstChild(hEngine, hElem); h; h = QELGetNextElem(hEngine, h))
@@ -99,11 +173,12 @@ void PrintTreeJson(HQELENGINE hEngine, HQELELEM hElem, int nDepth)
     const Element element = Describe(hEngine, hElem);
     const std::string indent(static_cast<std::size_t>(nDepth) * INDENT, ' ');
     Print(indent +
-          Format("{\"type\": %d, \"tag\": \"%s\", \"id\": ", element.nType, element.tag.c_str()) +
+          Format("{\"type\": %d, \"typeName\": \"%s\", \"id\": ", element.nType,
+                 element.typeName.c_str()) +
           JsonString(element.id));
     if (element.bHasRect) Print(", \"rect\": " + RectText(element.rc, "[%d, %d, %d, %d]"));
     if (element.nType >= QEL_TYPE_TEXT && element.nType <= QEL_TYPE_POLYGON)
-        Print(ShapeJson(hEngine, hElem));
+        Print(ShapeJson(hEngine, hElem, element.nType));
     HQELELEM hChild = QELGetFirstChild(hEngine, hElem);
     if (hChild) {
         Print(", \"children\": [\n");
@@ -122,7 +197,8 @@ void PrintText(const CDrawing& drawing)
     const SIZE size = drawing.RefSize();
     Print(Format("size %d x %d, kind %d", static_cast<int>(size.cx), static_cast<int>(size.cy),
                  QELGetType(hEngine)) +
-          (*QELGetName(hEngine) ? ", name \"" + AnsiToUtf8(QELGetName(hEngine)) + "\"\n" : "\n"));
+          (*QELGetName(hEngine) ? ", name " + JsonString(AnsiToUtf8(QELGetName(hEngine))) : "") +
+          "\n");
     const DWORD nMask = QELParamsSupported(hEngine);
     Print(Format("the host can set (mask 0x%lx):", nMask));
     bool bAny = false;
@@ -157,23 +233,40 @@ void PrintJson(const CDrawing& drawing)
 
 } // namespace
 
+const char* const g_infoHelp = R"(qel info IN [--json]
+
+Lists what is in the drawing IN: its reference size, its kind and name, what the host can set, and
+the tree of its elements, each with its type, identifier and rectangle (left,top..right,bottom in
+drawing units; of a group, that of its children).
+
+  --json    the same as JSON in UTF-8, and the attributes of every shape: style, draft, fg, bg and
+            clr (rgb as RRGGBB), lineStyle, lineWidth, crd, flags and a text's text; "params" and
+            the names of the flags are the constants of QELEngine.h
+
+Exit status: 0 done; 2 the drawing cannot be read (the message is on standard error).
+
+Examples:
+  qel info pump.qel
+  qel info pump.qel --json | python3 -m json.tool
+)";
+
 int RunInfo(const Arguments& arguments)
 {
-    std::wstring in;
+    Arguments names;
     bool bJson = false;
     CArgumentReader reader(arguments);
     while (reader.Next()) {
         if (!reader.IsOption()) {
-            if (!in.empty()) throw CTrouble("info takes one drawing");
-            in = reader.Current();
+            names.push_back(reader.Current());
         } else if (reader.Current() == L"--json") {
             bJson = true;
         } else {
             reader.RefuseOption();
         }
     }
-    if (in.empty()) throw CTrouble("info wants a drawing: qel info IN");
-    const CDrawing drawing(in);
+    if (names.size() > 1) throw CTrouble("info takes one drawing");
+    if (names.empty()) throw CTrouble("info wants a drawing: qel info IN");
+    const CDrawing drawing(names[0]);
     if (bJson)
         PrintJson(drawing);
     else

@@ -6,13 +6,18 @@
 
 #include <cwchar>
 #include <cwctype>
+#include <utility>
 
 namespace {
 
 constexpr LONG WANTED_WIDTH = 800;
 constexpr LONG MAX_SIDE = 16384;
 constexpr int FONT_HEIGHT = 16; // texts take the face and choose their own size
-constexpr wchar_t DEFAULT_FONT[] = L"WenQuanYi Zen Hei Mono"; // even widths, and Chinese glyphs
+
+// The first one that the system has. All have Chinese glyphs but the last; those of even width come
+// first, since the engine gives every byte of a text the same width and cuts what is wider.
+constexpr const wchar_t* g_defaultFonts[] = {L"WenQuanYi Zen Hei Mono", L"NSimSun", L"SimSun",
+                                             L"WenQuanYi Zen Hei", L"Courier New"};
 
 struct Options {
     std::wstring in;
@@ -22,7 +27,7 @@ struct Options {
     int nRotate = 0;
     bool bBlink = false;
     bool bPressed = false;
-    std::wstring font = DEFAULT_FONT;
+    std::wstring font; // empty: one of the default ones
 };
 
 // The whole text as a number of that base; false for anything else.
@@ -65,15 +70,57 @@ int ReadAngle(const std::wstring& text)
     return static_cast<int>(nValue);
 }
 
+LOGFONTW FontOf(const std::wstring& name)
+{
+    LOGFONTW font{};
+    font.lfHeight = FONT_HEIGHT;
+    font.lfCharSet = DEFAULT_CHARSET;
+    std::wcsncpy(font.lfFaceName, name.c_str(), LF_FACESIZE - 1);
+    return font;
+}
+
+int CALLBACK NoteScalable(const LOGFONTW*, const TEXTMETRICW*, DWORD nType, LPARAM pFound)
+{
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system passes the pointer on as a number
+    if (!(nType & RASTER_FONTTYPE)) *reinterpret_cast<bool*>(pFound) = true;
+    return 1;
+}
+
+// Texts come in any size, so a face of fixed bitmaps does not serve.
+bool HasScalableFont(const std::wstring& name)
+{
+    if (name.empty() || name.size() >= LF_FACESIZE) return false;
+    bool bFound = false;
+    LOGFONTW font = FontOf(name);
+    const HDC hdc = ::CreateCompatibleDC(nullptr);
+    ::EnumFontFamiliesExW(hdc, &font, NoteScalable, reinterpret_cast<LPARAM>(&bFound), 0);
+    ::DeleteDC(hdc);
+    return bFound;
+}
+
+std::wstring ReadFont(const std::wstring& name)
+{
+    if (!HasScalableFont(name))
+        throw CTrouble("--font: the system has no scalable font '" + ToUtf8(name) + "'");
+    return name;
+}
+
+std::wstring DefaultFont()
+{
+    for (const wchar_t* pszName : g_defaultFonts)
+        if (HasScalableFont(pszName)) return pszName;
+    return {}; // then the system chooses
+}
+
 Options ReadOptions(const Arguments& arguments)
 {
     Options options;
+    Arguments names;
     CArgumentReader reader(arguments);
     while (reader.Next()) {
         const std::wstring& word = reader.Current();
         if (!reader.IsOption()) {
-            if (!options.out.empty()) throw CTrouble("render takes one drawing and one picture");
-            (options.in.empty() ? options.in : options.out) = word;
+            names.push_back(word);
         } else if (word == L"--size") {
             options.size = ReadSize(reader.Value());
         } else if (word == L"--background") {
@@ -85,22 +132,47 @@ Options ReadOptions(const Arguments& arguments)
         } else if (word == L"--pressed") {
             options.bPressed = true;
         } else if (word == L"--font") {
-            options.font = reader.Value();
+            options.font = ReadFont(reader.Value());
         } else {
             reader.RefuseOption();
         }
     }
-    if (options.out.empty())
-        throw CTrouble("render wants a drawing and a picture: qel render IN OUT");
-    if (options.font.size() >= LF_FACESIZE)
-        throw CTrouble("--font wants a name of at most 31 characters");
+    if (names.size() > 2) throw CTrouble("render takes one drawing and one picture");
+    if (names.size() < 2) throw CTrouble("render wants a drawing and a picture: qel render IN OUT");
+    options.in = names[0];
+    options.out = names[1];
     return options;
+}
+
+bool IsPositive(SIZE size)
+{
+    return size.cx > 0 && size.cy > 0;
+}
+
+// Whether a turn by that angle exchanges width and height, as the engine itself turns an empty
+// drawing.
+bool LiesOnItsSide(int nRotate)
+{
+    const HQELENGINE hEngine = CreateQELEngine();
+    SIZE size{1, 2};
+    const bool bSide = QELNewFile(hEngine) && QELSetRefSize(hEngine, &size) &&
+                       QELRotate(hEngine, nRotate) && QELGetRefSize(hEngine, &size) && size.cx == 2;
+    DestroyQELEngine(hEngine);
+    return bSide;
+}
+
+// A drawing without a size of its own is drawn one unit to a pixel: the picture's size becomes its
+// own. This is to come before a turn, which would press all elements into the drawing's size.
+void GiveSize(const CDrawing& drawing, SIZE size, int nRotate)
+{
+    if (LiesOnItsSide(nRotate)) std::swap(size.cx, size.cy);
+    QELSetRefSize(drawing.Engine(), &size);
 }
 
 SIZE PictureSize(const CDrawing& drawing)
 {
     const SIZE ref = drawing.RefSize();
-    if (ref.cx < 1 || ref.cy < 1)
+    if (!IsPositive(ref))
         throw CTrouble("the drawing has no size of its own; give one with --size");
     const LONG nFactor = (WANTED_WIDTH - 1) / ref.cx + 1;
     if (ref.cx > MAX_SIDE || ref.cy > MAX_SIDE / nFactor)
@@ -109,34 +181,58 @@ SIZE PictureSize(const CDrawing& drawing)
     return {ref.cx * nFactor, ref.cy * nFactor};
 }
 
-void Paint(HDC hdc, const CDrawing& drawing, const Options& options, const RECT& rc)
+bool Paint(HDC hdc, const CDrawing& drawing, const Options& options, const RECT& rc)
 {
     const HBRUSH hBrush = ::CreateSolidBrush(options.clrBackground);
     ::FillRect(hdc, &rc, hBrush);
     ::DeleteObject(hBrush);
-    LOGFONTW font{};
-    font.lfHeight = FONT_HEIGHT;
-    font.lfCharSet = DEFAULT_CHARSET;
-    std::wcsncpy(font.lfFaceName, options.font.c_str(), LF_FACESIZE - 1);
+    const LOGFONTW font = FontOf(options.font.empty() ? DefaultFont() : options.font);
     const HFONT hFont = ::CreateFontIndirectW(&font);
     const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
-    QELDraw(drawing.Engine(), hdc, &rc, QEL_DRAW_FULL | (options.bPressed ? QEL_DRAW_PRESSED : 0));
+    const int nDrawn = QELDraw(drawing.Engine(), hdc, &rc,
+                               QEL_DRAW_FULL | (options.bPressed ? QEL_DRAW_PRESSED : 0));
     ::SelectObject(hdc, hPrev);
     ::DeleteObject(hFont);
+    return nDrawn != 0;
 }
 
 } // namespace
+
+const char* const g_renderHelp = R"(qel render IN OUT [options]
+
+Draws the drawing IN into the picture OUT: .png, .bmp, .jpg (.jpeg) or .emf, the recorded drawing
+calls. An older picture of that name is replaced when the new one is complete.
+
+  --size WxH             the size in pixels, each side 1 to 16384; by default the drawing's
+                         reference size times the smallest whole number that makes it at least
+                         800 wide
+  --background RRGGBB    hexadecimal; by default C0C0C0, on which black and white both show
+  --rotate DEG           turn counter-clockwise, by quarter turns: 90, 180, 270, -90
+  --blink                the dark phase of blinking colours
+  --pressed              elements with the pressed flag are drawn pressed
+  --font NAME            the face of all texts, a scalable one; by default WenQuanYi Zen Hei
+                         Mono or another one of even width with Chinese glyphs
+
+Exit status: 0 the picture is there; 2 it is not (the message is on standard error).
+
+Examples:
+  qel render pump.qel pump.png
+  qel render pump.qel pump.jpg --size 1600x1200 --background FFFFFF
+  qel render pump.qel turned.emf --rotate 90 --font "DejaVu Sans Mono"
+)";
 
 int RunRender(const Arguments& arguments)
 {
     const Options options = ReadOptions(arguments);
     KindOf(options.out); // a name that cannot be written is refused before any work
     const CDrawing drawing(options.in);
+    if (options.size.cx && !IsPositive(drawing.RefSize()))
+        GiveSize(drawing, options.size, options.nRotate);
     if (options.nRotate) QELRotate(drawing.Engine(), options.nRotate);
     if (options.bBlink) QELSetBlinkState(drawing.Engine(), 1);
     const SIZE size = options.size.cx ? options.size : PictureSize(drawing);
     const RECT rc{0, 0, size.cx, size.cy};
     QELSetQELRect(drawing.Engine(), &rc);
-    WritePicture(options.out, size, [&](HDC hdc) { Paint(hdc, drawing, options, rc); });
+    WritePicture(options.out, size, [&](HDC hdc) { return Paint(hdc, drawing, options, rc); });
     return EXIT_CLEAN;
 }

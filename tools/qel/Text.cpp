@@ -30,6 +30,12 @@ void Print(const std::string& text)
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
+bool FinishOutput()
+{
+    // A part that failed earlier leaves its mark only in the stream's state.
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
 void Complain(const std::string& text)
 {
     std::fflush(stdout);

@@ -8,6 +8,7 @@ std::string ToUtf8(const std::wstring& text);
 std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system's code page
 
 void Print(const std::string& text);    // UTF-8 to standard output
+bool FinishOutput();                    // false: not all that was printed could be written
 void Complain(const std::string& text); // "qel: TEXT" to standard error
 
 std::string Format(const char* pszFormat, ...) // as printf does

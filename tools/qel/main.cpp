@@ -5,65 +5,79 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
 #include <io.h>
+#include <new>
 
 namespace {
 
-constexpr char HELP[] =
-    "qel - draws, lists and checks instrument drawings (.qel)\n"
-    "\n"
-    "  qel render IN OUT [options]   draw a drawing into a picture\n"
-    "      OUT                       .png, .bmp, .jpg or .emf (the recorded drawing calls)\n"
-    "      --size WxH                in pixels; by default the reference size times the smallest\n"
-    "                                whole number that makes it at least 800 wide\n"
-    "      --background RRGGBB       hexadecimal; by default C0C0C0, on which black and white "
-    "show\n"
-    "      --rotate DEG              turn counter-clockwise, by quarter turns\n"
-    "      --blink                   the dark phase of blinking colours\n"
-    "      --pressed                 elements with the pressed flag are drawn pressed\n"
-    "      --font NAME               the face of all texts\n"
-    "  qel info IN [--json]          size, kind, elements, what the host can set\n"
-    "  qel check IN...               what is wrong with drawings: FILE:LINE:COLUMN: error: TEXT\n"
-    "  qel --help, qel --version\n"
-    "\n"
-    "Exit status: 0 done, or nothing found; 1 qel check found something; 2 an input cannot be "
-    "read, an\n"
-    "output cannot be written, or the command line is wrong (the message is on standard error).\n"
-    "\n"
-    "Examples:\n"
-    "  qel render pump.qel pump.png --size 1600x1200 --background FFFFFF\n"
-    "  qel info pump.qel --json\n"
-    "  qel check examples/*.qel\n";
+constexpr char HELP[] = R"(qel - draws, lists and checks instrument drawings (.qel)
+
+  qel render IN OUT [options]   draw a drawing into a picture: .png, .bmp, .jpg or .emf
+  qel info IN [--json]          size, kind, elements, what the host can set
+  qel check IN...               what is wrong with drawings: FILE:LINE:COLUMN: error: TEXT
+
+  qel COMMAND --help            the options of a command, with examples
+  qel --help, qel --version
+
+Texts and identifiers of drawings are read in the system's code page and printed as UTF-8.
+A name that begins with "-" goes after a lone "--".
+
+Exit status: 0 done, or nothing found; 1 qel check found something; 2 an input cannot be read,
+an output cannot be written, or the command line is wrong (one message on standard error).
+
+Examples:
+  qel render pump.qel pump.png --size 1600x1200 --background FFFFFF
+  qel info pump.qel --json
+  qel check examples/*.qel
+)";
 
 struct CommandRow {
     const wchar_t* pszName;
     int (*pfnRun)(const Arguments& arguments);
+    const char* pszHelp;
 };
 
-constexpr CommandRow g_commands[] = {
-    {L"render", RunRender}, {L"info", RunInfo}, {L"check", RunCheck}};
+const CommandRow g_commands[] = {{L"render", RunRender, g_renderHelp},
+                                 {L"info", RunInfo, g_infoHelp},
+                                 {L"check", RunCheck, g_checkHelp}};
+
+bool IsHelpOption(const std::wstring& word)
+{
+    return word == L"--help" || word == L"-h";
+}
+
+bool AsksForHelp(const Arguments& arguments)
+{
+    const auto end = std::find(arguments.begin(), arguments.end(), L"--");
+    return std::any_of(arguments.begin(), end, IsHelpOption);
+}
+
+int RunCommand(const CommandRow& row, const Arguments& arguments)
+{
+    if (!AsksForHelp(arguments)) return row.pfnRun(arguments);
+    Print(row.pszHelp);
+    return EXIT_CLEAN;
+}
 
 int Run(const Arguments& words)
 {
-    if (words.empty()) {
-        Complain("a command is missing: render, info or check; 'qel --help' tells more");
-        return EXIT_TROUBLE;
-    }
-    for (const std::wstring& word : words) {
-        if (word == L"--help" || word == L"-h") {
-            Print(HELP);
-            return EXIT_CLEAN;
-        }
+    if (words.empty())
+        throw CTrouble("a command is missing: render, info or check; 'qel --help' tells more");
+    if (IsHelpOption(words[0])) {
+        Print(HELP);
+        return EXIT_CLEAN;
     }
     if (words[0] == L"--version") {
         Print("qel " QEL_VERSION "\n");
         return EXIT_CLEAN;
     }
     for (const CommandRow& row : g_commands)
-        if (words[0] == row.pszName) return row.pfnRun(Arguments(words.begin() + 1, words.end()));
+        if (words[0] == row.pszName)
+            return RunCommand(row, Arguments(words.begin() + 1, words.end()));
     throw CTrouble("unknown command '" + ToUtf8(words[0]) + "'; 'qel --help' lists them");
 }
 
@@ -95,15 +109,18 @@ void CArgumentReader::RefuseOption() const
     throw CTrouble("unknown option '" + ToUtf8(Current()) + "'; 'qel --help' lists them");
 }
 
-// The text goes out as UTF-8 bytes with the line ends that the system's tools expect.
+// Both streams carry UTF-8 bytes, with the line ends that the system's tools expect.
 int wmain(int nCount, wchar_t** ppszWords)
 {
     _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
     ::SetConsoleOutputCP(CP_UTF8);
     try {
         const int nStatus = Run(Arguments(ppszWords + (nCount ? 1 : 0), ppszWords + nCount));
-        if (std::fflush(stdout) == 0) return nStatus;
+        if (FinishOutput()) return nStatus;
         Complain("standard output cannot be written");
+    } catch (const std::bad_alloc&) {
+        Complain("there is not enough memory");
     } catch (const std::exception& trouble) {
         Complain(trouble.what());
     }
