@@ -76,7 +76,7 @@ HRGN CMonoCanvas::BlackRegion(LONG nLeft, LONG nTop) const
         return nullptr;
     const SIZE size{m_nWidth, m_nHeight};
     const DWORD nRuns = FindRuns(bits.As<unsigned char>(), Stride(), size, nullptr);
-    const DWORD nBytes = static_cast<DWORD>(sizeof(RGNDATAHEADER) + nRuns * sizeof(RECT));
+    const auto nBytes = static_cast<DWORD>(sizeof(RGNDATAHEADER) + nRuns * sizeof(RECT));
     const CBlock block(nBytes);
     if (!block.As<void>()) return nullptr;
     auto* pData = block.As<RGNDATA>();
