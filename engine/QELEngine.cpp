@@ -147,7 +147,8 @@ CQELDocElm* CQELEngine::ReplaceRoot()
 int CQELEngine::DeleteElem(CQELDocElm* pElm)
 {
     if (CQELViewElm* pView = pElm->View()) {
-        UnregisterAll(pView);
+        if (IsInPicture(pElm))
+            UnregisterAll(pView); // else it is not registered, and slots are others'
         m_view.DeleteElement(pView);
     }
     return m_document.DeleteElement(pElm);
@@ -155,13 +156,15 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
 
 int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter)
 {
+    const bool bWasInPicture = IsInPicture(pElm);
     if (!m_document.MoveElement(pElm, pParent, pAfter)) return 0;
     CQELViewElm* pView = pElm->View();
     if (!pView) return 1;
-    UnregisterAll(pView);
+    const bool bIsInPicture = IsInPicture(pElm);
+    if (bWasInPicture && !bIsInPicture) UnregisterAll(pView);
     m_view.MoveElement(pView, pParent ? pParent->View() : nullptr,
                        pAfter ? pAfter->View() : nullptr);
-    if (IsInPicture(pElm)) RegisterAll(pView);
+    if (bIsInPicture && !bWasInPicture) RegisterAll(pView);
     return 1;
 }
 

@@ -9,9 +9,8 @@
 namespace {
 
 constexpr int32_t BOX_WORDS = 4;
-constexpr int32_t ALL_WORDS = 8; // the box and the two points, x and y by turns
-constexpr LONG MAX_CANVAS =
-    16384; // pixels a side of a figure whose region is made: 32 MB in black and white
+constexpr int32_t ALL_WORDS = 8;   // the box and the two points, x and y by turns
+constexpr LONG MAX_CANVAS = 16384; // pixels a side: 32 MB in black and white
 
 // A black-and-white bitmap to draw one figure on, all white.
 class CMonoCanvas {
@@ -32,10 +31,8 @@ public:
     CMonoCanvas(const CMonoCanvas&) = delete;
     CMonoCanvas& operator=(const CMonoCanvas&) = delete;
 
-    [[nodiscard]] HDC Dc() const
-    {
-        return m_hPrev ? m_hdc : nullptr;
-    } // null when it could not be made
+    // Null when it could not be made.
+    [[nodiscard]] HDC Dc() const { return m_hPrev ? m_hdc : nullptr; }
     [[nodiscard]] HRGN BlackRegion(LONG nLeft, LONG nTop) const;
 
 private:

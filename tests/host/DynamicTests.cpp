@@ -161,7 +161,35 @@ TEST(Status, AnElementOutOfThePictureIsNotInTheListUntilItIsBack)
     EXPECT_EQ(GREEN, host.Pixel(10, 60));
 }
 
+TEST(Status, AMoveInsideThePictureLeavesTheOrderOfTheList)
+{
+    const CHost host(TwoStates());
+    HQELELEM hFirst = host.Child(0);
+    HQELELEM hSecond = host.Child(1);
+    ASSERT_EQ(1, QELSetStatus(host, 5));
+    ASSERT_EQ(1, QELMoveElem(host, hFirst, QELGetRootElem(host), hSecond));
+    ASSERT_EQ(1, QELSetStatus(host, 0xFFFFFFFF));
+    CTestBitmap drawn(100, 100);
+    ASSERT_EQ(1, QELDraw(host, drawn.Dc(), &QEL, 0)); // both are still in the list
+    EXPECT_EQ(RED, drawn.At(10, 10));
+    EXPECT_EQ(GREEN, drawn.At(10, 60));
+}
+
 // ---- frame
+
+TEST(Frame, DeletingOneThatIsOutOfThePictureLeavesTheOtherItsColour)
+{
+    const CHost host("<frame>" + Fill("0xff", "0 0 50 25") + "</frame><frame>" +
+                     Fill("0xff", "0 25 50 50") + "</frame>");
+    HQELELEM hFirst = host.Child(0);
+    HQELELEM hSecond = host.Child(1);
+    ASSERT_EQ(1, QELMoveElem(host, hFirst, nullptr, nullptr));
+    ASSERT_EQ(1, QELMoveElem(host, hSecond, nullptr, nullptr));
+    ASSERT_EQ(1, QELMoveElem(host, hSecond, QELGetRootElem(host), nullptr));
+    ASSERT_EQ(1, QELDeleteElem(host, hFirst));
+    EXPECT_EQ(1, QELSetParam(host, QEL_PARAM_COLOR, 0x00FF00)); // 0 if nothing took it
+    EXPECT_EQ(GREEN, host.Pixel(10, 60));
+}
 
 TEST(Frame, EveryShapeInsideTakesTheColourWhateverItsFlags)
 {
