@@ -150,3 +150,20 @@ public:
 private:
     HRGN m_hRegion;
 };
+
+// A font that is deleted at the end of the scope; it must not be selected any more then.
+class CFont {
+public:
+    explicit CFont(HFONT hFont) noexcept : m_hFont(hFont) {}
+    ~CFont()
+    {
+        if (m_hFont) ::DeleteObject(m_hFont);
+    }
+    CFont(const CFont&) = delete;
+    CFont& operator=(const CFont&) = delete;
+
+    [[nodiscard]] HFONT Get() const noexcept { return m_hFont; }
+
+private:
+    HFONT m_hFont;
+};

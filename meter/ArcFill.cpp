@@ -1,0 +1,30 @@
+// The filled sector; see the header.
+#include "meter/ArcFill.h"
+
+#include "meter/DialGeometry.h"
+#include "render/GdiScopes.h"
+
+namespace {
+
+constexpr float MIN_SWEEP = 0.99F;
+constexpr float FULL_SWEEP = 355.0F; // from here on a full disc is what is meant
+
+} // namespace
+
+int CArcFill::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
+{
+    if (fSweep > -MIN_SWEEP && fSweep < MIN_SWEEP) return 1;
+    const POINT pt1 = PolarPoint(ptCentre, nRadius, fStart + fSweep);
+    const POINT pt0 = PolarPoint(ptCentre, nRadius, fStart);
+    if (fSweep < FULL_SWEEP && IsDegenerateSector(ptCentre, pt1, pt0)) return 0;
+
+    RECT rc = SquareAround(ptCentre, nRadius);
+    HBRUSH hBrush = nullptr;
+    if (!m_draft.GetDraftBrush(hBrush, &rc, m_clrFore, m_clrBack) || !hBrush) return 0;
+    const CSelectScope brush(hdc, hBrush);
+    const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+    const CBkColorScope back(hdc, m_clrBack);
+    const CTextColorScope text(hdc, m_clrFore);
+    ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt0.x, pt0.y);
+    return 1;
+}

@@ -1,0 +1,49 @@
+// What bars are filled with; see the header.
+#include "meter/BarFill.h"
+
+#include "render/GdiScopes.h"
+
+CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack,
+                   COLORREF clrFore) noexcept
+    : m_draft(static_cast<tagDRAFTSTYLE>(nStyle)), m_rcSegment(rcSegment),
+      m_hSegment(::IsRectEmpty(&rcSegment) ? nullptr : ::CreateRectRgnIndirect(&rcSegment)),
+      m_clrBack(clrBack), m_clrFore(clrFore)
+{
+}
+
+CBarFill::~CBarFill()
+{
+    if (m_hSegment) ::DeleteObject(m_hSegment);
+}
+
+HBRUSH CBarFill::Brush()
+{
+    HBRUSH hBrush = nullptr;
+    return m_draft.GetDraftBrush(hBrush, &m_rcSegment, m_clrFore, m_clrBack) ? hBrush : nullptr;
+}
+
+int CBarFill::Draw(HDC hdc, HRGN hMeterRegion)
+{
+    HBRUSH hBrush = m_hSegment ? Brush() : nullptr;
+    if (!hBrush) return 0;
+    const CRegion visible(::CreateRectRgn(0, 0, 0, 0));
+    if (::CombineRgn(visible.Get(), m_hSegment, hMeterRegion, RGN_AND) != ERROR) {
+        const CBkColorScope back(hdc, m_clrBack);
+        const CTextColorScope text(hdc, m_clrFore);
+        ::FillRgn(hdc, visible.Get(), hBrush);
+    }
+    return 1;
+}
+
+int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
+{
+    HBRUSH hBrush = Brush();
+    if (!hBrush) return 0;
+    const CSelectScope brush(hdc, hBrush);
+    const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+    const CBkColorScope back(hdc, BackColor());
+    const CTextColorScope text(hdc, ForeColor());
+    // Without a pen GDI leaves out the last row and column of the box.
+    ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right + 1, rcBox.bottom + 1);
+    return 1;
+}

@@ -1,0 +1,68 @@
+// The base of the bars: the value is the length of a filled part of a rectangle, with a straight
+// scale beside it. A vertical and a horizontal class supply the geometry, each with a variant that
+// has a three-dimensional body.
+#pragma once
+
+#include "meter/BarGeometry.h"
+#include "meter/Meter.h"
+
+class CBarMeter : public CMeter {
+public:
+    // hRegion: the outline of the meter's face, which clips the bar; not owned, and may be null:
+    // then nothing is filled. rcBar: the scale's place, and the span of the values.
+    CBarMeter(HRGN hRegion, const RECT& rcBar) noexcept : m_hRegion(hRegion), m_rcBar(rcBar) {}
+
+    int DrawPin(HDC hdc, float fValue, uint32_t nFlags) override; // bars have no pointer
+    int DrawPin(HDC hdc, int32_t nValue, uint32_t nFlags) override;
+    int ErasePin(HDC hdc, float fValue, uint32_t nFlags) override;
+    int ErasePin(HDC hdc, int32_t nValue, uint32_t nFlags) override;
+    int DrawFill(HDC hdc, float fValue, uint32_t nFlags) override;
+    int DrawFill(HDC hdc, int32_t nValue, uint32_t nFlags) override;
+    int DrawAlarmZones(HDC hdc) override; // nothing
+    int DrawFrame(HDC hdc) override;      // nothing, in the flat bars
+    int DrawValueText(HDC hdc, float fValue) override;
+    int DrawValueText(HDC hdc, int32_t nValue) override;
+
+    void SetBarStyle(int32_t nStyle) { m_nBarStyle = nStyle; }
+    void SetBackColor(COLORREF clr) { m_clrBack = clr; }
+    void SetBarColor(COLORREF clr) { m_clrBar = clr; }
+    void SetScaleColor(COLORREF clr) { m_clrScale = clr; }
+    void SetSecondScaleColor(COLORREF clr) { m_clrScale2 = clr; }
+    void SetEmptyColor(COLORREF clr) { m_clrEmpty = clr; }
+    void SetLabelColor(COLORREF clr) { m_clrLabel = clr; }
+    [[nodiscard]] int32_t BarStyle() const { return m_nBarStyle; }
+    [[nodiscard]] COLORREF BackColor() const { return m_clrBack; }
+    [[nodiscard]] COLORREF BarColor() const { return m_clrBar; }
+    [[nodiscard]] COLORREF ScaleColor() const { return m_clrScale; }
+    [[nodiscard]] COLORREF SecondScaleColor() const { return m_clrScale2; }
+    [[nodiscard]] COLORREF EmptyColor() const { return m_clrEmpty; }
+    [[nodiscard]] COLORREF LabelColor() const { return m_clrLabel; }
+
+    [[nodiscard]] HRGN Region() const { return m_hRegion; }
+    [[nodiscard]] const RECT& BarRect() const { return m_rcBar; }
+    // What the bar fills: its extent across is the column's (vertical) or the bar's (horizontal).
+    [[nodiscard]] virtual RECT Column() const = 0;
+    // The rectangle between two values, empty when it has no length.
+    [[nodiscard]] virtual RECT Segment(double fFrom, double fTo) const = 0;
+
+protected:
+    // What every layer asks first.
+    [[nodiscard]] bool HasBar() const;
+    [[nodiscard]] BarScale Scale() const { return {GetMin(), GetMax(), m_rcBar}; }
+    void PaintEmpty(HDC hdc, const BarPart& part) const;
+    // All parts of the bar for a value that is on the scale.
+    virtual int PaintParts(HDC hdc, const BarParts& parts);
+
+private:
+    int FillTo(HDC hdc, double fValue);
+
+    HRGN m_hRegion;
+    RECT m_rcBar;
+    COLORREF m_clrBack = 0xFFFFFF;
+    COLORREF m_clrBar = 0;
+    COLORREF m_clrScale = 0xAAAAAA;
+    COLORREF m_clrScale2 = 0xAAAAAA;
+    COLORREF m_clrLabel = 0xAAAAAA;
+    int32_t m_nBarStyle = 0;
+    COLORREF m_clrEmpty = 0;
+};

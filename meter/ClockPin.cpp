@@ -1,0 +1,171 @@
+// The hands of the clock; see the header.
+#include "meter/ClockPin.h"
+
+#include "meter/DialGeometry.h"
+#include "meter/DialScopes.h"
+#include "render/DegTrig.h"
+#include "render/WrapMath.h"
+
+namespace {
+
+constexpr COLORREF BLACK = 0;
+constexpr COLORREF WHITE = 0xFFFFFF;
+constexpr COLORREF GREEN = 0x00FF00;
+constexpr int32_t CENTRE_RADIUS = 5;
+constexpr double LEAF_TURN = 0.03;       // of a full turn, to each side of a broad hand
+constexpr double SECOND_TURN = 1.0 / 60; // one mark
+
+enum ClockStyle : int32_t { STRIPED = 0, PLAIN = 1, CENTRED = 2, LEAF = 3, BARE = 4 };
+constexpr int32_t STYLE_COUNT = 5;
+
+// What the hands are painted in. When they are erased, all of it is the face colour.
+struct HandColours {
+    COLORREF clrHand;
+    COLORREF clrStripe;
+    COLORREF clrLeaf;
+    COLORREF clrHub;
+};
+
+// The hands of one clock around its centre.
+class CHands {
+public:
+    CHands(HDC hdc, POINT ptCentre, int32_t nStyle, const HandColours& colours) noexcept
+        : m_hdc(hdc), m_ptCentre(ptCentre), m_nStyle(nStyle), m_colours(colours)
+    {
+    }
+
+    // The hour or the minute hand: how far it reaches behind the centre, where its stripe begins
+    // and where its tip is, in percent of the radius.
+    void DrawBroad(int32_t nRadius, double fTurn, int32_t nBehind, int32_t nStripe,
+                   int32_t nTip) const
+    {
+        const DegVector along = ClockVector({nRadius, nRadius}, fTurn);
+        switch (m_nStyle) {
+        case STRIPED:
+            Line(6, m_colours.clrHand, At(along, -nBehind), At(along, nTip));
+            Line(2, m_colours.clrStripe, At(along, nStripe), At(along, nTip));
+            break;
+        case PLAIN:
+            Line(6, m_colours.clrHand, At(along, -nBehind), At(along, nTip));
+            break;
+        case LEAF: {
+            const DegVector later = ClockVector({nRadius, nRadius}, fTurn + LEAF_TURN);
+            const DegVector earlier = ClockVector({nRadius, nRadius}, fTurn - LEAF_TURN);
+            const POINT leaf[] = {At(along, nTip), At(later, 20), m_ptCentre, At(earlier, 20)};
+            const CFigureScope figure(m_hdc, 3, m_colours.clrHand, m_colours.clrLeaf);
+            if (figure.IsReady()) ::Polygon(m_hdc, leaf, 4);
+            break;
+        }
+        default:
+            Line(6, m_colours.clrHand, m_ptCentre, At(along, nTip));
+            break;
+        }
+    }
+
+    void DrawSecond(int32_t nRadius, double fTurn) const
+    {
+        const DegVector along = ClockVector({nRadius, nRadius}, fTurn);
+        const DegVector later = ClockVector({nRadius, nRadius}, fTurn + SECOND_TURN);
+        const DegVector earlier = ClockVector({nRadius, nRadius}, fTurn - SECOND_TURN);
+        switch (m_nStyle) {
+        case LEAF: {
+            const POINT point[] = {At(along, 70), At(later, 30), At(earlier, 30)};
+            {
+                const CFigureScope figure(m_hdc, 2, m_colours.clrHand, m_colours.clrHand);
+                if (figure.IsReady()) ::Polygon(m_hdc, point, 3);
+            }
+            const CFigureScope hub(m_hdc, 1, m_colours.clrHub, m_colours.clrHub);
+            if (hub.IsReady()) Disc();
+            break;
+        }
+        case BARE: {
+            const CFigureScope hub(m_hdc, 1, m_colours.clrHand, m_colours.clrHand);
+            if (hub.IsReady()) Disc();
+            break;
+        }
+        default: {
+            const COLORREF clrFill = m_nStyle == PLAIN ? m_colours.clrHand : m_colours.clrStripe;
+            const CFigureScope figure(m_hdc, 3, m_colours.clrHand, clrFill);
+            if (!figure.IsReady()) return;
+            if (m_nStyle != CENTRED) {
+                const POINT weight[] = {m_ptCentre, At(later, -40), At(along, -40),
+                                        At(earlier, -40)};
+                const int nPrevMode = ::SetPolyFillMode(m_hdc, ALTERNATE);
+                ::Polygon(m_hdc, weight, 4);
+                if (nPrevMode) ::SetPolyFillMode(m_hdc, nPrevMode);
+            }
+            {
+                const CPositionScope position(m_hdc, m_ptCentre);
+                const POINT ptTip = At(along, 100);
+                ::LineTo(m_hdc, ptTip.x, ptTip.y);
+            }
+            Disc();
+            break;
+        }
+        }
+    }
+
+private:
+    // The point at so many percent of a hand; a negative number lies behind the centre.
+    [[nodiscard]] POINT At(DegVector hand, int32_t nPercent) const
+    {
+        return {WrapAdd(m_ptCentre.x, WrapMulDiv(hand.x, nPercent, 100)),
+                WrapAdd(m_ptCentre.y, WrapMulDiv(hand.y, nPercent, 100))};
+    }
+
+    void Line(int32_t nWidth, COLORREF clr, POINT pt1, POINT pt2) const
+    {
+        const CPenScope pen(m_hdc, false, PS_SOLID, nWidth, clr);
+        const CPositionScope position(m_hdc, pt1);
+        ::LineTo(m_hdc, pt2.x, pt2.y);
+    }
+
+    void Disc() const
+    {
+        const RECT rc = SquareAround(m_ptCentre, CENTRE_RADIUS);
+        ::Ellipse(m_hdc, rc.left, rc.top, rc.right, rc.bottom);
+    }
+
+    HDC m_hdc;
+    POINT m_ptCentre;
+    int32_t m_nStyle;
+    HandColours m_colours;
+};
+
+void DrawHands(const CHands& hands, int32_t nRadius, const ClockTimes& times)
+{
+    const double fHour = times.local.wHour / 12.0 + times.local.wMinute / 720.0;
+    const double fMinute = times.universal.wMinute / 60.0 + times.universal.wSecond / 3600.0;
+    hands.DrawBroad(nRadius, fHour, 18, 30, 60);
+    hands.DrawBroad(nRadius, fMinute, 24, 40, 80);
+    hands.DrawSecond(WrapMulDiv(nRadius, 9, 10), times.universal.wSecond / 60.0);
+}
+
+bool HasStyle(int32_t nStyle)
+{
+    return nStyle >= 0 && nStyle < STYLE_COUNT;
+}
+
+} // namespace
+
+ClockTimes CClockPin::Now()
+{
+    ClockTimes times{};
+    ::GetLocalTime(&times.local);
+    ::GetSystemTime(&times.universal);
+    return times;
+}
+
+int CClockPin::Draw(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
+{
+    const HandColours colours{m_clrHand, GREEN, WHITE, BLACK};
+    if (HasStyle(nStyle)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
+    return 1;
+}
+
+int CClockPin::Erase(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
+{
+    const HandColours colours{m_clrFace, m_clrFace, m_clrFace, m_clrFace};
+    if (HasStyle(nStyle)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
+    return 1;
+}

@@ -1,0 +1,132 @@
+// The marks of the clock; see the header.
+#include "meter/ClockScale.h"
+
+#include "meter/DialComponents.h"
+#include "meter/DialGeometry.h"
+#include "meter/DialScopes.h"
+
+namespace {
+
+constexpr int32_t MARKS = 60;
+constexpr int32_t MARKS_AN_HOUR = 5;
+constexpr int32_t MARKS_A_QUARTER = 15;
+constexpr float DEGREES_A_MARK = 6.0F;
+
+enum class Shape { None, Line, Disc, Bar };
+
+// The shape of a mark, and its measures in thousandths of the radius: the middle and the half of
+// its length, and the half of its width.
+struct Mark {
+    Shape shape;
+    int32_t nMiddle;
+    int32_t nHalfLength;
+    int32_t nHalfWidth;
+};
+
+struct ClockStyle {
+    Mark quarter;
+    Mark hour;
+    Mark minute;
+};
+
+constexpr ClockStyle g_styles[] = {
+    {{Shape::Bar, 925, 45, 18}, {Shape::Disc, 945, 22, 22}, {Shape::Line, 950, 18, 0}},
+    {{Shape::Line, 920, 50, 14}, {Shape::Line, 925, 45, 9}, {Shape::Line, 950, 20, 0}},
+    {{Shape::Disc, 940, 34, 34}, {Shape::Disc, 945, 24, 24}, {Shape::Disc, 950, 8, 8}},
+    {{Shape::Bar, 925, 45, 18}, {Shape::Line, 930, 40, 9}, {Shape::None, 0, 0, 0}},
+};
+constexpr int32_t STYLE_COUNT = sizeof g_styles / sizeof g_styles[0];
+
+constexpr int32_t Thousandths(int32_t nRadius, int32_t nParts)
+{
+    return static_cast<int32_t>((static_cast<int64_t>(nRadius) * nParts + 500) / 1000);
+}
+
+constexpr const Mark& MarkAt(const ClockStyle& style, int32_t nMark)
+{
+    if (nMark % MARKS_A_QUARTER == 0) return style.quarter;
+    return nMark % MARKS_AN_HOUR == 0 ? style.hour : style.minute;
+}
+
+constexpr int32_t AtLeast(int32_t n, int32_t nLeast)
+{
+    return n < nLeast ? nLeast : n;
+}
+
+// The marks of one dial.
+class CMarks {
+public:
+    CMarks(HDC hdc, POINT ptCentre, int32_t nRadius, COLORREF clr) noexcept
+        : m_hdc(hdc), m_ptCentre(ptCentre), m_nRadius(nRadius), m_clr(clr)
+    {
+    }
+
+    int Draw(int32_t nMark, const Mark& mark) const
+    {
+        const float fAngle = static_cast<float>(nMark) * DEGREES_A_MARK;
+        switch (mark.shape) {
+        case Shape::Line:
+            return DrawLine(mark, fAngle);
+        case Shape::Disc:
+            return DrawDisc(mark, fAngle);
+        case Shape::Bar: // only at the quarters, where it stands upright or lies
+            return DrawBar(mark, nMark % (2 * MARKS_A_QUARTER) == 0, fAngle);
+        default:
+            return 0;
+        }
+    }
+
+private:
+    [[nodiscard]] POINT At(int32_t nParts, float fAngle) const
+    {
+        return PolarPoint(m_ptCentre, Thousandths(m_nRadius, nParts), fAngle);
+    }
+
+    int DrawLine(const Mark& mark, float fAngle) const
+    {
+        const int32_t nWidth = AtLeast(2 * Thousandths(m_nRadius, mark.nHalfWidth), 1);
+        return CScaleLine(nWidth, m_clr)
+            .Draw(m_hdc, At(mark.nMiddle + mark.nHalfLength, fAngle),
+                  At(mark.nMiddle - mark.nHalfLength, fAngle));
+    }
+
+    int DrawDisc(const Mark& mark, float fAngle) const
+    {
+        const CFigureScope figure(m_hdc, 1, m_clr, m_clr);
+        if (!figure.IsReady()) return 0;
+        const int32_t nHalf = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), 1);
+        const RECT rc = SquareAround(At(mark.nMiddle, fAngle), nHalf);
+        ::Ellipse(m_hdc, rc.left, rc.top, WrapAdd(rc.right, 1), WrapAdd(rc.bottom, 1));
+        return 1;
+    }
+
+    int DrawBar(const Mark& mark, bool bUpright, float fAngle) const
+    {
+        const CFigureScope figure(m_hdc, 1, m_clr, m_clr);
+        if (!figure.IsReady()) return 0;
+        const int32_t nLong = AtLeast(Thousandths(m_nRadius, mark.nHalfLength), 1);
+        const int32_t nAcross = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), 1);
+        const int32_t nX = bUpright ? nAcross : nLong;
+        const int32_t nY = bUpright ? nLong : nAcross;
+        const POINT pt = At(mark.nMiddle, fAngle);
+        ::Rectangle(m_hdc, WrapSub(pt.x, nX), WrapSub(pt.y, nY), WrapAdd(pt.x, nX + 1),
+                    WrapAdd(pt.y, nY + 1));
+        return 1;
+    }
+
+    HDC m_hdc;
+    POINT m_ptCentre;
+    int32_t m_nRadius;
+    COLORREF m_clr;
+};
+
+} // namespace
+
+int CClockScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, int32_t nAxisStyle) const
+{
+    if (nRadius < 1) return 0;
+    if (nAxisStyle < 0 || nAxisStyle >= STYLE_COUNT) nAxisStyle = 0;
+    const CMarks marks(hdc, ptCentre, nRadius, m_clr);
+    for (int32_t i = 0; i < MARKS; ++i) marks.Draw(i, MarkAt(g_styles[nAxisStyle], i));
+    return 1;
+}

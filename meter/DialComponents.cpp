@@ -1,0 +1,114 @@
+// The simple components; see the header.
+#include "meter/DialComponents.h"
+
+#include "meter/DialGeometry.h"
+#include "render/GdiScopes.h"
+
+#include <cstring>
+
+namespace {
+
+HPEN MakePen(int32_t nWidth, COLORREF clr)
+{
+    return nWidth ? ::CreatePen(PS_SOLID, nWidth, clr) : nullptr;
+}
+
+void Delete(HGDIOBJ hObject)
+{
+    if (hObject) ::DeleteObject(hObject);
+}
+
+} // namespace
+
+CScaleLine::CScaleLine(int32_t nWidth, COLORREF clr) noexcept : m_hPen(MakePen(nWidth, clr)) {}
+
+CScaleLine::~CScaleLine()
+{
+    Delete(m_hPen);
+}
+
+int CScaleLine::Draw(HDC hdc, POINT pt1, POINT pt2) const
+{
+    if (!m_hPen) return 0;
+    const CSelectScope pen(hdc, m_hPen);
+    const CPositionScope position(hdc, pt1);
+    ::LineTo(hdc, pt2.x, pt2.y);
+    return 1;
+}
+
+CArcAxis::CArcAxis(int32_t nWidth, COLORREF clr) noexcept : m_hPen(MakePen(nWidth, clr)) {}
+
+CArcAxis::~CArcAxis()
+{
+    Delete(m_hPen);
+}
+
+// GDI runs counter-clockwise from the first point to the second, so the end of the sweep comes
+// first.
+int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const
+{
+    if (!m_hPen || nRadius == 0) return 0;
+    const CSelectScope pen(hdc, m_hPen);
+    const RECT rc = SquareAround(ptCentre, nRadius);
+    const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);
+    const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart);
+    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptEnd.x, ptEnd.y, ptStart.x, ptStart.y);
+    return 1;
+}
+
+CScaleCentre::CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen,
+                           COLORREF clrFill) noexcept
+    : m_nRadius(nRadius), m_hPen(MakePen(nWidth, clrPen)),
+      m_hBrush(nRadius ? ::CreateSolidBrush(clrFill) : nullptr)
+{
+}
+
+CScaleCentre::~CScaleCentre()
+{
+    Delete(m_hPen);
+    Delete(m_hBrush);
+}
+
+int CScaleCentre::Draw(HDC hdc, POINT ptCentre) const
+{
+    if (m_nRadius <= 0 || !m_hBrush) return 0;
+    const CSelectScope pen(hdc, m_hPen);
+    const CSelectScope brush(hdc, m_hBrush);
+    const RECT rc = SquareAround(ptCentre, m_nRadius);
+    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    return 1;
+}
+
+CScaleMark::CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr) noexcept
+    : m_hFont(MakeMeterFont({nCharWidth, nCharHeight}, FW_DONTCARE)), m_clr(clr)
+{
+}
+
+CScaleMark::~CScaleMark()
+{
+    Delete(m_hFont);
+}
+
+int CScaleMark::Draw(HDC hdc, int32_t nX, int32_t nY, const char* pszText) const
+{
+    return DrawMeterText(hdc, {nX, nY}, pszText, m_hFont, m_clr);
+}
+
+int32_t CScaleMark::WidthOf(HDC hdc, const char* pszText) const
+{
+    const CSelectScope font(hdc, m_hFont);
+    SIZE size{};
+    const BOOL bMeasured =
+        ::GetTextExtentPoint32A(hdc, pszText, static_cast<int>(std::strlen(pszText)), &size);
+    return bMeasured ? size.cx : 0;
+}
+
+int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr)
+{
+    if (!pszText || !hFont) return 0;
+    const CTextColorScope color(hdc, clr);
+    const CBkModeScope mode(hdc, TRANSPARENT);
+    const CSelectScope font(hdc, hFont);
+    ::TextOutA(hdc, ptTopLeft.x, ptTopLeft.y, pszText, static_cast<int>(std::strlen(pszText)));
+    return 1;
+}

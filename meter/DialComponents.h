@@ -1,0 +1,72 @@
+// The simple components that the layers of dials and bars draw with: each makes its GDI object,
+// draws with it as often as the layer asks, and deletes it at the end of the layer. Draw returns 1
+// when it drew, 0 when it could not. What it selects or changes is put back.
+#pragma once
+
+#include "meter/Meter.h"
+
+// Straight lines: ticks, the axis of a bar, the needle of the plain dial.
+class CScaleLine {
+public:
+    CScaleLine(int32_t nWidth, COLORREF clr) noexcept;
+    virtual ~CScaleLine();
+    CScaleLine(const CScaleLine&) = delete;
+    CScaleLine& operator=(const CScaleLine&) = delete;
+
+    int Draw(HDC hdc, POINT pt1, POINT pt2) const; // the current position is kept
+
+private:
+    HPEN m_hPen;
+};
+
+// Arcs around the centre of a dial.
+class CArcAxis {
+public:
+    CArcAxis(int32_t nWidth, COLORREF clr) noexcept;
+    virtual ~CArcAxis();
+    CArcAxis(const CArcAxis&) = delete;
+    CArcAxis& operator=(const CArcAxis&) = delete;
+
+    // From fStart over fSweep degrees. Nothing is drawn for a radius of 0.
+    int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const;
+
+private:
+    HPEN m_hPen;
+};
+
+// The disc in the middle of a plain dial.
+class CScaleCentre {
+public:
+    CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen, COLORREF clrFill) noexcept;
+    virtual ~CScaleCentre();
+    CScaleCentre(const CScaleCentre&) = delete;
+    CScaleCentre& operator=(const CScaleCentre&) = delete;
+
+    int Draw(HDC hdc, POINT ptCentre) const;
+
+private:
+    int32_t m_nRadius;
+    HPEN m_hPen;
+    HBRUSH m_hBrush;
+};
+
+// Labels in one font.
+class CScaleMark {
+public:
+    CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr) noexcept;
+    virtual ~CScaleMark();
+    CScaleMark(const CScaleMark&) = delete;
+    CScaleMark& operator=(const CScaleMark&) = delete;
+
+    int Draw(HDC hdc, int32_t nX, int32_t nY, const char* pszText) const;
+    // The text's width in this font; 0 when it cannot be measured.
+    int32_t WidthOf(HDC hdc, const char* pszText) const;
+
+private:
+    HFONT m_hFont;
+    COLORREF m_clr;
+};
+
+// One text in a font that lives for this call, background transparent. Result: 0 when there was no
+// font.
+int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr);

@@ -1,0 +1,42 @@
+// What the filled figures of dials are drawn with: a pen and a solid brush, made and selected for
+// one figure or several, put back and deleted at the end of the scope.
+#pragma once
+
+#include "render/GdiScopes.h"
+
+#include <cstdint>
+
+class CFigureScope {
+public:
+    // A width of 0 draws without outline.
+    CFigureScope(HDC hdc, int32_t nPenWidth, COLORREF clrPen, COLORREF clrFill) noexcept
+        : m_hPen(nPenWidth ? ::CreatePen(PS_SOLID, nPenWidth, clrPen) : nullptr),
+          m_hBrush(::CreateSolidBrush(clrFill)), m_bReady(m_hBrush && (m_hPen || !nPenWidth)),
+          m_pen(hdc, PenToSelect(nPenWidth)), m_brush(hdc, m_bReady ? m_hBrush : nullptr)
+    {
+    }
+    ~CFigureScope()
+    {
+        m_brush.Restore();
+        m_pen.Restore();
+        if (m_hBrush) ::DeleteObject(m_hBrush);
+        if (m_hPen) ::DeleteObject(m_hPen);
+    }
+    CFigureScope(const CFigureScope&) = delete;
+    CFigureScope& operator=(const CFigureScope&) = delete;
+
+    [[nodiscard]] bool IsReady() const { return m_bReady; } // false: nothing was selected
+
+private:
+    [[nodiscard]] HGDIOBJ PenToSelect(int32_t nPenWidth) const
+    {
+        if (!m_bReady) return nullptr;
+        return nPenWidth ? static_cast<HGDIOBJ>(m_hPen) : ::GetStockObject(NULL_PEN);
+    }
+
+    HPEN m_hPen;
+    HBRUSH m_hBrush;
+    bool m_bReady;
+    CSelectScope m_pen;
+    CSelectScope m_brush;
+};

@@ -1,0 +1,125 @@
+// The meter base; see the header.
+#include "meter/Meter.h"
+
+#include "include/QELEngine.h"
+#include "render/WrapMath.h"
+
+#include <cstdio>
+
+namespace {
+
+constexpr DWORD METER_CHARSET = 255;
+constexpr double TENTH_FROM = 0.05; // the fraction from which a value prints with a decimal
+
+// The cells by font size code, 2 to 10; every other code has the smallest one.
+constexpr FontCell g_cells[] = {{8, 16},  {12, 12}, {16, 16}, {12, 24}, {16, 32},
+                                {24, 16}, {24, 24}, {24, 32}, {32, 32}};
+constexpr uint32_t FIRST_CELL_CODE = 2;
+constexpr FontCell SMALLEST_CELL = {6, 12};
+
+FontCell AutomaticCell(uint32_t nHint)
+{
+    if (nHint < 8) return SMALLEST_CELL;
+    if (nHint < 12) return {8, 16};
+    if (nHint < 16) return {12, 24};
+    return {16, 32};
+}
+
+int32_t PowerOfTen(uint32_t n)
+{
+    int32_t nPower = 1;
+    while (n--) nPower *= 10;
+    return nPower;
+}
+
+int32_t Mirrored(int32_t nValue, int32_t nMin, int32_t nMax)
+{
+    return WrapAdd(WrapSub(nMax, nValue), nMin);
+}
+
+float Mirrored(float fValue, int32_t nMin, int32_t nMax)
+{
+    return static_cast<float>(nMax) - fValue + static_cast<float>(nMin);
+}
+
+int32_t Whole(int32_t nValue)
+{
+    return nValue;
+}
+
+int32_t Whole(float fValue)
+{
+    return TruncToInt(fValue);
+}
+
+} // namespace
+
+template <class Value>
+void CMeter::DrawLayers(HDC hdc, Value value, uint32_t nFlags)
+{
+    const Value painted = m_bReverse ? Mirrored(value, m_nMin, m_nMax) : value;
+    if (m_bShowFill) DrawFill(hdc, painted, nFlags);
+    if (m_bShowPin) ErasePin(hdc, painted, nFlags);
+    if (m_bShowAlarm) DrawAlarmZones(hdc);
+    if (m_bShowAxis) DrawAxis(hdc);
+    if (m_bShowFrame) DrawFrame(hdc);
+    if (m_bShowValue) DrawValueText(hdc, painted);
+    if (m_bShowScale) DrawScale(hdc);
+    if (m_bShowLabels) DrawLabels(hdc);
+    if (m_bShowPin) DrawPin(hdc, painted, nFlags);
+    m_nLastValue = Whole(value);
+}
+
+int CMeter::Draw(HDC hdc, float fValue, uint32_t nFlags)
+{
+    DrawLayers(hdc, fValue, nFlags);
+    return 1;
+}
+
+int CMeter::Draw(HDC hdc, int32_t nValue, uint32_t nFlags)
+{
+    DrawLayers(hdc, nValue, nFlags);
+    return 1;
+}
+
+int32_t CMeter::GetShownValue() const
+{
+    return m_bReverse ? Mirrored(m_nLastValue, m_nMin, m_nMax) : m_nLastValue;
+}
+
+float CMeter::TickNumber(uint32_t nTick) const
+{
+    const int32_t nStart = GetScaleStartShown();
+    const int32_t nAlong =
+        WrapMul(WrapSub(GetScaleEndShown(), nStart), static_cast<int32_t>(nTick));
+    return static_cast<float>(nStart + static_cast<double>(nAlong) / DrawnTicks());
+}
+
+int CMeter::FormatValue(char (&szOut)[VALUE_TEXT_SIZE], float fValue) const
+{
+    // A value beyond 32 bits has no whole part to compare with and prints with a decimal.
+    const bool bTenths = static_cast<double>(fValue) - TruncToInt(fValue) >= TENTH_FROM;
+    const uint32_t nShift =
+        m_nDecimalShift < MAX_DECIMAL_SHIFT ? m_nDecimalShift : MAX_DECIMAL_SHIFT;
+    const int nDecimals = static_cast<int>(nShift) + (bTenths ? 1 : 0);
+    std::snprintf(szOut, sizeof szOut, "%.*f", nDecimals,
+                  static_cast<double>(fValue) / PowerOfTen(nShift));
+    return 1;
+}
+
+int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
+{
+    const uint32_t nCell = m_nFontSize - FIRST_CELL_CODE;
+    if (m_nFontSize == 0)
+        *pCell = AutomaticCell(static_cast<uint32_t>(nHint));
+    else
+        *pCell = nCell < sizeof g_cells / sizeof g_cells[0] ? g_cells[nCell] : SMALLEST_CELL;
+    return 1;
+}
+
+HFONT MakeMeterFont(FontCell cell, int nWeight)
+{
+    return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
+                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                         DEFAULT_PITCH | FF_DONTCARE, nullptr);
+}
