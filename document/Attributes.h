@@ -76,7 +76,8 @@ struct AttrInfo {
     int32_t nDefault; // a field that holds it is not written
     int32_t nMin;     // what an author may mean; values outside are taken as they are
     int32_t nMax;
-    const char* pszMeaning; // one line for the documentation
+    const char* pszMeaning;               // one line for the documentation
+    const char* pszWrittenWhen = nullptr; // where the class has a rule of its own for it
 };
 
 template <class T>
@@ -95,14 +96,20 @@ int LoadAttr(T* pElm, const AttrRow<T>& row, XmlContext* pXml)
     return pszValue ? row.pForm->pfnParse(pszValue, &(pElm->*row.pField)) : 0;
 }
 
-// Writes one field as an attribute, unless it holds its default. 0: it could not be written.
+// Writes one field as an attribute. 0: it could not be written.
 template <class T>
-int SaveAttr(const T* pElm, const AttrRow<T>& row, XmlContext* pXml)
+int WriteAttr(const T* pElm, const AttrRow<T>& row, XmlContext* pXml)
 {
-    if (pElm->*row.pField == row.nDefault) return 1;
     char szValue[ATTR_TEXT_SIZE];
     if (!row.pForm->pfnFormat(pElm->*row.pField, szValue, sizeof szValue)) return 0;
     return XmlSetAttrZ(pXml, AttrName(row.nId), szValue) ? 0 : 1;
+}
+
+// The same, unless the field holds its default.
+template <class T>
+int SaveAttr(const T* pElm, const AttrRow<T>& row, XmlContext* pXml)
+{
+    return pElm->*row.pField == row.nDefault ? 1 : WriteAttr(pElm, row, pXml);
 }
 
 template <class T>

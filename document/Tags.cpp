@@ -16,7 +16,9 @@
 #include "document/QELDocText.h"
 #include "dynamic/QELDocDrawRgn.h"
 #include "dynamic/QELDocFrame.h"
+#include "dynamic/QELDocMeter.h"
 #include "dynamic/QELDocPattern.h"
+#include "dynamic/QELDocScale.h"
 #include "dynamic/QELDocStatus.h"
 
 namespace {
@@ -51,11 +53,12 @@ constexpr TagRow g_rows[] = {
     {QEL_TYPE_STATUS, "status", Make<CQELDocStatus>, &CQELDocStatus::VisitAttrs,
      "shown at one status number"},
     {QEL_TYPE_FRAME, "frame", Make<CQELDocFrame>, nullptr, "a group that follows the frame colour"},
-    {QEL_TYPE_SCALE, "scale", nullptr, nullptr, "a scale with its value"},
+    {QEL_TYPE_SCALE, "scale", Make<CQELDocScale>, &CQELDocScale::VisitAttrs,
+     "a scale with its value"},
     {QEL_TYPE_PATTERN, "pattern", Make<CQELDocPattern>, nullptr, "a group that follows the hatch"},
     {QEL_TYPE_DRAWRGN, "drawrgn", Make<CQELDocDrawRgn>, &CQELDocDrawRgn::VisitAttrs,
      "where the host paints"},
-    {QEL_TYPE_METER, "meter", nullptr, nullptr, "a dial or bar"},
+    {QEL_TYPE_METER, "meter", Make<CQELDocMeter>, &CQELDocMeter::VisitAttrs, "a dial or bar"},
     {KEYWORD_NONE, nullptr, nullptr, nullptr, nullptr}};
 static_assert(IsSoundTable(g_rows), "types and tags are unique and the end mark is there");
 

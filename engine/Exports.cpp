@@ -370,24 +370,32 @@ DWORD QELAPI QELParamsSupported(HQELENGINE hEngine)
 }
 
 // No drawing holds a scale or meter element yet, so nothing answers to an id.
-int QELAPI QELGetScaleParam(HQELENGINE, DWORD, DWORD, DWORD*)
+int QELAPI QELGetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD* pnValue)
 {
-    return 0;
+    CQELEngine* pEngine = EngineOf(hEngine);
+    uint32_t nValue = 0;
+    if (!pEngine || !pnValue || !pEngine->View().GetScaleParam(nId, nSelector, &nValue)) return 0;
+    *pnValue = nValue;
+    return 1;
 }
 
-int QELAPI QELSetScaleParam(HQELENGINE, DWORD, DWORD, DWORD)
+int QELAPI QELSetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD nValue)
 {
-    return 0;
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->View().SetScaleParam(nId, nSelector, static_cast<uint32_t>(nValue))
+                   : 0;
 }
 
-int QELAPI QELGetScaleParamf(HQELENGINE, DWORD, DWORD, float*)
+int QELAPI QELGetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float* pfValue)
 {
-    return 0;
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine && pfValue ? pEngine->View().GetScaleParam(nId, nSelector, pfValue) : 0;
 }
 
-int QELAPI QELSetScaleParamf(HQELENGINE, DWORD, DWORD, float)
+int QELAPI QELSetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float fValue)
 {
-    return 0;
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->View().SetScaleParam(nId, nSelector, fValue) : 0;
 }
 
 int QELAPI QELGetScaleStatus(HQELENGINE hEngine, DWORD nId, DWORD* pnValue)

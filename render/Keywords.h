@@ -40,6 +40,19 @@ constexpr const char* NameOf(const Row* pRows, int32_t nId)
     return pRow ? pRow->pszName : nullptr;
 }
 
+// Writes the keyword of a number as a text of nSize bytes; its length, 0 when it does not fit or
+// there is none.
+template <class Row>
+std::size_t CopyKeyword(const Row* pRows, int32_t nId, char* pszOut, std::size_t nSize)
+{
+    const char* pszName = NameOf(pRows, nId);
+    const std::string_view name = pszName ? pszName : "";
+    if (name.empty() || name.size() >= nSize) return 0;
+    name.copy(pszOut, name.size());
+    pszOut[name.size()] = 0;
+    return name.size();
+}
+
 // Whether a table is sound: ended, with each number and each keyword there once.
 template <class Row, std::size_t N>
 consteval bool IsSoundTable(const Row (&rows)[N])

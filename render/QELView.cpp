@@ -3,7 +3,9 @@
 
 #include "dynamic/QELViewDrawRgn.h"
 #include "dynamic/QELViewFrame.h"
+#include "dynamic/QELViewMeter.h"
 #include "dynamic/QELViewPattern.h"
+#include "dynamic/QELViewScale.h"
 #include "dynamic/QELViewStatus.h"
 #include "render/QELViewArc.h"
 #include "render/QELViewChord.h"
@@ -40,8 +42,22 @@ constexpr MakerRow g_makers[] = {
     {QEL_TYPE_POLYLINE, Make<CQELViewPolyline>}, {QEL_TYPE_POLYGON, Make<CQELViewPolygon>},
     {QEL_TYPE_GROUP, Make<CQELViewGroup>},       {QEL_TYPE_STATUS, Make<CQELViewStatus>},
     {QEL_TYPE_FRAME, Make<CQELViewFrame>},       {QEL_TYPE_PATTERN, Make<CQELViewPattern>},
-    {QEL_TYPE_DRAWRGN, Make<CQELViewDrawRgn>},
+    {QEL_TYPE_DRAWRGN, Make<CQELViewDrawRgn>},   {QEL_TYPE_SCALE, Make<CQELViewScale>},
+    {QEL_TYPE_METER, Make<CQELViewMeter>},
 };
+
+// The id under which the host addresses an element.
+uint32_t HostIdOf(const CQELViewElm* pElm)
+{
+    switch (pElm->Type()) {
+    case QEL_TYPE_SCALE:
+        return static_cast<const CQELViewScale*>(pElm)->HostId();
+    case QEL_TYPE_METER:
+        return static_cast<const CQELViewMeter*>(pElm)->HostId();
+    default:
+        return 0;
+    }
+}
 
 using ParamSetter = int (CQELViewElm::*)(uint32_t);
 
@@ -50,44 +66,6 @@ constexpr ParamSetter g_paramSetters[QEL_PARAM_COUNT] = {
     &CQELViewElm::SetDraftBackParam};
 
 } // namespace
-
-int CQELViewList::Append(ViewListNode** ppPlace, CQELViewElm* pElm)
-{
-    if (*ppPlace) return 0;
-    auto* pNode = new (std::nothrow) ViewListNode{nullptr, m_pLast, pElm};
-    if (!pNode) return 0;
-    (m_pLast ? m_pLast->pNext : m_pFirst) = pNode;
-    m_pLast = pNode;
-    *ppPlace = pNode;
-    return 1;
-}
-
-int CQELViewList::Remove(ViewListNode** ppPlace)
-{
-    ViewListNode* pNode = *ppPlace;
-    if (!pNode) return 0;
-    (pNode->pPrev ? pNode->pPrev->pNext : m_pFirst) = pNode->pNext;
-    (pNode->pNext ? pNode->pNext->pPrev : m_pLast) = pNode->pPrev;
-    delete pNode;
-    *ppPlace = nullptr;
-    return 1;
-}
-
-void CQELViewList::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) const
-{
-    for (const ViewListNode* pNode = m_pFirst; pNode; pNode = pNode->pNext)
-        pNode->pElm->Draw(hdc, rcQel, nFlags);
-}
-
-void CQELViewList::Clear()
-{
-    while (m_pFirst) {
-        ViewListNode* pNode = m_pFirst;
-        m_pFirst = pNode->pNext;
-        delete pNode;
-    }
-    m_pLast = nullptr;
-}
 
 CQELView::~CQELView()
 {
@@ -214,10 +192,14 @@ CQELViewList* CQELView::ListOf(int32_t nType)
     }
 }
 
+// An element that is registered already may have got another id.
 int CQELView::Register(CQELViewElm* pElm)
 {
     CQELViewList* pList = ListOf(pElm->Type());
-    return pList ? pList->Append(&pElm->m_pListNode, pElm) : SetSlot(pElm, true);
+    if (!pList) return SetSlot(pElm, true);
+    if (!pElm->m_pListNode) return pList->Append(&pElm->m_pListNode, pElm, HostIdOf(pElm));
+    pList->SetKey(pElm->m_pListNode, HostIdOf(pElm));
+    return 0;
 }
 
 int CQELView::Unregister(CQELViewElm* pElm)
@@ -272,11 +254,87 @@ int CQELView::GetStatus(uint32_t* pnStatus) const
     return 1;
 }
 
+CQELViewScale* CQELView::FindScale(uint32_t nId) const
+{
+    return static_cast<CQELViewScale*>(m_scales.Find(nId));
+}
+
+// The ids from 1 to 32 are the pins of the meter with id 0, which hides meters that have such an id
+// themselves: deliberate.
+CQELViewMeter* CQELView::FindMeter(uint32_t nId) const
+{
+    return static_cast<CQELViewMeter*>(m_meters.Find(nId <= METER_PINS ? 0 : nId));
+}
+
+// An element that does not know the selector leaves the result to the other one.
+int CQELView::SetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t nValue)
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    if (!pRow) return 0;
+    int nResult = 0;
+    if (pRow->pszForScale)
+        if (CQELViewScale* pScale = FindScale(nId))
+            nResult = pScale->SetProperty(nSelector, nValue);
+    CQELViewMeter* pMeter = pRow->pszMeaning ? FindMeter(nId) : nullptr;
+    if (!pMeter) return nResult;
+    if (nSelector != QEL_SEL_VALUE) return pMeter->SetProperty(nSelector, nValue);
+    return nId <= METER_PINS ? pMeter->SetValue(nId, nValue) : nResult;
+}
+
+int CQELView::GetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t* pnValue) const
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    if (!pRow) return 0;
+    const CQELViewScale* pScale = pRow->pszForScale ? FindScale(nId) : nullptr;
+    const CQELViewMeter* pMeter = pRow->pszMeaning ? FindMeter(nId) : nullptr;
+    if (nSelector == QEL_SEL_VALUE) {
+        if (pMeter && nId >= 1 && nId <= METER_PINS) return pMeter->GetValue(nId, pnValue);
+        if (pScale) return pScale->GetProperty(nSelector, pnValue);
+        return pMeter && nId == 0 ? pMeter->GetValue(nId, pnValue) : 0;
+    }
+    const bool bMeterFirst = nSelector == QEL_SEL_PIN_COLOR || nSelector == QEL_SEL_SCALE_COLOR;
+    if (pScale && !(pMeter && bMeterFirst)) return pScale->GetProperty(nSelector, pnValue);
+    return pMeter ? pMeter->GetProperty(nSelector, pnValue) : 0;
+}
+
+int CQELView::SetScaleParam(uint32_t nId, uint32_t nSelector, float fValue)
+{
+    CQELViewMeter* pMeter = FindMeter(nId);
+    if (nSelector == QEL_SEL_BASE_VALUE) return pMeter ? pMeter->SetBase(fValue) : 0;
+    if (nSelector != QEL_SEL_VALUE) return 0;
+    CQELViewScale* pScale = FindScale(nId);
+    const int nResult = pScale ? pScale->SetValue(fValue) : 0;
+    return pMeter && nId <= METER_PINS ? pMeter->SetValue(nId, fValue) : nResult;
+}
+
+int CQELView::GetScaleParam(uint32_t nId, uint32_t nSelector, float* pfValue) const
+{
+    const CQELViewMeter* pMeter = FindMeter(nId);
+    if (nSelector == QEL_SEL_BASE_VALUE) {
+        if (pMeter) *pfValue = pMeter->Base();
+        return pMeter ? 1 : 0;
+    }
+    if (nSelector != QEL_SEL_VALUE) return 0;
+    if (pMeter && nId >= 1 && nId <= METER_PINS) return pMeter->GetValue(nId, pfValue);
+    if (const CQELViewScale* pScale = FindScale(nId)) {
+        *pfValue = pScale->FloatValue();
+        return 1;
+    }
+    return pMeter && nId == 0 ? pMeter->GetValue(nId, pfValue) : 0;
+}
+
+bool CQELView::WantsFullRedraw() const
+{
+    for (const ViewListNode* pNode = m_meters.First(); pNode; pNode = pNode->pNext)
+        if (static_cast<const CQELViewMeter*>(pNode->pElm)->WantsFullRedraw()) return true;
+    return false;
+}
+
 int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     if (!pElm) pElm = m_pRoot;
     if (!pElm) return 0;
-    if (pElm == m_pRoot && !(nFlags & QEL_DRAW_FULL) && !m_scales.First()) {
+    if (pElm == m_pRoot && !(nFlags & QEL_DRAW_FULL) && !m_scales.First() && !WantsFullRedraw()) {
         m_statuses.Draw(hdc, rcQel, nFlags);
         m_scales.Draw(hdc, rcQel, nFlags);
         m_meters.Draw(hdc, rcQel, nFlags);

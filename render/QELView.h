@@ -4,30 +4,14 @@
 #pragma once
 
 #include "render/QELViewElm.h"
+#include "render/QELViewList.h"
 #include "render/QELViewQEL.h"
 
 class CQELViewDrawRgn;
 class CQELViewFrame;
+class CQELViewMeter;
 class CQELViewPattern;
-
-// A list of dynamic elements in the order in which they were registered. It owns its nodes only.
-class CQELViewList {
-public:
-    CQELViewList() = default;
-    ~CQELViewList() { Clear(); }
-    CQELViewList(const CQELViewList&) = delete;
-    CQELViewList& operator=(const CQELViewList&) = delete;
-
-    [[nodiscard]] const ViewListNode* First() const { return m_pFirst; }
-    int Append(ViewListNode** ppPlace, CQELViewElm* pElm); // 0 when the element has a place already
-    int Remove(ViewListNode** ppPlace);                    // 0 when it has none
-    void Clear();
-    void Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) const; // each, in list order
-
-private:
-    ViewListNode* m_pFirst = nullptr;
-    ViewListNode* m_pLast = nullptr;
-};
+class CQELViewScale;
 
 class CQELView {
 public:
@@ -62,6 +46,13 @@ public:
     int SetStatus(uint32_t nStatus); // 0 without a status element
     int GetStatus(uint32_t* pnStatus) const;
 
+    // Values of scales and meters by their host id. 0: no element of that id knows the selector, or
+    // none took the value. The float forms know the value and the base value.
+    int SetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t nValue);
+    int GetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t* pnValue) const;
+    int SetScaleParam(uint32_t nId, uint32_t nSelector, float fValue);
+    int GetScaleParam(uint32_t nId, uint32_t nSelector, float* pfValue) const;
+
     // A null element means the root, in these.
     int Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags);
     int SetBlink(CQELViewElm* pElm, int32_t nPhase);
@@ -77,6 +68,9 @@ private:
     int SetSlot(CQELViewElm* pElm, bool bOn);
     int SetElementParam(int32_t nIndex, uint32_t nValue);
     CQELViewList* ListOf(int32_t nType);
+    [[nodiscard]] CQELViewScale* FindScale(uint32_t nId) const;
+    [[nodiscard]] CQELViewMeter* FindMeter(uint32_t nId) const;
+    [[nodiscard]] bool WantsFullRedraw() const;
 
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;

@@ -9,14 +9,7 @@
 #include <cstdint>
 #include <new>
 
-class CQELViewElm;
-
-// A place in one of the view's lists of dynamic elements.
-struct ViewListNode {
-    ViewListNode* pNext;
-    ViewListNode* pPrev;
-    CQELViewElm* pElm;
-};
+struct ViewListNode;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm> {
 public:

@@ -11,7 +11,7 @@ int CQELViewRect::NewInstance(CQELViewElm** ppOut) const
 
 bool CQELViewRect::HidesOutline() const
 {
-    return (m_nStyle & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
+    return (Style() & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
 }
 
 void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
@@ -25,10 +25,10 @@ void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
     } else {
         ::Rectangle(hdc, rc.left, rc.top, rc.right, rc.bottom);
     }
-    const int32_t nWidth = BorderWidthOf(m_nStyle);
-    if (m_nStyle & QEL_STYLE_UP_BIT)
+    const int32_t nWidth = BorderWidthOf(Style());
+    if (Style() & QEL_STYLE_UP_BIT)
         DrawBorder3D(hdc, rc, BORDER_LIGHT, BORDER_DARK, rcQel, nWidth);
-    else if (m_nStyle & QEL_STYLE_DOWN_BIT)
+    else if (Style() & QEL_STYLE_DOWN_BIT)
         DrawBorder3D(hdc, rc, BORDER_DARK, BORDER_LIGHT, rcQel, nWidth);
 }
 
@@ -36,7 +36,7 @@ HRGN CQELViewRect::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
-    const int32_t nShrink = HidesOutline() ? BorderWidthOf(m_nStyle) : WrapAdd(m_nPenWidth, 1) / 2;
+    const int32_t nShrink = HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_nPenWidth, 1) / 2;
     return ::CreateRectRgn(WrapAdd(rc.left, nShrink), WrapAdd(rc.top, nShrink),
                            WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink));
 }

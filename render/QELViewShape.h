@@ -40,6 +40,8 @@ public:
     void TakeColor(uint32_t clr);
     void TakeDraft(int32_t nDraft) { m_nDraft = nDraft; }
     void TakeBackColor(uint32_t clr) { m_clrB = clr; }
+    // Outline only, while it is on, whatever the style says: for the face of a meter.
+    void SetHollow(bool bHollow) { m_bHollow = bHollow; }
 
 protected:
     // Maps the geometry. 0: it cannot be drawn (a point list out of count).
@@ -53,7 +55,12 @@ protected:
     // Lines and arcs: no brush; a fill style paints the gaps of a styled pen in colour B.
     [[nodiscard]] virtual bool IsOutlineOnly() const { return false; }
 
-    [[nodiscard]] uint32_t FillStyle() const { return m_nStyle & QEL_STYLE_FILL_MASK; }
+    // The style word as it is drawn.
+    [[nodiscard]] uint32_t Style() const
+    {
+        return m_bHollow ? m_nStyle & ~static_cast<uint32_t>(QEL_STYLE_FILL_MASK) : m_nStyle;
+    }
+    [[nodiscard]] uint32_t FillStyle() const { return Style() & QEL_STYLE_FILL_MASK; }
     [[nodiscard]] bool IsPressed(uint32_t nFlags) const
     {
         return (m_nFlags & QEL_FLAG_PRESS) && (nFlags & QEL_DRAW_PRESSED);
@@ -71,6 +78,7 @@ protected:
     int32_t m_nGeometry[QEL_SHAPE_WORDS] = {};
     char m_szText[QEL_TEXT_SIZE] = {};
     uint32_t m_nFlags = 0;
+    bool m_bHollow = false;
     int32_t m_nRotation = 0; // the quarter turn that the geometry has been given, in degrees
 
 private:

@@ -3,6 +3,8 @@
 // document/Attributes.cpp.
 #include "document/Attributes.h"
 #include "document/Tags.h"
+#include "dynamic/QELDocMeter.h"
+#include "dynamic/QELDocScale.h"
 #include "tests/support/DocSupport.h"
 
 #include <cstdio>
@@ -95,6 +97,9 @@ int32_t ValueFor(const AttrInfo& info)
 
 std::string Spelled(const AttrInfo& info, int32_t nValue)
 {
+    // The keywords that stand next to the default.
+    if (info.pForm == &g_formScaleType && nValue == 2) return "horizup";
+    if (info.pForm == &g_formMeterType && nValue == 1) return "vert3d";
     char szText[ATTR_TEXT_SIZE];
     const auto nBits = static_cast<unsigned>(nValue);
     if (info.pForm == &g_formColour)
@@ -213,7 +218,7 @@ TEST(AttributeRows, OfEveryClassSurviveASaveAndAreDescribed)
             EXPECT_EQ(saved, SavedBody(saved));
         }
     }
-    EXPECT_GE(nClasses, 11); // the shapes at least
+    EXPECT_GE(nClasses, 15); // the shapes, status, draw region, scale and meter
 }
 
 // ---- forms ----

@@ -1,11 +1,15 @@
-// Prints the tables of docs/format.md from the engine's own tables, each between a line
-// "<!-- table NAME -->" and a line "<!-- end -->"; scripts/docs.sh puts them into the page.
+// Prints the tables of docs/format.md and docs/live-values.md from the engine's own tables, each
+// between a line
+// "<!-- table NAME -->" and a line "<!-- end -->"; scripts/docs.sh puts them into the pages.
 #include "document/Tags.h"
 
 #include "document/QELDocQEL.h"
 #include "document/QELDocShape.h"
 #include "dynamic/QELDocDrawRgn.h"
+#include "dynamic/QELDocMeter.h"
+#include "dynamic/QELDocScale.h"
 #include "dynamic/QELDocStatus.h"
+#include "dynamic/Selectors.h"
 #include "render/Mapping.h"
 #include "render/QELViewShape.h"
 
@@ -28,7 +32,9 @@ void PrintDefault(const AttrInfo& info)
 {
     char szValue[ATTR_TEXT_SIZE] = "";
     if (info.pForm->pfnFormat) info.pForm->pfnFormat(info.nDefault, szValue, sizeof szValue);
-    if (*szValue)
+    if (info.pszWrittenWhen)
+        std::printf("| `%s` | %s |", szValue, info.pszWrittenWhen);
+    else if (*szValue)
         std::printf("| `%s` | not `%s` |", szValue, szValue);
     else if (info.nId == ATTR_CRD)
         std::printf("| see the element | always |");
@@ -74,6 +80,66 @@ void PrintTags()
     End();
 }
 
+// The coordinates of the classes whose form goes by the type.
+void PrintForms(const char* pszName, const KeywordRow* pRows, const CrdForm& (*pfnFormOf)(int32_t))
+{
+    Begin(pszName, "| type | number | `crd` | default `crd` |", "|---|---|---|---|");
+    for (; pRows->pszName; ++pRows) {
+        const CrdForm& form = pfnFormOf(pRows->nId);
+        std::printf("| `%s` | %d | %s | `%s` |\n", pRows->pszName, static_cast<int>(pRows->nId),
+                    form.pszMeaning, form.pszDefault);
+    }
+    End();
+}
+
+const char* NameOfForm(SelectorForm form)
+{
+    switch (form) {
+    case SelectorForm::Count:
+        return "count";
+    case SelectorForm::Switch:
+        return "switch";
+    case SelectorForm::Colour:
+        return "colour";
+    case SelectorForm::Code:
+        return "code";
+    default:
+        return "number";
+    }
+}
+
+// One row a selector, one column a meter type.
+void PrintSelectors()
+{
+    std::printf("<!-- table selectors -->\n| selector | name | form | default |");
+    for (const KeywordRow* pType = g_meterTypeRows; pType->pszName; ++pType)
+        std::printf(" %s |", pType->pszName);
+    std::printf(" what it does |\n|---|---|---|---|");
+    for (int32_t n = 0; n <= METER_TYPE_COUNT; ++n) std::printf("---|");
+    std::printf("\n");
+    for (const SelectorRow* pRow = g_selectorRows; pRow->pszName; ++pRow) {
+        if (!pRow->pszMeaning) continue;
+        std::printf("| %d | `%s` | %s |", static_cast<int>(pRow->nId), pRow->pszName,
+                    NameOfForm(pRow->form));
+        std::printf(pRow->form == SelectorForm::Colour ? " `0x%06x` |" : " `%u` |",
+                    static_cast<unsigned>(pRow->nDefault));
+        for (int32_t n = 0; n < METER_TYPE_COUNT; ++n)
+            std::printf(" %s |", pRow->nMeterTypes & MeterTypeBit(n) ? "•" : "");
+        std::printf(" %s |\n", pRow->pszMeaning);
+    }
+    End();
+}
+
+void PrintScaleSelectors()
+{
+    Begin("scale-selectors", "| selector | name | what it does |", "|---|---|---|");
+    for (const SelectorRow* pRow = g_selectorRows; pRow->pszName; ++pRow)
+        if (pRow->pszForScale)
+            std::printf("| %d | `%s` | %s |\n", static_cast<int>(pRow->nId), pRow->pszName,
+                        pRow->pszForScale);
+    End();
+}
+
 void PrintKeywords(const char* pszName, const KeywordRow* pRows)
 {
     Begin(pszName, "| keyword | value |", "|---|---|");
@@ -91,6 +157,12 @@ int main()
     PrintAttrs("shape", &CQELDocShape::VisitAttrs);
     PrintAttrs("status", &CQELDocStatus::VisitAttrs);
     PrintAttrs("drawrgn", &CQELDocDrawRgn::VisitAttrs);
+    PrintAttrs("scale", &CQELDocScale::VisitAttrs);
+    PrintForms("scale-types", g_scaleTypeRows, &CQELDocScale::CrdFormOf);
+    PrintAttrs("meter", &CQELDocMeter::VisitAttrs);
+    PrintForms("meter-types", g_meterTypeRows, &CQELDocMeter::CrdFormOf);
+    PrintSelectors();
+    PrintScaleSelectors();
     PrintKeywords("fill", g_fillStyleRows);
     PrintKeywords("anchor", g_keepAnchors);
     PrintKeywords("along", g_keepAlong);

@@ -1,0 +1,191 @@
+// From a meter element to its renderer; see the header.
+#include "dynamic/MeterRenderer.h"
+
+#include "dynamic/QELDocMeter.h"
+#include "meter/CircleMeter.h"
+#include "meter/ClockMeter.h"
+#include "meter/LongBarMeter3D.h"
+#include "meter/PieUpgradeMeter.h"
+#include "meter/RoundMeter.h"
+#include "meter/SectorMeter.h"
+#include "meter/UpBarMeter3D.h"
+#include "render/Mapping.h"
+
+namespace {
+
+// How dials keep their shape when their flags do not say. The two differ: deliberate.
+constexpr uint32_t CIRCLE_KEEP = QEL_KEEP_ALL;
+constexpr uint32_t ARC_KEEP = QEL_KEEP_TOP | QEL_AWAY_AS_GRAPH;
+
+constexpr int32_t WIDENED_BY_PARTS = 19; // of the layout's width, to each side, for "pieUpgrade"
+
+int32_t Middle(int32_t a, int32_t b)
+{
+    return WrapAdd(a, b) / 2;
+}
+
+RECT LayoutOf(const QELMETERATTR& attr)
+{
+    return {attr.nGeometry[3], attr.nGeometry[4], attr.nGeometry[5], attr.nGeometry[6]};
+}
+
+void MapCircle(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH,
+               MeterPlace* pPlace)
+{
+    const uint32_t nKeep = attr.nFlags ? attr.nFlags : CIRCLE_KEEP;
+    MapRect(rcQel, nRefW, nRefH, LayoutOf(attr), &pPlace->rc, nKeep);
+    RECT rc{};
+    const POINT ptCentre{attr.nGeometry[0], attr.nGeometry[1]};
+    if (!MapRect(rcQel, nRefW, nRefH, SquareAround(ptCentre, attr.nGeometry[2]), &rc, nKeep))
+        return;
+    pPlace->ptCentre = {Middle(rc.left, rc.right), Middle(rc.top, rc.bottom)};
+    const int32_t nWidth = WidthOf(rc);
+    const int32_t nHeight = HeightOf(rc);
+    pPlace->nRadius = (nWidth < nHeight ? nWidth : nHeight) >> 1;
+}
+
+// The layout rectangle is mapped; the circle then keeps the distances of its two end points from
+// the layout's sides.
+void MapArc(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH,
+            MeterPlace* pPlace)
+{
+    pPlace->fStart = static_cast<float>(attr.nGeometry[7]);
+    pPlace->fEnd = static_cast<float>(attr.nGeometry[8]);
+    const RECT rcLayout = LayoutOf(attr);
+    const POINT pt{attr.nGeometry[0], attr.nGeometry[1]};
+    const int32_t nRadius = attr.nGeometry[2];
+    if (nRefW < 1 || nRefH < 1 || nRadius == 0 || ::IsRectEmpty(&rcLayout)) return;
+    MapRect(rcQel, nRefW, nRefH, rcLayout, &pPlace->rc, attr.nFlags ? attr.nFlags : ARC_KEEP);
+
+    const POINT pt0 = PolarPoint(pt, nRadius, pPlace->fStart);
+    const POINT pt1 = PolarPoint(pt, nRadius, pPlace->fEnd);
+    if (pt0.x == pt1.x) return;
+    const int32_t nLeft = WrapAdd(WrapSub(pt0.x, rcLayout.left), pPlace->rc.left);
+    const int32_t nRight = WrapSub(pPlace->rc.right, WrapSub(rcLayout.right, pt1.x));
+    const int32_t nMapped = WrapSub(nRight, nLeft);
+    const int32_t nChord = WrapSub(pt1.x, pt0.x);
+    pPlace->nRadius = WrapMulDiv(nMapped, nRadius, nChord);
+    pPlace->ptCentre.x = WrapAdd(WrapMulDiv(WrapSub(pt.x, pt0.x), nMapped, nChord), nLeft);
+    pPlace->ptCentre.y = WrapAdd(WrapAdd(pt.y, WrapSub(pPlace->rc.top, rcLayout.top)),
+                                 WrapSub(pPlace->nRadius, nRadius));
+}
+
+template <class T>
+using Made = std::unique_ptr<T>;
+
+std::unique_ptr<CMeter> Placed(std::unique_ptr<CArcMeter> pDial, const MeterPlace& place)
+{
+    if (!pDial) return nullptr;
+    pDial->SetCentre(place.ptCentre);
+    pDial->SetMeterRect(place.rc);
+    return pDial;
+}
+
+template <class T>
+std::unique_ptr<CMeter> MakeBar(const MeterPlace& place, HRGN hFace, const MeterSettings&)
+{
+    return Made<CMeter>(new (std::nothrow) T(hFace, place.rc));
+}
+
+bool IsFullCircle(const MeterSettings& settings)
+{
+    return settings.Number(QEL_SEL_FULL_CIRCLE) != 0;
+}
+
+// The dials that can be turned.
+template <class T>
+std::unique_ptr<CMeter> MakeTurned(const MeterPlace& place, HRGN, const MeterSettings& settings)
+{
+    const double fOffset = settings.pnValues[QEL_SEL_ANGLE_OFFSET];
+    return Placed(
+        Made<CArcMeter>(new (std::nothrow) T(place.nRadius, IsFullCircle(settings), fOffset)),
+        place);
+}
+
+std::unique_ptr<CMeter> MakeClock(const MeterPlace& place, HRGN, const MeterSettings& settings)
+{
+    return Placed(
+        Made<CArcMeter>(new (std::nothrow) CClockMeter(place.nRadius, IsFullCircle(settings))),
+        place);
+}
+
+std::unique_ptr<CMeter> MakeSector(const MeterPlace& place, HRGN hFace,
+                                   const MeterSettings& settings)
+{
+    Made<CSectorMeter> pMeter(new (std::nothrow)
+                                  CSectorMeter(place.nRadius, IsFullCircle(settings)));
+    if (!pMeter) return nullptr;
+    RECT rc = SquareAround(place.ptCentre, place.nRadius);
+    if (hFace) ::GetRgnBox(hFace, &rc);
+    pMeter->SetSectorRect(rc);
+    return Placed(std::move(pMeter), place);
+}
+
+std::unique_ptr<CMeter> MakeArc(const MeterPlace& place, HRGN, const MeterSettings&)
+{
+    return Placed(
+        Made<CArcMeter>(new (std::nothrow) CArcMeter(place.nRadius, place.fStart, place.fEnd, 0)),
+        place);
+}
+
+template <class T>
+std::unique_ptr<CMeter> MakePie(const MeterPlace& place, HRGN, const MeterSettings&)
+{
+    return Placed(Made<CArcMeter>(new (std::nothrow) T(place.nRadius, place.fStart, place.fEnd)),
+                  place);
+}
+
+// The numbers of the wider ticks need room at the sides.
+std::unique_ptr<CMeter> MakePieUpgrade(const MeterPlace& place, HRGN hFace,
+                                       const MeterSettings& settings)
+{
+    MeterPlace wide = place;
+    wide.rc.left = WrapSub(wide.rc.left, WidthOf(wide.rc) / WIDENED_BY_PARTS);
+    wide.rc.right = WrapAdd(wide.rc.right, WidthOf(wide.rc) / WIDENED_BY_PARTS);
+    return MakePie<CPieUpgradeMeter>(wide, hFace, settings);
+}
+
+using Maker = std::unique_ptr<CMeter> (*)(const MeterPlace&, HRGN, const MeterSettings&);
+
+// By meter type, in the order of its keywords.
+constexpr Maker g_makers[METER_TYPE_COUNT] = {MakeBar<CUpBarMeter>,
+                                              MakeBar<CUpBarMeter3D>,
+                                              MakeBar<CLongBarMeter>,
+                                              MakeBar<CLongBarMeter3D>,
+                                              MakeTurned<CCircleMeter>,
+                                              MakeArc,
+                                              MakePie<CPieMeter>,
+                                              MakeClock,
+                                              MakeTurned<CRoundMeter>,
+                                              MakePieUpgrade,
+                                              MakeSector};
+
+} // namespace
+
+MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH)
+{
+    MeterPlace place{};
+    switch (MeterFormOf(attr.nType)) {
+    case MeterForm::Circle:
+        MapCircle(attr, rcQel, nRefW, nRefH, &place);
+        break;
+    case MeterForm::Arc:
+        MapArc(attr, rcQel, nRefW, nRefH, &place);
+        break;
+    default:
+        MapRect(rcQel, nRefW, nRefH,
+                {attr.nGeometry[0], attr.nGeometry[1], attr.nGeometry[2], attr.nGeometry[3]},
+                &place.rc, attr.nFlags);
+        break;
+    }
+    return place;
+}
+
+std::unique_ptr<CMeter> MakeMeterRenderer(const MeterPlace& place, HRGN hFace,
+                                          const MeterSettings& settings)
+{
+    if (settings.nType < 0 || settings.nType >= METER_TYPE_COUNT) return nullptr;
+    std::unique_ptr<CMeter> pMeter = g_makers[settings.nType](place, hFace, settings);
+    if (pMeter) PassAll(pMeter.get(), settings);
+    return pMeter;
+}

@@ -1,0 +1,27 @@
+// From a meter element to its renderer: the geometry on the device, and the class that the meter
+// type asks for.
+#pragma once
+
+#include "dynamic/Selectors.h"
+#include "include/QELEngine.h"
+
+#include <memory>
+
+class CMeter;
+
+// Where a meter stands, in device units.
+struct MeterPlace {
+    RECT rc;        // bars: the bar; dials: what the layout rectangle has become
+    POINT ptCentre; // dials
+    int32_t nRadius;
+    float fStart; // arcs
+    float fEnd;
+};
+
+// Maps the geometry of a meter's record. What cannot be mapped comes out empty, with radius 0.
+MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH);
+
+// A renderer for the type, in that place and with these settings. hFace: the region of the face,
+// for the types that look at it; may be null. Null for an unknown type and without memory.
+std::unique_ptr<CMeter> MakeMeterRenderer(const MeterPlace& place, HRGN hFace,
+                                          const MeterSettings& settings);

@@ -1,0 +1,55 @@
+// The "meter" element: a dial or a bar. Drawn by dynamic/QELViewMeter.h.
+#pragma once
+
+#include "document/Attributes.h"
+#include "document/Crd.h"
+#include "document/QELDocElm.h"
+
+#include <span>
+
+constexpr int32_t METER_WORDS = 9;
+
+// The three forms of a meter's geometry.
+enum class MeterForm { Rectangle, Circle, Arc };
+MeterForm MeterFormOf(int32_t nType);
+
+extern const AttrForm g_formMeterType; // a keyword; an unknown one reads as 0, "vert"
+
+class CQELDocMeter final : public CQELDocElm {
+public:
+    explicit CQELDocMeter(XmlContext** ppXml) noexcept;
+
+    int Clone(CQELDocElm** ppOut) const override;
+    int GetAttrSize(int* pnSize) const override;
+    int GetAttr(void* pBlock) const override;
+    int SetAttr(const void* pBlock) override; // refuses a range that no file can hold
+    int GetRect(RECT* prc) const override;    // dials: the layout rectangle
+    int SetRect(const RECT& rc) override;
+    int MapRect(const RECT& rcOld, const RECT& rcNew) override;
+    int Load() override;
+    int Save() override;
+
+    void TakeFields(const CQELDocMeter& source);
+
+    static std::span<const AttrRow<CQELDocMeter>> Attrs();
+    static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
+    static const CrdForm& CrdFormOf(int32_t nType);
+
+private:
+    void ParseGeometry(const char* pszCrd);
+    [[nodiscard]] bool IsWritten(const AttrRow<CQELDocMeter>& row) const;
+
+    int32_t m_nId = 0;
+    int32_t m_bUseScale = 1;
+    int32_t m_bUsePin = 0;
+    int32_t m_nType = 0;
+    int32_t m_nMin = 1;
+    int32_t m_nMax = 100;
+    int32_t m_nGeometry[METER_WORDS] = {0, 0, 10, 10, 0, 0, 0, 0, 0};
+    int32_t m_nFlags = 0;
+};
+
+// Whether a meter's record may be taken: its size, and a range from 1 on. The document and the view
+// ask the same.
+struct tagQELMETERATTR;
+bool TakeMeterBlock(const void* pBlock, tagQELMETERATTR* pOut);

@@ -1,0 +1,318 @@
+// The view of a meter; see the header.
+#include "dynamic/QELViewMeter.h"
+
+#include "dynamic/MeterRenderer.h"
+#include "dynamic/QELDocMeter.h"
+#include "meter/SectorMeter.h"
+#include "render/GdiScopes.h"
+#include "render/WrapMath.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr int32_t TYPE_SECTOR = 10;
+
+// What a meter adds to the mask of supported parameters.
+constexpr uint32_t MASK_ALWAYS = 0x2060;
+constexpr uint32_t MASK_USES_SCALE = 0x500;
+constexpr uint32_t MASK_SHOWS_SCALE = 0x014;
+constexpr uint32_t MASK_USES_PIN = 0x200;
+constexpr uint32_t MASK_SHOWS_PIN = 0x002;
+constexpr uint32_t MASK_LABELS = 0x800;
+
+// By type; of the bars only when there are shapes as a face.
+constexpr uint32_t g_typeMasks[METER_TYPE_COUNT] = {
+    0x80, 0x800080, 0x80, 0x800080, 0x480080, 0x480080, 0x80, 0x300081, 0x780081, 0x100080, 0};
+
+bool IsBarType(int32_t nType)
+{
+    return (MeterTypeBit(nType) & METER_BARS) != 0;
+}
+
+bool IsDialType(int32_t nType)
+{
+    return nType > 3 && nType < TYPE_SECTOR;
+}
+
+} // namespace
+
+CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH) noexcept
+    : CQELViewParam(nRefW, nRefH, QEL_TYPE_METER)
+{
+    for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n) m_nProperties[n] = FindSelector(n)->nDefault;
+}
+
+CQELViewMeter::~CQELViewMeter()
+{
+    if (m_hFace) ::DeleteObject(m_hFace);
+}
+
+int CQELViewMeter::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+// Pins, renderer and face region are not copied.
+int CQELViewMeter::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
+    auto* pCopy = static_cast<CQELViewMeter*>(*ppOut);
+    pCopy->m_attr = m_attr;
+    std::memcpy(pCopy->m_nProperties, m_nProperties, sizeof m_nProperties);
+    pCopy->m_fBase = m_fBase;
+    pCopy->m_nDraft = m_nDraft;
+    pCopy->m_clrDraftFore = m_clrDraftFore;
+    pCopy->m_clrDraftBack = m_clrDraftBack;
+    pCopy->m_nValue = m_nValue;
+    pCopy->m_fValue = m_fValue;
+    pCopy->m_bFloats = m_bFloats;
+    return 1;
+}
+
+MeterSettings CQELViewMeter::Settings() const
+{
+    return {m_attr.nType,      m_attr.bUseScale != 0, m_attr.bUsePin != 0,
+            BlinkPhase() != 0, m_nProperties,         m_nDraft,
+            m_clrDraftFore,    m_clrDraftBack};
+}
+
+bool CQELViewMeter::UsesFaceRegion() const
+{
+    return IsBarType(m_attr.nType) || m_attr.nType == TYPE_SECTOR;
+}
+
+int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    const bool bChanged =
+        !::EqualRect(&rcQel, &m_rcLast) || m_lastRef.cx != RefW() || m_lastRef.cy != RefH();
+    if (WantsFullRedraw()) nFlags |= QEL_DRAW_FULL;
+    if (nFlags & QEL_DRAW_FULL) DrawFace(hdc, rcQel, nFlags);
+    const bool bNewFace = UsesFaceRegion() && (bChanged || !m_hFace);
+    if (bNewFace) MakeFaceRegion(rcQel);
+    // A renderer that was made without a face takes one as soon as there is one.
+    if (bChanged || !m_pRenderer || (bNewFace && m_hFace)) MakeRenderer(rcQel);
+    if (m_pRenderer) {
+        if (m_nPassedBlink != BlinkPhase()) PassColours(m_pRenderer.get(), Settings());
+        m_nPassedBlink = BlinkPhase();
+        PassPins();
+        if (m_bFloats)
+            m_pRenderer->Draw(hdc, m_fValue, nFlags);
+        else
+            m_pRenderer->Draw(hdc, static_cast<int32_t>(m_nValue), nFlags);
+    }
+    m_rcLast = rcQel;
+    m_lastRef = {RefW(), RefH()};
+    return 1;
+}
+
+// The face takes the meter's colour, whatever its shapes have in the file.
+void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
+        if (p->FirstChild()) continue;
+        p->TakeBackColor(m_nProperties[QEL_SEL_FACE_COLOR]);
+        p->TakeDraft(DRAFT_SOLID_TEXT);
+        p->SetHollow(m_nProperties[QEL_SEL_FILL_ONLY] != 0);
+        p->Draw(hdc, rcQel, nFlags);
+    }
+}
+
+void CQELViewMeter::MakeFaceRegion(const RECT& rcQel)
+{
+    if (m_hFace) ::DeleteObject(m_hFace);
+    m_hFace = nullptr;
+    for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
+        if (p->FirstChild()) continue;
+        CRegion shape(p->MakeRegion(rcQel));
+        if (!shape.Get()) continue;
+        if (m_hFace)
+            ::CombineRgn(m_hFace, m_hFace, shape.Get(), RGN_OR);
+        else
+            m_hFace = shape.Take();
+    }
+}
+
+// The pointer's place is carried over, so that a partial redraw finds the old one.
+void CQELViewMeter::MakeRenderer(const RECT& rcQel)
+{
+    const int32_t nLast = m_pRenderer ? m_pRenderer->GetLastValue() : 0;
+    m_pRenderer = MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), m_hFace, Settings());
+    if (m_pRenderer) m_pRenderer->SetLastValue(nLast);
+    m_nPassedBlink = BlinkPhase();
+}
+
+void CQELViewMeter::PassPins()
+{
+    if (m_attr.nType != TYPE_SECTOR || m_nLastPin == 0) return;
+    auto* pSectors = static_cast<CSectorMeter*>(m_pRenderer.get());
+    if (m_bFloats)
+        pSectors->SetSectorValues(m_fPins);
+    else
+        pSectors->SetSectorValues(m_nPins);
+}
+
+void CQELViewMeter::DropRenderer()
+{
+    m_pRenderer.reset();
+}
+
+void CQELViewMeter::PassToRenderer(const SelectorRow& row)
+{
+    if (m_pRenderer && row.pfnPass && (row.nMeterTypes & MeterTypeBit(m_attr.nType)))
+        row.pfnPass(m_pRenderer.get(), Settings());
+}
+
+void CQELViewMeter::PassDraftToRenderer()
+{
+    if (m_pRenderer) PassDraft(m_pRenderer.get(), Settings());
+}
+
+int CQELViewMeter::SetProperty(uint32_t nSelector, uint32_t nValue)
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    if (!pRow || !pRow->pszMeaning || nSelector == QEL_SEL_VALUE) return 0;
+    switch (nSelector) {
+    case QEL_SEL_TICKS:
+        if (nValue == 0) return 0;
+        break;
+    case QEL_SEL_SHOW_SCALE:
+        if (!m_attr.bUseScale) return 0;
+        break;
+    case QEL_SEL_SHOW_PIN:
+        if (!m_attr.bUsePin) return 0;
+        break;
+    case QEL_SEL_FULL_CIRCLE:
+        if (nValue > 1 || nValue == m_nProperties[nSelector]) return 0;
+        DropRenderer();
+        break;
+    case QEL_SEL_BASE_VALUE:
+        m_fBase = static_cast<float>(static_cast<int32_t>(nValue));
+        break;
+    case QEL_SEL_ANGLE_OFFSET:
+        if (pRow->nMeterTypes & MeterTypeBit(m_attr.nType)) DropRenderer();
+        break;
+    default:
+        break;
+    }
+    m_nProperties[nSelector] = nValue;
+    PassToRenderer(*pRow);
+    return 1;
+}
+
+int CQELViewMeter::GetProperty(uint32_t nSelector, uint32_t* pnValue) const
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    if (!pRow || !pRow->pszMeaning || nSelector == QEL_SEL_VALUE) return 0;
+    *pnValue = m_nProperties[nSelector];
+    return 1;
+}
+
+int CQELViewMeter::SetBase(float fValue)
+{
+    m_fBase = fValue;
+    m_nProperties[QEL_SEL_BASE_VALUE] = static_cast<uint32_t>(TruncToInt(fValue));
+    PassToRenderer(*FindSelector(QEL_SEL_BASE_VALUE));
+    return 1;
+}
+
+int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)
+{
+    if (nPin > METER_PINS) return 0;
+    m_bFloats = false;
+    if (nPin == 0) {
+        m_nValue = nValue;
+        return 1;
+    }
+    m_nPins[nPin - 1] = static_cast<int32_t>(nValue);
+    m_nLastPin = nPin;
+    return 1;
+}
+
+int CQELViewMeter::SetValue(uint32_t nPin, float fValue)
+{
+    if (nPin > METER_PINS) return 0;
+    m_bFloats = true;
+    if (nPin == 0) {
+        m_fValue = fValue;
+        return 1;
+    }
+    m_fPins[nPin - 1] = fValue;
+    m_nLastPin = nPin;
+    return 1;
+}
+
+int CQELViewMeter::GetValue(uint32_t nPin, uint32_t* pnValue) const
+{
+    if (nPin > METER_PINS) return 0;
+    *pnValue = nPin == 0 ? m_nValue : static_cast<uint32_t>(m_nPins[nPin - 1]);
+    return 1;
+}
+
+int CQELViewMeter::GetValue(uint32_t nPin, float* pfValue) const
+{
+    if (nPin > METER_PINS) return 0;
+    *pfValue = nPin == 0 ? m_fValue : m_fPins[nPin - 1];
+    return 1;
+}
+
+int CQELViewMeter::GetAttrBlockSize(int* pnSize) const
+{
+    *pnSize = sizeof m_attr;
+    return 1;
+}
+
+int CQELViewMeter::GetAttrBlock(void* pBlock) const
+{
+    if (!pBlock) return 0;
+    std::memcpy(pBlock, &m_attr, sizeof m_attr);
+    return 1;
+}
+
+int CQELViewMeter::SetAttrBlock(const void* pBlock)
+{
+    QELMETERATTR attr;
+    if (!TakeMeterBlock(pBlock, &attr)) return 0;
+    m_attr = attr;
+    m_attr.nSize = sizeof m_attr;
+    DropRenderer();
+    return 1;
+}
+
+int CQELViewMeter::SetDraftParam(uint32_t nValue)
+{
+    if (nValue >= DRAFT_COUNT) return 0;
+    m_nDraft = static_cast<int32_t>(nValue);
+    PassDraftToRenderer();
+    return 1;
+}
+
+int CQELViewMeter::SetDraftForeParam(uint32_t nValue)
+{
+    m_clrDraftFore = nValue;
+    PassDraftToRenderer();
+    return 1;
+}
+
+int CQELViewMeter::SetDraftBackParam(uint32_t nValue)
+{
+    m_clrDraftBack = nValue;
+    PassDraftToRenderer();
+    return 1;
+}
+
+uint32_t CQELViewMeter::GetParamMask() const
+{
+    uint32_t nMask = MASK_ALWAYS;
+    if (m_attr.bUseScale) nMask |= MASK_USES_SCALE;
+    if (m_attr.bUseScale && m_nProperties[QEL_SEL_SHOW_SCALE]) nMask |= MASK_SHOWS_SCALE;
+    if (m_attr.bUsePin) nMask |= MASK_USES_PIN;
+    if (m_attr.bUsePin && m_nProperties[QEL_SEL_SHOW_PIN]) nMask |= MASK_SHOWS_PIN;
+    if (m_nProperties[QEL_SEL_SHOW_LABELS]) nMask |= MASK_LABELS;
+    const int32_t nType = m_attr.nType;
+    const bool bHasFace = FirstShapeBelow(const_cast<CQELViewMeter*>(this)) != nullptr;
+    if (MeterTypeBit(nType) && (bHasFace || !IsBarType(nType))) nMask |= g_typeMasks[nType];
+    if (IsDialType(nType) && m_attr.nFlags == 0) nMask |= QEL_MASK_KEEP;
+    if (m_attr.nFlags & QEL_KEEP_ANCHOR_MASK) nMask |= QEL_MASK_KEEP;
+    return nMask;
+}

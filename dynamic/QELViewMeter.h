@@ -1,0 +1,80 @@
+// The view of a meter: keeps the settings and values that the host sends, draws the child shapes as
+// the meter's face, and owns the renderer that paints the dial or bar on it. The document side is
+// dynamic/QELDocMeter.h.
+#pragma once
+
+#include "dynamic/QELViewParam.h"
+#include "dynamic/Selectors.h"
+#include "meter/Meter.h"
+
+#include <memory>
+
+constexpr uint32_t METER_FULL_REDRAW = 0x1000000; // in a meter's flags
+constexpr uint32_t METER_PINS = 32;               // numbered from 1
+
+class CQELViewMeter final : public CQELViewParam {
+public:
+    CQELViewMeter(int32_t nRefW, int32_t nRefH) noexcept;
+    ~CQELViewMeter() override;
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
+    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    int GetAttrBlockSize(int* pnSize) const override;
+    int GetAttrBlock(void* pBlock) const override;
+    int SetAttrBlock(const void* pBlock) override;
+    int SetDraftParam(uint32_t nValue) override;
+    int SetDraftForeParam(uint32_t nValue) override;
+    int SetDraftBackParam(uint32_t nValue) override;
+    [[nodiscard]] uint32_t GetParamMask() const override;
+
+    [[nodiscard]] uint32_t HostId() const { return m_attr.nId; }
+    [[nodiscard]] bool WantsFullRedraw() const { return m_attr.nFlags & METER_FULL_REDRAW; }
+
+    // Any selector but the value. 0: not known to meters, or the value is refused.
+    int SetProperty(uint32_t nSelector, uint32_t nValue);
+    int GetProperty(uint32_t nSelector, uint32_t* pnValue) const;
+    // The base value is one setting in two forms: an integer sets both, a float its own and its
+    // whole part; each form reads its own.
+    int SetBase(float fValue);
+    [[nodiscard]] float Base() const { return m_fBase; }
+
+    // The main value (nPin 0) or that of a pin, 1 to 32. The form that was set last is drawn.
+    int SetValue(uint32_t nPin, uint32_t nValue);
+    int SetValue(uint32_t nPin, float fValue);
+    int GetValue(uint32_t nPin, uint32_t* pnValue) const;
+    int GetValue(uint32_t nPin, float* pfValue) const;
+
+    [[nodiscard]] const CMeter* Renderer() const { return m_pRenderer.get(); }
+
+private:
+    [[nodiscard]] MeterSettings Settings() const;
+    [[nodiscard]] bool UsesFaceRegion() const;
+    void PassToRenderer(const SelectorRow& row);
+    void PassDraftToRenderer();
+    void DropRenderer();
+    void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    void MakeFaceRegion(const RECT& rcQel);
+    void MakeRenderer(const RECT& rcQel);
+    void PassPins();
+
+    QELMETERATTR m_attr{sizeof(QELMETERATTR), 0, 1, 0, 0, 100, 1, {0, 0, 10, 10, 0, 0, 0, 0, 0}, 0};
+    uint32_t m_nProperties[QEL_SEL_COUNT]; // by selector
+    float m_fBase = 0;
+    int32_t m_nDraft = 0;
+    uint32_t m_clrDraftFore = 0xFFFFFF;
+    uint32_t m_clrDraftBack = 0x555555;
+
+    uint32_t m_nValue = 0;
+    float m_fValue = 0;
+    int32_t m_nPins[METER_PINS] = {};
+    float m_fPins[METER_PINS] = {};
+    uint32_t m_nLastPin = 0; // 0: none was set
+    bool m_bFloats = false;  // the form that was set last
+
+    RECT m_rcLast{0, 0, 0, 0}; // of the last draw
+    SIZE m_lastRef{0, 0};      // the reference size then: the place follows it as well
+    int32_t m_nPassedBlink = 0;
+    HRGN m_hFace = nullptr;
+    std::unique_ptr<CMeter> m_pRenderer;
+};

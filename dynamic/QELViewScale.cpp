@@ -1,0 +1,369 @@
+// The view of a scale; see the header.
+#include "dynamic/QELViewScale.h"
+
+#include "dynamic/QELDocScale.h"
+#include "render/GdiScopes.h"
+#include "render/Mapping.h"
+#include "render/QELRotate.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr uint32_t MAJOR_EVERY = 5;
+
+// What a scale adds to the mask of supported parameters.
+constexpr uint32_t MASK_ALWAYS = 0x60;
+constexpr uint32_t MASK_MARKS = 0x14;
+constexpr uint32_t MASK_PIN = 0x2;
+constexpr uint32_t MASK_STRAIGHT = 0x80;
+constexpr uint32_t MASK_ROUND = 0x22008;
+constexpr uint32_t MASK_ROUND_FILL = 0x80;
+
+void Line(HDC hdc, POINT pt1, POINT pt2)
+{
+    const CPositionScope position(hdc, pt1);
+    ::LineTo(hdc, pt2.x, pt2.y);
+}
+
+RECT DiscBox(POINT pt, int32_t nRadius)
+{
+    return {WrapSub(pt.x, nRadius), WrapSub(pt.y, nRadius), WrapAdd(WrapAdd(pt.x, nRadius), 1),
+            WrapAdd(WrapAdd(pt.y, nRadius), 1)};
+}
+
+int DirectionOf(bool bClockwise)
+{
+    return bClockwise ? AD_CLOCKWISE : AD_COUNTERCLOCKWISE;
+}
+
+} // namespace
+
+int CQELViewScale::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+int CQELViewScale::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
+{
+    if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
+    auto* pCopy = static_cast<CQELViewScale*>(*ppOut);
+    pCopy->m_attr = m_attr;
+    pCopy->m_clrPin = m_clrPin;
+    pCopy->m_clrMark = m_clrMark;
+    pCopy->m_nDivisions = m_nDivisions;
+    pCopy->m_nStartCode = m_nStartCode;
+    pCopy->m_value = m_value;
+    pCopy->m_nDraft = m_nDraft;
+    pCopy->m_clrFore = m_clrFore;
+    pCopy->m_clrBack = m_clrBack;
+    pCopy->m_nOffset = m_nOffset;
+    return 1;
+}
+
+bool CQELViewScale::IsRound() const
+{
+    return m_attr.nType >= SCALE_ROUND;
+}
+
+bool CQELViewScale::Fills() const
+{
+    return !IsRound() || (m_attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
+}
+
+int32_t CQELViewScale::Divisions() const
+{
+    return DrawnDivisions(m_nDivisions, m_attr.nMin, m_attr.nMax);
+}
+
+ScaleValue CQELViewScale::Value() const
+{
+    return RepairedRange(m_value, Divisions());
+}
+
+int CQELViewScale::Draw(HDC hdc, const RECT& rcQel, uint32_t)
+{
+    const LONG* n = m_attr.nGeometry;
+    RECT rcElem{n[0], n[1], n[2], n[3]};
+    if (IsRound())
+        rcElem = {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]),
+                  WrapAdd(n[1], n[2])};
+    RECT rc{};
+    if (!MapRect(rcQel, RefW(), RefH(), rcElem, &rc, QEL_KEEP_NONE) || ::IsRectEmpty(&rc)) return 0;
+    if (IsRound())
+        DrawRound(hdc, rc);
+    else
+        DrawStraight(hdc, rc);
+    return 1;
+}
+
+void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc) const
+{
+    const int32_t nWidth = WidthOf(rc);
+    const int32_t nHeight = HeightOf(rc);
+    const int32_t nAlong = ValueLength(Value(), IsVertical() ? nHeight : nWidth);
+    const int32_t nX = WrapAdd(rc.left, nAlong);
+    const int32_t nY = WrapSub(rc.bottom, nAlong);
+    if (!m_attr.bHide) DrawStraightMarks(hdc, rc);
+    {
+        CQELDraft draft(static_cast<tagDRAFTSTYLE>(m_nDraft));
+        const CBkColorScope back(hdc, BlinkColor(m_clrBack));
+        const CTextColorScope text(hdc, BlinkColor(m_clrFore));
+        RECT rcScale = rc;
+        HBRUSH hBrush = nullptr;
+        draft.GetDraftBrush(hBrush, &rcScale, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
+        const RECT rcFill = IsVertical() ? RECT{rc.left, nY, rc.right, rc.bottom}
+                                         : RECT{rc.left, rc.top, nX, rc.bottom};
+        if (hBrush && !::IsRectEmpty(&rcFill)) ::FillRect(hdc, &rcFill, hBrush);
+    }
+    if (!m_attr.bPin) return;
+    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrPin));
+    switch (m_attr.nType) {
+    case 0:
+        return Line(hdc, {WrapAdd(rc.left, nWidth / 2), nY}, {rc.right, nY});
+    case 1:
+        return Line(hdc, {rc.left, nY}, {WrapSub(rc.right, nWidth / 2), nY});
+    case 2:
+        return Line(hdc, {nX, WrapAdd(rc.top, nHeight / 2)}, {nX, rc.bottom});
+    default:
+        return Line(hdc, {nX, rc.top}, {nX, WrapSub(rc.bottom, nHeight / 2)});
+    }
+}
+
+// A base line at a quarter of the extent across, and ticks away from it.
+void CQELViewScale::DrawStraightMarks(HDC hdc, const RECT& rc) const
+{
+    const int32_t nAcross = WrapAbs(IsVertical() ? WidthOf(rc) : HeightOf(rc));
+    const int32_t nCount = Divisions();
+    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrMark));
+    const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
+    const bool bBackwards = m_attr.nType == 0 || m_attr.nType == 2; // ticks to the left, or above
+    const int32_t nQuarter = nAcross / 4;
+    const int32_t nLow = IsVertical() ? rc.left : rc.top;
+    const int32_t nHigh = IsVertical() ? rc.right : rc.bottom;
+    const int32_t nBase = bBackwards ? WrapSub(nHigh, nQuarter) : WrapAdd(nLow, nQuarter);
+    const auto at = [&](int32_t nPlace, int32_t nAlong) {
+        return IsVertical() ? POINT{nPlace, WrapSub(rc.bottom, nAlong)}
+                            : POINT{WrapAdd(rc.left, nAlong), nPlace};
+    };
+    const int32_t nLength = IsVertical() ? HeightOf(rc) : WidthOf(rc);
+    if (IsVertical())
+        Line(hdc, {nBase, rc.top}, {nBase, rc.bottom});
+    else
+        Line(hdc, {rc.left, nBase}, {rc.right, nBase});
+    if (nCount < 1) return;
+    for (int32_t i = 0; i <= nCount; ++i) {
+        const auto nAlong = static_cast<int32_t>(static_cast<int64_t>(nLength) * i / nCount);
+        const bool bMajor = static_cast<uint32_t>(i) % MAJOR_EVERY == 0;
+        const int32_t nTick = nAcross / 2 + (bMajor ? nQuarter : 0);
+        if (bBackwards)
+            Line(hdc, at(WrapSub(nBase, nTick), nAlong), at(nBase, nAlong));
+        else
+            Line(hdc, at(nBase, nAlong), at(WrapAdd(nBase, nTick), nAlong));
+    }
+}
+
+ScaleSweep CQELViewScale::SweepOf() const
+{
+    const LONG* n = m_attr.nGeometry;
+    return m_attr.nType == SCALE_ROUND ? RoundSweep(Value(), m_nStartCode, m_nOffset)
+                                       : ArcSweep(Value(), m_nStartCode, n[5], n[6]);
+}
+
+void CQELViewScale::DrawRound(HDC hdc, const RECT& rc) const
+{
+    const RoundScale round = MakeRoundScale(m_attr.nGeometry, rc);
+    if (round.nTick < 1) return;
+    const ScaleSweep sweep = SweepOf();
+    if (!m_attr.bHide) DrawRoundMarks(hdc, round);
+    if (Fills()) FillSweep(hdc, round, sweep);
+    if (!m_attr.bPin) return;
+    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrPin));
+    Line(hdc, ScalePoint(round.ptCentre, round.nHub, sweep.nTo),
+         ScalePoint(round.ptCentre, round.nCircle, sweep.nTo));
+}
+
+// The round type has a circle and one tick less than the arc, whose last tick has a place of its
+// own.
+void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
+{
+    const LONG* n = m_attr.nGeometry;
+    const bool bArc = m_attr.nType == SCALE_ARC;
+    const int32_t nCount = Divisions();
+    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrMark));
+    const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
+    const POINT pt = round.ptCentre;
+    const RECT rc{WrapSub(pt.x, round.nCircle), WrapSub(pt.y, round.nCircle),
+                  WrapAdd(pt.x, round.nCircle), WrapAdd(pt.y, round.nCircle)};
+    if (!bArc) {
+        ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    } else if (n[5] != n[6]) {
+        const CArcDirectionScope direction(hdc, DirectionOf(n[6] < n[5]));
+        const POINT pt1 = ScalePoint(pt, round.nCircle, n[5]);
+        const POINT pt2 = ScalePoint(pt, round.nCircle, n[6]);
+        ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt2.x, pt2.y);
+    }
+    if (nCount < 1) return;
+    const int32_t nFirst = bArc ? n[5] : StartOf(m_nStartCode).nAngle + m_nOffset;
+    const int32_t nSpan = bArc ? WrapSub(n[6], n[5]) : 360;
+    for (int32_t i = 0; i < nCount + (bArc ? 1 : 0); ++i) {
+        const int32_t nAngle =
+            WrapAdd(nFirst, static_cast<int32_t>(static_cast<int64_t>(nSpan) * i / nCount));
+        Line(hdc, ScalePoint(pt, round.nCircle, nAngle), ScalePoint(pt, round.nTick, nAngle));
+    }
+}
+
+void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep) const
+{
+    CQELDraft draft(static_cast<tagDRAFTSTYLE>(m_nDraft)); // owns the brush, so it stands first
+    const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+    const CArcDirectionScope direction(hdc, DirectionOf(sweep.bClockwise));
+    const CBkColorScope back(hdc, BlinkColor(m_clrBack));
+    const CTextColorScope text(hdc, BlinkColor(m_clrFore));
+    RECT rc = DiscBox(round.ptCentre, round.nCircle);
+    const POINT pt1 = ScalePoint(round.ptCentre, round.nCircle, sweep.nFrom);
+    const POINT pt2 = ScalePoint(round.ptCentre, round.nCircle, sweep.nTo);
+    // One point for both ends would come out as a full disc.
+    const bool bOnePoint = pt1.x == pt2.x && pt1.y == pt2.y;
+    if (sweep.nFrom != sweep.nTo && (!bOnePoint || sweep.IsFullTurn())) {
+        HBRUSH hBrush = nullptr;
+        draft.GetDraftBrush(hBrush, &rc, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
+        const CSelectScope brush(hdc, hBrush);
+        if (hBrush) ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt2.x, pt2.y);
+    }
+    if (round.nHub <= 0) return;
+    const CSelectScope white(hdc, ::GetStockObject(WHITE_BRUSH));
+    const RECT rcHub = DiscBox(round.ptCentre, round.nHub);
+    ::Ellipse(hdc, rcHub.left, rcHub.top, rcHub.right, rcHub.bottom);
+}
+
+int CQELViewScale::Rotate(POINT ptCentre, int32_t nAngle)
+{
+    m_nOffset = QuarterTurn(nAngle);
+    return CQELViewElm::Rotate(ptCentre, nAngle);
+}
+
+int CQELViewScale::SetProperty(uint32_t nSelector, uint32_t nValue)
+{
+    switch (nSelector) {
+    case QEL_SEL_PIN_COLOR:
+        m_clrPin = nValue;
+        return 1;
+    case QEL_SEL_SCALE_COLOR:
+        m_clrMark = nValue;
+        return 1;
+    case QEL_SEL_TICKS: {
+        auto nDivisions = static_cast<int32_t>(nValue);
+        if (nDivisions < 1) return 0;
+        if (nDivisions < m_attr.nMin) nDivisions = m_attr.nMin;
+        if (nDivisions > m_attr.nMax) nDivisions = m_attr.nMax;
+        m_nDivisions = nDivisions;
+        return 1;
+    }
+    case QEL_SEL_START_CODE:
+        m_nStartCode = nValue;
+        return 1;
+    case QEL_SEL_MAX:
+        m_value.nHigh = nValue;
+        return 1;
+    case QEL_SEL_MIN:
+        m_value.nLow = nValue;
+        return 1;
+    case QEL_SEL_VALUE:
+        m_value.nValue = nValue;
+        m_value.bFloat = false;
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+int CQELViewScale::GetProperty(uint32_t nSelector, uint32_t* pnValue) const
+{
+    switch (nSelector) {
+    case QEL_SEL_PIN_COLOR:
+        *pnValue = m_clrPin;
+        return 1;
+    case QEL_SEL_SCALE_COLOR:
+        *pnValue = m_clrMark;
+        return 1;
+    case QEL_SEL_TICKS:
+        *pnValue = static_cast<uint32_t>(m_nDivisions);
+        return 1;
+    case QEL_SEL_START_CODE:
+        *pnValue = m_nStartCode;
+        return 1;
+    case QEL_SEL_MAX:
+        *pnValue = m_value.nHigh;
+        return 1;
+    case QEL_SEL_MIN:
+        *pnValue = m_value.nLow;
+        return 1;
+    case QEL_SEL_VALUE:
+        *pnValue = m_value.nValue;
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+int CQELViewScale::SetValue(float fValue)
+{
+    m_value.fValue = fValue;
+    m_value.bFloat = true;
+    return 1;
+}
+
+int CQELViewScale::GetAttrBlockSize(int* pnSize) const
+{
+    *pnSize = sizeof m_attr;
+    return 1;
+}
+
+int CQELViewScale::GetAttrBlock(void* pBlock) const
+{
+    if (!pBlock) return 0;
+    std::memcpy(pBlock, &m_attr, sizeof m_attr);
+    return 1;
+}
+
+int CQELViewScale::SetAttrBlock(const void* pBlock)
+{
+    if (!pBlock) return 0;
+    QELSCALEATTR attr;
+    std::memcpy(&attr.nSize, pBlock, sizeof attr.nSize);
+    if (attr.nSize != sizeof attr) return 0;
+    std::memcpy(&attr, pBlock, sizeof attr);
+    if (attr.nType < 0 || attr.nType > SCALE_ARC) return 0;
+    m_attr = attr;
+    return 1;
+}
+
+int CQELViewScale::SetDraftParam(uint32_t nValue)
+{
+    if (nValue >= DRAFT_COUNT) return 0;
+    m_nDraft = static_cast<int32_t>(nValue);
+    return 1;
+}
+
+int CQELViewScale::SetDraftForeParam(uint32_t nValue)
+{
+    m_clrFore = nValue;
+    return 1;
+}
+
+int CQELViewScale::SetDraftBackParam(uint32_t nValue)
+{
+    m_clrBack = nValue;
+    return 1;
+}
+
+uint32_t CQELViewScale::GetParamMask() const
+{
+    uint32_t nMask = MASK_ALWAYS;
+    if (!m_attr.bHide) nMask |= MASK_MARKS;
+    if (m_attr.bPin) nMask |= MASK_PIN;
+    if (!IsRound()) return nMask | MASK_STRAIGHT;
+    nMask |= MASK_ROUND;
+    return Fills() ? nMask | MASK_ROUND_FILL : nMask;
+}

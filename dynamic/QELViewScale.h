@@ -1,0 +1,59 @@
+// The view of a scale: base line or circle with marks, the part that the value fills, and a
+// pointer. The document side is dynamic/QELDocScale.h.
+#pragma once
+
+#include "dynamic/QELViewParam.h"
+#include "dynamic/ScaleGeometry.h"
+
+class CQELViewScale final : public CQELViewParam {
+public:
+    CQELViewScale(int32_t nRefW, int32_t nRefH) noexcept
+        : CQELViewParam(nRefW, nRefH, QEL_TYPE_SCALE)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
+    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    int Rotate(POINT ptCentre, int32_t nAngle) override; // turns the round type where it stands
+    int GetAttrBlockSize(int* pnSize) const override;
+    int GetAttrBlock(void* pBlock) const override;
+    int SetAttrBlock(const void* pBlock) override;
+    int SetDraftParam(uint32_t nValue) override;
+    int SetDraftForeParam(uint32_t nValue) override;
+    int SetDraftBackParam(uint32_t nValue) override;
+    [[nodiscard]] uint32_t GetParamMask() const override;
+
+    [[nodiscard]] uint32_t HostId() const { return m_attr.nId; }
+
+    // Selectors 0 to 6. 0: not known to scales, or refused (a number of divisions below 1).
+    int SetProperty(uint32_t nSelector, uint32_t nValue);
+    int GetProperty(uint32_t nSelector, uint32_t* pnValue) const;
+    // The form of the value that was set last is drawn.
+    int SetValue(float fValue);
+    [[nodiscard]] float FloatValue() const { return m_value.fValue; }
+
+private:
+    void DrawStraight(HDC hdc, const RECT& rc) const;
+    void DrawRound(HDC hdc, const RECT& rc) const;
+    void DrawStraightMarks(HDC hdc, const RECT& rc) const;
+    void DrawRoundMarks(HDC hdc, const RoundScale& round) const;
+    void FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep) const;
+    [[nodiscard]] ScaleSweep SweepOf() const;
+    [[nodiscard]] int32_t Divisions() const;
+    [[nodiscard]] ScaleValue Value() const;
+    [[nodiscard]] bool IsRound() const;
+    [[nodiscard]] bool IsVertical() const { return m_attr.nType < 2; }
+    [[nodiscard]] bool Fills() const;
+
+    QELSCALEATTR m_attr{sizeof(QELSCALEATTR), 0, 0, 1, 1, 1, 100, 0, {0, 0, 10, 10, 0, 0, 0}};
+    uint32_t m_clrPin = 0xAAAAAA;
+    uint32_t m_clrMark = 0xAAAAAA;
+    int32_t m_nDivisions = 10;
+    uint32_t m_nStartCode = 0;
+    ScaleValue m_value{0, 10, 0, 0, false};
+    int32_t m_nDraft = 0;
+    uint32_t m_clrFore = 0xFFFFFF;
+    uint32_t m_clrBack = 0;
+    int32_t m_nOffset = 0; // degrees, counter-clockwise
+};
