@@ -152,6 +152,38 @@ void MeasureHandles()
     PrintRatio("QELGetElemType", fFew, fMany, 1.0);
 }
 
+// A million settings by id, of the meter that was made last.
+double MeasureSetting(int nMeters)
+{
+    constexpr DWORD FIRST_ID = 1000;
+    constexpr int CALLS = 1000000;
+    HQELENGINE hEngine = CreateQELEngine();
+    QELNewFile(hEngine);
+    QELMETERATTR attr{};
+    for (int n = 0; n < nMeters; ++n) {
+        HQELELEM hMeter = QELCreateElem(hEngine, QEL_TYPE_METER, nullptr, nullptr);
+        QELGetElemAttr(hEngine, hMeter, &attr, nullptr);
+        attr.nId = FIRST_ID + static_cast<DWORD>(n);
+        QELSetElemAttr(hEngine, hMeter, &attr, sizeof attr);
+    }
+    const double fStart = Now();
+    int nTaken = 0;
+    for (int n = 0; n < CALLS; ++n)
+        nTaken += QELSetScaleParam(hEngine, attr.nId, QEL_SEL_HIGH_LIMIT, static_cast<DWORD>(n));
+    const double fTime = Now() - fStart;
+    if (nTaken != CALLS) std::puts("a setting was refused");
+    DestroyQELEngine(hEngine);
+    return fTime;
+}
+
+void MeasureIds()
+{
+    constexpr int METERS = 10000;
+    std::printf("\na million settings by id with 1 meter against %d:\n", METERS);
+    MeasureSetting(1);
+    PrintRatio("QELSetScaleParam", MeasureSetting(1), MeasureSetting(METERS), 1.0);
+}
+
 void MeasurePartial()
 {
     WriteDrawing(2000);
@@ -181,6 +213,7 @@ int main()
 {
     MeasureGrowth();
     MeasureHandles();
+    MeasureIds();
     MeasurePartial();
     return 0;
 }

@@ -152,41 +152,43 @@ enum tagQELPARAM {
 
 /* ---- selectors (QELSetScaleParam and its relatives) ---- */
 
+/* What each does for which type of meter: docs/live-values.md. Scales know the first seven; meters
+ * all but QEL_SEL_START_CODE. Colours are COLORREF, switches 0 or 1, angles degrees. */
 enum tagQELSELECTOR {
-    QEL_SEL_PIN_COLOR = 0,
-    QEL_SEL_SCALE_COLOR = 1,
-    QEL_SEL_TICKS = 2,
-    QEL_SEL_START_CODE = 3,
-    QEL_SEL_MAX = 4,
-    QEL_SEL_MIN = 5,
-    QEL_SEL_VALUE = 6, /* the current value; also what the ScaleStatus functions set and read */
-    QEL_SEL_FACE_COLOR = 7,
-    QEL_SEL_SHOW_SCALE = 8,
-    QEL_SEL_SHOW_PIN = 9,
-    QEL_SEL_SHOW_LABELS = 10,
-    QEL_SEL_LABEL_COLOR = 11,
-    QEL_SEL_SCALE_START = 12,
-    QEL_SEL_SCALE_END = 13,
-    QEL_SEL_MAJOR_EVERY = 14,
-    QEL_SEL_FULL_CIRCLE = 15,
-    QEL_SEL_SHOW_ALARM = 16,
-    QEL_SEL_DECIMAL_SHIFT = 17,
-    QEL_SEL_LOW_LIMIT = 18,
-    QEL_SEL_HIGH_LIMIT = 19,
-    QEL_SEL_LOW_COLOR = 20,
-    QEL_SEL_HIGH_COLOR = 21,
-    QEL_SEL_REVERSE = 22,
-    QEL_SEL_USE_BASE = 23,
-    QEL_SEL_BASE_VALUE = 24,
-    QEL_SEL_FILL_ONLY = 25,
-    QEL_SEL_ANGLE_OFFSET = 26,
-    QEL_SEL_PIN_STYLE = 27,
-    QEL_SEL_AXIS_STYLE = 28,
-    QEL_SEL_SHOW_FRAME = 29,
-    QEL_SEL_SHOW_VALUE = 30,
-    QEL_SEL_FRAME_OPTION = 31,
-    QEL_SEL_SECTOR_COUNT = 32,
-    QEL_SEL_FONT_SIZE = 33,
+    QEL_SEL_PIN_COLOR = 0,      /* the pointer; of 3D bars, the far edges */
+    QEL_SEL_SCALE_COLOR = 1,    /* axis and ticks */
+    QEL_SEL_TICKS = 2,          /* intervals between ticks; 0 is refused */
+    QEL_SEL_START_CODE = 3,     /* round and arc scales: where they begin, 0 to 7 */
+    QEL_SEL_MAX = 4,            /* value at the end of the scale */
+    QEL_SEL_MIN = 5,            /* value at its start */
+    QEL_SEL_VALUE = 6,          /* the current value; the ScaleStatus functions mean this one */
+    QEL_SEL_FACE_COLOR = 7,     /* the face, the empty part of bars, and what erases a needle */
+    QEL_SEL_SHOW_SCALE = 8,     /* axis and ticks; refused when the element's "usc" is 0 */
+    QEL_SEL_SHOW_PIN = 9,       /* the pointer; refused when the element's "upin" is 0 */
+    QEL_SEL_SHOW_LABELS = 10,   /* the numbers at major ticks */
+    QEL_SEL_LABEL_COLOR = 11,   /* the numbers */
+    QEL_SEL_SCALE_START = 12,   /* number that stands at the start of the scale */
+    QEL_SEL_SCALE_END = 13,     /* number that stands at its end */
+    QEL_SEL_MAJOR_EVERY = 14,   /* every which tick is a major one; 0: none */
+    QEL_SEL_FULL_CIRCLE = 15,   /* 0 or 1; anything else, and the current value, is refused */
+    QEL_SEL_SHOW_ALARM = 16,    /* the alarm zones */
+    QEL_SEL_DECIMAL_SHIFT = 17, /* numbers are printed divided by 10 to this power */
+    QEL_SEL_LOW_LIMIT = 18,     /* values below are in the low zone */
+    QEL_SEL_HIGH_LIMIT = 19,    /* values above are in the high zone */
+    QEL_SEL_LOW_COLOR = 20,     /* the low zone */
+    QEL_SEL_HIGH_COLOR = 21,    /* the high zone */
+    QEL_SEL_REVERSE = 22,       /* the scale runs from the maximum to the minimum */
+    QEL_SEL_USE_BASE = 23,      /* bars grow from the base value */
+    QEL_SEL_BASE_VALUE = 24,    /* the base value; also as a float */
+    QEL_SEL_FILL_ONLY = 25,     /* bars paint no empty part, faces are outlines */
+    QEL_SEL_ANGLE_OFFSET = 26,  /* degrees by which a dial is turned clockwise */
+    QEL_SEL_PIN_STYLE = 27,     /* needle or hands, 0 to 4 */
+    QEL_SEL_AXIS_STYLE = 28,    /* bands and ticks, 0 to 3 */
+    QEL_SEL_SHOW_FRAME = 29,    /* the outline of 3D bars */
+    QEL_SEL_SHOW_VALUE = 30,    /* the value as a number */
+    QEL_SEL_FRAME_OPTION = 31,  /* 1: 3D bars are cylinders, else boxes */
+    QEL_SEL_SECTOR_COUNT = 32,  /* sectors of a share chart, at most 32 */
+    QEL_SEL_FONT_SIZE = 33,     /* size of the numbers; 0: by the meter's size */
     QEL_SEL_COUNT = 34
 };
 
@@ -429,8 +431,16 @@ int QELAPI QELSetParam(HQELENGINE hEngine, int nIndex, DWORD nValue);
  * drawing. */
 DWORD QELAPI QELParamsSupported(HQELENGINE hEngine);
 
-/* Values of scales and meters, by element id and selector (QEL_SEL_...). 0 when no element of that
- * id knows the selector. The f forms know only the value (6) and the base value (24). */
+/* Values of scales and meters, by element id and selector (QEL_SEL_...). A scale answers to its
+ * "scid", a meter to its "mtid"; but the ids 1 to 32 address the meter with "mtid" 0, whose pins
+ * (the sectors of a share chart) they number for QEL_SEL_VALUE. The value of a meter with another
+ * id cannot be set. 0 when no element of that id knows the selector, or the value is refused.
+ *
+ * A set goes to the scale and to the meter of that id; the result is that of the meter when it
+ * knows the selector. A get asks the scale first; for the two colours the meter, and for the value
+ * of the ids 1 to 32 the pin. The f forms know the value (6) and, of meters, the base value (24):
+ * the form of the value that was set last is the one that is drawn. Nothing is drawn before the
+ * next QELDraw. */
 int QELAPI QELGetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD* pnValue);
 int QELAPI QELSetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD nValue);
 int QELAPI QELGetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float* pfValue);

@@ -61,19 +61,13 @@ public:
     {
     }
 
-    int Draw(int32_t nMark, const Mark& mark) const
+    void Draw(int32_t nMark, const Mark& mark) const
     {
         const float fAngle = static_cast<float>(nMark) * DEGREES_A_MARK;
-        switch (mark.shape) {
-        case Shape::Line:
-            return DrawLine(mark, fAngle);
-        case Shape::Disc:
-            return DrawDisc(mark, fAngle);
-        case Shape::Bar: // only at the quarters, where it stands upright or lies
-            return DrawBar(mark, nMark % (2 * MARKS_A_QUARTER) == 0, fAngle);
-        default:
-            return 0;
-        }
+        if (mark.shape == Shape::Line) DrawLine(mark, fAngle);
+        if (mark.shape == Shape::Disc) DrawDisc(mark, fAngle);
+        if (mark.shape == Shape::Bar) // only at the quarters, where it stands upright or lies
+            DrawBar(mark, nMark % (2 * MARKS_A_QUARTER) == 0, fAngle);
     }
 
 private:
@@ -82,28 +76,27 @@ private:
         return PolarPoint(m_ptCentre, Thousandths(m_nRadius, nParts), fAngle);
     }
 
-    int DrawLine(const Mark& mark, float fAngle) const
+    void DrawLine(const Mark& mark, float fAngle) const
     {
         const int32_t nWidth = AtLeast(2 * Thousandths(m_nRadius, mark.nHalfWidth), 1);
-        return CScaleLine(nWidth, m_clr)
+        CScaleLine(nWidth, m_clr)
             .Draw(m_hdc, At(mark.nMiddle + mark.nHalfLength, fAngle),
                   At(mark.nMiddle - mark.nHalfLength, fAngle));
     }
 
-    int DrawDisc(const Mark& mark, float fAngle) const
+    void DrawDisc(const Mark& mark, float fAngle) const
     {
         const CFigureScope figure(m_hdc, 1, m_clr, m_clr);
-        if (!figure.IsReady()) return 0;
+        if (!figure.IsReady()) return;
         const int32_t nHalf = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), 1);
         const RECT rc = SquareAround(At(mark.nMiddle, fAngle), nHalf);
         ::Ellipse(m_hdc, rc.left, rc.top, WrapAdd(rc.right, 1), WrapAdd(rc.bottom, 1));
-        return 1;
     }
 
-    int DrawBar(const Mark& mark, bool bUpright, float fAngle) const
+    void DrawBar(const Mark& mark, bool bUpright, float fAngle) const
     {
         const CFigureScope figure(m_hdc, 1, m_clr, m_clr);
-        if (!figure.IsReady()) return 0;
+        if (!figure.IsReady()) return;
         const int32_t nLong = AtLeast(Thousandths(m_nRadius, mark.nHalfLength), 1);
         const int32_t nAcross = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), 1);
         const int32_t nX = bUpright ? nAcross : nLong;
@@ -111,7 +104,6 @@ private:
         const POINT pt = At(mark.nMiddle, fAngle);
         ::Rectangle(m_hdc, WrapSub(pt.x, nX), WrapSub(pt.y, nY), WrapAdd(pt.x, nX + 1),
                     WrapAdd(pt.y, nY + 1));
-        return 1;
     }
 
     HDC m_hdc;
