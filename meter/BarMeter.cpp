@@ -2,6 +2,57 @@
 #include "meter/BarMeter.h"
 
 #include "meter/BarFill.h"
+#include "meter/DialComponents.h"
+
+#include <cstring>
+
+namespace {
+
+constexpr int32_t MIN_BREADTH_FOR_AXIS = 5;
+constexpr int32_t MIN_BREADTH_FOR_TICKS = 4;
+constexpr int32_t AXIS_FROM_SIDE = 7;
+constexpr int32_t TICKS_FROM_SIDE = 6; // where they begin; they run towards the side
+constexpr int32_t MAJOR_LENGTH = 6;
+constexpr int32_t MINOR_LENGTH = 4;
+constexpr int32_t LABELS_FROM_SIDE = 8;
+constexpr int32_t FONT_HINT_PARTS = 4; // of the breadth
+
+} // namespace
+
+int CBarMeter::DrawScale(HDC hdc)
+{
+    if (!HasBar() || ScaleBreadth() < MIN_BREADTH_FOR_TICKS) return 0;
+    const CScaleLine line(1, m_clrScale);
+    for (uint32_t i = 0; i <= DrawnTicks(); ++i)
+        line.Draw(hdc, BesideTick(i, TICKS_FROM_SIDE),
+                  BesideTick(i, TICKS_FROM_SIDE - (IsMajor(i) ? MAJOR_LENGTH : MINOR_LENGTH)));
+    return 1;
+}
+
+int CBarMeter::DrawLabels(HDC hdc)
+{
+    if (!HasBar()) return 0;
+    FontCell cell{};
+    GetFontSize(ScaleBreadth() / FONT_HINT_PARTS, &cell);
+    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel);
+    for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
+        if (i != 0 && i != DrawnTicks() && !IsMajor(i)) continue;
+        char szText[VALUE_TEXT_SIZE];
+        FormatValue(szText, TickNumber(i));
+        const SIZE text{static_cast<LONG>(std::strlen(szText)) * cell.nWidth, cell.nHeight};
+        const POINT pt = LabelPlace(i, text, LABELS_FROM_SIDE);
+        mark.Draw(hdc, pt.x, pt.y, szText);
+    }
+    return 1;
+}
+
+// One line along the whole scale, its end left out by GDI.
+int CBarMeter::DrawAxis(HDC hdc)
+{
+    if (!HasBar() || ScaleBreadth() < MIN_BREADTH_FOR_AXIS) return 0;
+    const auto [pt1, pt2] = LineAlong(AXIS_FROM_SIDE);
+    return CScaleLine(1, m_clrScale).Draw(hdc, pt1, pt2);
+}
 
 bool CBarMeter::HasBar() const
 {

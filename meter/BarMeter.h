@@ -12,6 +12,9 @@ public:
     // then nothing is filled. rcBar: the scale's place, and the span of the values.
     CBarMeter(HRGN hRegion, const RECT& rcBar) noexcept : m_hRegion(hRegion), m_rcBar(rcBar) {}
 
+    int DrawScale(HDC hdc) override;
+    int DrawAxis(HDC hdc) override;
+    int DrawLabels(HDC hdc) override; // unlike on dials, both ends always have their number
     int DrawPin(HDC hdc, float fValue, uint32_t nFlags) override; // bars have no pointer
     int DrawPin(HDC hdc, int32_t nValue, uint32_t nFlags) override;
     int ErasePin(HDC hdc, float fValue, uint32_t nFlags) override;
@@ -46,6 +49,18 @@ public:
     [[nodiscard]] virtual RECT Segment(double fFrom, double fTo) const = 0;
 
 protected:
+    // The straight scale, as the two directions have it: its extent across, a point at so many
+    // pixels from its right or lower side beside tick nTick, and where the number beside a tick
+    // begins.
+    [[nodiscard]] virtual int32_t ScaleBreadth() const = 0;
+    [[nodiscard]] virtual POINT BesideTick(uint32_t nTick, int32_t nFromSide) const = 0;
+    [[nodiscard]] virtual POINT LabelPlace(uint32_t nTick, SIZE text, int32_t nFromSide) const = 0;
+    struct Line {
+        POINT ptFrom;
+        POINT ptTo;
+    };
+    [[nodiscard]] virtual Line LineAlong(int32_t nFromSide) const = 0; // the whole scale
+
     // What every layer asks first.
     [[nodiscard]] bool HasBar() const;
     [[nodiscard]] BarScale Scale() const { return {GetMin(), GetMax(), m_rcBar}; }

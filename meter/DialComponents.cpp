@@ -43,12 +43,17 @@ CArcAxis::~CArcAxis()
     Delete(m_hPen);
 }
 
-// GDI runs counter-clockwise from the first point to the second, so the end of the sweep comes
-// first.
 int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const
 {
-    if (!m_hPen || nRadius == 0) return 0;
-    const CSelectScope pen(hdc, m_hPen);
+    return DrawDialArc(hdc, m_hPen, nRadius, ptCentre, fStart, fSweep);
+}
+
+// GDI runs counter-clockwise from the first point to the second, so the end of the sweep comes
+// first.
+int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
+{
+    if (!hPen || nRadius == 0) return 0;
+    const CSelectScope pen(hdc, hPen);
     const RECT rc = SquareAround(ptCentre, nRadius);
     const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);
     const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart);

@@ -34,6 +34,9 @@ private:
     HPEN m_hPen;
 };
 
+// The arc that the classes with a pen of their own draw; 0 without a pen, and for a radius of 0.
+int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep);
+
 // The disc in the middle of a plain dial.
 class CScaleCentre {
 public:

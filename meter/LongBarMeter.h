@@ -7,9 +7,12 @@ class CLongBarMeter : public CBarMeter {
 public:
     CLongBarMeter(HRGN hRegion, const RECT& rcBar) noexcept;
 
-    int DrawScale(HDC hdc) override;
-    int DrawAxis(HDC hdc) override;
-    int DrawLabels(HDC hdc) override;
     [[nodiscard]] RECT Column() const override;
     [[nodiscard]] RECT Segment(double fFrom, double fTo) const override;
+
+protected:
+    [[nodiscard]] int32_t ScaleBreadth() const override;
+    [[nodiscard]] POINT BesideTick(uint32_t nTick, int32_t nFromSide) const override;
+    [[nodiscard]] POINT LabelPlace(uint32_t nTick, SIZE text, int32_t nFromSide) const override;
+    [[nodiscard]] Line LineAlong(int32_t nFromSide) const override;
 };

@@ -1,8 +1,7 @@
 // A band along the scale; see the header.
 #include "meter/RoundMeterArcAxis.h"
 
-#include "meter/DialGeometry.h"
-#include "render/GdiScopes.h"
+#include "meter/DialComponents.h"
 
 namespace {
 
@@ -30,11 +29,5 @@ CRoundMeterArcAxis::~CRoundMeterArcAxis()
 int CRoundMeterArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart,
                              float fSweep) const
 {
-    if (!m_hPen || nRadius == 0) return 0;
-    const CSelectScope pen(hdc, m_hPen);
-    const RECT rc = SquareAround(ptCentre, nRadius);
-    const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);
-    const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart);
-    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptEnd.x, ptEnd.y, ptStart.x, ptStart.y);
-    return 1;
+    return DrawDialArc(hdc, m_hPen, nRadius, ptCentre, fStart, fSweep);
 }
