@@ -12,7 +12,7 @@ set(QEL_EXPORTS
   QELSetBlinkState:8 QELGetStatus:8 QELSetStatus:8 QELGetParam:12 QELSetParam:12
   QELParamsSupported:4 QELGetScaleParam:16 QELSetScaleParam:16 QELGetScaleParamf:16
   QELSetScaleParamf:16 QELGetScaleStatus:12 QELSetScaleStatus:12 QELGetScaleStatusf:12
-  QELSetScaleStatusf:12)
+  QELSetScaleStatusf:12 QELGetVersion:0)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4
   QELDrawBezier:12 QELDrawCurve:12)
@@ -26,11 +26,35 @@ set(QEL_CLASS_FUNCTIONS
 set(QEL_CLASS_DATA _ZN9CQELDraft11m_nDefDraftE _ZN9CQELDraft14m_byColorsBitsE _ZTI9CQELDraft
   _ZTV9CQELDraft)
 
+# The class for the other compiler family: its names on 32 and on 64 bits, and what they stand for.
+# Member functions are the same in both families; constructors and the virtual table are not.
+set(QEL_MS_EXPORTS_32
+  "??0CQELDraft@@QAE@XZ=QELDraftConstruct"
+  "??0CQELDraft@@QAE@W4tagDRAFTSTYLE@@@Z=QELDraftConstructStyle"
+  "??0CQELDraft@@QAE@ABV0@@Z=QELDraftConstructCopy"
+  "??1CQELDraft@@UAE@XZ=_ZN9CQELDraftD1Ev"
+  "??4CQELDraft@@QAEAAV0@ABV0@@Z=_ZN9CQELDraftaSERKS_"
+  "?GetDraftBrush@CQELDraft@@QAEHAAPAUHBRUSH__@@PAUtagRECT@@KK@Z=_ZN9CQELDraft13GetDraftBrushERP8HBRUSH__P7tagRECTmm"
+  "?SetDraft@CQELDraft@@AAEHW4tagDRAFTSTYLE@@@Z=_ZN9CQELDraft8SetDraftE13tagDRAFTSTYLE")
+set(QEL_MS_EXPORTS_64
+  "??0CQELDraft@@QEAA@XZ=QELDraftConstruct"
+  "??0CQELDraft@@QEAA@W4tagDRAFTSTYLE@@@Z=QELDraftConstructStyle"
+  "??0CQELDraft@@QEAA@AEBV0@@Z=QELDraftConstructCopy"
+  "??1CQELDraft@@UEAA@XZ=_ZN9CQELDraftD1Ev"
+  "??4CQELDraft@@QEAAAEAV0@AEBV0@@Z=_ZN9CQELDraftaSERKS_"
+  "?GetDraftBrush@CQELDraft@@QEAAHAEAPEAUHBRUSH__@@PEAUtagRECT@@KK@Z=_ZN9CQELDraft13GetDraftBrushERP8HBRUSH__P7tagRECTmm"
+  "?SetDraft@CQELDraft@@AEAAHW4tagDRAFTSTYLE@@@Z=_ZN9CQELDraft8SetDraftE13tagDRAFTSTYLE")
+set(QEL_MS_DATA
+  "?m_byColorsBits@CQELDraft@@2QAY07$$CBGA=_ZN9CQELDraft14m_byColorsBitsE"
+  "?m_nDefDraft@CQELDraft@@2W4tagDRAFTSTYLE@@B=_ZN9CQELDraft11m_nDefDraftE"
+  "??_7CQELDraft@@6B@=QELDraftTable")
+
 # Writes the table of exports for the linker, and makes the import library QELEngine for hosts: the
 # linker's own would not know the functions by the names that compilers ask for.
 function(qel_export_functions target)
   set(exports "EXPORTS\n")
   set(imports "LIBRARY QELEngine.dll\nEXPORTS\n")
+  set(names "LIBRARY QELEngine.dll\nEXPORTS\n")
   foreach(decorated IN ITEMS OFF ON)
     if(decorated)
       set(list ${QEL_DECORATED_EXPORTS})
@@ -44,24 +68,44 @@ function(qel_export_functions target)
       if(CMAKE_SIZEOF_VOID_P EQUAL 8)
         string(APPEND exports "  ${name}\n")
         string(APPEND imports "  ${name}\n")
+        string(APPEND names "  ${name}\n")
       else()
         set(exported ${name})
         if(decorated)
           set(exported "_${name}@${bytes}")
         endif()
         string(APPEND exports "  \"${exported}\" = ${name}@${bytes}\n")
+        string(APPEND names "  \"${exported}\"\n")
         string(APPEND imports "  \"${name}@${bytes}\" == \"${exported}\"\n")
       endif()
     endforeach()
   endforeach()
+  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(ms_functions ${QEL_MS_EXPORTS_64})
+  else()
+    set(ms_functions ${QEL_MS_EXPORTS_32})
+  endif()
+  foreach(entry IN LISTS ms_functions QEL_MS_DATA)
+    string(REGEX REPLACE "^(.*)=([^=]*)$" "  \"\\1\" = \\2" line "${entry}")
+    if(entry IN_LIST QEL_MS_DATA)
+      string(APPEND line " DATA")
+    endif()
+    string(APPEND exports "${line}\n")
+    string(REGEX REPLACE " = [^ ]*" "" line "${line}")
+    string(APPEND names "${line}\n")
+  endforeach()
   foreach(name IN LISTS QEL_CLASS_FUNCTIONS)
     string(APPEND imports "  ${name}\n")
+    string(APPEND names "  ${name}\n")
   endforeach()
   foreach(name IN LISTS QEL_CLASS_DATA)
     string(APPEND imports "  ${name} DATA\n")
+    string(APPEND names "  ${name} DATA\n")
   endforeach()
-  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/exports.def CONTENT "${exports}" @ONLY)
-  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/imports.def CONTENT "${imports}" @ONLY)
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/exports.def CONTENT "${exports}") # not CONFIGURE: names hold "@"
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/imports.def CONTENT "${imports}") # not CONFIGURE: names hold "@"
+  # The names alone, for hosts that make an import library of their own.
+  file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/QELEngine.def CONTENT "${names}")
   target_sources(${target} PRIVATE ${CMAKE_BINARY_DIR}/exports.def)
 
   set(library ${CMAKE_ARCHIVE_OUTPUT_DIRECTORY}/libQELEngine.a)

@@ -110,6 +110,11 @@ int QELAPI DestroyQELEngine(HQELENGINE hEngine)
     return pEngine || pRecord ? 1 : 0;
 }
 
+DWORD QELAPI QELGetVersion()
+{
+    return QEL_VERSION_MAJOR << 16 | QEL_VERSION_MINOR << 8 | QEL_VERSION_PATCH;
+}
+
 int QELAPI QELShowOnly(int bShowOnly)
 {
     CShowOnlyRecord::Switch(bShowOnly != 0);

@@ -283,6 +283,9 @@ HQELENGINE QELAPI CreateQELEngine(void);
  */
 int QELAPI DestroyQELEngine(HQELENGINE hEngine);
 
+/* The version of the DLL: major << 16 | minor << 8 | patch. */
+DWORD QELAPI QELGetVersion(void);
+
 /* Switches show-only mode on (non-zero) or off (0) for handles made from now on. To be called
  * before the first engine is made. Result: always 1. */
 int QELAPI QELShowOnly(int bShowOnly);

@@ -39,6 +39,9 @@ qel_need_test_tools() {
   qel_need /usr/src/googletest/CMakeLists.txt googletest
   qel_need clang-format clang-format
   qel_need clang-tidy clang-tidy
+  qel_need clang++ clang
+  qel_need lld-link lld
+  qel_need llvm-dlltool llvm
   qel_need git git
   qel_need python3 python3
 }
