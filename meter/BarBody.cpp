@@ -17,11 +17,6 @@ constexpr int32_t READ_OUT_MARGIN = 4;
 // The cells that a read-out tries, beginning with the one that was asked for.
 constexpr FontCell g_smallerCells[] = {{12, 24}, {8, 16}, {6, 12}};
 
-int32_t LengthOf(const char* pszText)
-{
-    return static_cast<int32_t>(std::strlen(pszText));
-}
-
 } // namespace
 
 int CBarBody::Paint(HDC hdc, const RECT& rcSegment) const
@@ -160,16 +155,27 @@ int CBarBody::ReadOut(HDC hdc, float fValue) const
     const RECT rc = m_meter.Column();
     FontCell cell{};
     m_meter.GetFontSize(m_column.Across() / FONT_HINT_PARTS, &cell);
-    const auto bFits = [&](const FontCell& c) {
-        return LengthOf(szText) * c.nWidth <= WidthOf(rc) && c.nHeight <= HeightOf(rc);
-    };
+    if (DrawReadOut(hdc, rc, szText, cell)) return 1;
     for (const FontCell& smaller : g_smallerCells)
-        if (!bFits(cell) && smaller.nHeight < cell.nHeight) cell = smaller;
-    if (!bFits(cell)) return 0; // a number with digits cut off would be a wrong one
+        if (smaller.nHeight < cell.nHeight && DrawReadOut(hdc, rc, szText, smaller)) return 1;
+    return 0; // a number with digits cut off would be a wrong one
+}
+
+// 0 when the text does not fit into the column in this size. What counts is its width in the font:
+// bold characters may be wider than their cell.
+int CBarBody::DrawReadOut(HDC hdc, const RECT& rc, const char* pszText, FontCell cell) const
+{
     const CFont font(MakeMeterFont(cell, FW_BOLD));
-    const int32_t nFree = HeightOf(rc) - cell.nHeight;
+    SIZE size{};
+    {
+        const CSelectScope select(hdc, font.Get());
+        if (!::GetTextExtentPoint32A(hdc, pszText, static_cast<int>(std::strlen(pszText)), &size))
+            return 0;
+    }
+    const int32_t nFree = WrapSub(HeightOf(rc), size.cy);
+    if (size.cx > WidthOf(rc) || nFree < 0) return 0;
     const int32_t nMargin = m_column.IsVertical() ? std::min(READ_OUT_MARGIN, nFree) : nFree / 2;
-    const int32_t nY = WrapSub(rc.bottom, cell.nHeight + nMargin);
-    return DrawMeterText(hdc, {rc.left + (WidthOf(rc) - LengthOf(szText) * cell.nWidth) / 2, nY},
-                         szText, font.Get(), m_meter.LabelColor());
+    return DrawMeterText(hdc,
+                         {rc.left + (WidthOf(rc) - size.cx) / 2, rc.bottom - size.cy - nMargin},
+                         pszText, font.Get(), m_meter.LabelColor());
 }

@@ -25,6 +25,7 @@ public:
 private:
     int PaintBox(HDC hdc, int32_t nFrom, int32_t nTo) const;
     int PaintCylinder(HDC hdc, int32_t nFrom, int32_t nTo) const;
+    int DrawReadOut(HDC hdc, const RECT& rc, const char* pszText, FontCell cell) const;
     void OutlineBox(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const;
     void OutlineCylinder(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const;
     void Ring(HDC hdc, const BarCylinder& cylinder, int32_t nLow) const;
@@ -54,11 +55,13 @@ public:
     }
 
 protected:
-    // Both empty parts first: the body's slanted edges lie over them.
+    // The whole column is emptied first: the body's slanted edges leave corners of its segment
+    // free.
     int PaintParts(HDC hdc, const BarParts& parts) override
     {
         this->PaintEmpty(hdc, parts.emptyAtBase);
         this->PaintEmpty(hdc, parts.emptyAtValue);
+        if (!this->GetFillOnly()) this->PaintEmpty(hdc, parts.filled);
         m_rcFilled = parts.filled.bThere ? this->Segment(parts.filled.fFrom, parts.filled.fTo)
                                          : RECT{0, 0, 0, 0};
         CBarBody(*this, VERTICAL).Paint(hdc, m_rcFilled);

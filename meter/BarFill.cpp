@@ -43,7 +43,6 @@ int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, BackColor());
     const CTextColorScope text(hdc, ForeColor());
-    // Without a pen GDI leaves out the last row and column of the box.
-    ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right + 1, rcBox.bottom + 1);
+    ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
     return 1;
 }

@@ -11,13 +11,11 @@
 namespace {
 
 constexpr int32_t HOURS = 12;
-constexpr int32_t HOURS_A_QUARTER = 3;
 constexpr float DEGREES_AN_HOUR = 30.0F;
 constexpr float TOP = 180.0F;
 constexpr int32_t PLACE_PERCENT = 76; // of the radius, for the middle of a numeral
 constexpr int32_t HEIGHT_PARTS = 5;   // of the radius
 constexpr int32_t MIN_HEIGHT = 8;
-constexpr int32_t SPACING_PERCENT = 40; // the distance of two numerals' places, of the radius
 
 FontCell CellFor(const CMeter& meter, int32_t nRadius)
 {
@@ -45,17 +43,10 @@ CClockMark::~CClockMark()
     if (m_hFont) ::DeleteObject(m_hFont);
 }
 
-bool CClockMark::HasAllTwelve() const
-{
-    const int32_t nSpacing = WrapMulDiv(m_nRadius, SPACING_PERCENT, 100);
-    return nSpacing >= m_cell.nHeight && nSpacing >= 2 * m_cell.nWidth;
-}
-
 int CClockMark::Draw(HDC hdc, POINT ptCentre) const
 {
-    if (!m_hFont || m_nRadius < 1) return 0;
-    const int32_t nStep = HasAllTwelve() ? 1 : HOURS_A_QUARTER;
-    for (int32_t nHour = nStep; nHour <= HOURS; nHour += nStep) DrawNumeral(hdc, ptCentre, nHour);
+    if (!m_hFont || !IsDrawableRadius(m_nRadius)) return 0;
+    for (int32_t nHour = 1; nHour <= HOURS; ++nHour) DrawNumeral(hdc, ptCentre, nHour);
     return 1;
 }
 

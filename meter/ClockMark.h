@@ -11,11 +11,10 @@ public:
     CClockMark(const CClockMark&) = delete;
     CClockMark& operator=(const CClockMark&) = delete;
 
-    // All twelve, 12 at the top; the quarters alone where twelve would touch.
+    // All twelve, 12 at the top.
     int Draw(HDC hdc, POINT ptCentre) const;
 
     [[nodiscard]] FontCell Cell() const { return m_cell; }
-    [[nodiscard]] bool HasAllTwelve() const;
 
 private:
     void DrawNumeral(HDC hdc, POINT ptCentre, int32_t nHour) const;

@@ -141,9 +141,9 @@ void DrawHands(const CHands& hands, int32_t nRadius, const ClockTimes& times)
     hands.DrawSecond(WrapMulDiv(nRadius, 9, 10), times.universal.wSecond / 60.0);
 }
 
-bool HasStyle(int32_t nStyle)
+bool HasHands(int32_t nStyle, int32_t nRadius)
 {
-    return nStyle >= 0 && nStyle < STYLE_COUNT;
+    return nStyle >= 0 && nStyle < STYLE_COUNT && IsDrawableRadius(nRadius);
 }
 
 } // namespace
@@ -159,13 +159,13 @@ ClockTimes CClockPin::Now()
 int CClockPin::Draw(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
     const HandColours colours{m_clrHand, GREEN, WHITE, BLACK};
-    if (HasStyle(nStyle)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
+    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
     return 1;
 }
 
 int CClockPin::Erase(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
     const HandColours colours{m_clrFace, m_clrFace, m_clrFace, m_clrFace};
-    if (HasStyle(nStyle)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
+    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
     return 1;
 }

@@ -12,7 +12,7 @@ constexpr int32_t MARKS_AN_HOUR = 5;
 constexpr int32_t MARKS_A_QUARTER = 15;
 constexpr float DEGREES_A_MARK = 6.0F;
 
-enum class Shape { None, Line, Disc, Bar };
+enum class Shape { Line, Disc, Bar };
 
 // The shape of a mark, and its measures in thousandths of the radius: the middle and the half of
 // its length, and the half of its width.
@@ -33,7 +33,7 @@ constexpr ClockStyle g_styles[] = {
     {{Shape::Bar, 925, 45, 18}, {Shape::Disc, 945, 22, 22}, {Shape::Line, 950, 18, 0}},
     {{Shape::Line, 920, 50, 14}, {Shape::Line, 925, 45, 9}, {Shape::Line, 950, 20, 0}},
     {{Shape::Disc, 940, 34, 34}, {Shape::Disc, 945, 24, 24}, {Shape::Disc, 950, 8, 8}},
-    {{Shape::Bar, 925, 45, 18}, {Shape::Line, 930, 40, 9}, {Shape::None, 0, 0, 0}},
+    {{Shape::Bar, 925, 45, 18}, {Shape::Line, 930, 40, 9}, {Shape::Line, 960, 10, 0}},
 };
 constexpr int32_t STYLE_COUNT = sizeof g_styles / sizeof g_styles[0];
 
@@ -116,7 +116,7 @@ private:
 
 int CClockScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, int32_t nAxisStyle) const
 {
-    if (nRadius < 1) return 0;
+    if (!IsDrawableRadius(nRadius)) return 0;
     if (nAxisStyle < 0 || nAxisStyle >= STYLE_COUNT) nAxisStyle = 0;
     const CMarks marks(hdc, ptCentre, nRadius, m_clr);
     for (int32_t i = 0; i < MARKS; ++i) marks.Draw(i, MarkAt(g_styles[nAxisStyle], i));

@@ -52,7 +52,7 @@ int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float
 // first.
 int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
 {
-    if (!hPen || nRadius == 0) return 0;
+    if (!hPen || !IsDrawableRadius(nRadius)) return 0;
     const CSelectScope pen(hdc, hPen);
     const RECT rc = SquareAround(ptCentre, nRadius);
     const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);

@@ -11,6 +11,14 @@
 
 constexpr int32_t MAX_DIAL_RADIUS = 3000;
 
+// The radii that the parts of a gauge or clock are drawn with. GDI is not asked for larger ones: it
+// would spend itself on pixels that nobody sees.
+constexpr int32_t MAX_DRAWN_RADIUS = 32767;
+constexpr bool IsDrawableRadius(int32_t n)
+{
+    return n > 0 && n <= MAX_DRAWN_RADIUS;
+}
+
 // A radius after a step of subtraction: what is out of 0 to 3000 counts as 1.
 constexpr int32_t ClampRadius(int32_t n)
 {

@@ -1,9 +1,11 @@
 // The meter type "horz3d"; see the header.
 #include "meter/LongBarMeter3D.h"
 
+#include "render/WrapMath.h"
+
 RECT CLongBarMeter3D::Column() const
 {
     RECT rc{};
     if (!Region() || ::GetRgnBox(Region(), &rc) == ERROR || ::IsRectEmpty(&rc)) return RECT{};
-    return {BarRect().left, rc.top, BarRect().right, rc.bottom};
+    return {BarRect().left, rc.top, WrapSub(BarRect().right, 1), rc.bottom}; // as the values do
 }

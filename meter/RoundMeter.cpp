@@ -68,7 +68,7 @@ int CRoundMeter::DrawLabels(HDC hdc)
 
 bool CRoundMeter::HasNeedle() const
 {
-    return HasScale() && Radius() > 0;
+    return HasScale() && IsDrawableRadius(Radius());
 }
 
 int CRoundMeter::PaintNeedle(HDC hdc, float fAngle, bool bErase) const

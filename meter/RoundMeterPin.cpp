@@ -36,7 +36,7 @@ void DrawHub(HDC hdc, POINT ptCentre, int32_t nHub)
 
 int CRoundMeterPin::Draw(HDC hdc, POINT ptCentre, float fAngle, int32_t nStyle) const
 {
-    if (nStyle < 0 || nStyle >= ROUND_PIN_STYLES) return 0;
+    if (nStyle < 0 || nStyle >= ROUND_PIN_STYLES || !IsDrawableRadius(m_nRadius)) return 0;
     const PinStyle& style = g_styles[nStyle];
     const int32_t nHub = m_nRadius / style.nHubPart;
     const int32_t nSide = m_nRadius / style.nSidePart;

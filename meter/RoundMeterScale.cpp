@@ -53,6 +53,7 @@ int DrawWedge(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle, const Tick
 int CRoundMeterScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle,
                            int32_t nAxisStyle) const
 {
+    if (!IsDrawableRadius(nRadius)) return 0;
     if (nAxisStyle < 0 || nAxisStyle >= STYLE_COUNT) nAxisStyle = 0;
     const TickStyle& style = g_styles[nAxisStyle];
     const TickShape& shape = m_nKind == MAJOR ? style.major : style.minor;

@@ -79,6 +79,7 @@ CSectorMeter::Sector CSectorMeter::SectorAt(uint32_t n, double fStart, double fT
 
 int CSectorMeter::Fill(HDC hdc, double fTotal) const
 {
+    if (!IsDrawableRadius(ChartRadius())) return 0;
     const RECT rc = SquareAround(Centre(), ChartRadius());
     double fStart = 0;
     for (uint32_t i = 0; i < m_nSectors; ++i) {
