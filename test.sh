@@ -36,9 +36,11 @@ format_holds() { sources | xargs clang-format --dry-run -Werror; }
 build_all() { qel_build "$1"; }
 run_tests() { ctest --test-dir "build/$1" --output-on-failure --verbose; }
 tool_tests() { QEL="$PWD/scripts/wine.sh $PWD/build/i686/bin/qel.exe" bash tests/tool_tests.sh; }
-drawings_are_clean() { ./qel check examples/*.qel; }
+drawings_are_clean() { ./qel check examples/*.qel examples/gallery/*.qel; }
 docs_are_current() { scripts/docs.sh --check; }
 c_compilers_take_the_header() { scripts/header.sh; }
+both_families_link() { scripts/abi.sh; }
+package_serves_hosts() { scripts/package.sh; }
 
 for preset in i686 x86_64; do step "build $preset" build_all "$preset"; done
 if [ $quick = 0 ]; then
@@ -47,6 +49,8 @@ if [ $quick = 0 ]; then
 fi
 step "header as C and C++, old and new" c_compilers_take_the_header
 for preset in i686 x86_64; do step "tests $preset" run_tests "$preset"; done
+step "hosts of both C++ families" both_families_link
+step "the installed package" package_serves_hosts
 step "qel, the command-line program" tool_tests
 step "examples are clean" drawings_are_clean
 step "documentation is current" docs_are_current

@@ -42,6 +42,9 @@ qel_need_test_tools() {
   qel_need clang++ clang
   qel_need lld-link lld
   qel_need llvm-dlltool llvm
+  qel_need pkg-config pkg-config
+  qel_need zip zip
+  qel_need script bsdutils
   qel_need git git
   qel_need python3 python3
 }

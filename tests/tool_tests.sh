@@ -64,7 +64,7 @@ is "help ends with 0" 0 $status
 contains "help lists the commands" "qel check IN..." "$out"
 contains "help tells the exit status" "Exit status: 0 done" "$out"
 is "help says nothing on standard error" "" "$err"
-for command in render info check; do
+for command in render animate info check; do
   run $command --help
   is "help of $command ends with 0" 0 $status
   is "help of $command begins with its use" "qel $command IN" "$(printf '%s' "$out" | head -n 1 | cut -d' ' -f1-3 | tr -d .)"
@@ -73,7 +73,7 @@ for command in render info check; do
   contains "help of $command tells the exit status" "Exit status: 0" "$out"
 done
 run render --help
-for option in size background rotate blink pressed font; do
+for option in size background rotate blink pressed font set value param status time; do
   contains "help of render tells of --$option" "  --$option " "$out"
 done
 run --version
@@ -113,7 +113,8 @@ wrong "unknown option of check" "unknown option '--fix'" check plain.qel --fix
 wrong "no extension" "needs the extension" render plain.qel a
 wrong "no picture" "wants a drawing and a picture" render plain.qel
 wrong "three names" "one drawing and one picture" render plain.qel a.png b.png
-wrong "unknown extension" "needs the extension" render plain.qel a.gif
+wrong "unknown extension" "needs the extension" render plain.qel a.tif
+wrong "a single picture as GIF" "'qel animate' makes .gif" render plain.qel a.gif
 wrong "missing drawing" "there is no such file" render missing.qel a.png
 wrong "folder as drawing" "it is a folder" render "$work" a.png
 wrong "no drawing for info" "info wants a drawing" info
@@ -415,7 +416,7 @@ finds "text of 256 bytes" 3:23 error "more than 255 bytes" "<text crd=\"0 0 40 3
 finds "text without a text" 3:1 warning "shows nothing" '<text crd="0 0 40 30"/>'
 finds "identifier of 256 bytes" 3:25 error "more than 255 bytes" "$R id=\"$(printf 'x%.0s' {1..256})\"/>"
 finds "identifier twice" 4:25 warning "another element has the identifier 'a'" "$R id=\"a\"/>" "$R id=\"a\"/>"
-for name in defs use scale meter; do
+for name in defs use; do
   finds "<$name>, known without a class" 3:1 warning "<$name> is skipped with all that is in it" "<$name id=\"a\"><zzz/></$name>"
 done
 finds "one anchor and Keep All" 3:27 warning "more than one anchor: the element is stretched" "$R flag=\"0x9000\"/>"
@@ -489,6 +490,9 @@ is "the zero byte that ends a saved drawing is fine" "0" "$status$out"
 run check plain.qel missing.qel f.qel
 is "the worst status of several drawings" 2 $status
 contains "the others are checked all the same" "f.qel:" "$out"
+
+# ---- live values, with the helpers from above
+source "$root/tests/live_tool_tests.sh"
 
 printf '%d passed, %d failed\n' "$passed" "$failed"
 [ "$failed" -eq 0 ]

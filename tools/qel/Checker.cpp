@@ -8,6 +8,8 @@
 #include "dynamic/QELDocDrawRgn.h"
 #include "render/Mapping.h"
 #include "render/QELView.h"
+#include "tools/qel/Hint.h"
+#include "tools/qel/LiveRules.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -111,15 +113,22 @@ std::string NameAt(const std::string& bytes, std::size_t nOffset)
 }
 
 // The engine takes the nearest number that 32 bits can hold.
-bool FitsIn32Bits(const char* pszNumber)
+bool FitsIn32Bits(const char* pszNumber, bool bUnsigned = false)
 {
     const bool bHex = pszNumber[0] == '0' && pszNumber[1] == 'x';
     const long long nValue = std::strtoll(pszNumber, nullptr, bHex ? 16 : 10);
-    return bHex ? nValue >= 0 && nValue <= UINT32_MAX : nValue >= INT32_MIN && nValue <= INT32_MAX;
+    return bHex || bUnsigned ? nValue >= 0 && nValue <= UINT32_MAX
+                             : nValue >= INT32_MIN && nValue <= INT32_MAX;
+}
+
+bool IsLive(const CQELDocElm& elm)
+{
+    return elm.Type() == QEL_TYPE_SCALE || elm.Type() == QEL_TYPE_METER;
 }
 
 const CrdForm* CrdFormOf(const CQELDocElm& elm)
 {
+    if (IsLive(elm)) return &LiveCrdForm(elm);
     if (elm.Type() >= QEL_TYPE_TEXT && elm.Type() <= QEL_TYPE_POLYGON)
         return &static_cast<const CQELDocShape&>(elm).GetCrdForm();
     return elm.Type() == QEL_TYPE_DRAWRGN ? &CQELDocDrawRgn::GetCrdForm() : nullptr;
@@ -136,6 +145,7 @@ bool IsAnchored(int32_t nType)
     case QEL_TYPE_ELLIPSE:
     case QEL_TYPE_CIRCLE:
     case QEL_TYPE_DRAWRGN:
+    case QEL_TYPE_METER:
         return true;
     default:
         return false;
@@ -170,6 +180,13 @@ bool NeedsArea(int32_t nType)
            nType == QEL_TYPE_CHORD;
 }
 
+const XmlAttr* AttrOf(const XmlNode& node, int32_t nId)
+{
+    for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
+        if (LookupKeyword(g_attrNameRows, p->pszName) == nId) return p;
+    return nullptr;
+}
+
 class CChecker {
 public:
     std::vector<Finding> Check(const std::string& bytes);
@@ -188,14 +205,16 @@ private:
     void CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocElm& elm);
     void CheckAttr(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm);
     void CheckValue(const XmlAttr& attr, const AttrInfo& info);
-    void CheckCrd(const XmlAttr& attr, const TagRow& row, const CrdForm& form);
-    void CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers);
+    void CheckCrd(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm);
+    void CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers,
+                       std::size_t nNeeded);
     void CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm& form,
                      const Numbers& numbers);
     void CheckFlags(const XmlAttr& attr, const TagRow& row);
     void CheckId(const XmlAttr& attr);
     void CheckText(const XmlNode& node, const TagRow& row);
-    void CheckLoaded(XmlNode* pNode, CQELDocElm* pElm);
+    void CheckLoaded(const XmlNode& node, const CQELDocElm& elm);
+    void CheckLive(const XmlNode& node, const CQELDocElm& elm);
     void CheckPlace(const XmlNode& node, const CQELDocElm& elm);
 
     XmlContext* m_pXml = nullptr;
@@ -204,6 +223,7 @@ private:
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     std::vector<Finding> m_findings;
     std::unordered_map<std::string, std::size_t> m_ids;
+    CIdRules m_liveIds;
 };
 
 std::vector<Finding> CChecker::Check(const std::string& bytes)
@@ -230,6 +250,7 @@ std::vector<Finding> CChecker::Check(const std::string& bytes)
     }
     m_pXml->pObserver = nullptr;
     CheckTree(); // what could be read of it
+    m_liveIds.Tell(&m_findings);
     std::stable_sort(m_findings.begin(), m_findings.end(),
                      [](const Finding& a, const Finding& b) { return a.nOffset < b.nOffset; });
     return m_findings;
@@ -289,23 +310,20 @@ bool CChecker::CheckNode(XmlNode* pNode)
     }
     const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(pRow->nId, &m_pXml));
     if (!pElm) return false;
+    m_pXml->pCursor = pNode;
+    pElm->Load(); // the form of some attributes goes by others
     CheckAttrs(*pNode, *pRow, *pElm);
     CheckText(*pNode, *pRow);
-    CheckLoaded(pNode, pElm.get());
+    CheckLoaded(*pNode, *pElm);
     return true;
 }
 
 void CChecker::CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocElm& elm)
 {
-    bool bHasCrd = false;
-    if (node.pAttrs) {
-        for (const XmlAttr* pAttr = node.pAttrs->pHead; pAttr; pAttr = pAttr->pNext) {
-            CheckAttr(*pAttr, row, elm);
-            bHasCrd = bHasCrd || LookupKeyword(g_attrNameRows, pAttr->pszName) == ATTR_CRD;
-        }
-    }
+    for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
+        CheckAttr(*p, row, elm);
     const CrdForm* pForm = CrdFormOf(elm);
-    if (pForm && !bHasCrd && &node != m_pUnfinished)
+    if (pForm && !AttrOf(node, ATTR_CRD) && &node != m_pUnfinished)
         Warn(node.nOffset, std::string("no crd: the element has ") + pForm->pszDefault);
 }
 
@@ -338,7 +356,7 @@ void CChecker::CheckAttr(const XmlAttr& attr, const TagRow& row, const CQELDocEl
         return;
     }
     if (nId == ATTR_CRD)
-        CheckCrd(attr, row, *CrdFormOf(elm));
+        CheckCrd(attr, row, elm);
     else
         CheckValue(attr, *wanted.pInfo);
     if (nId == ATTR_FLAG) CheckFlags(attr, row);
@@ -354,14 +372,17 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
         bTaken ? std::string("; it is read as ") + szRead : ": it is ignored";
     if (!info.pForm->pfnIsClean(attr.pszValue)) {
         Error(attr.nValueOffset, std::string(attr.pszName) + " wants " + info.pForm->pszName +
-                                     ", not " + Quoted(attr.pszValue) + outcome);
+                                     ", not " + Quoted(attr.pszValue) + outcome +
+                                     MeantWord(attr.pszValue, WordsOfForm(*info.pForm)));
         return;
     }
-    if (!FitsIn32Bits(attr.pszValue)) {
+    const bool bUnsigned = info.pForm == &g_formCount;
+    if (!FitsIn32Bits(attr.pszValue, bUnsigned)) {
         Error(attr.nValueOffset, std::string(attr.pszName) + ": the number " +
                                      Quoted(attr.pszValue) + " does not fit 32 bits" + outcome);
         return;
     }
+    if (bUnsigned) return;
     // What the file says, before a form has mended it.
     const char* pszText = attr.pszValue;
     int32_t nValue = 0;
@@ -374,8 +395,9 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
                   ": " + Quoted(attr.pszValue));
 }
 
-void CChecker::CheckCrd(const XmlAttr& attr, const TagRow& row, const CrdForm& form)
+void CChecker::CheckCrd(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm)
 {
+    const CrdForm& form = *CrdFormOf(elm);
     const Numbers numbers = ReadNumbers(attr.pszValue);
     const std::string wanted = std::string("crd wants ") + form.pszMeaning;
     if (!numbers.bClean)
@@ -383,12 +405,15 @@ void CChecker::CheckCrd(const XmlAttr& attr, const TagRow& row, const CrdForm& f
               wanted + "; there is something that is no number in " + Quoted(attr.pszValue));
     if (!numbers.bFit) Error(attr.nValueOffset, "crd: a number does not fit 32 bits");
     if (*form.pszLayout)
-        CheckFixedCrd(attr, form, numbers);
+        CheckFixedCrd(attr, form, numbers,
+                      IsLive(elm) ? NeededNumbers(elm, form) : std::strlen(form.pszLayout));
     else
         CheckPoints(attr, row, form, numbers);
 }
 
-void CChecker::CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers)
+// Of the numbers of the layout those after nNeeded may be missing all together.
+void CChecker::CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers,
+                             std::size_t nNeeded)
 {
     const std::size_t nCount = numbers.values.size();
     const std::size_t nWanted = std::strlen(form.pszLayout);
@@ -396,13 +421,14 @@ void CChecker::CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Num
         if (form.pszLayout[n] == 'r' && numbers.values[n] < 0)
             Error(attr.nValueOffset,
                   "crd: the radius " + std::to_string(numbers.values[n]) + " is negative");
-    if (nCount == nWanted) return;
-    const std::string outcome = nCount > nWanted
-                                    ? "the rest is not read"
-                                    : std::string("the element keeps ") + form.pszDefault;
-    Error(attr.nValueOffset, std::string("crd wants ") + form.pszMeaning + ", " +
-                                 std::to_string(nWanted) + " numbers, not " +
-                                 std::to_string(nCount) + ": " + outcome);
+    if (nCount == nWanted || nCount == nNeeded) return;
+    std::string outcome = "the end angle is 360";
+    if (nCount > nWanted) outcome = "the rest is not read";
+    if (nCount < nNeeded) outcome = std::string("the element keeps ") + form.pszDefault;
+    const std::string counts =
+        (nNeeded == nWanted ? "" : std::to_string(nNeeded) + " or ") + std::to_string(nWanted);
+    Error(attr.nValueOffset, std::string("crd wants ") + form.pszMeaning + ", " + counts +
+                                 " numbers, not " + std::to_string(nCount) + ": " + outcome);
 }
 
 // Point lists are read in a way of their own, so what the engine makes of the text is compared with
@@ -435,6 +461,7 @@ void CChecker::CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm
                                  "between the numbers and nothing else");
 }
 
+// On a meter any flag has an effect: a dial without flags keeps its distances.
 void CChecker::CheckFlags(const XmlAttr& attr, const TagRow& row)
 {
     int32_t nValue = 0;
@@ -446,7 +473,7 @@ void CChecker::CheckFlags(const XmlAttr& attr, const TagRow& row)
         Warn(attr.nValueOffset, std::string("keep modes have no effect on <") + row.pszName + ">");
     else if (nAnchor && AnchorOf(nFlags) == QEL_KEEP_NONE)
         Warn(attr.nValueOffset, "more than one anchor: the element is stretched with the drawing");
-    else if (nOther && (!nAnchor || nAnchor == QEL_KEEP_ALL))
+    else if (nOther && row.nId != QEL_TYPE_METER && (!nAnchor || nAnchor == QEL_KEEP_ALL))
         Warn(attr.nValueOffset,
              "placement along and away from an edge have an effect with Keep left, top, right or "
              "bottom only");
@@ -473,35 +500,64 @@ void CChecker::CheckText(const XmlNode& node, const TagRow& row)
         Error(node.nTextOffset, "the text has more than 255 bytes: it is cut");
 }
 
-// Loads the element as the engine does, and shows its record to a view element.
-void CChecker::CheckLoaded(XmlNode* pNode, CQELDocElm* pElm)
+// Shows the element's record to a view element.
+void CChecker::CheckLoaded(const XmlNode& node, const CQELDocElm& elm)
 {
-    m_pXml->pCursor = pNode;
-    pElm->Load();
     alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE] = {};
-    pElm->GetAttr(block);
+    elm.GetAttr(block);
     CQELView view;
     CQELViewElm* pRoot = nullptr;
     CQELViewElm* pView = nullptr;
     if (!view.CreateElement(nullptr, nullptr, QEL_TYPE_ROOT, &pRoot)) return;
-    if (pElm->Type() == QEL_TYPE_ROOT) {
-        m_refSize = static_cast<CQELDocQEL*>(pElm)->RefSize();
+    if (elm.Type() == QEL_TYPE_ROOT) {
+        m_refSize = static_cast<const CQELDocQEL&>(elm).RefSize();
         pView = pRoot;
-    } else if (!view.CreateElement(pRoot, nullptr, pElm->Type(), &pView)) {
+    } else if (!view.CreateElement(pRoot, nullptr, elm.Type(), &pView)) {
         return;
     }
-    if (!pView->SetAttrBlock(block))
-        Error(pNode->nOffset,
+    if (IsLive(elm))
+        CheckLive(node, elm);
+    else if (!pView->SetAttrBlock(block))
+        Error(node.nOffset,
               "the attributes do not go together: the element is drawn with its defaults");
-    CheckPlace(*pNode, *pElm);
+    CheckPlace(node, elm);
+}
+
+void CChecker::CheckLive(const XmlNode& node, const CQELDocElm& elm)
+{
+    const std::string fault = RangeFault(elm);
+    if (!fault.empty()) Add(node.nOffset, elm.Type() == QEL_TYPE_METER, fault);
+    if (elm.Type() == QEL_TYPE_SCALE && node.pFirstChild)
+        Warn(node.pFirstChild->nOffset, "elements in a <scale> are not drawn");
+    if (LacksFace(elm, node) && &node != m_pUnfinished)
+        Warn(node.nOffset, "no figure in the <meter>: a bar is painted within those alone");
+    const XmlAttr* pId = AttrOf(node, elm.Type() == QEL_TYPE_METER ? ATTR_MTID : ATTR_SCID);
+    const std::size_t nOffset = pId ? pId->nValueOffset : node.nOffset;
+    if (&node != m_pUnfinished) m_liveIds.Add(elm, nOffset);
+}
+
+// Why nothing at all is drawn of an element in its place; empty when something is. What follows
+// from missing coordinates is told with them.
+std::string WhyNotDrawn(const XmlNode& node, const CQELDocElm& elm, const RECT& rc)
+{
+    if (IsLive(elm)) {
+        const XmlAttr* pCrd = AttrOf(node, ATTR_CRD);
+        const bool bRead = pCrd && ReadNumbers(pCrd->pszValue).values.size() >=
+                                       NeededNumbers(elm, *CrdFormOf(elm));
+        return bRead ? WhyLiveIsNotDrawn(elm) : "";
+    }
+    return NeedsArea(elm.Type()) && ::IsRectEmpty(&rc) ? "the rectangle is empty: nothing is drawn"
+                                                       : "";
 }
 
 void CChecker::CheckPlace(const XmlNode& node, const CQELDocElm& elm)
 {
     RECT rc{};
     if (!CrdFormOf(elm) || &node == m_pUnfinished || !elm.GetRect(&rc)) return;
-    if (NeedsArea(elm.Type()) && ::IsRectEmpty(&rc)) {
-        Warn(node.nOffset, "the rectangle is empty: nothing is drawn");
+    if (IsLive(elm)) rc = LiveRect(elm);
+    const std::string why = WhyNotDrawn(node, elm, rc);
+    if (!why.empty()) {
+        Warn(node.nOffset, why);
         return;
     }
     if (rc.left == rc.right && rc.top == rc.bottom) {

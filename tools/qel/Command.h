@@ -16,10 +16,12 @@ public:
 using Arguments = std::vector<std::wstring>;
 
 extern const char* const g_renderHelp;
+extern const char* const g_animateHelp;
 extern const char* const g_infoHelp;
 extern const char* const g_checkHelp;
 
 int RunRender(const Arguments& arguments);
+int RunAnimate(const Arguments& arguments);
 int RunInfo(const Arguments& arguments);
 int RunCheck(const Arguments& arguments);
 

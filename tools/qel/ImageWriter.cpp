@@ -1,7 +1,9 @@
 // Pictures as files; see the header.
 #include "tools/qel/ImageWriter.h"
 
+#include "tools/qel/Canvas.h"
 #include "tools/qel/Command.h"
+#include "tools/qel/OutputFile.h"
 #include "tools/qel/Text.h"
 
 #include <objidl.h>
@@ -15,11 +17,9 @@ using std::min; // NOLINT(misc-unused-using-decls)
 
 #include <cwchar>
 #include <memory>
-#include <utility>
 
 namespace {
 
-constexpr char NOT_DRAWN[] = "the engine does not draw this drawing";
 constexpr ULONG JPEG_QUALITY = 92;
 constexpr int HUNDREDTHS_OF_MM = 100; // in one millimetre
 
@@ -38,46 +38,12 @@ constexpr KindRow g_kinds[] = {{L".png", PictureKind::Png, L"image/png"},
 const KindRow& RowOf(const std::wstring& path)
 {
     for (const KindRow& row : g_kinds) {
-        const std::size_t nLen = std::wcslen(row.pszExtension);
-        if (path.size() > nLen &&
-            _wcsicmp(path.c_str() + path.size() - nLen, row.pszExtension) == 0)
-            return row;
+        if (HasExtension(path, row.pszExtension)) return row;
     }
     throw CTrouble("the picture '" + ToUtf8(path) +
-                   "' needs the extension .png, .bmp, .jpg or .emf");
+                   "' needs the extension .png, .bmp, .jpg or .emf" +
+                   (HasExtension(path, L".gif") ? "; 'qel animate' makes .gif" : ""));
 }
-
-class CMemoryDc {
-public:
-    explicit CMemoryDc(SIZE size) : m_hdc(::CreateCompatibleDC(nullptr))
-    {
-        BITMAPINFO info{};
-        info.bmiHeader.biSize = sizeof info.bmiHeader;
-        info.bmiHeader.biWidth = size.cx;
-        info.bmiHeader.biHeight = -size.cy;
-        info.bmiHeader.biPlanes = 1;
-        info.bmiHeader.biBitCount = 32;
-        m_hBitmap = ::CreateDIBSection(m_hdc, &info, DIB_RGB_COLORS, &m_pBits, nullptr, 0);
-        m_hPrev = m_hBitmap ? ::SelectObject(m_hdc, m_hBitmap) : nullptr;
-    }
-    ~CMemoryDc()
-    {
-        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
-        if (m_hBitmap) ::DeleteObject(m_hBitmap);
-        ::DeleteDC(m_hdc);
-    }
-    CMemoryDc(const CMemoryDc&) = delete;
-    CMemoryDc& operator=(const CMemoryDc&) = delete;
-
-    [[nodiscard]] HDC Dc() const { return m_hdc; }
-    [[nodiscard]] BYTE* Bits() const { return static_cast<BYTE*>(m_pBits); } // null without memory
-
-private:
-    HDC m_hdc;
-    HBITMAP m_hBitmap = nullptr;
-    HGDIOBJ m_hPrev = nullptr;
-    void* m_pBits = nullptr;
-};
 
 class CGdiPlus { // the encoder library, for as long as it is needed
 public:
@@ -110,8 +76,8 @@ CLSID EncoderOf(const wchar_t* pszMime)
 
 bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size, const Painter& paint)
 {
-    const CMemoryDc canvas(size);
-    if (!canvas.Bits()) throw CTrouble("there is no memory for a picture of this size");
+    const CCanvas canvas(size);
+    if (!canvas.Bits()) throw CTrouble(NO_MEMORY_FOR_PICTURE);
     if (!paint(canvas.Dc())) throw CTrouble(NOT_DRAWN);
     ::GdiFlush();
     const CGdiPlus library;
@@ -149,49 +115,13 @@ bool WriteRecording(const std::wstring& path, SIZE size, const Painter& paint)
     return hFile != nullptr;
 }
 
-// A name beside the picture's that no file has yet; the empty file of that name is there
-// afterwards. Empty: none can be made.
-std::wstring MakeUnfinished(const std::wstring& path)
-{
-    constexpr int MAX_TRIES = 100;
-    for (int n = 0; n < MAX_TRIES; ++n) {
-        std::wstring name = path + L"." + std::to_wstring(::GetCurrentProcessId()) + L"-" +
-                            std::to_wstring(n) + L".part";
-        const HANDLE hFile = ::CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                           FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (hFile != INVALID_HANDLE_VALUE) {
-            ::CloseHandle(hFile);
-            return name;
-        }
-        if (::GetLastError() != ERROR_FILE_EXISTS) break;
-    }
-    return {};
-}
-
-// Removes the unfinished picture, however its making ends; nothing is left of one that was renamed.
-class CUnfinishedFile {
-public:
-    explicit CUnfinishedFile(std::wstring name) : m_name(std::move(name)) {}
-    ~CUnfinishedFile()
-    {
-        if (!m_name.empty()) ::DeleteFileW(m_name.c_str());
-    }
-    CUnfinishedFile(const CUnfinishedFile&) = delete;
-    CUnfinishedFile& operator=(const CUnfinishedFile&) = delete;
-
-    [[nodiscard]] const std::wstring& Name() const { return m_name; }
-    bool RenameTo(const std::wstring& path)
-    {
-        if (!::MoveFileExW(m_name.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return false;
-        m_name.clear();
-        return true;
-    }
-
-private:
-    std::wstring m_name;
-};
-
 } // namespace
+
+bool HasExtension(const std::wstring& path, const wchar_t* pszExtension)
+{
+    const std::size_t nLen = std::wcslen(pszExtension);
+    return path.size() > nLen && _wcsicmp(path.c_str() + path.size() - nLen, pszExtension) == 0;
+}
 
 PictureKind KindOf(const std::wstring& path)
 {
@@ -201,12 +131,8 @@ PictureKind KindOf(const std::wstring& path)
 void WritePicture(const std::wstring& path, SIZE size, const Painter& paint)
 {
     const KindRow& row = RowOf(path);
-    CUnfinishedFile unfinished(MakeUnfinished(path));
-    const std::wstring& name = unfinished.Name();
-    if (!name.empty()) {
-        const bool bWritten = row.nKind == PictureKind::Emf ? WriteRecording(name, size, paint)
-                                                            : WriteBitmap(name, row, size, paint);
-        if (bWritten && unfinished.RenameTo(path)) return;
-    }
-    throw CTrouble("cannot write '" + ToUtf8(path) + "'");
+    WriteComplete(path, [&](const std::wstring& name) {
+        return row.nKind == PictureKind::Emf ? WriteRecording(name, size, paint)
+                                             : WriteBitmap(name, row, size, paint);
+    });
 }

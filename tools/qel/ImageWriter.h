@@ -6,7 +6,14 @@
 #include <functional>
 #include <string>
 
+// What ends a picture's making.
+constexpr char NOT_DRAWN[] = "the engine does not draw this drawing";
+constexpr char NO_MEMORY_FOR_PICTURE[] = "there is no memory for a picture of this size";
+
 enum class PictureKind { Png, Bmp, Jpeg, Emf };
+
+// Whether a name has that extension (".png") and something before it, in any letter case.
+bool HasExtension(const std::wstring& path, const wchar_t* pszExtension);
 
 // By the extension of the name; CTrouble for an unknown one.
 PictureKind KindOf(const std::wstring& path);

@@ -1,6 +1,7 @@
 // qel info: what is in a drawing, and what the host can set.
 #include "tools/qel/Command.h"
 #include "tools/qel/Drawing.h"
+#include "tools/qel/HostListing.h"
 #include "tools/qel/Text.h"
 
 namespace {
@@ -15,10 +16,12 @@ struct NamedBits {
 };
 
 struct MaskRow {
-    DWORD nBit;
-    const char* pszName;
+    DWORD nBits;
+    const char* pszName; // null: the header has no name for it
     const char* pszMeaning;
 };
+
+constexpr DWORD MASK_VALUES = 0x60; // of every meter and scale
 
 constexpr MaskRow g_masks[] = {
     {QEL_MASK_COLOR, "QEL_MASK_COLOR", "parameter 0, the frame colour"},
@@ -26,6 +29,7 @@ constexpr MaskRow g_masks[] = {
     {QEL_MASK_KEEP, "QEL_MASK_KEEP", "keep modes"},
     {QEL_MASK_TEXT, "QEL_MASK_TEXT", "texts"},
     {QEL_MASK_PRESS, "QEL_MASK_PRESS", "the pressed shift"},
+    {MASK_VALUES, nullptr, "values of meters and scales"},
 };
 
 constexpr NamedBits g_flags[] = {
@@ -203,11 +207,12 @@ void PrintText(const CDrawing& drawing)
     Print(Format("the host can set (mask 0x%lx):", nMask));
     bool bAny = false;
     for (const MaskRow& row : g_masks) {
-        if (!(nMask & row.nBit)) continue;
+        if ((nMask & row.nBits) != row.nBits) continue;
         Print(std::string(bAny ? "; " : " ") + row.pszMeaning);
         bAny = true;
     }
     Print(bAny ? "\n" : " nothing\n");
+    PrintHostText(drawing);
     PrintTree(hEngine, QELGetRootElem(hEngine), 0);
 }
 
@@ -222,11 +227,13 @@ void PrintJson(const CDrawing& drawing)
     Print(Format(",\n\"paramsMask\": %lu,\n\"params\": [", nMask));
     bool bAny = false;
     for (const MaskRow& row : g_masks) {
-        if (!(nMask & row.nBit)) continue;
+        if (!row.pszName || !(nMask & row.nBits)) continue;
         Print(Format("%s\"%s\"", bAny ? ", " : "", row.pszName));
         bAny = true;
     }
-    Print("],\n\"root\":\n");
+    Print("],\n");
+    PrintHostJson(drawing);
+    Print("\"root\":\n");
     PrintTreeJson(hEngine, QELGetRootElem(hEngine), 0);
     Print("\n}\n");
 }
@@ -239,9 +246,15 @@ Lists what is in the drawing IN: its reference size, its kind and name, what the
 the tree of its elements, each with its type, identifier and rectangle (left,top..right,bottom in
 drawing units; of a group, that of its children).
 
+What the host can set: the numbers of the status elements, then each meter and scale with its id,
+its type, whether its value shows, and the settings that its type follows with their present values,
+colours as 0xBBGGRR. 'qel render --set ID.NAME=V' sets them.
+
   --json    the same as JSON in UTF-8, and the attributes of every shape: style, draft, fg, bg and
             clr (rgb as RRGGBB), lineStyle, lineWidth, crd, flags and a text's text; "params" and
-            the names of the flags are the constants of QELEngine.h
+            the names of the flags are the constants of QELEngine.h; "statusNumbers", "meters" and
+            "scales" with their "settings", where "ofOther" marks one that is read from the element
+            of the other kind with the same id
 
 Exit status: 0 done; 2 the drawing cannot be read (the message is on standard error).
 

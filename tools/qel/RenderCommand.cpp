@@ -1,202 +1,6 @@
 // qel render: draws a drawing into a picture.
-#include "tools/qel/Command.h"
-#include "tools/qel/Drawing.h"
 #include "tools/qel/ImageWriter.h"
-#include "tools/qel/Text.h"
-
-#include <cwchar>
-#include <cwctype>
-#include <utility>
-
-namespace {
-
-constexpr LONG WANTED_WIDTH = 800;
-constexpr LONG MAX_SIDE = 16384;
-constexpr int FONT_HEIGHT = 16; // texts take the face and choose their own size
-
-// The first one that the system has. All have Chinese glyphs but the last; those of even width come
-// first, since the engine gives every byte of a text the same width and cuts what is wider.
-constexpr const wchar_t* g_defaultFonts[] = {L"WenQuanYi Zen Hei Mono", L"NSimSun", L"SimSun",
-                                             L"WenQuanYi Zen Hei", L"Courier New"};
-
-struct Options {
-    std::wstring in;
-    std::wstring out;
-    SIZE size{0, 0}; // 0: by the drawing
-    COLORREF clrBackground = RGB(0xC0, 0xC0, 0xC0);
-    int nRotate = 0;
-    bool bBlink = false;
-    bool bPressed = false;
-    std::wstring font; // empty: one of the default ones
-};
-
-// The whole text as a number of that base; false for anything else.
-bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
-{
-    if (text.empty() || text.size() > 9 || std::iswspace(text[0])) return false;
-    wchar_t* pEnd = nullptr;
-    *pnValue = std::wcstol(text.c_str(), &pEnd, nBase);
-    return *pEnd == 0;
-}
-
-SIZE ReadSize(const std::wstring& text)
-{
-    const std::size_t nCross = text.find(L'x');
-    long nWidth = 0;
-    long nHeight = 0;
-    if (nCross == std::wstring::npos || !ReadNumber(text.substr(0, nCross), 10, &nWidth) ||
-        !ReadNumber(text.substr(nCross + 1), 10, &nHeight) || nWidth < 1 || nHeight < 1 ||
-        nWidth > MAX_SIDE || nHeight > MAX_SIDE)
-        throw CTrouble("--size wants WIDTHxHEIGHT, each 1 to 16384, not '" + ToUtf8(text) + "'");
-    return {nWidth, nHeight};
-}
-
-COLORREF ReadColor(const std::wstring& text)
-{
-    long nValue = 0;
-    bool bHex = text.size() == 6;
-    for (const wchar_t c : text) bHex = bHex && std::iswxdigit(c);
-    if (!bHex || !ReadNumber(text, 16, &nValue))
-        throw CTrouble("--background wants six hexadecimal digits, RRGGBB, not '" + ToUtf8(text) +
-                       "'");
-    return RGB((nValue >> 16) & 0xFF, (nValue >> 8) & 0xFF, nValue & 0xFF);
-}
-
-int ReadAngle(const std::wstring& text)
-{
-    long nValue = 0;
-    if (!ReadNumber(text, 10, &nValue))
-        throw CTrouble("--rotate wants a whole number of degrees, not '" + ToUtf8(text) + "'");
-    return static_cast<int>(nValue);
-}
-
-LOGFONTW FontOf(const std::wstring& name)
-{
-    LOGFONTW font{};
-    font.lfHeight = FONT_HEIGHT;
-    font.lfCharSet = DEFAULT_CHARSET;
-    std::wcsncpy(font.lfFaceName, name.c_str(), LF_FACESIZE - 1);
-    return font;
-}
-
-int CALLBACK NoteScalable(const LOGFONTW*, const TEXTMETRICW*, DWORD nType, LPARAM pFound)
-{
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system passes the pointer on as a number
-    if (!(nType & RASTER_FONTTYPE)) *reinterpret_cast<bool*>(pFound) = true;
-    return 1;
-}
-
-// Texts come in any size, so a face of fixed bitmaps does not serve.
-bool HasScalableFont(const std::wstring& name)
-{
-    if (name.empty() || name.size() >= LF_FACESIZE) return false;
-    bool bFound = false;
-    LOGFONTW font = FontOf(name);
-    const HDC hdc = ::CreateCompatibleDC(nullptr);
-    ::EnumFontFamiliesExW(hdc, &font, NoteScalable, reinterpret_cast<LPARAM>(&bFound), 0);
-    ::DeleteDC(hdc);
-    return bFound;
-}
-
-std::wstring ReadFont(const std::wstring& name)
-{
-    if (!HasScalableFont(name))
-        throw CTrouble("--font: the system has no scalable font '" + ToUtf8(name) + "'");
-    return name;
-}
-
-std::wstring DefaultFont()
-{
-    for (const wchar_t* pszName : g_defaultFonts)
-        if (HasScalableFont(pszName)) return pszName;
-    return {}; // then the system chooses
-}
-
-Options ReadOptions(const Arguments& arguments)
-{
-    Options options;
-    Arguments names;
-    CArgumentReader reader(arguments);
-    while (reader.Next()) {
-        const std::wstring& word = reader.Current();
-        if (!reader.IsOption()) {
-            names.push_back(word);
-        } else if (word == L"--size") {
-            options.size = ReadSize(reader.Value());
-        } else if (word == L"--background") {
-            options.clrBackground = ReadColor(reader.Value());
-        } else if (word == L"--rotate") {
-            options.nRotate = ReadAngle(reader.Value());
-        } else if (word == L"--blink") {
-            options.bBlink = true;
-        } else if (word == L"--pressed") {
-            options.bPressed = true;
-        } else if (word == L"--font") {
-            options.font = ReadFont(reader.Value());
-        } else {
-            reader.RefuseOption();
-        }
-    }
-    if (names.size() > 2) throw CTrouble("render takes one drawing and one picture");
-    if (names.size() < 2) throw CTrouble("render wants a drawing and a picture: qel render IN OUT");
-    options.in = names[0];
-    options.out = names[1];
-    return options;
-}
-
-bool IsPositive(SIZE size)
-{
-    return size.cx > 0 && size.cy > 0;
-}
-
-// Whether a turn by that angle exchanges width and height, as the engine itself turns an empty
-// drawing.
-bool LiesOnItsSide(int nRotate)
-{
-    const HQELENGINE hEngine = CreateQELEngine();
-    SIZE size{1, 2};
-    const bool bSide = QELNewFile(hEngine) && QELSetRefSize(hEngine, &size) &&
-                       QELRotate(hEngine, nRotate) && QELGetRefSize(hEngine, &size) && size.cx == 2;
-    DestroyQELEngine(hEngine);
-    return bSide;
-}
-
-// A drawing without a size of its own is drawn one unit to a pixel: the picture's size becomes its
-// own. This is to come before a turn, which would press all elements into the drawing's size.
-void GiveSize(const CDrawing& drawing, SIZE size, int nRotate)
-{
-    if (LiesOnItsSide(nRotate)) std::swap(size.cx, size.cy);
-    QELSetRefSize(drawing.Engine(), &size);
-}
-
-SIZE PictureSize(const CDrawing& drawing)
-{
-    const SIZE ref = drawing.RefSize();
-    if (!IsPositive(ref))
-        throw CTrouble("the drawing has no size of its own; give one with --size");
-    const LONG nFactor = (WANTED_WIDTH - 1) / ref.cx + 1;
-    if (ref.cx > MAX_SIDE || ref.cy > MAX_SIDE / nFactor)
-        throw CTrouble(
-            "the drawing is too large or too narrow for a picture; give a size with --size");
-    return {ref.cx * nFactor, ref.cy * nFactor};
-}
-
-bool Paint(HDC hdc, const CDrawing& drawing, const Options& options, const RECT& rc)
-{
-    const HBRUSH hBrush = ::CreateSolidBrush(options.clrBackground);
-    ::FillRect(hdc, &rc, hBrush);
-    ::DeleteObject(hBrush);
-    const LOGFONTW font = FontOf(options.font.empty() ? DefaultFont() : options.font);
-    const HFONT hFont = ::CreateFontIndirectW(&font);
-    const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
-    const int nDrawn = QELDraw(drawing.Engine(), hdc, &rc,
-                               QEL_DRAW_FULL | (options.bPressed ? QEL_DRAW_PRESSED : 0));
-    ::SelectObject(hdc, hPrev);
-    ::DeleteObject(hFont);
-    return nDrawn != 0;
-}
-
-} // namespace
+#include "tools/qel/Scene.h"
 
 const char* const g_renderHelp = R"(qel render IN OUT [options]
 
@@ -213,26 +17,37 @@ calls. An older picture of that name is replaced when the new one is complete.
   --font NAME            the face of all texts, a scalable one; by default WenQuanYi Zen Hei
                          Mono or another one of even width with Chinese glyphs
 
+What the host of the drawing would set, any number of times, in the order given:
+
+  --set ID.SELECTOR=V    a setting of the scale or meter with that id; 'qel info' lists ids and
+                         selectors, which go by name or by number: max, ticks, alarm, 20
+  --value ID=V           the value of the scale or meter with that id; the ids 1 to 32 are the
+                         sectors of the meter with id 0
+  --param I=V            host parameter 0 (colour), 1 (hatch, 0 to 37), 2 or 3 (its colours)
+  --status N             the status number; -1 shows all status elements
+  --time HH:MM:SS        the time that clocks show, instead of the present one; once
+
+V is a decimal number, also a negative one, or 0x and hexadecimal digits; a colour is 0xBBGGRR, the
+last two digits red. Values, and the setting base, may also be real numbers, written with a point:
+a meter draws the kind that was set last, so write all its values with a point or none. What the
+drawing refuses is an error, and then there is no picture.
+
 Exit status: 0 the picture is there; 2 it is not (the message is on standard error).
 
 Examples:
   qel render pump.qel pump.png
   qel render pump.qel pump.jpg --size 1600x1200 --background FFFFFF
   qel render pump.qel turned.emf --rotate 90 --font "DejaVu Sans Mono"
+  qel render gauge.qel gauge.png --set 0.max=100 --set 0.pin-color=0x0000ff --value 0=62.5
+  qel render panel.qel panel.png --status 1 --value 41=380 --time 10:08:36
 )";
 
 int RunRender(const Arguments& arguments)
 {
-    const Options options = ReadOptions(arguments);
+    SceneOptions options(false);
+    ReadSceneOptions(arguments, "render", &options, [](CArgumentReader&) { return false; });
     KindOf(options.out); // a name that cannot be written is refused before any work
-    const CDrawing drawing(options.in);
-    if (options.size.cx && !IsPositive(drawing.RefSize()))
-        GiveSize(drawing, options.size, options.nRotate);
-    if (options.nRotate) QELRotate(drawing.Engine(), options.nRotate);
-    if (options.bBlink) QELSetBlinkState(drawing.Engine(), 1);
-    const SIZE size = options.size.cx ? options.size : PictureSize(drawing);
-    const RECT rc{0, 0, size.cx, size.cy};
-    QELSetQELRect(drawing.Engine(), &rc);
-    WritePicture(options.out, size, [&](HDC hdc) { return Paint(hdc, drawing, options, rc); });
+    const CScene scene(options);
+    WritePicture(options.out, scene.Size(), [&scene](HDC hdc) { return scene.Paint(hdc); });
     return EXIT_CLEAN;
 }

@@ -17,6 +17,8 @@ namespace {
 constexpr char HELP[] = R"(qel - draws, lists and checks instrument drawings (.qel)
 
   qel render IN OUT [options]   draw a drawing into a picture: .png, .bmp, .jpg or .emf
+  qel animate IN OUT.gif --value ID=FROM..TO [options]
+                                the same while values move: an animated picture
   qel info IN [--json]          size, kind, elements, what the host can set
   qel check IN...               what is wrong with drawings: FILE:LINE:COLUMN: error: TEXT
 
@@ -31,6 +33,8 @@ an output cannot be written, or the command line is wrong (one message on standa
 
 Examples:
   qel render pump.qel pump.png --size 1600x1200 --background FFFFFF
+  qel render gauge.qel gauge.png --set 0.max=100 --value 0=62
+  qel animate gauge.qel gauge.gif --set 0.max=100 --value 0=0..100
   qel info pump.qel --json
   qel check examples/*.qel
 )";
@@ -42,6 +46,7 @@ struct CommandRow {
 };
 
 const CommandRow g_commands[] = {{L"render", RunRender, g_renderHelp},
+                                 {L"animate", RunAnimate, g_animateHelp},
                                  {L"info", RunInfo, g_infoHelp},
                                  {L"check", RunCheck, g_checkHelp}};
 
@@ -66,7 +71,8 @@ int RunCommand(const CommandRow& row, const Arguments& arguments)
 int Run(const Arguments& words)
 {
     if (words.empty())
-        throw CTrouble("a command is missing: render, info or check; 'qel --help' tells more");
+        throw CTrouble(
+            "a command is missing: render, animate, info or check; 'qel --help' tells more");
     if (IsHelpOption(words[0])) {
         Print(HELP);
         return EXIT_CLEAN;

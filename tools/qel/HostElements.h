@@ -1,0 +1,29 @@
+// The elements of a drawing that the host sets values of, as the exported interface shows them.
+#pragma once
+
+#include "tools/qel/Drawing.h"
+#include "tools/qel/HostIds.h"
+
+#include <set>
+#include <vector>
+
+struct HostMeter {
+    QELMETERATTR attr; // as the picture has it
+    Reach reach;
+    bool bFace;    // there is a figure in it for a bar to be painted in
+    bool bRefused; // its range is none, so the picture has the defaults
+};
+
+struct HostScale {
+    QELSCALEATTR attr;
+    Reach reach;
+};
+
+struct HostElements {
+    std::vector<HostMeter> meters; // in the order of the drawing
+    std::vector<HostScale> scales;
+    std::set<LONG> statuses; // the numbers of the status elements
+    CHostIds ids;
+};
+
+HostElements FindHostElements(const CDrawing& drawing);

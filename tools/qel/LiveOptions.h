@@ -1,0 +1,50 @@
+// The options by which the command line plays the host: parameters, status, settings and values of
+// scales and meters, the time of clocks.
+#pragma once
+
+#include "tools/qel/Command.h"
+#include "tools/qel/Drawing.h"
+
+#include <cstdint>
+#include <optional>
+
+// A value as the host passes it: a whole number of 32 bits, or a real one.
+struct LiveNumber {
+    bool bReal = false;
+    int64_t nWhole = 0; // -2147483648 to 4294967295: a negative one goes as its two's complement
+    double fReal = 0;
+};
+
+// One option that sets something.
+struct LiveAction {
+    enum class Kind { Param, Status, Selector } kind;
+    std::string option; // as it was given, for messages
+    DWORD nId = 0;      // of the parameter, of the scale or meter
+    DWORD nSelector = 0;
+    LiveNumber value;
+    LiveNumber last; // of a range; value is its first
+};
+
+class CLiveOptions {
+public:
+    // Whether --value takes ranges, too.
+    explicit CLiveOptions(bool bRanges) : m_bRanges(bRanges) {}
+
+    // The reader's option with its value, when it is one of these. CTrouble for a wrong value.
+    bool Take(CArgumentReader& reader);
+
+    // The following throw CTrouble when the drawing refuses something, telling why.
+    void Apply(const CDrawing& drawing) const; // in the order of the options
+    void ApplyRanges(const CDrawing& drawing, int nFrame, int nFrames) const;
+
+    [[nodiscard]] bool HasRanges() const { return !m_ranges.empty(); }
+    [[nodiscard]] const SYSTEMTIME* Time() const { return m_time ? &*m_time : nullptr; }
+
+private:
+    void AddValue(const std::wstring& text);
+
+    bool m_bRanges;
+    std::vector<LiveAction> m_actions;
+    std::vector<LiveAction> m_ranges;
+    std::optional<SYSTEMTIME> m_time;
+};

@@ -1,0 +1,52 @@
+// What render and animate have in common: their options, and a drawing that is set up by them.
+#pragma once
+
+#include "tools/qel/Drawing.h"
+#include "tools/qel/FixedTime.h"
+#include "tools/qel/LiveOptions.h"
+
+#include <functional>
+
+struct SceneOptions {
+    explicit SceneOptions(bool bRanges) : live(bRanges) {}
+
+    std::wstring in;
+    std::wstring out;
+    SIZE size{0, 0}; // 0: by the drawing
+    COLORREF clrBackground = RGB(0xC0, 0xC0, 0xC0);
+    int nRotate = 0;
+    bool bBlink = false;
+    bool bPressed = false;
+    std::wstring font; // empty: one of the default ones
+    CLiveOptions live;
+};
+
+// Reads the arguments of a command that draws IN into OUT; takeOwn takes the options that only this
+// command has (false: none of them).
+void ReadSceneOptions(const Arguments& arguments, const char* pszCommand, SceneOptions* pOptions,
+                      const std::function<bool(CArgumentReader&)>& takeOwn);
+
+// The whole text as a number of that base; false for anything else.
+bool ReadNumber(const std::wstring& text, int nBase, long* pnValue);
+
+// A drawing in its size and position, with all values set but the ranges.
+class CScene {
+public:
+    explicit CScene(const SceneOptions& options);
+
+    [[nodiscard]] SIZE Size() const { return m_size; }
+    [[nodiscard]] const CDrawing& Drawing() const { return m_drawing; }
+
+    // False: the engine does not draw it.
+    bool Paint(HDC hdc) const;       // the background, and all of the drawing
+    bool PaintMoving(HDC hdc) const; // over what stands there
+
+private:
+    bool Draw(HDC hdc, DWORD nFlags) const;
+
+    const SceneOptions& m_options;
+    CDrawing m_drawing;
+    SIZE m_size;
+    CFixedTime m_time;
+    LOGFONTW m_font;
+};
