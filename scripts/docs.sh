@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Makes what is made of the documentation: docs/interface.md from the exported header, the tables in
-# docs/format.md from the engine's tables, and the pictures in docs/pictures from docs/drawings and
-# examples. With --check nothing is written: it tells what is not current.
+# docs/format.md and docs/live-values.md from the engine's tables, the pictures in docs/pictures from
+# docs/drawings and examples, and docs/gallery.md with its pictures from examples/gallery.txt. With
+# --check nothing is written: it tells what is not current.
 set -u
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 cd "$QEL_ROOT" || exit 2
@@ -31,17 +32,23 @@ python3 scripts/interface_doc.py >"$new/interface.md" || exit 1
 place "$new/interface.md" docs/interface.md
 
 "${QEL_WINE[@]}" build/i686/bin/docgen.exe | tr -d '\r' >"$new/tables" || exit 1
-python3 - docs/format.md "$new/tables" >"$new/format.md" <<'PYTHON' || exit 1
+pages="format live-values"
+# shellcheck disable=SC2086
+(cd docs && python3 - "$new" "$new/tables" $pages) <<'PYTHON' || exit 1
 import re, sys
-page = open(sys.argv[1], encoding="utf-8").read()
-for block in re.findall(r"<!-- table .*?<!-- end -->", open(sys.argv[2]).read(), re.S):
+out, tables, names = sys.argv[1], open(sys.argv[2], encoding="utf-8").read(), sys.argv[3:]
+pages = {name: open(name + ".md", encoding="utf-8").read() for name in names}
+for block in re.findall(r"<!-- table .*?<!-- end -->", tables, re.S):
     begin = block.split("\n")[0]
-    if begin not in page:
-        sys.exit("docs/format.md has no place for " + begin)
-    page = re.sub(re.escape(begin) + r".*?<!-- end -->", lambda _: block, page, flags=re.S)
-sys.stdout.write(page)
+    homes = [name for name in names if begin in pages[name]]
+    if not homes:
+        sys.exit("no page has a place for " + begin)
+    for name in homes:
+        pages[name] = re.sub(re.escape(begin) + r".*?<!-- end -->", lambda _: block, pages[name], flags=re.S)
+for name in names:
+    open(out + "/" + name + ".md", "w", encoding="utf-8", newline="\n").write(pages[name])
 PYTHON
-place "$new/format.md" docs/format.md
+for page in $pages; do place "$new/$page.md" "docs/$page.md"; done
 
 picture() { # DRAWING TARGET [OPTION...]
   local drawing=$1 target=$2
@@ -53,6 +60,15 @@ for drawing in docs/drawings/*.qel; do
   [ -e "$drawing" ] && picture "$drawing" "docs/pictures/$(basename "$drawing" .qel).png" --size 160x120
 done
 for drawing in examples/*.qel; do
-  [ -e "$drawing" ] && picture "$drawing" "docs/pictures/examples/$(basename "$drawing" .qel).png"
+  grep -q "| $drawing |" examples/gallery.txt && continue # shown with values below
+  picture "$drawing" "docs/pictures/examples/$(basename "$drawing" .qel).png"
 done
+
+# The gallery: each picture with the options that made it, which the page shows as well.
+python3 scripts/gallery_doc.py examples/gallery.txt >"$new/gallery.md" || exit 1
+place "$new/gallery.md" docs/gallery.md
+while IFS=$'\t' read -r name drawing options; do
+  # shellcheck disable=SC2086
+  picture "$drawing" "docs/pictures/gallery/$name.png" $options
+done < <(python3 scripts/gallery_doc.py --pictures examples/gallery.txt)
 exit $status
