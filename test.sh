@@ -41,6 +41,7 @@ docs_are_current() { scripts/docs.sh --check; }
 c_compilers_take_the_header() { scripts/header.sh; }
 both_families_link() { scripts/abi.sh; }
 package_serves_hosts() { scripts/package.sh; }
+other_languages_call() { scripts/hosts.sh; }
 
 for preset in i686 x86_64; do step "build $preset" build_all "$preset"; done
 if [ $quick = 0 ]; then
@@ -51,6 +52,7 @@ step "header as C and C++, old and new" c_compilers_take_the_header
 for preset in i686 x86_64; do step "tests $preset" run_tests "$preset"; done
 step "hosts of both C++ families" both_families_link
 step "the installed package" package_serves_hosts
+step "hosts in other languages" other_languages_call
 step "qel, the command-line program" tool_tests
 step "examples are clean" drawings_are_clean
 step "documentation is current" docs_are_current

@@ -1,0 +1,332 @@
+"""QELEngine: the exported interface for Python on Windows, 32 and 64 bits (ctypes).
+
+Made from include/QELEngine.h by scripts/bindings.py; the header tells what each function does.
+load() gives the DLL with the types of all its functions set:
+
+    dll = qelengine.load("QELEngine.dll")
+    engine = dll.CreateQELEngine()
+
+Handles are opaque (numbers, None for none), texts are bytes in the system's ANSI code page
+(text.encode("mbcs")), all calls come from one thread, and a result of 0 means failure. Where the
+header takes a pointer, pass ctypes.byref(variable) or None."""
+import ctypes
+from ctypes import POINTER, c_char, c_char_p, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
+
+HQELENGINE = c_void_p  # an engine, or in show-only mode a share of one
+HQELELEM = c_void_p  # an element of the open drawing
+HQELGRADIENT = c_void_p  # a gradient descriptor
+HANDLE = c_void_p  # the system's handles: device contexts, brushes
+
+
+class POINT(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("x", c_int32),
+        ("y", c_int32),
+    ]
+
+
+class SIZE(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("cx", c_int32),
+        ("cy", c_int32),
+    ]
+
+
+class RECT(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("left", c_int32),
+        ("top", c_int32),
+        ("right", c_int32),
+        ("bottom", c_int32),
+    ]
+
+
+# ---- element types
+
+QEL_TYPE_ROOT = 0  # "qel", the drawing itself
+QEL_TYPE_TEXT = 1  # "text"
+QEL_TYPE_RECT = 2  # "rect"
+QEL_TYPE_CHORD = 3  # "chord"
+QEL_TYPE_PIE = 4  # "pie"
+QEL_TYPE_ROUNDRECT = 5  # "rndrect"
+QEL_TYPE_ARC = 6  # "arc"
+QEL_TYPE_ELLIPSE = 7  # "ellipse"
+QEL_TYPE_CIRCLE = 8  # "circle"
+QEL_TYPE_LINE = 9  # "line"
+QEL_TYPE_POLYLINE = 10  # "polyline"
+QEL_TYPE_POLYGON = 11  # "polygon"
+QEL_TYPE_PATH = 12  # "path", "defs" and "use" are known and skipped with their contents
+QEL_TYPE_DEFS = 13
+QEL_TYPE_USE = 14
+QEL_TYPE_GROUP = 15  # "g"
+QEL_TYPE_STATUS = 16  # "status"
+QEL_TYPE_FRAME = 17  # "frame"
+QEL_TYPE_SCALE = 18  # "scale"
+QEL_TYPE_PATTERN = 19  # "pattern"
+QEL_TYPE_DRAWRGN = 20  # "drawrgn"
+QEL_TYPE_METER = 21  # "meter"
+QEL_TYPE_NONE = 22  # no element: the answer of QELGetElemType on any failure
+
+# ---- draw flags (QELDraw)
+
+QEL_DRAW_FULL = 0x1  # paint everything; without it only moving parts are painted again
+QEL_DRAW_PRESSED = 0x2  # shapes with QEL_FLAG_PRESS are drawn 2 pixels right and down
+
+# ---- shape style word
+
+QEL_STYLE_STROKE = 0  # "Stoke": outline only
+QEL_STYLE_FILL = 0x1  # "Fill No3D": bit 0, filled with the hatch or gradient
+QEL_STYLE_FILL_3DUP = 0x3  # "Fill 3DUp": filled; rectangles get a raised border
+QEL_STYLE_FILL_3DDOWN = 0x5  # "Fill 3DDown": filled; rectangles get a sunken border
+QEL_STYLE_UP_BIT = 0x2  # raised border
+QEL_STYLE_DOWN_BIT = 0x4  # sunken border; the raised one wins when both are set
+QEL_STYLE_FILL_MASK = 0xFFFF  # the fill style; the high 16 bits are the width of the 3D border in pixels, 0 meaning 2
+
+# ---- shape flags: host values, pressed shift, keep modes
+
+QEL_FLAG_COLOR_PARAM = 0x1  # follows host parameter 0
+QEL_FLAG_DRAFT_PARAM = 0x80  # follows host parameters 1 to 3 when filled
+QEL_FLAG_PRESS = 0x4000  # moves when drawn with QEL_DRAW_PRESSED
+QEL_KEEP_NONE = 0  # "Not Keep": all edges in proportion
+QEL_KEEP_ALL = 0x1000  # "Keep All": fixed pixel distance from all four borders
+QEL_KEEP_LEFT = 0x8000  # "Keep left"
+QEL_KEEP_TOP = 0x10000  # "Keep top"
+QEL_KEEP_RIGHT = 0x40000  # "Keep right"
+QEL_KEEP_BOTTOM = 0x80000  # "Keep bottom"
+QEL_KEEP_ANCHOR_MASK = 0xD9000  # Along the anchored edge (only with left, top, right or bottom).
+QEL_ALONG_KEEP_BORDERS = 0  # "Keep borders": fixed distance from both ends
+QEL_ALONG_KEEP_LENGTH = 0x100000  # "Keep length": position in proportion, length fixed
+QEL_ALONG_AS_QEL = 0x200000  # "As QEL": both ends in proportion
+QEL_ALONG_MASK = 0x300000  # Away from the anchored edge (only with left, top, right or bottom).
+QEL_AWAY_AS_QEL = 0  # "As QEL": extent in proportion
+QEL_AWAY_AS_GRAPH = 0x20000  # "As graph": keeps the element's own aspect ratio
+QEL_AWAY_KEEP_LENGTH = 0x400000  # "Keep length": extent fixed
+QEL_AWAY_KEEP_BORDER = 0x800000  # "Keep border": fixed distance from the far border
+QEL_AWAY_MASK = 0xC20000
+
+# ---- what a drawing follows (QELParamsSupported)
+
+QEL_MASK_COLOR = 0x1  # something follows host parameter 0
+QEL_MASK_DRAFT = 0x80  # something follows host parameters 1 to 3
+QEL_MASK_KEEP = 0x1000  # something has a keep mode
+QEL_MASK_TEXT = 0x2000  # there is a text
+QEL_MASK_PRESS = 0x4000  # something has the pressed shift
+
+# ---- host parameters (QELSetParam, QELGetParam)
+
+QEL_PARAM_COLOR = 0  # frame colour, COLORREF
+QEL_PARAM_DRAFT = 1  # hatch style, 0 to 37
+QEL_PARAM_DRAFT_FORE = 2  # first hatch colour, COLORREF
+QEL_PARAM_DRAFT_BACK = 3  # second hatch colour, COLORREF
+QEL_PARAM_COUNT = 4
+
+# ---- selectors (QELSetScaleParam and its relatives)
+
+QEL_SEL_PIN_COLOR = 0  # the pointer; of 3D bars, the far edges
+QEL_SEL_SCALE_COLOR = 1  # axis and ticks
+QEL_SEL_TICKS = 2  # intervals between ticks; 0 is refused
+QEL_SEL_START_CODE = 3  # round and arc scales: where they begin, 0 to 7
+QEL_SEL_MAX = 4  # value at the end of the scale
+QEL_SEL_MIN = 5  # value at its start
+QEL_SEL_VALUE = 6  # the current value; the ScaleStatus functions mean this one
+QEL_SEL_FACE_COLOR = 7  # the face, the empty part of bars, and what erases a needle
+QEL_SEL_SHOW_SCALE = 8  # axis and ticks; refused when the element's "usc" is 0
+QEL_SEL_SHOW_PIN = 9  # the pointer; refused when the element's "upin" is 0
+QEL_SEL_SHOW_LABELS = 10  # the numbers at major ticks
+QEL_SEL_LABEL_COLOR = 11  # the numbers
+QEL_SEL_SCALE_START = 12  # number that stands at the start of the scale
+QEL_SEL_SCALE_END = 13  # number that stands at its end
+QEL_SEL_MAJOR_EVERY = 14  # every which tick is a major one; 0: none
+QEL_SEL_FULL_CIRCLE = 15  # 0 or 1; anything else, and the current value, is refused
+QEL_SEL_SHOW_ALARM = 16  # the alarm zones
+QEL_SEL_DECIMAL_SHIFT = 17  # numbers are printed divided by 10 to this power
+QEL_SEL_LOW_LIMIT = 18  # values below are in the low zone
+QEL_SEL_HIGH_LIMIT = 19  # values above are in the high zone
+QEL_SEL_LOW_COLOR = 20  # the low zone
+QEL_SEL_HIGH_COLOR = 21  # the high zone
+QEL_SEL_REVERSE = 22  # the scale runs from the maximum to the minimum
+QEL_SEL_USE_BASE = 23  # bars grow from the base value
+QEL_SEL_BASE_VALUE = 24  # the base value; also as a float
+QEL_SEL_FILL_ONLY = 25  # bars paint no empty part, faces are outlines
+QEL_SEL_ANGLE_OFFSET = 26  # degrees by which a dial is turned clockwise
+QEL_SEL_PIN_STYLE = 27  # needle or hands, 0 to 4
+QEL_SEL_AXIS_STYLE = 28  # bands and ticks, 0 to 3
+QEL_SEL_SHOW_FRAME = 29  # the outline of 3D bars
+QEL_SEL_SHOW_VALUE = 30  # the value as a number
+QEL_SEL_FRAME_OPTION = 31  # 1: 3D bars are cylinders, else boxes
+QEL_SEL_SECTOR_COUNT = 32  # sectors of a share chart, at most 32
+QEL_SEL_FONT_SIZE = 33  # size of the numbers; 0: by the meter's size
+QEL_SEL_COUNT = 34
+
+# ---- colours
+
+QEL_COLOR_BLINK = 0x80000000
+
+# ---- attribute records (QELGetElemAttr, QELSetElemAttr)
+
+QEL_SHAPE_WORDS = 33  # geometry words of a shape record
+QEL_TEXT_SIZE = 256  # bytes of a text or an identifier, the ending zero included
+QEL_MAX_POINTS = 16  # points of a polygon or polyline
+
+
+class QELSHAPEATTR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nSize", c_uint32),
+        ("nStyle", c_uint32),
+        ("nDraft", c_int32),
+        ("clrA", c_uint32),
+        ("clrB", c_uint32),
+        ("clrPen", c_uint32),
+        ("nPenStyle", c_int32),
+        ("nPenWidth", c_int32),
+        ("nGeometry", c_int32 * QEL_SHAPE_WORDS),
+        ("szText", c_char * QEL_TEXT_SIZE),
+        ("nFlags", c_uint32),
+    ]
+
+
+class QELROOTATTR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nSize", c_uint32),
+        ("nFormat", c_uint32),
+        ("nType", c_int32),
+        ("nWidth", c_int32),
+        ("nHeight", c_int32),
+        ("nRotate", c_uint32),
+    ]
+
+
+class QELWORDATTR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nValue", c_int32),
+    ]
+
+
+class QELSCALEATTR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nSize", c_uint32),
+        ("nId", c_uint32),
+        ("bHide", c_int32),
+        ("nType", c_int32),
+        ("nStyle", c_uint32),
+        ("nMin", c_int32),
+        ("nMax", c_int32),
+        ("bPin", c_int32),
+        ("nGeometry", c_int32 * 7),
+    ]
+
+
+class QELDRAWRGNATTR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nSize", c_uint32),
+        ("nStyle", c_int32),
+        ("rc", RECT),
+        ("nFlags", c_uint32),
+    ]
+
+
+class QELMETERATTR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nSize", c_uint32),
+        ("nId", c_uint32),
+        ("bUseScale", c_int32),
+        ("bUsePin", c_int32),
+        ("nType", c_int32),
+        ("nMax", c_int32),
+        ("nMin", c_int32),
+        ("nGeometry", c_int32 * 9),
+        ("nFlags", c_uint32),
+    ]
+
+
+QEL_MAX_ATTR_SIZE = 520
+
+# name: (result, arguments)
+FUNCTIONS = {
+    "CreateQELEngine": (HQELENGINE, ()),
+    "DestroyQELEngine": (c_int32, (HQELENGINE,)),
+    "QELGetVersion": (c_uint32, ()),
+    "QELShowOnly": (c_int32, (c_int32,)),
+    "QELNewFile": (c_int32, (HQELENGINE,)),
+    "QELOpenFile": (c_int32, (HQELENGINE, c_char_p)),
+    "QELOpenFileU": (c_int32, (HQELENGINE, c_wchar_p)),
+    "QELSaveFile": (c_int32, (HQELENGINE, c_char_p)),
+    "QELCloseFile": (c_int32, (HQELENGINE,)),
+    "QELGetName": (c_char_p, (HQELENGINE,)),
+    "QELGetType": (c_int32, (HQELENGINE,)),
+    "QELGetRootElem": (HQELELEM, (HQELENGINE,)),
+    "QELCreateElem": (HQELELEM, (HQELENGINE, c_int32, HQELELEM, HQELELEM)),
+    "QELDeleteElem": (c_int32, (HQELENGINE, HQELELEM)),
+    "QELMoveElem": (c_int32, (HQELENGINE, HQELELEM, HQELELEM, HQELELEM)),
+    "QELCopyElem": (HQELELEM, (HQELENGINE, HQELELEM)),
+    "QELGetParentElem": (HQELELEM, (HQELENGINE, HQELELEM)),
+    "QELGetFirstChild": (HQELELEM, (HQELENGINE, HQELELEM)),
+    "QELGetLastChild": (HQELELEM, (HQELENGINE, HQELELEM)),
+    "QELGetNextElem": (HQELELEM, (HQELENGINE, HQELELEM)),
+    "QELGetPrevElem": (HQELELEM, (HQELENGINE, HQELELEM)),
+    "QELGetElemType": (c_int32, (HQELENGINE, HQELELEM)),
+    "QELGetElemId": (c_char_p, (HQELENGINE, HQELELEM)),
+    "QELSetElemId": (c_int32, (HQELENGINE, HQELELEM, c_char_p)),
+    "QELGetElemAttr": (c_int32, (HQELENGINE, HQELELEM, c_void_p, POINTER(c_int32))),
+    "QELSetElemAttr": (c_int32, (HQELENGINE, HQELELEM, c_void_p, c_int32)),
+    "QELGetElemRect": (c_int32, (HQELENGINE, HQELELEM, POINTER(RECT))),
+    "QELSetElemRect": (c_int32, (HQELENGINE, HQELELEM, POINTER(RECT))),
+    "QELGetRefSize": (c_int32, (HQELENGINE, POINTER(SIZE))),
+    "QELSetRefSize": (c_int32, (HQELENGINE, POINTER(SIZE))),
+    "QELGetQELRect": (c_int32, (HQELENGINE, POINTER(RECT))),
+    "QELSetQELRect": (c_int32, (HQELENGINE, POINTER(RECT))),
+    "QELGetDrawGraphRect": (c_int32, (HQELENGINE, POINTER(RECT))),
+    "QELDraw": (c_int32, (HQELENGINE, HANDLE, POINTER(RECT), c_uint32)),
+    "QELRotate": (c_int32, (HQELENGINE, c_int32)),
+    "QELSetBlinkState": (c_int32, (HQELENGINE, c_int32)),
+    "QELGetStatus": (c_int32, (HQELENGINE, POINTER(c_uint32))),
+    "QELSetStatus": (c_int32, (HQELENGINE, c_uint32)),
+    "QELGetParam": (c_int32, (HQELENGINE, c_int32, POINTER(c_uint32))),
+    "QELSetParam": (c_int32, (HQELENGINE, c_int32, c_uint32)),
+    "QELParamsSupported": (c_uint32, (HQELENGINE,)),
+    "QELGetScaleParam": (c_int32, (HQELENGINE, c_uint32, c_uint32, POINTER(c_uint32))),
+    "QELSetScaleParam": (c_int32, (HQELENGINE, c_uint32, c_uint32, c_uint32)),
+    "QELGetScaleParamf": (c_int32, (HQELENGINE, c_uint32, c_uint32, POINTER(c_float))),
+    "QELSetScaleParamf": (c_int32, (HQELENGINE, c_uint32, c_uint32, c_float)),
+    "QELGetScaleStatus": (c_int32, (HQELENGINE, c_uint32, POINTER(c_uint32))),
+    "QELSetScaleStatus": (c_int32, (HQELENGINE, c_uint32, c_uint32)),
+    "QELGetScaleStatusf": (c_int32, (HQELENGINE, c_uint32, POINTER(c_float))),
+    "QELSetScaleStatusf": (c_int32, (HQELENGINE, c_uint32, c_float)),
+    "QELCreateGradientDescriptor": (HQELGRADIENT, (POINTER(RECT), c_int32, c_uint32, c_uint32)),
+    "QELCloseGradientDescriptor": (c_int32, (HQELGRADIENT,)),
+    "QELGetGradientBrush": (HANDLE, (HQELGRADIENT,)),
+    "QELDrawBezier": (c_int32, (HANDLE, POINTER(POINT), c_uint32)),
+    "QELDrawCurve": (c_int32, (HANDLE, POINTER(POINT), c_uint32)),
+}
+
+# In the 32-bit DLL these have other names.
+DECORATED = {
+    "QELOpenFileU": "_QELOpenFileU@8",
+    "QELCreateGradientDescriptor": "_QELCreateGradientDescriptor@16",
+    "QELCloseGradientDescriptor": "_QELCloseGradientDescriptor@4",
+    "QELGetGradientBrush": "_QELGetGradientBrush@4",
+    "QELDrawBezier": "_QELDrawBezier@12",
+    "QELDrawCurve": "_QELDrawCurve@12",
+}
+
+
+def load(path="QELEngine.dll"):
+    """The DLL, with argument and result types set. Python looks for a name without a folder beside
+    itself and in the system's folders only: give the whole path."""
+    dll = ctypes.WinDLL(path)
+    for name, (result, arguments) in FUNCTIONS.items():
+        decorated = ctypes.sizeof(c_void_p) == 4 and name in DECORATED
+        function = getattr(dll, DECORATED[name] if decorated else name)
+        function.restype = result
+        function.argtypes = arguments
+        setattr(dll, name, function)
+    return dll
