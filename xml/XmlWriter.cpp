@@ -12,8 +12,9 @@
 
 namespace {
 
-constexpr int MAX_IDLE_WRITES = 16; // writes in a row without progress before a save is given up
-constexpr int MAX_TEMP_NAMES = 100; // names beside the target that are tried
+constexpr int MAX_IDLE_WRITES = 16;    // writes in a row without progress before a save is given up
+constexpr std::size_t TEMP_ENDING = 4; // ".00~"
+constexpr int MAX_TEMP_NAMES = 100;    // names beside the target that are tried
 
 // Counts, and with a buffer also stores, what is written. The length sticks at its maximum instead
 // of wrapping, so that a document too large for memory is never measured as a small one.
@@ -205,11 +206,30 @@ bool IsReplaceable(const char* pszPath)
     return ::GetLastError() == ERROR_FILE_NOT_FOUND;
 }
 
+// How much of a path stands before the name of the file. A separator may be the second byte of a
+// character and is none then.
+std::size_t FolderLength(const char* pszPath)
+{
+    std::size_t nFolder = 0;
+    for (std::size_t n = 0; pszPath[n]; ++n) {
+        if (::IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(pszPath[n])) && pszPath[n + 1])
+            ++n;
+        else if (pszPath[n] == '\\' || pszPath[n] == '/' || pszPath[n] == ':')
+            nFolder = n + 1;
+    }
+    return nFolder;
+}
+
 // Creates a file beside the target under a name that nothing has, and leaves the name in pszTemp.
+// It is the target's with an ending or, where the system would not take so long a path, one of its
+// own that is not longer than the target's.
 HANDLE CreateBeside(const char* pszPath, char* pszTemp, std::size_t nTempSize)
 {
+    const std::size_t nLength = std::strlen(pszPath);
+    const bool bFits = nLength + TEMP_ENDING < MAX_PATH;
+    const auto nKept = static_cast<int>(bFits ? nLength : FolderLength(pszPath));
     for (int n = 0; n < MAX_TEMP_NAMES; ++n) {
-        if (std::snprintf(pszTemp, nTempSize, "%s.%02d~", pszPath, n) < 0) break;
+        if (std::snprintf(pszTemp, nTempSize, "%.*s.%02d~", nKept, pszPath, n) < 0) break;
         const HANDLE hFile = ::CreateFileA(pszTemp, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                            FILE_ATTRIBUTE_NORMAL, nullptr);
         if (hFile != INVALID_HANDLE_VALUE) return hFile;

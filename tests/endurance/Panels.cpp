@@ -1,0 +1,125 @@
+// The drawings; see the header.
+#include "tests/endurance/Panels.h"
+
+#include <cstdarg>
+#include <cstdio>
+
+namespace {
+
+constexpr int CELL = 50;
+constexpr int COLUMNS = 4;
+constexpr const char* g_meters[METER_TYPES] = {"vert",         "vert3d",     "horz",  "horz3d",
+                                               "round",        "Arc",        "pie",   "clock",
+                                               "roundUpgrade", "pieUpgrade", "sector"};
+constexpr const char* g_scales[SCALE_TYPES] = {"vrtleft", "vrtright", "horizup",
+                                               "horizdn", "round",    "Arc"};
+
+__attribute__((format(gnu_printf, 1, 2))) std::string Format(const char* pszFormat, ...)
+{
+    char szText[512];
+    va_list args;
+    va_start(args, pszFormat);
+    std::vsnprintf(szText, sizeof szText, pszFormat, args);
+    va_end(args);
+    return szText;
+}
+
+std::string Panel(const char* pszId, const std::string& inside)
+{
+    return Format("<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n"
+                  "<qel id=\"%s\" width=\"%ld\" height=\"%ld\">\r\n"
+                  "<rect style=\"0x1\" bg=\"0x302820\" fg=\"0x605040\" lnwid=\"0\" "
+                  "crd=\"0 0 %ld %ld\"/>\r\n",
+                  pszId, PANEL_SIZE.cx, PANEL_SIZE.cy, PANEL_SIZE.cx, PANEL_SIZE.cy) +
+           inside + "</qel>\r\n";
+}
+
+// A dial takes the whole cell, a bar its left half with the face in the right one.
+std::string Meter(int nType, int nId, int nX, int nY)
+{
+    const std::string head = Format("<meter mtid=\"%d\" upin=\"1\" mtype=\"%s\" flag=\"0x200000\" ",
+                                    nId, g_meters[nType]);
+    if (nType < 4)
+        return head + Format("crd=\"%d %d %d %d\">"
+                             "<rect style=\"0x1\" lnwid=\"0\" crd=\"%d %d %d %d\"/></meter>\r\n",
+                             nX + 2, nY + 4, nX + 24, nY + 46, nX + 26, nY + 4, nX + 40, nY + 46);
+    const bool bArc = nType == 5 || nType == 6 || nType == 9;
+    return head + Format("crd=\"%d %d 20 %d %d %d %d%s\">"
+                         "<circle style=\"0x1\" lnwid=\"0\" crd=\"%d %d 24\"/></meter>\r\n",
+                         nX + 25, nY + 25, nX + 1, nY + 1, nX + 49, nY + 49, bArc ? " 45 315" : "",
+                         nX + 25, nY + 25);
+}
+
+// Three status pictures, of which one is shown, with blinking colours; and what follows the host's
+// parameters.
+std::string Lamps(int nX, int nY)
+{
+    std::string text;
+    for (int n = 0; n < 3; ++n)
+        text += Format("<status stx=\"%d\"><circle style=\"0x1\" bg=\"0x%x glt\" fg=\"0x%x glt\" "
+                       "crd=\"%d %d 5\"/><text fg=\"0xffffff\" crd=\"%d %d %d %d\">%d</text>"
+                       "</status>\r\n",
+                       n, 0xFF << 8 * n, 0x7F << 8 * n, nX + 8, nY + 8, nX + 4, nY + 2, nX + 12,
+                       nY + 14, n);
+    text += Format("<pattern><rect style=\"0x1\" crd=\"%d %d %d %d\"/>"
+                   "<polygon style=\"0x1\" dr=\"12\" crd=\"%d %d %d %d %d %d\"/></pattern>\r\n",
+                   nX + 18, nY + 2, nX + 30, nY + 14, nX + 32, nY + 2, nX + 46, nY + 2, nX + 39,
+                   nY + 14);
+    text += Format("<frame><rndrect flag=\"0x1\" crd=\"%d %d %d %d 4 4\"/></frame>\r\n", nX + 2,
+                   nY + 18, nX + 24, nY + 30);
+    text += Format("<drawrgn style=\"0x10003\" crd=\"%d %d %d %d\"/>\r\n", nX + 26, nY + 18,
+                   nX + 48, nY + 30);
+    text +=
+        Format("<rect style=\"0x1\" flag=\"0x81\" bg=\"0xff8000 glt\" crd=\"%d %d %d %d\"/>\r\n",
+               nX + 2, nY + 34, nX + 48, nY + 48);
+    return text;
+}
+
+} // namespace
+
+std::string MeterPanel(int nLive)
+{
+    std::string inside;
+    for (int nType = 0; nType < METER_TYPES; ++nType)
+        inside += Meter(nType, nType == nLive ? 0 : FIRST_METER_ID + nType, nType % COLUMNS * CELL,
+                        nType / COLUMNS * CELL);
+    inside += Lamps(3 * CELL, 2 * CELL);
+    return Panel(Format("meters-%d", nLive).c_str(), inside);
+}
+
+std::string ScalePanel()
+{
+    std::string inside;
+    for (int nType = 0; nType < SCALE_TYPES; ++nType) {
+        const int nX = nType % COLUMNS * CELL;
+        const int nY = nType / COLUMNS * CELL;
+        inside += Format("<scale scid=\"%d\" pin=\"1\" sctype=\"%s\" crd=\"",
+                         FIRST_SCALE_ID + nType, g_scales[nType]);
+        if (nType < 4)
+            inside += Format("%d %d %d %d\"/>\r\n", nX + 5, nY + 5, nX + 45, nY + 45);
+        else
+            inside +=
+                Format("%d %d 20 15 4%s\"/>\r\n", nX + 25, nY + 25, nType == 5 ? " -30 210" : "");
+    }
+    inside += Lamps(2 * CELL, 2 * CELL);
+    return Panel("scales", inside);
+}
+
+std::string ShapePanel(int nShapes)
+{
+    constexpr const char* shapes[] = {"text",    "rect",   "chord", "pie",      "rndrect", "arc",
+                                      "ellipse", "circle", "line",  "polyline", "polygon"};
+    std::string inside;
+    for (int n = 0; n < nShapes; ++n) {
+        const char* pszShape = shapes[n % 11];
+        const int nX = n * 17 % 150;
+        const int nY = n * 29 % 110;
+        if (n % 5 == 0) inside += Format("<g id=\"g%d\">\r\n", n);
+        inside += Format("<%s id=\"s%d\" style=\"0x%x\" dr=\"%d\" fg=\"0x%x\" crd=\"%d %d %d %d %d "
+                         "%d %d %d\">\xCB\xAE\xB1\xC3 %d &amp; &lt;x&gt;</%s>\r\n",
+                         pszShape, n, n % 4 == 3 ? 5 : n % 4, n % 38, n * 977 % 0xFFFFFF, nX, nY,
+                         nX + 30, nY + 24, nX + 30, nY + 5, nX + 5, nY, n, pszShape);
+        if (n % 5 == 4 || n + 1 == nShapes) inside += "</g>\r\n";
+    }
+    return Panel("shapes", inside);
+}
