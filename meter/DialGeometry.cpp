@@ -10,10 +10,20 @@ namespace {
 
 constexpr int32_t STRAY_RADIUS = 10;
 constexpr double SAME_SLOPE = 0.01;
+constexpr float DEGREE_LIMIT = 32767.0F;
 
 int32_t Trunc(double f)
 {
     return TruncToInt(f);
+}
+
+// The degree functions hold whole degrees in 16 bits; beyond, an angle is brought back to within one
+// turn. What is no angle points down.
+float WithinReach(float fAngle)
+{
+    if (std::fabs(fAngle) < DEGREE_LIMIT) return fAngle;
+    const float fRest = std::fmod(fAngle, 360.0F);
+    return fRest == fRest ? fRest : 0.0F;
 }
 
 bool SameSide(int32_t a, int32_t b)
@@ -26,6 +36,7 @@ bool SameSide(int32_t a, int32_t b)
 POINT PolarPoint(POINT ptCentre, int32_t nRadius, float fAngle)
 {
     if (nRadius < 0 || nRadius > MAX_DIAL_RADIUS) nRadius = STRAY_RADIUS;
+    fAngle = WithinReach(fAngle);
     return {WrapSub(ptCentre.x, Trunc(nRadius * DegSin(fAngle))),
             WrapAdd(ptCentre.y, Trunc(nRadius * DegCos(fAngle)))};
 }
