@@ -816,6 +816,16 @@ std::size_t SparePlaces() // how many objects can still be made
     return pens.size();
 }
 
+TEST(DialClip, GivesItsRegionBack)
+{
+    const CTestBitmap bitmap(100, 100);
+    for (const bool bWhole : {false, true}) {
+        const std::size_t nSpare = SparePlaces();
+        for (int i = 0; i < 20; ++i) const CDialClip clip(bitmap.Dc(), {10, 20, 60, 70}, bWhole);
+        EXPECT_EQ(nSpare, SparePlaces()) << bWhole;
+    }
+}
+
 TEST(ArcMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
 {
     CTestBitmap bitmap(240, 240);

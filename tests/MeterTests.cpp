@@ -221,6 +221,21 @@ TEST(Meter, MirrorsAboutTheMiddleOfItsRange)
     }
 }
 
+TEST(Meter, MirrorsRealValuesWithTheirFraction)
+{
+    CProbe meter;
+    meter.SetMin(20);
+    meter.SetMax(50);
+    meter.SetReverse(1);
+    meter.SetShowFill(1);
+    meter.Draw(nullptr, 20.25F, 0U);
+    EXPECT_EQ((Lines{"fill real 49.75 flags 0"}), meter.Taken());
+    meter.Draw(nullptr, 51.5F, 0U); // outside as well: layers clamp, the base does not
+    EXPECT_EQ((Lines{"fill real 18.50 flags 0"}), meter.Taken());
+    EXPECT_EQ(51, meter.GetLastValue());
+    EXPECT_EQ(19, meter.GetShownValue());
+}
+
 TEST(Meter, StoresARealValueWithoutItsFraction)
 {
     struct Row {
