@@ -64,7 +64,7 @@ float CArcMeter::TickAngle(uint32_t nTick) const
 bool CArcMeter::HasLabel(uint32_t nTick) const
 {
     if (nTick == 0) return true;
-    if (nTick >= DrawnTicks()) return TruncToInt(m_fEnd) % 360 != TruncToInt(m_fStart) % 360;
+    if (nTick >= DrawnTicks()) return WholeAngle(m_fEnd) != WholeAngle(m_fStart);
     return IsMajor(nTick);
 }
 

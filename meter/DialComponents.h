@@ -70,6 +70,6 @@ private:
     COLORREF m_clr;
 };
 
-// One text in a font that lives for this call, background transparent. Result: 0 when there was no
-// font.
+// One text in hFont, background transparent. The font stays the caller's. Result: 0 when there was
+// no font.
 int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr);

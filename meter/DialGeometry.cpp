@@ -17,8 +17,8 @@ int32_t Trunc(double f)
     return TruncToInt(f);
 }
 
-// The degree functions hold whole degrees in 16 bits; beyond, an angle is brought back to within one
-// turn. What is no angle points down.
+// The degree functions hold whole degrees in 16 bits; beyond, an angle is brought back to within
+// one turn. What is no angle points down.
 float WithinReach(float fAngle)
 {
     if (std::fabs(fAngle) < DEGREE_LIMIT) return fAngle;

@@ -336,6 +336,7 @@ TEST(ArcMeter, NumbersStandAtMajorTicksAndBothEnds)
         {20.2F, 380.9F, 4, 2, {0, 2}}, // 20 and 380, whole degrees
         {20.9F, 381, 4, 2, {0, 2, 4}}, // 20 and 381
         {90, 450, 4, 4, {0}},
+        {-90, 270, 4, 4, {0}}, // a full circle from below zero
     };
     for (const Row& row : rows) {
         CDial dial(R, row.fStart, row.fEnd);
