@@ -104,8 +104,15 @@ int CQELDocElm::Load()
     if (nType < 0 || nType >= QEL_TYPE_NONE) return 0;
     m_nType = nType;
     const char* pszId = XmlGetAttr(Xml(), AttrName(ATTR_ID));
-    if (pszId && *pszId) SetId(pszId); // without memory the element goes without it
+    if (pszId && *pszId) SetId(pszId);
     return 1;
+}
+
+bool CQELDocElm::HasLostId() const
+{
+    if (*Id()) return false;
+    const char* pszId = XmlGetAttr(Xml(), AttrName(ATTR_ID));
+    return pszId && *pszId;
 }
 
 int CQELDocElm::Save()

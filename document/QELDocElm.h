@@ -38,6 +38,8 @@ public:
     virtual int SetRect(const RECT& rc);
     virtual int MapRect(const RECT& rcOld, const RECT& rcNew);
     virtual int Load(); // from the XML element under the cursor
+    // After a load: there was no memory for the identifier under the cursor.
+    [[nodiscard]] bool HasLostId() const;
     virtual int Save(); // as a new XML element under the cursor, onto which the cursor moves
 
     void Remove(); // deletes all descendants, then unlinks

@@ -12,16 +12,13 @@ constexpr char g_template[] = "<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n<
 CQELDocument::~CQELDocument()
 {
     Close();
-    XmlDestroy(m_pXml);
 }
 
 int CQELDocument::Close()
 {
     SetRoot(nullptr);
-    if (m_pXml)
-        XmlReset(&m_pXml);
-    else
-        m_pXml = XmlCreate();
+    XmlDestroy(m_pXml);
+    m_pXml = nullptr;
     return 1;
 }
 
@@ -91,6 +88,7 @@ CQELDocElm* CQELDocument::BuildOne(CQELDocElm* pParent, bool* pbFailed)
     if (bIsRoot) SetRoot(static_cast<CQELDocQEL*>(pElm));
     pElm->Load(); // what it cannot read keeps its default
     if (pParent) pParent->AppendChild(pElm);
+    *pbFailed = pElm->HasLostId(); // a drawing without it would be saved without it
     return pElm;
 }
 

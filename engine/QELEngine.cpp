@@ -64,7 +64,9 @@ int CQELEngine::BuildViews()
     return MakeViews(pRoot, nullptr, nullptr);
 }
 
-// The view elements of a document element and of all that is in it, each after its parent's.
+// The view elements of a document element and of all that is in it, each after its parent's. They
+// are registered when all of them are there: a registration can displace another's, which nothing
+// could undo.
 int CQELEngine::MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter)
 {
     for (CQELDocElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
@@ -72,6 +74,9 @@ int CQELEngine::MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* p
         if (!MakeView(pElm, bTop ? pParent : pElm->Parent()->View(), bTop ? pAfter : nullptr))
             return 0;
     }
+    if (!IsInPicture(pTop)) return 1; // it takes no host values
+    if (!m_view.ReservePlaces(pTop->View())) return 0;
+    RegisterAll(pTop->View());
     return 1;
 }
 
@@ -85,8 +90,8 @@ int CQELEngine::MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pA
     return 1;
 }
 
-// Loads an element's record into its view element and registers that. A view that refuses the
-// record keeps what it had.
+// Loads an element's record into its view element. A view that refuses the record keeps what it
+// had.
 void CQELEngine::LoadView(CQELDocElm* pElm)
 {
     CQELViewElm* pView = pElm->View();
@@ -99,9 +104,13 @@ void CQELEngine::LoadView(CQELDocElm* pElm)
         m_view.Root()->SetName(pElm->Id());
         TakeRefSize();
     }
-    // Fails quietly for one that is registered already. What is out of the picture takes no host
-    // values.
-    if (IsInPicture(pElm)) m_view.Register(pView);
+}
+
+// The same for one that was changed. It is registered anew, since its id may be another.
+void CQELEngine::ReloadView(CQELDocElm* pElm)
+{
+    LoadView(pElm);
+    if (pElm->View() && IsInPicture(pElm)) m_view.Register(pElm->View());
 }
 
 bool CQELEngine::IsInPicture(const CQELDocElm* pElm) const
@@ -123,8 +132,15 @@ CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocEl
     CQELDocElm* pElm = m_document.CreateElement(pParent, pAfter, nType);
     if (!pElm) return nullptr;
     if (MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr)) return pElm;
-    m_document.DeleteElement(pElm);
+    GiveUp(pElm);
     return nullptr;
+}
+
+// Deletes an element whose view elements could not be made. They were not registered.
+void CQELEngine::GiveUp(CQELDocElm* pElm)
+{
+    if (CQELViewElm* pView = pElm->View()) m_view.DeleteElement(pView);
+    m_document.DeleteElement(pElm);
 }
 
 // Both halves of the new root are made before either old one is given up.
@@ -157,8 +173,13 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
 int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter)
 {
     const bool bWasInPicture = IsInPicture(pElm);
-    if (!m_document.MoveElement(pElm, pParent, pAfter)) return 0;
     CQELViewElm* pView = pElm->View();
+    const bool bComesIn = pView && !bWasInPicture && pParent && IsInPicture(pParent);
+    if (bComesIn && !m_view.ReservePlaces(pView)) return 0;
+    if (!m_document.MoveElement(pElm, pParent, pAfter)) {
+        if (bComesIn) m_view.GiveUpPlaces(pView);
+        return 0;
+    }
     if (!pView) return 1;
     const bool bIsInPicture = IsInPicture(pElm);
     if (bWasInPicture && !bIsInPicture) UnregisterAll(pView);
@@ -173,7 +194,7 @@ CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
     CQELDocElm* pCopy = m_document.CopyElement(pElm);
     if (!pCopy) return nullptr;
     if (MakeViews(pCopy, pElm->Parent()->View(), pElm->View())) return pCopy;
-    DeleteElem(pCopy);
+    GiveUp(pCopy);
     return nullptr;
 }
 
@@ -201,7 +222,7 @@ int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
     const SIZE before = pRoot ? pRoot->RefSize() : SIZE{};
     const SIZE shown = m_refSize;
     if (!pElm->SetAttr(pBuffer)) return 0;
-    LoadView(pElm);
+    ReloadView(pElm);
     if (pElm == pRoot && before.cx == pRoot->RefSize().cx && before.cy == pRoot->RefSize().cy) {
         m_refSize = shown; // no new size: a turned drawing stays as it is shown
         m_view.SetRefSize(shown);
@@ -215,7 +236,7 @@ int CQELEngine::SetElemRect(CQELDocElm* pElm, const RECT& rc)
 {
     const int nResult = pElm->SetRect(rc);
     for (CQELDocElm* p = pElm; p; p = p->NextInTree(pElm))
-        if (p != m_document.GetRoot()) LoadView(p); // the root has no place of its own
+        if (p != m_document.GetRoot()) ReloadView(p); // the root has no place of its own
     return nResult;
 }
 

@@ -52,6 +52,8 @@ private:
     int MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter);
     int MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
     void LoadView(CQELDocElm* pElm);
+    void ReloadView(CQELDocElm* pElm);
+    void GiveUp(CQELDocElm* pElm);
     [[nodiscard]] bool IsInPicture(const CQELDocElm* pElm) const;
     void TakeRefSize();
     void RegisterAll(CQELViewElm* pTop);

@@ -202,6 +202,22 @@ int CQELView::Register(CQELViewElm* pElm)
     return 0;
 }
 
+int CQELView::ReservePlaces(CQELViewElm* pTop)
+{
+    for (CQELViewElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
+        if (!ListOf(pElm->Type()) || Register(pElm) || pElm->m_pListNode) continue;
+        GiveUpPlaces(pTop);
+        return 0;
+    }
+    return 1;
+}
+
+void CQELView::GiveUpPlaces(CQELViewElm* pTop)
+{
+    for (CQELViewElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop))
+        if (ListOf(pElm->Type())) Unregister(pElm);
+}
+
 int CQELView::Unregister(CQELViewElm* pElm)
 {
     CQELViewList* pList = ListOf(pElm->Type());

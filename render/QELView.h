@@ -37,6 +37,10 @@ public:
     static int DuplicateElement(CQELViewElm* pElm, CQELViewElm** ppOut);
 
     int Register(CQELViewElm* pElm);
+    // Places in the lists for an element and all in it; the slots stay as they are. 0 without
+    // memory: then none of them has one.
+    int ReservePlaces(CQELViewElm* pTop);
+    void GiveUpPlaces(CQELViewElm* pTop);
     int Unregister(CQELViewElm* pElm);
 
     // The result of a set is that of the frame, pattern or draw region that took the value: 0 when
