@@ -12,7 +12,12 @@ function(qel_options target)
       # Real numbers are rounded at every step, as on 64 bits, and not when a register runs out.
       target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse -mstackrealign)
     endif()
-    target_link_options(${target} PRIVATE -static)
+    if(WIN32)
+      target_link_options(${target} PRIVATE -static)
+    else()
+      # Only here is a long longer than 32 bits, which the Windows headers' types are not.
+      target_compile_options(${target} PRIVATE -Wno-conversion -Wno-format -Wno-narrowing)
+    endif()
   endif()
   target_compile_definitions(${target} PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601
     WINVER=0x0601)
@@ -23,8 +28,11 @@ function(qel_engine_options target)
   if(NOT MSVC)
     # Nothing of the engine throws; allocations that fail are answered with null. Only the exported
     # class keeps its type information, for hosts that derive from it.
-    target_compile_options(${target} PRIVATE -fno-exceptions -fno-rtti)
-    set_source_files_properties(${CMAKE_SOURCE_DIR}/brush/QELDraft.cpp PROPERTIES COMPILE_OPTIONS
-      -frtti)
+    target_compile_options(${target} PRIVATE -fno-exceptions)
+    if(WIN32) # elsewhere the sanitizers want it, for their check of virtual calls
+      target_compile_options(${target} PRIVATE -fno-rtti)
+      set_source_files_properties(${CMAKE_SOURCE_DIR}/brush/QELDraft.cpp PROPERTIES COMPILE_OPTIONS
+        -frtti)
+    endif()
   endif()
 endfunction()

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
-#include <climits>
+#include <limits>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -337,7 +337,8 @@ TEST(DialGeometry, LevelPointsOnBothSidesHaveOneSlopeAndCountAsDegenerate)
 
 TEST(DialGeometry, DegenerateTestTakesAnyPoints)
 {
-    const LONG values[] = {LONG_MIN, -1, 0, 1, LONG_MAX};
+    using Limits = std::numeric_limits<LONG>;
+    const LONG values[] = {Limits::min(), -1, 0, 1, Limits::max()};
     for (const LONG x : values)
         for (const LONG y : values) {
             const POINT pt{x, y};

@@ -4,6 +4,8 @@
 
 #include "tests/support/ViewSupport.h"
 
+#include <cstring>
+
 namespace {
 
 using View = CTestView<CQELViewText>;
@@ -160,7 +162,7 @@ TEST(TextShape, KeepsFaceWeightAndSlantOfTheHostsFont)
     font.lfWeight = FW_BOLD;
     font.lfItalic = TRUE;
     font.lfUnderline = TRUE;
-    lstrcpynA(font.lfFaceName, "WenQuanYi Zen Hei", LF_FACESIZE);
+    std::strcpy(font.lfFaceName, "WenQuanYi Zen Hei");
     CTestBitmap expected(200, 200), drawn(200, 200), plain(200, 200);
     for (const CTestBitmap* p : {&expected, &drawn}) {
         CTestSelect host(p->Dc(), ::CreateFontIndirectA(&font), true);

@@ -1,0 +1,98 @@
+// A stand-in for GDI that the native build of the engine draws on. It is strict, as no real system
+// is: it knows every object's life and every device context's state, and reports each misuse that
+// a real system would let pass. It paints nothing; it writes down what would have been painted.
+//
+//     gdi::CLeakCheck leaks;             // reports what is alive at the end of the scope
+//     gdi::CStateCheck state(hdc);       // reports a device context that is left changed
+//     gdi::FailCreation(3);              // the third object that is made from here on is not made
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace gdi {
+
+// ---- misuse ----
+
+// Told of each misuse. The one that stands at first prints it and aborts; null puts that one back.
+using MisuseHandler = void (*)(const std::string& what);
+MisuseHandler SetMisuseHandler(MisuseHandler pfnHandler);
+void ReportMisuse(const std::string& what);
+
+// ---- the life of objects ----
+
+uint64_t Mark(); // a moment: objects made from now on are younger
+// The objects and device contexts made since a moment that are still alive, "pen #12" and so on.
+std::vector<std::string> AliveSince(uint64_t nMark);
+
+class CLeakCheck { // reports what was made in its scope and outlives it
+public:
+    CLeakCheck() : m_nMark(Mark()) {}
+    ~CLeakCheck();
+    CLeakCheck(const CLeakCheck&) = delete;
+    CLeakCheck& operator=(const CLeakCheck&) = delete;
+
+private:
+    uint64_t m_nMark;
+};
+
+// ---- faults ----
+
+// Objects are counted as they are asked for: pens, brushes, fonts, bitmaps, regions and memory
+// device contexts. The n-th from now fails, or it and all after it. 0: none.
+void FailCreation(int nNth);
+void FailCreationsFrom(int nNth);
+int Creations(); // how many were asked for since the last of these two calls
+
+// Creations done by a test itself while a fault is set do not count.
+class CNoFaults {
+public:
+    CNoFaults();
+    ~CNoFaults();
+    CNoFaults(const CNoFaults&) = delete;
+    CNoFaults& operator=(const CNoFaults&) = delete;
+};
+
+// ---- the state of device contexts ----
+
+constexpr unsigned MAY_CHANGE_COLORS = 1; // text and background colour
+
+// Everything that a call could leave changed, as text.
+std::string State(HDC hdc, unsigned nMayChange = 0);
+
+class CStateCheck { // reports a device context that is not as it was at the start of the scope
+public:
+    explicit CStateCheck(HDC hdc, unsigned nMayChange = 0)
+        : m_hdc(hdc), m_nMayChange(nMayChange), m_before(State(hdc, nMayChange))
+    {
+    }
+    ~CStateCheck();
+    CStateCheck(const CStateCheck&) = delete;
+    CStateCheck& operator=(const CStateCheck&) = delete;
+
+private:
+    HDC m_hdc;
+    unsigned m_nMayChange;
+    std::string m_before;
+};
+
+// ---- what was drawn ----
+
+// A device context that keeps its calls, in the text form of tests/support/Recording.h.
+HDC CreateRecordingDc();
+std::vector<std::string> EndRecording(HDC hdc); // the calls; the device context is gone then
+
+// What is painted onto a device context, one line a figure, with all of the state that its pixels
+// depend on. Two equal lists are two equal pictures; equal pictures may have different lists.
+void LogPaintings(HDC hdc);                        // begins, or begins anew
+const std::vector<std::string>& Paintings(HDC hdc);
+
+// A size of the surface other than that of the bitmap in a memory device context. The part of the
+// area outside of it is not told apart from the part inside.
+std::string RegionText(HRGN hRegion); // its rectangles
+std::size_t PatternHash(HBRUSH hBrush); // of a pattern brush's pixels
+
+} // namespace gdi

@@ -1,0 +1,182 @@
+// Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing leaks, the
+// device context is as before, and the next draw is whole.
+#include "tests/native/GdiDouble.h"
+#include "tests/native/KernelDouble.h"
+#include "tests/native/Life.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+namespace {
+
+constexpr int MOST_CREATIONS = 20000;
+
+// Values that move every meter and scale, so that a partial redraw has something to erase.
+void MoveValues(HQELENGINE hEngine, DWORD nValue)
+{
+    QELSetScaleStatus(hEngine, 1, nValue);
+    for (DWORD nId = 41; nId <= 46; ++nId) QELSetScaleStatus(hEngine, nId, nValue % 20);
+}
+
+void ShowAll(HQELENGINE hEngine)
+{
+    for (const DWORD nId : {0U, 51U, 52U, 53U, 54U, 55U, 56U, 57U, 58U, 59U, 60U})
+        for (const DWORD nSelector :
+             {QEL_SEL_SHOW_SCALE, QEL_SEL_SHOW_PIN, QEL_SEL_SHOW_LABELS, QEL_SEL_SHOW_ALARM,
+              QEL_SEL_SHOW_FRAME, QEL_SEL_SHOW_VALUE, QEL_SEL_MAJOR_EVERY})
+            QELSetScaleParam(hEngine, nId, nSelector, 1);
+    QELSetStatus(hEngine, 0xFFFFFFFF);
+}
+
+struct Case {
+    const char* pszName;
+    DWORD nFlags;
+    std::function<void(HQELENGINE)> prepare;
+    int nFewest; // objects that the draw asks for at least
+};
+
+const Case g_cases[] = {
+    {"first draw", QEL_DRAW_FULL, [](HQELENGINE) {}, 100},
+    {"everything shown", QEL_DRAW_FULL, ShowAll, 150},
+    {"pressed", QEL_DRAW_FULL | QEL_DRAW_PRESSED, [](HQELENGINE) {}, 100},
+    {"turned", QEL_DRAW_FULL, [](HQELENGINE h) { QELRotate(h, 90); }, 100},
+    {"partial redraw", 0,
+     [](HQELENGINE h) {
+         Painted(h);
+         MoveValues(h, 12);
+     },
+     20},
+    {"cylinders and other pins", QEL_DRAW_FULL,
+     [](HQELENGINE h) {
+         ShowAll(h);
+         for (DWORD nId = 51; nId <= 60; ++nId) {
+             QELSetScaleParam(h, nId, QEL_SEL_FRAME_OPTION, 1);
+             QELSetScaleParam(h, nId, QEL_SEL_PIN_STYLE, nId % 5);
+             QELSetScaleParam(h, nId, QEL_SEL_AXIS_STYLE, nId % 4);
+             QELSetScaleParam(h, nId, QEL_SEL_FILL_ONLY, nId % 2);
+         }
+     },
+     150},
+};
+
+void FixTheTime()
+{
+    const SYSTEMTIME time{2024, 2, 4, 29, 10, 9, 36, 0};
+    kernel::SetTime(&time, &time);
+}
+
+// What is seen in the end when nothing fails.
+std::string Undisturbed(const Case& c)
+{
+    CTestEngine engine;
+    EXPECT_TRUE(engine.Open());
+    c.prepare(engine);
+    Painted(engine, c.nFlags);
+    return Everything(engine);
+}
+
+class GdiFault : public testing::TestWithParam<Case> {};
+
+} // namespace
+
+TEST_P(GdiFault, ADrawWithoutOneObjectGoesOn)
+{
+    FixTheTime();
+    const Case& c = GetParam();
+    const std::string expected = Undisturbed(c);
+    int n = 1;
+    for (; n < MOST_CREATIONS && !HasFailure(); ++n) {
+        SCOPED_TRACE("object " + std::to_string(n));
+        const gdi::CLeakCheck leaks; // outside of the engine: its views may keep regions
+        CTestEngine engine;
+        ASSERT_TRUE(engine.Open());
+        c.prepare(engine);
+        const RECT rc = DEVICE_RECT;
+        const HDC hdc = ::CreateCompatibleDC(nullptr);
+        bool bReached = false;
+        {
+            const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
+            gdi::FailCreation(n);
+            EXPECT_EQ(1, QELDraw(engine, hdc, &rc, c.nFlags));
+            bReached = gdi::Creations() >= n;
+            gdi::FailCreation(0);
+        }
+        ::DeleteDC(hdc);
+        EXPECT_EQ(expected, Everything(engine)) << "the draw after that";
+        if (!bReached) break;
+    }
+    EXPECT_GT(n, c.nFewest);
+    EXPECT_LT(n, MOST_CREATIONS);
+}
+
+TEST_P(GdiFault, ADrawWithoutAnyObjectFromOneOnGoesOn)
+{
+    FixTheTime();
+    const Case& c = GetParam();
+    const std::string expected = Undisturbed(c);
+    for (int n = 1; n < 200 && !HasFailure(); n += n < 10 ? 1 : 17) {
+        SCOPED_TRACE("from object " + std::to_string(n));
+        const gdi::CLeakCheck leaks;
+        CTestEngine engine;
+        ASSERT_TRUE(engine.Open());
+        c.prepare(engine);
+        const RECT rc = DEVICE_RECT;
+        const HDC hdc = ::CreateCompatibleDC(nullptr);
+        {
+            const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
+            gdi::FailCreationsFrom(n);
+            EXPECT_EQ(1, QELDraw(engine, hdc, &rc, c.nFlags));
+            gdi::FailCreation(0);
+        }
+        ::DeleteDC(hdc);
+        EXPECT_EQ(expected, Everything(engine)) << "the draw after that";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Draws, GdiFault, testing::ValuesIn(g_cases), [](const auto& draw) {
+    std::string name;
+    for (const char c : std::string(draw.param.pszName))
+        if (c != ' ') name += c;
+    return name;
+});
+
+// The rectangle that a host paints in, and the values that regions are made for.
+TEST(GdiFaults, QueriesDoWithoutObjects)
+{
+    CTestEngine engine;
+    ASSERT_TRUE(engine.Open());
+    RECT before{};
+    ASSERT_EQ(1, QELGetDrawGraphRect(engine, &before));
+    gdi::FailCreationsFrom(1);
+    RECT rc{};
+    EXPECT_EQ(1, QELGetDrawGraphRect(engine, &rc));
+    EXPECT_EQ(1, QELRotate(engine, 90));
+    EXPECT_EQ(1, QELRotate(engine, 0));
+    EXPECT_EQ(before.left, rc.left);
+    EXPECT_EQ(before.bottom, rc.bottom);
+    gdi::FailCreation(0);
+}
+
+TEST(GdiFaults, GradientsComeWithoutABrushAndHatchesNotAtAll)
+{
+    const RECT rc{0, 0, 20, 10};
+    gdi::FailCreation(1);
+    const HQELGRADIENT h = QELCreateGradientDescriptor(&rc, 2, 1, 2);
+    gdi::FailCreation(0);
+    ASSERT_NE(nullptr, h);
+    EXPECT_EQ(nullptr, QELGetGradientBrush(h));
+    EXPECT_EQ(1, QELCloseGradientDescriptor(h));
+    for (int n = 1; n <= 2; ++n) { // the bitmap, the brush
+        SCOPED_TRACE(n);
+        CQELDraft draft(DRAFT_DOTS);
+        HBRUSH hBrush = nullptr;
+        gdi::FailCreation(n);
+        EXPECT_EQ(0, draft.GetDraftBrush(hBrush, nullptr, 1, 2));
+        gdi::FailCreation(0);
+        EXPECT_EQ(nullptr, hBrush);
+        EXPECT_NE(0, draft.GetDraftBrush(hBrush, nullptr, 1, 2));
+        EXPECT_NE(nullptr, hBrush);
+    }
+}
