@@ -69,11 +69,9 @@ int CQELEngine::BuildViews()
 // could undo.
 int CQELEngine::MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter)
 {
-    for (CQELDocElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
-        const bool bTop = pElm == pTop;
-        if (!MakeView(pElm, bTop ? pParent : pElm->Parent()->View(), bTop ? pAfter : nullptr))
-            return 0;
-    }
+    if (!MakeView(pTop, pParent, pAfter)) return 0;
+    for (CQELDocElm* pElm = pTop->NextInTree(pTop); pElm; pElm = pElm->NextInTree(pTop))
+        if (!MakeView(pElm, pElm->Parent()->View(), nullptr)) return 0;
     if (!IsInPicture(pTop)) return 1; // it takes no host values
     if (!m_view.ReservePlaces(pTop->View())) return 0;
     RegisterAll(pTop->View());
