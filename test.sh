@@ -2,6 +2,7 @@
 # Everything that has to hold before a change lands; sets up and builds what is missing or stale first.
 #   ./test.sh           all
 #   ./test.sh --quick   without format and lint
+# The long runs are apart: fuzz.sh, endurance.sh, coverage.sh, bench.sh.
 set -u
 cd "$(dirname "${BASH_SOURCE[0]}")" || exit 2
 source scripts/setup.sh
@@ -13,22 +14,42 @@ qel_install && qel_make_prefix || exit 2
 
 passed=0
 failed=()
-step() { # NAME COMMAND...
-  local name=$1 start=$SECONDS log
+logs=$(mktemp -d)
+trap 'rm -rf "$logs"' EXIT
+
+# Steps that use one core run two at a time: begin starts one, finish waits for all and reports them.
+begun=()
+begin() { # NAME COMMAND...
+  local name=$1 log=$logs/${#begun[@]}
   shift
-  log=$(mktemp)
-  printf '%-44s' "$name"
-  if "$@" >"$log" 2>&1 </dev/null; then
-    printf 'passed  (%d s)\n' $((SECONDS - start))
-    passed=$((passed + 1))
-  else
-    printf 'FAILED  (%d s)\n' $((SECONDS - start))
-    failed+=("$name")
-    tail -n 60 "$log"
-  fi
-  # The runners' own counts are worth a line.
-  grep -hE '^\[  PASSED  \]|^\[  FAILED  \] [0-9]+ test|tests passed|^[0-9]+ passed' "$log" | sed 's/^/    /'
-  rm -f "$log"
+  begun+=("$name")
+  {
+    start=$SECONDS
+    "$@" >"$log" 2>&1 </dev/null
+    echo "$? $((SECONDS - start))" >"$log.result"
+  } &
+}
+finish() {
+  local n code seconds
+  wait
+  for n in "${!begun[@]}"; do
+    read -r code seconds <"$logs/$n.result"
+    if [ "$code" = 0 ]; then
+      printf '%-44s%s  (%d s)\n' "${begun[$n]}" passed "$seconds"
+      passed=$((passed + 1))
+    else
+      printf '%-44s%s  (%d s)\n' "${begun[$n]}" FAILED "$seconds"
+      failed+=("${begun[$n]}")
+      tail -n 60 "$logs/$n"
+    fi
+    # The runners' own counts are worth a line.
+    grep -hE '^\[  PASSED  \]|^\[  FAILED  \] [0-9]+ test|tests passed|^[0-9]+ passed' "$logs/$n" | sed 's/^/    /'
+  done
+  begun=()
+}
+step() {
+  begin "$@"
+  finish
 }
 
 sources() { git ls-files -co --exclude-standard '*.cpp' '*.h' '*.c'; }
@@ -38,24 +59,33 @@ run_tests() { ctest --test-dir "build/$1" --output-on-failure --verbose; }
 tool_tests() { QEL="$PWD/scripts/wine.sh $PWD/build/i686/bin/qel.exe" bash tests/tool_tests.sh; }
 drawings_are_clean() { ./qel check examples/*.qel examples/gallery/*.qel; }
 docs_are_current() { scripts/docs.sh --check; }
+dictionary_is_current() { fuzz/dictionary.sh --check; }
 c_compilers_take_the_header() { scripts/header.sh; }
 both_families_link() { scripts/abi.sh; }
 package_serves_hosts() { scripts/package.sh; }
 other_languages_call() { scripts/hosts.sh; }
 
-for preset in i686 x86_64; do step "build $preset" build_all "$preset"; done
+for preset in i686 x86_64 native; do step "build $preset" build_all "$preset"; done
 if [ $quick = 0 ]; then
   step "format" format_holds
   step "lint" scripts/tidy.sh
 fi
-step "header as C and C++, old and new" c_compilers_take_the_header
-for preset in i686 x86_64; do step "tests $preset" run_tests "$preset"; done
+for preset in i686 x86_64; do begin "tests $preset" run_tests "$preset"; done
+finish
+begin "sanitizers, faults and the fuzzers' corpus" ./native.sh
+begin "qel, the command-line program" tool_tests
+finish
+begin "endurance, a hundredth of it" ./endurance.sh --quick
+begin "hosts in other languages" other_languages_call
+finish
+begin "header as C and C++, old and new" c_compilers_take_the_header
+begin "the installed package" package_serves_hosts
+finish
 step "hosts of both C++ families" both_families_link
-step "the installed package" package_serves_hosts
-step "hosts in other languages" other_languages_call
-step "qel, the command-line program" tool_tests
-step "examples are clean" drawings_are_clean
-step "documentation is current" docs_are_current
+begin "examples are clean" drawings_are_clean
+begin "documentation is current" docs_are_current
+begin "dictionary of the fuzzers is current" dictionary_is_current
+finish
 
 [ ${#failed[@]} -eq 0 ] || printf 'failed: %s\n' "${failed[@]}"
 printf '%d passed, %d failed\n' "$passed" "${#failed[@]}"

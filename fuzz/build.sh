@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# Builds the fuzzers; sourced by fuzz.sh and fuzz/dictionary.sh, which run in the project's folder then.
+# Builds the fuzzers; sourced by fuzz.sh, which runs in the project's folder then.
 source "$(dirname "${BASH_SOURCE[0]}")/../scripts/setup.sh"
 cd "$QEL_ROOT" || exit 2
 FUZZ_BUILD=${QEL_FUZZ_BUILD:-$QEL_ROOT/build/fuzz}

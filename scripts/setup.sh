@@ -32,7 +32,17 @@ qel_need_tools() {
   qel_need /usr/share/i18n/locales/zh_CN locales
 }
 
+# For the build that runs here and not under Wine.
+qel_need_native_tools() {
+  qel_need cmake cmake
+  qel_need ninja ninja-build
+  qel_need g++ g++
+  qel_need /usr/include/wine/wine/windows/windows.h libwine-dev
+  qel_need /usr/src/googletest/CMakeLists.txt googletest
+}
+
 qel_need_test_tools() {
+  qel_need_native_tools
   qel_need_tools
   qel_need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
   qel_need /usr/lib/wine/wine64 wine64
@@ -105,7 +115,7 @@ qel_build() {
   log=$dir/build.log
   # A folder that was set up before the tests could be built is set up again for them.
   if [ ! -e "$dir/build.ninja" ] ||
-      { [ -e /usr/src/googletest/CMakeLists.txt ] && ! grep -q qel_host_tests "$dir/build.ninja"; }; then
+      { [ -e /usr/src/googletest/CMakeLists.txt ] && ! grep -q qel_tests "$dir/build.ninja"; }; then
     (cd "$QEL_ROOT" && cmake --preset "$preset") >"$log" 2>&1 9>&- </dev/null || { cat "$log" >&2; return 1; }
   fi
   ninja -C "$dir" -n "$@" 2>/dev/null | grep -q Building && qel_say "Building ($preset) ..."
