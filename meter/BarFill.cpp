@@ -27,8 +27,7 @@ int CBarFill::Draw(HDC hdc, HRGN hMeterRegion)
     HBRUSH hBrush = m_hSegment ? Brush() : nullptr;
     if (!hBrush) return 0;
     const CRegion visible(::CreateRectRgn(0, 0, 0, 0));
-    if (visible.Get() &&
-        ::CombineRgn(visible.Get(), m_hSegment, hMeterRegion, RGN_AND) != ERROR) {
+    if (visible.Get() && ::CombineRgn(visible.Get(), m_hSegment, hMeterRegion, RGN_AND) != ERROR) {
         const CBkColorScope back(hdc, m_clrBack);
         const CTextColorScope text(hdc, m_clrFore);
         ::FillRgn(hdc, visible.Get(), hBrush);

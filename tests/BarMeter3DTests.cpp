@@ -372,10 +372,10 @@ std::vector<ReadOutText> ReadOut(CBar3D& bar, const std::function<int(HDC)>& dra
     int nWidth = 0, nHeight = 0;
     for (const std::string& call : recording.Only({"CreateFont", "Text"})) {
         char szText[64] = {};
-        LONG x = 0, y = 0;
+        int x = 0, y = 0;
         if (std::sscanf(call.c_str(), "CreateFont width %d height %d", &nWidth, &nHeight) == 2)
             continue;
-        if (std::sscanf(call.c_str(), "Text %ld,%ld \"%60[^\"]\"", &x, &y, szText) != 3) continue;
+        if (std::sscanf(call.c_str(), "Text %d,%d \"%60[^\"]\"", &x, &y, szText) != 3) continue;
         const auto nLength = static_cast<LONG>(std::string(szText).size());
         texts.push_back({szText, {x, y, x + nLength * nWidth, y + nHeight}});
     }

@@ -121,8 +121,10 @@ int FarFromFigure(const Words& w, int nPenWidth = 1)
     attr.nPenWidth = nPenWidth;
     View view(attr);
     constexpr RECT q{10, 10, 110, 110}; // one pixel a unit
+    HRGN hRegion = view->MakeRegion(q);
+    if (!hRegion) hRegion = ::CreateRectRgn(0, 0, 0, 0); // no region: no pixels either
     return FarFromFilled(
-        view->MakeRegion(q),
+        hRegion,
         [&](HDC hdc) {
             ::Chord(hdc, w[0] + 10, w[1] + 10, w[2] + 10, w[3] + 10, w[4] + 10, w[5] + 10,
                     w[6] + 10, w[7] + 10);

@@ -76,8 +76,8 @@ std::vector<POINT> PointsOf(const std::vector<std::string>& calls)
 {
     std::vector<POINT> points;
     for (const std::string& call : calls) {
-        long x = 0, y = 0;
-        if (std::sscanf(call.c_str(), "LineTo %ld,%ld", &x, &y) == 2) points.push_back({x, y});
+        int x = 0, y = 0;
+        if (std::sscanf(call.c_str(), "LineTo %d,%d", &x, &y) == 2) points.push_back({x, y});
     }
     return points;
 }

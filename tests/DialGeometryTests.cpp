@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <cfloat>
-#include <limits>
 #include <cmath>
 #include <limits>
 #include <string>

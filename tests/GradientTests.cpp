@@ -26,19 +26,19 @@ struct Axis {
 int Ramp(const Axis& at, int a, int b)
 {
     if (at.nLength < 1 || a == b) return a;
-    if (at.nPixel < at.nOrigin)
-        return b - ((at.nOrigin - at.nPixel - 1) % at.nLength) * (b - a) / at.nLength;
-    return a + ((at.nPixel - at.nOrigin) % at.nLength) * (b - a) / at.nLength;
+    const long long nFrom = static_cast<long long>(at.nPixel) - at.nOrigin;
+    if (nFrom < 0) return static_cast<int>(b - (-nFrom - 1) % at.nLength * (b - a) / at.nLength);
+    return static_cast<int>(a + nFrom % at.nLength * (b - a) / at.nLength);
 }
 
 int ThereAndBack(const Axis& at, int a, int b)
 {
     if (at.nLength < 2 || a == b) return a;
     const int nHalf = at.nLength / 2;
-    const int nStep = at.nPixel < at.nOrigin ? (at.nOrigin - at.nPixel - 1) % at.nLength
-                                             : (at.nPixel - at.nOrigin) % at.nLength;
-    if (nStep >= nHalf) return b - (nStep - nHalf) * (b - a) / nHalf;
-    return a + nStep * (b - a) / nHalf;
+    const long long nFrom = static_cast<long long>(at.nPixel) - at.nOrigin;
+    const long long nStep = (nFrom < 0 ? -nFrom - 1 : nFrom) % at.nLength;
+    if (nStep >= nHalf) return static_cast<int>(b - (nStep - nHalf) * (b - a) / nHalf);
+    return static_cast<int>(a + nStep * (b - a) / nHalf);
 }
 
 int Reflected(int nValue, int a, int b)

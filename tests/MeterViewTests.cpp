@@ -259,12 +259,12 @@ Fields FieldsOf(const CMeter* p, int nType)
           double(p->GetShowLabels()), double(p->GetShowFill()), double(p->GetShowAlarm()),
           double(p->GetShowFrame()), double(p->GetShowValue()), double(p->GetReverse()),
           double(p->GetUseBaseValue()), double(p->GetFillOnly())});
-    if (const auto* pBar = static_cast<const CBarMeter*>(p); IsBar(nType))
+    if (const auto* pBar = IsBar(nType) ? static_cast<const CBarMeter*>(p) : nullptr)
         Note(f, std::istringstream("hatch hatch-fore hatch-back scale second empty label"),
              {double(pBar->BarStyle()), double(pBar->BarColor()), double(pBar->BackColor()),
               double(pBar->ScaleColor()), double(pBar->SecondScaleColor()),
               double(pBar->EmptyColor()), double(pBar->LabelColor())});
-    if (const auto* pDial = static_cast<const CArcMeter*>(p); !IsBar(nType))
+    if (const auto* pDial = IsBar(nType) ? nullptr : static_cast<const CArcMeter*>(p))
         Note(f,
              std::istringstream("face scale pin label low-colour high-colour pin-style axis-style "
                                 "start-angle end-angle offset"),
@@ -272,11 +272,11 @@ Fields FieldsOf(const CMeter* p, int nType)
               double(pDial->LabelColor()), double(pDial->LowColor()), double(pDial->HighColor()),
               double(pDial->PinStyle()), double(pDial->AxisStyle()), pDial->StartAngle(),
               pDial->EndAngle(), pDial->AngleOffset()});
-    if (const auto* pPie = static_cast<const CPieMeter*>(p); IsPie(nType))
+    if (const auto* pPie = IsPie(nType) ? static_cast<const CPieMeter*>(p) : nullptr)
         Note(
             f, std::istringstream("hatch hatch-fore hatch-back"),
             {double(pPie->SectorStyle()), double(pPie->SectorColor()), double(pPie->EraseColor())});
-    if (const auto* pSector = static_cast<const CSectorMeter*>(p); nType == 10)
+    if (const auto* pSector = nType == 10 ? static_cast<const CSectorMeter*>(p) : nullptr)
         f["sectors"] = pSector->SectorCount();
     return f;
 }

@@ -128,7 +128,7 @@ TEST(RootElement, RefusesARecordOfAnotherSizeOrKind)
         attr.nSize = nSize;
         EXPECT_EQ(0, document.Root()->SetAttr(&attr)) << nSize;
     }
-    for (const LONG nType : {-1L, 3L, 100L, 0x10000L, LONG_LEAST}) {
+    for (const LONG nType : {LONG{-1}, LONG{3}, LONG{100}, LONG{0x10000}, LONG_LEAST}) {
         const QELROOTATTR attr = Record(nType, 300, 200, 90);
         EXPECT_EQ(0, document.Root()->SetAttr(&attr)) << nType;
     }

@@ -180,8 +180,10 @@ TEST(TextShape, KeepsFaceWeightAndSlantOfTheHostsFont)
     EXPECT_EQ(1, view->Draw(plain.Dc(), {0, 0, 200, 200}, QEL_DRAW_FULL));
     EXPECT_NE("", FirstDifference(plain, drawn));
     CRecording recording;
-    CTestSelect host(recording.Dc(), ::CreateFontIndirectA(&font), true);
-    EXPECT_EQ(1, view->Draw(recording.Dc(), {0, 0, 200, 200}, QEL_DRAW_FULL));
+    {
+        CTestSelect host(recording.Dc(), ::CreateFontIndirectA(&font), true);
+        EXPECT_EQ(1, view->Draw(recording.Dc(), {0, 0, 200, 200}, QEL_DRAW_FULL));
+    }
     const Lines made = recording.Only({"CreateFont"});
     EXPECT_EQ("CreateFont width 42 height 96 charset 255 face WenQuanYi Zen Hei", made.back());
 }

@@ -354,6 +354,8 @@ TEST(ViewDuplicate, WithinItsOwnParentCutsTheChainBehindTheSource)
     f.parent.AppendChild(d);
     EXPECT_EQ((Chain{f.a, f.b, pCopy, d}), Forward(f.parent));
     EXPECT_EQ(pCopy, d->PrevSibling());
+    delete d; // before c, whose end cuts the chain that these two hang in
+    delete pCopy;
 }
 
 TEST(ViewDuplicate, OfAnElementWithoutAParentIsNotLinked)

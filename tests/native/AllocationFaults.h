@@ -1,6 +1,6 @@
-// Makes allocations of the engine fail: its malloc, calloc, realloc and new (std::nothrow). They are
-// caught at link time (tests/native/CMakeLists.txt), so that the sanitizers see all others and these
-// as they are.
+// Makes allocations of the engine fail: its malloc, calloc, realloc and new (std::nothrow). They
+// are caught at link time (tests/native/CMakeLists.txt), so that the sanitizers see all others and
+// these as they are.
 #pragma once
 
 namespace alloc {

@@ -101,7 +101,8 @@ CArea CArea::Polygon(std::span<const POINT> points, bool bWinding)
             const POINT& b = points[(n + 1) % points.size()];
             if ((a.y < band.fCentre) == (b.y < band.fCentre)) continue;
             const double fPart = (band.fCentre - a.y) / (static_cast<double>(b.y) - a.y);
-            crossings.push_back({a.x + (static_cast<double>(b.x) - a.x) * fPart, a.y < b.y ? 1 : -1});
+            crossings.push_back(
+                {a.x + (static_cast<double>(b.x) - a.x) * fPart, a.y < b.y ? 1 : -1});
         }
         std::sort(crossings.begin(), crossings.end(),
                   [](const Crossing& a, const Crossing& b) { return a.fX < b.fX; });
@@ -125,7 +126,9 @@ CArea CArea::List(std::span<const RECT> rects)
         for (const RECT& rc : rects)
             box = {std::min(box.left, rc.left), std::min(box.top, rc.top),
                    std::max(box.right, rc.right), std::max(box.bottom, rc.bottom)};
-        return Rect(box);
+        area = Rect(box);
+        area.m_bExact = false;
+        return area;
     }
     for (const RECT& rc : rects) area.Add(rc.left, rc.top, rc.right, rc.bottom);
     return area;
@@ -139,6 +142,15 @@ RECT CArea::Box() const
         box = {std::min(box.left, rc.left), std::min(box.top, rc.top),
                std::max(box.right, rc.right), std::max(box.bottom, rc.bottom)};
     return box;
+}
+
+long long CArea::Count() const
+{
+    long long nCount = 0;
+    for (const RECT& rc : m_rects)
+        nCount += (static_cast<long long>(rc.right) - rc.left) *
+                  (static_cast<long long>(rc.bottom) - rc.top);
+    return nCount;
 }
 
 bool CArea::Contains(int x, int y) const
@@ -157,19 +169,19 @@ std::string CArea::Text() const
 {
     std::string text;
     for (const RECT& rc : m_rects)
-        text += (text.empty() ? "" : " ") + std::to_string(rc.left) + "," +
-                std::to_string(rc.top) + "," + std::to_string(rc.right) + "," +
-                std::to_string(rc.bottom);
+        text += (text.empty() ? "" : " ") + std::to_string(rc.left) + "," + std::to_string(rc.top) +
+                "," + std::to_string(rc.right) + "," + std::to_string(rc.bottom);
     return text;
 }
 
 CArea CArea::And(const CArea& other) const
 {
     CArea area;
+    area.m_bExact = m_bExact && other.m_bExact;
     for (const RECT& a : m_rects)
         for (const RECT& b : other.m_rects)
-            area.Add(std::max(a.left, b.left), std::max(a.top, b.top),
-                     std::min(a.right, b.right), std::min(a.bottom, b.bottom));
+            area.Add(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+                     std::min(a.bottom, b.bottom));
     area.Limit();
     return area;
 }
@@ -177,6 +189,7 @@ CArea CArea::And(const CArea& other) const
 CArea CArea::Minus(const CArea& other) const
 {
     std::vector<RECT> left = m_rects;
+    bool bExact = m_bExact && other.m_bExact;
     for (const RECT& cut : other.m_rects) {
         CArea next;
         for (const RECT& rc : left) {
@@ -192,9 +205,11 @@ CArea CArea::Minus(const CArea& other) const
             next.Add(rc.left, in.bottom, rc.right, rc.bottom);
         }
         left.swap(next.m_rects);
+        bExact = bExact && left.size() <= MAX_RECTS * 2;
         if (left.size() > MAX_RECTS * 2) break;
     }
     CArea area;
+    area.m_bExact = bExact;
     area.m_rects.swap(left);
     area.Limit();
     return area;
@@ -204,6 +219,7 @@ CArea CArea::Or(const CArea& other) const
 {
     CArea area = *this;
     const CArea more = other.Minus(*this);
+    area.m_bExact = more.m_bExact;
     area.m_rects.insert(area.m_rects.end(), more.m_rects.begin(), more.m_rects.end());
     area.Limit();
     return area;
@@ -231,5 +247,7 @@ void CArea::Add(long long nLeft, long long nTop, long long nRight, long long nBo
 
 void CArea::Limit()
 {
-    if (m_rects.size() > MAX_RECTS) m_rects = {Box()};
+    if (m_rects.size() <= MAX_RECTS) return;
+    m_rects = {Box()};
+    m_bExact = false;
 }

@@ -22,6 +22,9 @@ public:
     static CArea List(std::span<const RECT> rects); // of rectangles that do not overlap
 
     [[nodiscard]] bool IsEmpty() const { return m_rects.empty(); }
+    // Whether it never grew too long, and so is no bounding box of what it should be.
+    [[nodiscard]] bool IsExact() const { return m_bExact; }
+    [[nodiscard]] long long Count() const; // of its pixels
     [[nodiscard]] bool IsRect() const { return m_rects.size() == 1; }
     [[nodiscard]] const std::vector<RECT>& Rects() const { return m_rects; }
     [[nodiscard]] RECT Box() const; // all zeros when empty
@@ -40,4 +43,5 @@ private:
     void Limit();
 
     std::vector<RECT> m_rects;
+    bool m_bExact = true;
 };

@@ -1,5 +1,6 @@
-// Files that fail. Whatever happens to the disk while a drawing is saved, the old or the new one is whole
-// in its place; whatever happens while one is opened, the file stays as it is and the engine can be used.
+// Files that fail. Whatever happens to the disk while a drawing is saved, the old or the new one is
+// whole in its place; whatever happens while one is opened, the file stays as it is and the engine
+// can be used.
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"
@@ -159,8 +160,9 @@ TEST(FileFaults, ATargetThatAnotherProcessHasOpenStays)
     kernel::Lock(DRAWING_PATH, true);
     EXPECT_EQ(0, QELSaveFile(drawing, DRAWING_PATH));
     kernel::Lock(DRAWING_PATH, false);
-    const HANDLE hReader = ::CreateFileA(DRAWING_PATH, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                         nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE hReader =
+        ::CreateFileA(DRAWING_PATH, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                      OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(0, QELSaveFile(drawing, DRAWING_PATH));
     ::CloseHandle(hReader);
     ExpectUntouched(drawing);
@@ -169,7 +171,8 @@ TEST(FileFaults, ATargetThatAnotherProcessHasOpenStays)
 TEST(FileFaults, AMissingFolderAndAFolderAsTargetAreRefused)
 {
     const CChangedDrawing drawing;
-    for (const char* pszPath : {"C:\\none\\a.qel", "C:\\temp", "D:\\a.qel", "C:\\temp\\a*.qel", "", "C:\\temp\\"}) {
+    for (const char* pszPath :
+         {"C:\\none\\a.qel", "C:\\temp", "D:\\a.qel", "C:\\temp\\a*.qel", "", "C:\\temp\\"}) {
         SCOPED_TRACE(pszPath);
         EXPECT_EQ(0, QELSaveFile(drawing, pszPath));
     }
@@ -260,7 +263,8 @@ TEST(FileFaults, AFileThatIsMissingLockedOrAFolderDoesNotOpen)
     CTestEngine engine;
     ASSERT_TRUE(engine.Open());
     kernel::Lock(DRAWING_PATH, true);
-    for (const char* pszPath : {DRAWING_PATH, "C:\\temp\\none.qel", "C:\\temp", "C:\\none\\none.qel", ""}) {
+    for (const char* pszPath :
+         {DRAWING_PATH, "C:\\temp\\none.qel", "C:\\temp", "C:\\none\\none.qel", ""}) {
         SCOPED_TRACE(pszPath);
         EXPECT_EQ(0, QELOpenFile(engine, pszPath));
         EXPECT_EQ(3, QELGetType(engine));

@@ -54,9 +54,9 @@ HGDIOBJ& SlotOf(DcState& state, Kind nKind)
 const char* StockName(const Object& object)
 {
     static constexpr const char* names[] = {
-        "WHITE_BRUSH", "LTGRAY_BRUSH", "GRAY_BRUSH", "DKGRAY_BRUSH",  "BLACK_BRUSH",
-        "NULL_BRUSH",  "WHITE_PEN",    "BLACK_PEN",  "NULL_PEN",      "",
-        "10",          "11",           "12",         "SYSTEM_FONT",   "DEVICE_DEFAULT_FONT"};
+        "WHITE_BRUSH", "LTGRAY_BRUSH", "GRAY_BRUSH", "DKGRAY_BRUSH", "BLACK_BRUSH",
+        "NULL_BRUSH",  "WHITE_PEN",    "BLACK_PEN",  "NULL_PEN",     "",
+        "10",          "11",           "12",         "SYSTEM_FONT",  "DEVICE_DEFAULT_FONT"};
     return object.nStock < 15 ? names[object.nStock] : "font";
 }
 
@@ -74,7 +74,7 @@ void RecordSelection(Dc& dc, HGDIOBJ hObject, const Object& object)
 
 // Sets one field of the state and gives back what it was before.
 template <class T>
-T Exchange(HDC hdc, T DcState::* pField, T value, const char* pszFunction, T onFailure)
+T Exchange(HDC hdc, T DcState::*pField, T value, const char* pszFunction, T onFailure)
 {
     Dc* pDc = FindDc(hdc, pszFunction);
     return pDc ? std::exchange(pDc->state.*pField, value) : onFailure;
@@ -130,6 +130,7 @@ void LogPaintings(HDC hdc)
     if (!pDc) return;
     pDc->bLogging = true;
     pDc->paintings.clear();
+    pDc->layers.clear();
 }
 
 const std::vector<std::string>& Paintings(HDC hdc)
@@ -137,6 +138,13 @@ const std::vector<std::string>& Paintings(HDC hdc)
     static const std::vector<std::string> s_none;
     const Dc* pDc = FindDc(hdc, "Paintings");
     return pDc ? pDc->paintings : s_none;
+}
+
+const std::vector<Layer>& Layers(HDC hdc)
+{
+    static const std::vector<Layer> s_none;
+    const Dc* pDc = FindDc(hdc, "Layers");
+    return pDc ? pDc->layers : s_none;
 }
 
 std::string State(HDC hdc, unsigned nMayChange)
@@ -148,8 +156,7 @@ std::string State(HDC hdc, unsigned nMayChange)
     for (const HGDIOBJ h : {s.hPen, s.hBrush, s.hFont, s.hBitmap}) text += " " + Describe(h);
     text += Text(" mode %d rop %d poly %d arc %d align %u at %d,%d saved %zu", s.nBkMode, s.nRop,
                  s.nPolyFill, s.nArc, s.nAlign, s.pt.x, s.pt.y, pDc->saved.size());
-    if (!(nMayChange & MAY_CHANGE_COLORS))
-        text += Text(" back %06x text %06x", s.clrBk, s.clrText);
+    if (!(nMayChange & MAY_CHANGE_COLORS)) text += Text(" back %06x text %06x", s.clrBk, s.clrText);
     return text + " clip " + (s.clip ? s.clip->Text() : "none");
 }
 
@@ -209,7 +216,8 @@ BOOL WINAPI RestoreDC(HDC hdc, INT nLevel)
         ReportMisuse(Text("RestoreDC %d with %d saved", nLevel, nSaved));
         return FALSE;
     }
-    if (nTo != nSaved) ReportMisuse(Text("RestoreDC %d passes over saved states of %d", nTo, nSaved));
+    if (nTo != nSaved)
+        ReportMisuse(Text("RestoreDC %d passes over saved states of %d", nTo, nSaved));
     while (static_cast<INT>(pDc->saved.size()) >= nTo) {
         CountSelected(pDc->state, -1);
         pDc->state = std::move(pDc->saved.back()); // its objects stay counted
@@ -332,21 +340,48 @@ BOOL WINAPI MoveToEx(HDC hdc, INT x, INT y, POINT* pPrev)
 }
 
 template <class T>
-T Get(HDC hdc, T DcState::* pField, const char* pszFunction)
+T Get(HDC hdc, T DcState::*pField, const char* pszFunction)
 {
     const Dc* pDc = FindDc(hdc, pszFunction);
     return pDc ? pDc->state.*pField : T{};
 }
 
-int WINAPI GetBkMode(HDC hdc) { return Get(hdc, &DcState::nBkMode, "GetBkMode"); }
-COLORREF WINAPI GetBkColor(HDC hdc) { return Get(hdc, &DcState::clrBk, "GetBkColor"); }
-COLORREF WINAPI GetTextColor(HDC hdc) { return Get(hdc, &DcState::clrText, "GetTextColor"); }
-INT WINAPI GetROP2(HDC hdc) { return Get(hdc, &DcState::nRop, "GetROP2"); }
-INT WINAPI GetPolyFillMode(HDC hdc) { return Get(hdc, &DcState::nPolyFill, "GetPolyFillMode"); }
-INT WINAPI GetArcDirection(HDC hdc) { return Get(hdc, &DcState::nArc, "GetArcDirection"); }
-UINT WINAPI GetTextAlign(HDC hdc) { return Get(hdc, &DcState::nAlign, "GetTextAlign"); }
-INT WINAPI GetMapMode(HDC hdc) { return FindDc(hdc, "GetMapMode") ? MM_TEXT : 0; }
-INT WINAPI GetStretchBltMode(HDC hdc) { return FindDc(hdc, "GetStretchBltMode") ? BLACKONWHITE : 0; }
+int WINAPI GetBkMode(HDC hdc)
+{
+    return Get(hdc, &DcState::nBkMode, "GetBkMode");
+}
+COLORREF WINAPI GetBkColor(HDC hdc)
+{
+    return Get(hdc, &DcState::clrBk, "GetBkColor");
+}
+COLORREF WINAPI GetTextColor(HDC hdc)
+{
+    return Get(hdc, &DcState::clrText, "GetTextColor");
+}
+INT WINAPI GetROP2(HDC hdc)
+{
+    return Get(hdc, &DcState::nRop, "GetROP2");
+}
+INT WINAPI GetPolyFillMode(HDC hdc)
+{
+    return Get(hdc, &DcState::nPolyFill, "GetPolyFillMode");
+}
+INT WINAPI GetArcDirection(HDC hdc)
+{
+    return Get(hdc, &DcState::nArc, "GetArcDirection");
+}
+UINT WINAPI GetTextAlign(HDC hdc)
+{
+    return Get(hdc, &DcState::nAlign, "GetTextAlign");
+}
+INT WINAPI GetMapMode(HDC hdc)
+{
+    return FindDc(hdc, "GetMapMode") ? MM_TEXT : 0;
+}
+INT WINAPI GetStretchBltMode(HDC hdc)
+{
+    return FindDc(hdc, "GetStretchBltMode") ? BLACKONWHITE : 0;
+}
 
 BOOL WINAPI GetCurrentPositionEx(HDC hdc, POINT* pOut)
 {

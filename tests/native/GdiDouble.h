@@ -7,9 +7,12 @@
 //     gdi::FailCreation(3);              // the third object that is made from here on is not made
 #pragma once
 
+#include "tests/native/Area.h"
+
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -87,12 +90,27 @@ std::vector<std::string> EndRecording(HDC hdc); // the calls; the device context
 
 // What is painted onto a device context, one line a figure, with all of the state that its pixels
 // depend on. Two equal lists are two equal pictures; equal pictures may have different lists.
-void LogPaintings(HDC hdc);                        // begins, or begins anew
+void LogPaintings(HDC hdc); // begins, or begins anew
 const std::vector<std::string>& Paintings(HDC hdc);
 
-// A size of the surface other than that of the bitmap in a memory device context. The part of the
-// area outside of it is not told apart from the part inside.
-std::string RegionText(HRGN hRegion); // its rectangles
+// The same in layers, in the order in which they lie on each other: a fill covers exactly its area
+// with its brush, a figure covers some of its area in a way that its text alone says.
+struct Tile { // the pixels of a pattern brush; they begin at 0,0 and go on in all directions
+    int nWidth = 0;
+    int nHeight = 0;
+    std::vector<COLORREF> pixels; // of a monochrome one 0 or 1 as long as it is not painted with
+
+    [[nodiscard]] COLORREF At(int x, int y) const;
+};
+struct Layer {
+    std::string what;
+    CArea area;
+    bool bFill = false;
+    std::shared_ptr<const Tile> pTile; // of a fill with a pattern
+};
+const std::vector<Layer>& Layers(HDC hdc);
+
+std::string RegionText(HRGN hRegion);   // its rectangles
 std::size_t PatternHash(HBRUSH hBrush); // of a pattern brush's pixels
 
 } // namespace gdi

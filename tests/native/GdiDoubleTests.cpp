@@ -1,5 +1,6 @@
-// The stand-in for GDI is as strict as it says: each misuse is caught, once and with its name, and what is
-// no misuse is not reported. Without these a clean run of the other tests would prove nothing.
+// The stand-in for GDI is as strict as it says: each misuse is caught, once and with its name, and
+// what is no misuse is not reported. Without these a clean run of the other tests would prove
+// nothing.
 #include "tests/native/GdiDouble.h"
 
 #include "include/QELEngine.h"
@@ -118,10 +119,8 @@ TEST(GdiDouble, ReportsTheUseOfADeletedObject)
     for (const HGDIOBJ h : {HGDIOBJ(hBrush), HGDIOBJ(hRegion), HGDIOBJ(hPen)}) ::DeleteObject(h);
     EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::FillRect(dc, &rc, hBrush); }), "which was deleted"));
     EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::SelectObject(dc, hPen); }), "which was deleted"));
-    EXPECT_TRUE(
-        IsOneMisuse(MisusesOf([&] { ::OffsetRgn(hRegion, 1, 1); }), "which was deleted"));
-    EXPECT_TRUE(
-        IsOneMisuse(MisusesOf([&] { ::SelectClipRgn(dc, hRegion); }), "which was deleted"));
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::OffsetRgn(hRegion, 1, 1); }), "which was deleted"));
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::SelectClipRgn(dc, hRegion); }), "which was deleted"));
 }
 
 TEST(GdiDouble, GivesNoHandleOutTwice)
@@ -162,9 +161,8 @@ TEST(GdiDouble, ReportsAHandleOfTheWrongKind)
     EXPECT_TRUE(IsOneMisuse(
         MisusesOf([&] { ::CreatePatternBrush(reinterpret_cast<HBITMAP>(hPen)); }), "no bitmap"));
     EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::DeleteObject(static_cast<HDC>(dc)); }), "dc #"));
-    EXPECT_TRUE(
-        IsOneMisuse(MisusesOf([&] { ::DeleteObject(reinterpret_cast<HGDIOBJ>(0x77)); }),
-                    "no handle"));
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::DeleteObject(reinterpret_cast<HGDIOBJ>(0x77)); }),
+                            "no handle"));
     ::DeleteObject(hPen);
     ::DeleteObject(hRegion);
 }
@@ -172,14 +170,14 @@ TEST(GdiDouble, ReportsAHandleOfTheWrongKind)
 TEST(GdiDouble, ReportsSelectingNothing)
 {
     const CTestDc dc;
-    EXPECT_TRUE(
-        IsOneMisuse(MisusesOf([&] { ::SelectObject(dc, nullptr); }), "SelectObject of a null handle"));
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::SelectObject(dc, nullptr); }),
+                            "SelectObject of a null handle"));
 }
 
 TEST(GdiDouble, ReportsStockObjectsThatAreDeletedOrUnknown)
 {
-    EXPECT_TRUE(IsOneMisuse(MisusesOf([] { ::DeleteObject(::GetStockObject(NULL_PEN)); }),
-                            "stock object"));
+    EXPECT_TRUE(
+        IsOneMisuse(MisusesOf([] { ::DeleteObject(::GetStockObject(NULL_PEN)); }), "stock object"));
     EXPECT_TRUE(IsOneMisuse(MisusesOf([] { ::GetStockObject(99); }), "GetStockObject of 99"));
     EXPECT_TRUE(IsOneMisuse(MisusesOf([] { ::GetStockObject(-1); }), "GetStockObject of -1"));
 }
@@ -401,7 +399,8 @@ TEST(GdiDouble, AMonochromeBitmapIsWhiteButForWhatIsPainted)
     ::Rectangle(dc, 3, 1, 13, 2);
     uint8_t bits[12];
     EXPECT_EQ(12, ::GetBitmapBits(hBitmap, 100, bits));
-    const uint8_t expected[12] = {0xFF, 0xFF, 0xFF, 0xFF, 0xE0, 0x07, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    const uint8_t expected[12] = {0xFF, 0xFF, 0xFF, 0xFF, 0xE0, 0x07,
+                                  0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
     for (int n = 0; n < 12; ++n) EXPECT_EQ(expected[n], bits[n]) << n;
     ::SelectObject(dc, hPrev);
     ::DeleteObject(hBitmap);
@@ -434,4 +433,81 @@ TEST(GdiDouble, NothingIsPaintedWithNeitherPenNorBrush)
     const CTestSelect brush(bitmap.Dc(), ::GetStockObject(NULL_BRUSH), false);
     ::Ellipse(bitmap.Dc(), 1, 1, 8, 8);
     EXPECT_TRUE(IsBlank(bitmap));
+}
+
+TEST(Picture, KnowsThePixelsOfFillsWhateverTheyWereMadeOf)
+{
+    CTestBitmap lines(10, 10), fills(10, 10);
+    {
+        CTestSelect pen(lines.Dc(), ::CreatePen(PS_SOLID, 1, 0x0000FF), true);
+        CTestSelect brush(lines.Dc(), ::CreateSolidBrush(0x00FF00), true);
+        ::Rectangle(lines.Dc(), 2, 2, 8, 8);
+    }
+    const HBRUSH hRed = ::CreateSolidBrush(0x0000FF), hGreen = ::CreateSolidBrush(0x00FF00);
+    const RECT rcAll{2, 2, 8, 8}, rcInside{3, 3, 7, 7};
+    ::FillRect(fills.Dc(), &rcAll, hRed);
+    EXPECT_NE("", FirstDifference(lines, fills));
+    ::FillRect(fills.Dc(), &rcInside, hGreen);
+    EXPECT_EQ("", FirstDifference(lines, fills));
+    EXPECT_EQ(0x0000FFU, lines.At(2, 2));
+    EXPECT_EQ(0x0000FFU, lines.At(7, 7));
+    EXPECT_EQ(0x00FF00U, lines.At(3, 3));
+    EXPECT_EQ(0xFFFFFFU, lines.At(8, 8));
+    EXPECT_EQ(20, CountPixels(lines, 0x0000FF));
+    EXPECT_EQ(16, CountPixels(lines, 0x00FF00));
+    ::FillRect(fills.Dc(), &rcAll, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+    EXPECT_TRUE(IsBlank(fills));
+    ::DeleteObject(hRed);
+    ::DeleteObject(hGreen);
+}
+
+TEST(Picture, HairlinesLeaveOutTheirLastPixel)
+{
+    const struct {
+        POINT from, to;
+        RECT rcPainted;
+    } rows[] = {{{2, 3}, {6, 3}, {2, 3, 6, 4}},
+                {{6, 3}, {2, 3}, {3, 3, 7, 4}},
+                {{3, 2}, {3, 6}, {3, 2, 4, 6}},
+                {{3, 6}, {3, 2}, {3, 3, 4, 7}}};
+    for (const auto& row : rows) {
+        CTestBitmap drawn(10, 10);
+        ::MoveToEx(drawn.Dc(), row.from.x, row.from.y, nullptr);
+        ::LineTo(drawn.Dc(), row.to.x, row.to.y);
+        for (int y = 0; y < 10; ++y)
+            for (int x = 0; x < 10; ++x)
+                EXPECT_EQ(::PtInRect(&row.rcPainted, {x, y}) ? 0U : 0xFFFFFFU, drawn.At(x, y));
+    }
+}
+
+TEST(Picture, PatternsHaveTheirPixelsInTheColoursOfTheDeviceContext)
+{
+    const uint16_t bits[] = {0x80, 0}; // the first of eight pixels by two
+    const HBITMAP hBitmap = ::CreateBitmap(8, 2, 1, 1, bits);
+    const HBRUSH hBrush = ::CreatePatternBrush(hBitmap);
+    CTestBitmap drawn(16, 4);
+    ::SetTextColor(drawn.Dc(), 0x112233);
+    ::SetBkColor(drawn.Dc(), 0x445566);
+    const RECT rc = drawn.Box();
+    ::FillRect(drawn.Dc(), &rc, hBrush);
+    EXPECT_EQ(0x445566U, drawn.At(0, 0));
+    EXPECT_EQ(0x445566U, drawn.At(8, 2));
+    EXPECT_EQ(0x112233U, drawn.At(8, 1));
+    EXPECT_EQ(4, CountPixels(drawn, 0x445566));
+    EXPECT_EQ(60, CountPixels(drawn, 0x112233));
+    EXPECT_FALSE(IsBlank(drawn));
+    ::DeleteObject(hBrush);
+    ::DeleteObject(hBitmap);
+}
+
+TEST(Picture, AFigureThatIsPaintedAgainCountsOnce)
+{
+    CTestBitmap once(20, 20), twice(20, 20), other(20, 20);
+    ::Ellipse(once.Dc(), 2, 2, 18, 12);
+    for (int n = 0; n < 2; ++n) ::Ellipse(twice.Dc(), 2, 2, 18, 12);
+    ::Ellipse(other.Dc(), 2, 2, 18, 12);
+    ::Ellipse(other.Dc(), 2, 2, 18, 13);
+    EXPECT_EQ("", FirstDifference(once, twice));
+    EXPECT_NE("", FirstDifference(once, other));
+    EXPECT_EQ(0xFFFFFFU, once.At(2, 19)); // far from it
 }

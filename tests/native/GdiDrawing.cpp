@@ -30,10 +30,27 @@ std::string PenText(const Dc& dc)
     return dc.state.nRop == R2_COPYPEN ? text : text + Text(" rop %d", dc.state.nRop);
 }
 
+// The pixels of a pattern brush, a monochrome one's in the colours of the device context.
+std::shared_ptr<const Tile> TileOf(const Dc& dc, const Object& brush)
+{
+    if (!brush.pTile || !brush.bMonochrome) return brush.pTile;
+    auto pTile = std::make_shared<Tile>(*brush.pTile);
+    for (COLORREF& pixel : pTile->pixels) pixel = pixel ? dc.state.clrBk : dc.state.clrText;
+    return pTile;
+}
+
+bool IsOfOneColor(const std::shared_ptr<const Tile>& pTile)
+{
+    return pTile && std::all_of(pTile->pixels.begin(), pTile->pixels.end(),
+                                [&](COLORREF clr) { return clr == pTile->pixels[0]; });
+}
+
 std::string BrushText(const Dc& dc, const Object& brush)
 {
     if (brush.nStyle == BS_NULL) return "no brush";
     if (brush.nStyle == BS_SOLID) return Text("brush %06x", brush.clr);
+    const auto pTile = TileOf(dc, brush);
+    if (IsOfOneColor(pTile)) return Text("brush %06x", pTile->pixels[0]);
     std::string text = Text("pattern %zx", brush.nPattern);
     if (brush.bMonochrome) text += Text(" %06x on %06x", dc.state.clrText, dc.state.clrBk);
     return text;
@@ -44,11 +61,81 @@ std::string BrushText(const Dc& dc)
     return BrushText(dc, *Peek(dc.state.hBrush));
 }
 
-void Paint(Dc& dc, const std::string& line)
+// A figure reaches no farther than its area; only what the clip and the surface leave of it is
+// seen.
+void Paint(Dc& dc, const std::string& what, const CArea& area)
 {
     if (!dc.bLogging) return;
-    if (dc.state.clip && dc.state.clip->IsEmpty()) return;
-    dc.paintings.push_back(dc.state.clip ? line + " in " + dc.state.clip->Text() : line);
+    const CArea visible = Visible(dc);
+    const CArea seen = visible.And(area);
+    if (seen.IsEmpty()) return;
+    const std::string line = visible == Surface(dc) ? what : what + " in " + visible.Text();
+    dc.paintings.push_back(line);
+    dc.layers.push_back({line, seen, false, nullptr});
+}
+
+CArea Everywhere(const Dc& dc)
+{
+    return Surface(dc);
+}
+
+// Far outside of every surface; a sum of a few of these is still a number.
+LONG Near(LONG n)
+{
+    constexpr LONG FARTHEST = 0x10000000;
+    return std::clamp(n, -FARTHEST, FARTHEST);
+}
+
+// The box of a figure and of the pen around it.
+CArea Reach(const Dc& dc, RECT rc)
+{
+    const Object& pen = *Peek(dc.state.hPen);
+    const auto nPen = static_cast<LONG>(std::min<DWORD>(pen.nWidth, 0x8000)) + 2;
+    rc = {Near(rc.left) - nPen, Near(rc.top) - nPen, Near(rc.right) + nPen, Near(rc.bottom) + nPen};
+    return CArea::Rect(rc);
+}
+
+CArea Reach(const Dc& dc, std::span<const POINT> points)
+{
+    RECT rc{points[0].x, points[0].y, points[0].x, points[0].y};
+    for (const POINT& pt : points)
+        rc = {std::min(rc.left, pt.x), std::min(rc.top, pt.y), std::max(rc.right, pt.x),
+              std::max(rc.bottom, pt.y)};
+    // A sharp corner of a wide pen stands out beyond its point.
+    return Peek(dc.state.hPen)->nWidth > 1 ? Everywhere(dc) : Reach(dc, rc);
+}
+
+// A fill: what is seen of the area, and nothing else, is in this brush from now on.
+void Fill(Dc& dc, const CArea& area, const std::string& brush,
+          std::shared_ptr<const Tile> pTile = nullptr)
+{
+    if (!dc.bLogging) return;
+    const CArea seen = Visible(dc).And(area);
+    if (seen.IsEmpty()) return;
+    dc.paintings.push_back("fill " + seen.Text() + " " + brush);
+    dc.layers.push_back({brush, seen, true, std::move(pTile)});
+}
+
+void Fill(Dc& dc, const CArea& area, const Object& brush)
+{
+    if (!dc.bLogging) return;
+    auto pTile = TileOf(dc, brush);
+    if (IsOfOneColor(pTile)) pTile = nullptr; // the text says it all
+    Fill(dc, area, BrushText(dc, brush), std::move(pTile));
+}
+
+// A pen whose lines are one pixel wide without gaps, so that straight ones are fills.
+bool IsHairline(const Dc& dc)
+{
+    const Object& pen = *Peek(dc.state.hPen);
+    const DWORD nStyle = pen.nStyle & PS_STYLE_MASK;
+    return (nStyle == PS_SOLID || nStyle == PS_INSIDEFRAME) && pen.nWidth <= 1 &&
+           dc.state.nRop == R2_COPYPEN;
+}
+
+std::string HairlineText(const Dc& dc)
+{
+    return Text("brush %06x", Peek(dc.state.hPen)->clr);
 }
 
 // What is painted stands black on a monochrome bitmap.
@@ -89,23 +176,54 @@ bool FitsShort(std::span<const POINT> points)
 }
 
 // A closed figure: nothing of it is painted with neither pen nor brush.
-void PaintFigure(Dc& dc, const std::string& what)
+void PaintFigure(Dc& dc, const std::string& what, const CArea& area)
 {
     if (IsNullPen(dc) && IsNullBrush(dc)) return;
-    Paint(dc, what + " " + PenText(dc) + " " + BrushText(dc));
+    std::string text = what + " " + PenText(dc) + " " + BrushText(dc);
+    if (IsNullPen(dc) && dc.state.nRop != R2_COPYPEN) text += Text(" rop %d", dc.state.nRop);
+    Paint(dc, text, area);
 }
 
-void PaintLine(Dc& dc, const POINT& from, const POINT& to)
+void PaintLine(Dc& dc, POINT from, POINT to)
 {
     if (IsNullPen(dc) || (from.x == to.x && from.y == to.y)) return;
-    Paint(dc, Text("line %d,%d %d,%d ", from.x, from.y, to.x, to.y) + PenText(dc));
+    if (IsHairline(dc) && (from.x == to.x || from.y == to.y)) { // all of it but its last pixel
+        from = {Near(from.x), Near(from.y)};
+        to = {Near(to.x), Near(to.y)};
+        RECT rc{std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x),
+                std::max(from.y, to.y)};
+        if (from.x == to.x) {
+            rc.right = rc.left + 1;
+            if (to.y < from.y) rc.top = to.y + 1, rc.bottom = from.y + 1;
+        } else {
+            rc.bottom = rc.top + 1;
+            if (to.x < from.x) rc.left = to.x + 1, rc.right = from.x + 1;
+        }
+        Fill(dc, CArea::Rect(rc), HairlineText(dc));
+        return;
+    }
+    const POINT ends[] = {from, to};
+    Paint(dc, Text("line %d,%d %d,%d ", from.x, from.y, to.x, to.y) + PenText(dc), Reach(dc, ends));
 }
 
-void FillBox(Dc& dc, INT l, INT t, INT r, INT b, const std::string& brush)
+// An upright rectangle, whose pixels are known but for wide pens and pens with gaps.
+void PaintRectangle(Dc& dc, INT l, INT t, INT r, INT b)
 {
-    Order(&l, &r);
-    Order(&t, &b);
-    if (l < r && t < b) Paint(dc, BoxText("fill", l, t, r, b) + " " + brush);
+    const bool bOutline = !IsNullPen(dc);
+    if (dc.state.nRop != R2_COPYPEN || (bOutline && !IsHairline(dc))) {
+        PaintFigure(dc, BoxText("Rectangle", l, t, r, b), Reach(dc, RECT{l, t, r, b}));
+        return;
+    }
+    if (!bOutline) {
+        if (!IsNullBrush(dc)) Fill(dc, CArea::Rect({l, t, r - 1, b - 1}), *Peek(dc.state.hBrush));
+        return;
+    }
+    const CArea all = CArea::Rect({l, t, r, b});
+    const CArea inside = int64_t{r} - l > 2 && int64_t{b} - t > 2
+                             ? CArea::Rect({l + 1, t + 1, r - 1, b - 1})
+                             : CArea();
+    Fill(dc, all.Minus(inside), HairlineText(dc));
+    if (!IsNullBrush(dc)) Fill(dc, inside, *Peek(dc.state.hBrush));
 }
 
 enum class Box { Rectangle, Ellipse };
@@ -120,10 +238,10 @@ BOOL DrawBox(HDC hdc, INT l, INT t, INT r, INT b, Box nBox, const char* pszName)
     Record(*pDc, BoxText(pszName, l, t, r, b));
     const RECT rc{l, t, r, b};
     BlackenFigure(*pDc, nBox == Box::Rectangle ? CArea::Rect(rc) : CArea::Ellipse(rc));
-    if (nBox == Box::Rectangle && IsNullPen(*pDc) && !IsNullBrush(*pDc))
-        FillBox(*pDc, l, t, r - 1, b - 1, BrushText(*pDc)); // without an outline it is a fill
+    if (nBox == Box::Rectangle)
+        PaintRectangle(*pDc, l, t, r, b);
     else
-        PaintFigure(*pDc, BoxText(pszName, l, t, r, b));
+        PaintFigure(*pDc, BoxText(pszName, l, t, r, b), Reach(*pDc, rc));
     return TRUE;
 }
 
@@ -141,9 +259,9 @@ BOOL DrawRadial(HDC hdc, const char* pszName, INT l, INT t, INT r, INT b, POINT 
     BlackenFigure(*pDc, CArea::Ellipse({l, t, r, b}));
     const std::string turned = line + Text(" turn %d", pDc->state.nArc);
     if (bFilled)
-        PaintFigure(*pDc, turned);
+        PaintFigure(*pDc, turned, Reach(*pDc, RECT{l, t, r, b}));
     else if (!IsNullPen(*pDc))
-        Paint(*pDc, turned + " " + PenText(*pDc));
+        Paint(*pDc, turned + " " + PenText(*pDc), Reach(*pDc, RECT{l, t, r, b}));
     return TRUE;
 }
 
@@ -157,17 +275,19 @@ SIZE CellOf(const Dc& dc)
 std::string TextState(const Dc& dc)
 {
     const LOGFONTA& font = Peek(dc.state.hFont)->font;
-    std::string text = Text("font %d %d %d %d %s text %06x align %u", font.lfWidth, font.lfHeight,
-                            font.lfWeight, font.lfCharSet, font.lfFaceName, dc.state.clrText,
-                            dc.state.nAlign);
+    std::string text =
+        Text("font %d %d %d %d %s text %06x align %u", font.lfWidth, font.lfHeight, font.lfWeight,
+             font.lfCharSet, font.lfFaceName, dc.state.clrText, dc.state.nAlign);
     return dc.state.nBkMode == OPAQUE ? text + Text(" on %06x", dc.state.clrBk) : text;
 }
 
-void WriteText(Dc& dc, INT x, INT y, const std::string& bytes)
+void WriteText(Dc& dc, INT x, INT y, const std::string& bytes, const RECT* prcClip)
 {
     const std::string line = Text("Text %d,%d \"%.500s\"", x, y, bytes.c_str());
     Record(dc, line);
-    if (!bytes.empty()) Paint(dc, line + " " + TextState(dc));
+    if (bytes.empty() || (prcClip && ::IsRectEmpty(prcClip))) return;
+    const CArea box = prcClip ? CArea::Rect(*prcClip).And(Surface(dc)) : Everywhere(dc);
+    Paint(dc, line + " " + TextState(dc) + (prcClip ? " within " + box.Text() : ""), box);
 }
 
 LONG LengthOf(const char* psz, INT nLength)
@@ -219,7 +339,10 @@ BOOL WINAPI RoundRect(HDC hdc, INT l, INT t, INT r, INT b, INT nWidth, INT nHeig
     const std::string line = BoxText("RoundRect", l, t, r, b) + Text(" %d,%d", nWidth, nHeight);
     Record(*pDc, line);
     BlackenFigure(*pDc, CArea::RoundRect({l, t, r, b}, nWidth, nHeight));
-    PaintFigure(*pDc, line);
+    if (!nWidth || !nHeight)
+        PaintRectangle(*pDc, l, t, r, b);
+    else
+        PaintFigure(*pDc, line, Reach(*pDc, RECT{l, t, r, b}));
     return TRUE;
 }
 
@@ -276,17 +399,18 @@ BOOL WINAPI Polygon(HDC hdc, const POINT* pPoints, INT nCount)
     const std::string line = PointsText("Polygon", points);
     Record(*pDc, line);
     BlackenFigure(*pDc, CArea::Polygon(points, pDc->state.nPolyFill == WINDING));
-    PaintFigure(*pDc, line + Text(" mode %d", pDc->state.nPolyFill));
+    PaintFigure(*pDc, line + Text(" mode %d", pDc->state.nPolyFill), Reach(*pDc, points));
     return TRUE;
 }
 
 BOOL WINAPI PolyBezier(HDC hdc, const POINT* pPoints, DWORD nCount)
 {
-    Dc* pDc = FindDc(hdc, "PolyBezier");
-    if (!pDc || !pPoints || nCount < 4 || (nCount - 1) % 3) return FALSE; // the host's own points
+    // The host's own device context and points, passed on as they came.
+    Dc* pDc = hdc ? FindDc(hdc, "PolyBezier") : nullptr;
+    if (!pDc || !pPoints || nCount < 4 || (nCount - 1) % 3) return FALSE;
     const std::string line = PointsText("PolyBezier", {pPoints, nCount});
     Record(*pDc, line);
-    if (!IsNullPen(*pDc)) Paint(*pDc, line + " " + PenText(*pDc));
+    if (!IsNullPen(*pDc)) Paint(*pDc, line + " " + PenText(*pDc), Reach(*pDc, {pPoints, nCount}));
     return TRUE;
 }
 
@@ -295,7 +419,7 @@ COLORREF WINAPI SetPixel(HDC hdc, INT x, INT y, COLORREF clr)
     Dc* pDc = FindDc(hdc, "SetPixel");
     if (!pDc) return CLR_INVALID;
     Record(*pDc, "Record 15");
-    FillBox(*pDc, x, y, x + 1, y + 1, Text("brush %06x", clr));
+    Fill(*pDc, CArea::Rect({Near(x), Near(y), Near(x) + 1, Near(y) + 1}), Text("brush %06x", clr));
     return clr;
 }
 
@@ -313,11 +437,17 @@ void Blit(Dc& dc, INT x, INT y, INT nWidth, INT nHeight, DWORD nRop)
         pBitmap->black = pBitmap->black.Minus(CArea::Rect({x, y, nRight, nBottom}));
     else
         Blacken(dc, CArea::Rect({x, y, nRight, nBottom}));
-    const std::string how = nRop == WHITENESS  ? "brush ffffff"
-                            : nRop == BLACKNESS ? "brush 000000"
-                            : nRop == PATCOPY   ? BrushText(dc)
-                                                : BrushText(dc) + Text(" rop %06x", nRop);
-    FillBox(dc, x, y, nRight, nBottom, how);
+    const CArea area = CArea::Rect({x, y, nRight, nBottom});
+    const Object& brush = *Peek(dc.state.hBrush);
+    if (nRop == WHITENESS || nRop == BLACKNESS)
+        Fill(dc, area, nRop == WHITENESS ? "brush ffffff" : "brush 000000");
+    else if (nRop != PATCOPY)
+        Paint(dc,
+              BoxText("PatBlt", x, y, nRight, nBottom) + " " + BrushText(dc, brush) +
+                  Text(" rop %06x", nRop),
+              area);
+    else if (brush.nStyle != BS_NULL)
+        Fill(dc, area, brush);
 }
 
 } // namespace
@@ -341,8 +471,7 @@ BOOL WINAPI FillRgn(HDC hdc, HRGN hRegion, HBRUSH hBrush)
     if (pDc->bRecording && pBrush->nStock == NOT_STOCK) NumberInRecording(*pDc, hBrush);
     Record(*pDc, "Record 71");
     Blacken(*pDc, pRegion->area);
-    if (!pRegion->area.IsEmpty() && pBrush->nStyle != BS_NULL)
-        Paint(*pDc, "region " + pRegion->area.Text() + " " + BrushText(*pDc, *pBrush));
+    if (!pRegion->area.IsEmpty() && pBrush->nStyle != BS_NULL) Fill(*pDc, pRegion->area, *pBrush);
     return TRUE;
 }
 
@@ -356,9 +485,12 @@ INT WINAPI FillRect(HDC hdc, const RECT* prc, HBRUSH hBrush)
     Dc* pDc = FindDc(hdc, "FillRect");
     if (!pDc) return 0;
     const HGDIOBJ hPrev = ::SelectObject(hdc, hBrush);
-    const auto nWidth = static_cast<INT>(static_cast<DWORD>(prc->right) - static_cast<DWORD>(prc->left));
-    const auto nHeight = static_cast<INT>(static_cast<DWORD>(prc->bottom) - static_cast<DWORD>(prc->top));
-    Blit(*pDc, prc->left, prc->top, nWidth, nHeight, PATCOPY); // the null brush is named here, not left over
+    const auto nWidth =
+        static_cast<INT>(static_cast<DWORD>(prc->right) - static_cast<DWORD>(prc->left));
+    const auto nHeight =
+        static_cast<INT>(static_cast<DWORD>(prc->bottom) - static_cast<DWORD>(prc->top));
+    Blit(*pDc, prc->left, prc->top, nWidth, nHeight,
+         PATCOPY); // the null brush is named here, not left over
     ::SelectObject(hdc, hPrev);
     return 1;
 }
@@ -373,7 +505,8 @@ BOOL WINAPI TextOutA(HDC hdc, INT x, INT y, const char* psz, INT nLength)
         ReportMisuse("TextOut without a text");
         return FALSE;
     }
-    WriteText(*pDc, x, y, std::string(psz, static_cast<std::size_t>(LengthOf(psz, nLength))));
+    WriteText(*pDc, x, y, std::string(psz, static_cast<std::size_t>(LengthOf(psz, nLength))),
+              nullptr);
     return TRUE;
 }
 
@@ -382,14 +515,15 @@ INT WINAPI DrawTextA(HDC hdc, const char* psz, INT nLength, RECT* prc, UINT nFla
     Dc* pDc = FindDc(hdc, "DrawText");
     if (!pDc) return 0;
     if (!psz || !prc || nFlags) {
-        ReportMisuse("DrawText without a text or a rectangle, or with flags that are not known here");
+        ReportMisuse(
+            "DrawText without a text or a rectangle, or with flags that are not known here");
         return 0;
     }
     LONG nY = prc->top;
     const LONG nBytes = LengthOf(psz, nLength);
     if (nBytes)
         for (const std::string& line : LinesOf(psz, nBytes)) {
-            WriteText(*pDc, prc->left, nY, line);
+            WriteText(*pDc, prc->left, nY, line, prc);
             nY = static_cast<LONG>(static_cast<DWORD>(nY) + static_cast<DWORD>(CellOf(*pDc).cy));
         }
     return static_cast<INT>(static_cast<DWORD>(nY) - static_cast<DWORD>(prc->top));

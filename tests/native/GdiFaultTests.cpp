@@ -1,5 +1,5 @@
-// Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing leaks, the
-// device context is as before, and the next draw is whole.
+// Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing
+// leaks, the device context is as before, and the next draw is whole.
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"

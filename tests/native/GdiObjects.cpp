@@ -15,6 +15,7 @@ namespace {
 constexpr uint64_t FIRST_HANDLE = 0x1000000;
 constexpr uint64_t HANDLE_STEP = 16; // the low bits hold the kind
 constexpr int STOCK_COUNT = 20;
+constexpr std::size_t MOST_TILE_PIXELS = 1 << 17; // of a larger pattern no pixels are kept
 
 struct Table {
     std::unordered_map<uint64_t, std::unique_ptr<Object>> objects;
@@ -88,12 +89,31 @@ std::size_t HashOf(const void* pData, std::size_t nSize)
     return std::hash<std::string_view>{}({static_cast<const char*>(pData), nSize});
 }
 
+std::shared_ptr<const Tile> TileOf(int nWidth, int nHeight,
+                                   const std::function<COLORREF(int, int)>& at)
+{
+    auto pTile = std::make_shared<Tile>();
+    pTile->nWidth = nWidth;
+    pTile->nHeight = nHeight;
+    for (int y = 0; y < nHeight; ++y)
+        for (int x = 0; x < nWidth; ++x) pTile->pixels.push_back(at(x, y));
+    return pTile;
+}
+
 HGDIOBJ Made(const Object& object)
 {
     return TakeCreation() ? Insert(object) : nullptr;
 }
 
 } // namespace
+
+COLORREF Tile::At(int x, int y) const
+{
+    const int nX = (x % nWidth + nWidth) % nWidth;
+    const int nY = (y % nHeight + nHeight) % nHeight;
+    return pixels[static_cast<std::size_t>(nY) * static_cast<std::size_t>(nWidth) +
+                  static_cast<std::size_t>(nX)];
+}
 
 // ---- misuse ----
 
@@ -228,9 +248,13 @@ CLeakCheck::~CLeakCheck()
 
 // ---- faults ----
 
+// A process can have so many objects at most, as on Windows.
+constexpr std::size_t MOST_OBJECTS = 10000;
+
 bool TakeCreation()
 {
     Table& table = TheTable();
+    if (table.objects.size() + table.dcs.size() >= MOST_OBJECTS) return false;
     if (table.nFaultsOff) return true;
     const int n = ++table.nCreations;
     if (!table.nFailAt) return true;
@@ -281,13 +305,15 @@ HPEN WINAPI CreatePen(INT nStyle, INT nWidth, COLORREF clr)
 {
     Object pen;
     pen.nKind = Kind::Pen;
-    pen.nStyle = nStyle >= PS_SOLID && nStyle <= PS_INSIDEFRAME ? static_cast<DWORD>(nStyle) : PS_SOLID;
+    pen.nStyle =
+        nStyle >= PS_SOLID && nStyle <= PS_INSIDEFRAME ? static_cast<DWORD>(nStyle) : PS_SOLID;
     pen.nWidth = nWidth < 0 ? 0U - static_cast<DWORD>(nWidth) : static_cast<DWORD>(nWidth);
     pen.clr = clr;
     return static_cast<HPEN>(Made(pen));
 }
 
-HPEN WINAPI ExtCreatePen(DWORD nStyle, DWORD nWidth, const LOGBRUSH* pBrush, DWORD nStyles, const DWORD*)
+HPEN WINAPI ExtCreatePen(DWORD nStyle, DWORD nWidth, const LOGBRUSH* pBrush, DWORD nStyles,
+                         const DWORD*)
 {
     if (!pBrush || nStyles) {
         ReportMisuse("ExtCreatePen without a brush, or with a style of its own");
@@ -317,6 +343,7 @@ HBRUSH WINAPI CreatePatternBrush(HBITMAP hBitmap)
     brush.nKind = Kind::Brush;
     brush.nStyle = BS_PATTERN;
     brush.nPattern = pBitmap->nPattern;
+    brush.pTile = pBitmap->pTile;
     brush.bMonochrome = pBitmap->bitmap.bmBitsPixel == 1;
     return static_cast<HBRUSH>(Made(brush));
 }
@@ -336,8 +363,19 @@ HBRUSH WINAPI CreateDIBPatternBrushPt(const void* pPacked, UINT nUsage)
     brush.nStyle = BS_DIBPATTERNPT;
     // All of the bitmap is read, as a system does: a block that is too small is found by that.
     const auto nRows = static_cast<std::size_t>(std::abs(static_cast<int64_t>(header.biHeight)));
-    brush.nPattern =
-        HashOf(pPacked, sizeof header + static_cast<std::size_t>(header.biWidth) * nRows * 4);
+    const auto nColumns = static_cast<std::size_t>(header.biWidth);
+    brush.nPattern = HashOf(pPacked, sizeof header + nColumns * nRows * 4);
+    if (nColumns * nRows <= MOST_TILE_PIXELS)
+        brush.pTile = TileOf(header.biWidth, static_cast<int>(nRows), [&](int x, int y) {
+            const std::size_t nRow = header.biHeight < 0 ? static_cast<std::size_t>(y)
+                                                         : nRows - 1 - static_cast<std::size_t>(y);
+            uint8_t bgr[4];
+            std::memcpy(bgr,
+                        static_cast<const char*>(pPacked) + sizeof header +
+                            (nRow * nColumns + static_cast<std::size_t>(x)) * 4,
+                        sizeof bgr);
+            return RGB(bgr[2], bgr[1], bgr[0]);
+        });
     return static_cast<HBRUSH>(Made(brush));
 }
 
@@ -382,8 +420,13 @@ HBITMAP WINAPI CreateBitmap(INT nWidth, INT nHeight, UINT nPlanes, UINT nBits, c
     if (nWidth < 1 || nHeight < 1 || nPlanes != 1 || nRow * nHeight > 0x7FFFFFFF) return nullptr;
     Object bitmap;
     bitmap.nKind = Kind::Bitmap;
-    bitmap.bitmap = {0, nWidth, nHeight, static_cast<LONG>(nRow), 1, static_cast<WORD>(nBits), nullptr};
+    bitmap.bitmap = {0,      nWidth, nHeight, static_cast<LONG>(nRow), 1, static_cast<WORD>(nBits),
+                     nullptr};
     if (pBits) bitmap.nPattern = HashOf(pBits, static_cast<std::size_t>(nRow * nHeight));
+    if (pBits && nBits == 1)
+        bitmap.pTile = TileOf(nWidth, nHeight, [&](int x, int y) -> COLORREF {
+            return static_cast<const uint8_t*>(pBits)[y * nRow + x / 8] >> (7 - x % 8) & 1;
+        });
     return static_cast<HBITMAP>(Made(bitmap));
 }
 
@@ -431,7 +474,8 @@ INT WINAPI GetObjectA(HGDIOBJ hObject, INT nSize, LPVOID pOut)
     const Object* pObject = FindAny(hObject, "GetObject");
     if (!pObject) return 0;
     const auto give = [&](const auto& data) -> INT {
-        const INT nGiven = nSize < static_cast<INT>(sizeof data) ? nSize : static_cast<INT>(sizeof data);
+        const INT nGiven =
+            nSize < static_cast<INT>(sizeof data) ? nSize : static_cast<INT>(sizeof data);
         if (!pOut) return sizeof data;
         if (nGiven > 0) std::memcpy(pOut, &data, static_cast<std::size_t>(nGiven));
         return nGiven;

@@ -22,6 +22,8 @@ INT TypeOf(const CArea& area)
     return area.IsEmpty() ? NULLREGION : area.IsRect() ? SIMPLEREGION : COMPLEXREGION;
 }
 
+} // namespace
+
 CArea Surface(const Dc& dc)
 {
     if (dc.bRecording) {
@@ -33,7 +35,10 @@ CArea Surface(const Dc& dc)
                    : CArea();
 }
 
-} // namespace
+CArea Visible(const Dc& dc)
+{
+    return dc.state.clip ? dc.state.clip->And(Surface(dc)) : Surface(dc);
+}
 
 std::string RegionText(HRGN hRegion)
 {
@@ -75,7 +80,8 @@ HRGN WINAPI CreatePolygonRgn(const POINT* pPoints, INT nCount, INT nMode)
         ReportMisuse(Text("CreatePolygonRgn of %d points, mode %d", nCount, nMode));
         return nullptr;
     }
-    return MakeRegion(CArea::Polygon({pPoints, static_cast<std::size_t>(nCount)}, nMode == WINDING));
+    return MakeRegion(
+        CArea::Polygon({pPoints, static_cast<std::size_t>(nCount)}, nMode == WINDING));
 }
 
 HRGN WINAPI ExtCreateRegion(const XFORM* pTransform, DWORD nBytes, const RGNDATA* pData)
@@ -215,7 +221,7 @@ INT WINAPI GetClipBox(HDC hdc, RECT* prc)
 {
     const Dc* pDc = FindDc(hdc, "GetClipBox");
     if (!pDc || !prc) return ERROR;
-    const CArea area = pDc->state.clip ? pDc->state.clip->And(Surface(*pDc)) : Surface(*pDc);
+    const CArea area = Visible(*pDc);
     *prc = area.Box();
     return TypeOf(area);
 }

@@ -1,5 +1,5 @@
-// What the parts of the stand-in for GDI share: the table of objects and device contexts. A handle is
-// never given out again, so that one that is used after its object's end is known as such.
+// What the parts of the stand-in for GDI share: the table of objects and device contexts. A handle
+// is never given out again, so that one that is used after its object's end is known as such.
 #pragma once
 
 #include "tests/native/Area.h"
@@ -30,6 +30,8 @@ struct Object {
     COLORREF clr = 0;
     std::size_t nPattern = 0; // of a pattern brush: a hash of its pixels
     bool bMonochrome = false; // such a one takes its colours from the device context
+    std::shared_ptr<const Tile>
+        pTile; // of a pattern brush, and of a bitmap that was made with bits
     LOGFONTA font{};
     BITMAP bitmap{};
     CArea black; // of a monochrome bitmap: where it was painted on
@@ -60,6 +62,7 @@ struct Dc {
     bool bLogging = false;
     std::vector<std::string> calls;
     std::vector<std::string> paintings;
+    std::vector<Layer> layers;
     std::map<HGDIOBJ, int> numbers; // of the objects that the recording knows
     int nNumbers = 0;
 };
@@ -78,6 +81,9 @@ HDC InsertDc(std::unique_ptr<Dc> pDc);
 void RemoveDc(HDC hdc);
 void ForEachRecording(void (*pfnVisit)(Dc& dc, HGDIOBJ hObject), HGDIOBJ hObject);
 void ForgetInRecordings(HGDIOBJ hObject);
+
+CArea Surface(const Dc& dc); // what its bitmap has room for
+CArea Visible(const Dc& dc); // the same within the clip
 
 std::string Text(const char* pszFormat, ...) __attribute__((format(printf, 1, 2)));
 void Record(Dc& dc, const std::string& line);

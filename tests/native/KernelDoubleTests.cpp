@@ -16,7 +16,8 @@ template <class Act>
 int CountMisuses(Act act)
 {
     g_nMisuses = 0;
-    const gdi::MisuseHandler pfnPrev = gdi::SetMisuseHandler([](const std::string&) { ++g_nMisuses; });
+    const gdi::MisuseHandler pfnPrev =
+        gdi::SetMisuseHandler([](const std::string&) { ++g_nMisuses; });
     act();
     gdi::SetMisuseHandler(pfnPrev);
     return g_nMisuses;
@@ -159,10 +160,12 @@ TEST(KernelDouble, ConvertsChineseAndTellsWhatHasNoBytes)
 {
     char bytes[16];
     BOOL bReplaced = FALSE;
-    EXPECT_EQ(3, ::WideCharToMultiByte(CP_ACP, 0, L"\u4e2d", -1, bytes, sizeof bytes, nullptr, &bReplaced));
+    EXPECT_EQ(3, ::WideCharToMultiByte(CP_ACP, 0, L"\u4e2d", -1, bytes, sizeof bytes, nullptr,
+                                       &bReplaced));
     EXPECT_STREQ("\xD6\xD0", bytes);
     EXPECT_FALSE(bReplaced);
-    EXPECT_EQ(2, ::WideCharToMultiByte(CP_ACP, 0, L"\u0e01", -1, bytes, sizeof bytes, nullptr, &bReplaced));
+    EXPECT_EQ(2, ::WideCharToMultiByte(CP_ACP, 0, L"\u0e01", -1, bytes, sizeof bytes, nullptr,
+                                       &bReplaced));
     EXPECT_TRUE(bReplaced);
     wchar_t wide[4];
     EXPECT_EQ(2, ::MultiByteToWideChar(CP_ACP, 0, "\xD6\xD0", -1, wide, 4));

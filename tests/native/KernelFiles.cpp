@@ -32,7 +32,7 @@ struct Handle {
 };
 
 struct Disk {
-    std::map<std::string, FilePtr> files; // by the full path in lower case
+    std::map<std::string, FilePtr> files;     // by the full path in lower case
     std::map<std::string, std::string> names; // as given
     std::set<std::string> folders;
     std::map<uint64_t, Handle> handles;
@@ -73,6 +73,16 @@ bool Fail(DWORD nError)
     return false;
 }
 
+// A folder "." is the one that it stands in. No other name begins with a dot and goes on with a
+// backslash, and no byte of a Chinese character is a dot.
+std::string WithoutDots(std::string path)
+{
+    std::size_t nAt = 0;
+    while ((nAt = path.find("\\.\\")) != std::string::npos) path.erase(nAt, 2);
+    if (path.ends_with("\\.")) path.resize(path.size() - 2);
+    return path;
+}
+
 // The full path. The second byte of a Chinese character may be a backslash or a letter.
 std::string FullPath(const std::string& path)
 {
@@ -82,8 +92,8 @@ std::string FullPath(const std::string& path)
         full += path[n] == '/' ? '\\' : path[n];
         if (c >= 0x81 && c < 0xFF && n + 1 < path.size()) full += path[++n];
     }
-    if (full.size() > 1 && full[1] == ':') return full;
-    return TheDisk().current + "\\" + full;
+    if (full.size() < 2 || full[1] != ':') full = TheDisk().current + "\\" + full;
+    return WithoutDots(full);
 }
 
 std::string KeyOf(const std::string& path)
@@ -213,7 +223,7 @@ bool PutFile(const std::string& path, const std::string& bytes)
 bool GetFile(const std::string& path, std::string* pBytes)
 {
     const File* pFile = FindFile(KeyOf(path));
-    if (pFile) *pBytes = pFile->bytes;
+    if (pFile && pBytes) *pBytes = pFile->bytes;
     return pFile != nullptr;
 }
 
@@ -317,7 +327,8 @@ BOOL WINAPI CloseHandle(HANDLE hFile)
 {
     if (TheDisk().bPowerFailed) return Fail(ERROR_NOT_READY);
     if (!FindHandle(hFile, "CloseHandle")) return FALSE;
-    TheDisk().handles.erase(reinterpret_cast<uint64_t>(hFile)); // it is closed whatever else happens
+    TheDisk().handles.erase(
+        reinterpret_cast<uint64_t>(hFile)); // it is closed whatever else happens
     return Begin();
 }
 
@@ -338,13 +349,13 @@ BOOL WINAPI ReadFile(HANDLE hFile, void* pOut, DWORD nWanted, DWORD* pnRead, OVE
     if (nRead) std::memcpy(pOut, bytes.data() + pHandle->nAt, nRead);
     pHandle->nAt += nRead;
     if (pnRead) *pnRead = nRead;
-    if (disk.faults.nShrinkTo >= 0 &&
-        bytes.size() > static_cast<uint64_t>(disk.faults.nShrinkTo))
+    if (disk.faults.nShrinkTo >= 0 && bytes.size() > static_cast<uint64_t>(disk.faults.nShrinkTo))
         pHandle->pFile->bytes.resize(static_cast<std::size_t>(disk.faults.nShrinkTo));
     return TRUE;
 }
 
-BOOL WINAPI WriteFile(HANDLE hFile, const void* pBytes, DWORD nWanted, DWORD* pnWritten, OVERLAPPED*)
+BOOL WINAPI WriteFile(HANDLE hFile, const void* pBytes, DWORD nWanted, DWORD* pnWritten,
+                      OVERLAPPED*)
 {
     Disk& disk = TheDisk();
     if (pnWritten) *pnWritten = 0;
@@ -497,7 +508,9 @@ DWORD WINAPI GetCurrentDirectoryA(UINT nSize, char* pszOut)
 
 BOOL WINAPI SetCurrentDirectoryA(const char* pszPath)
 {
-    if (!TheDisk().folders.contains(KeyOf(pszPath))) return Fail(ERROR_FILE_NOT_FOUND);
-    TheDisk().current = FullPath(pszPath);
+    std::string full = FullPath(pszPath);
+    if (full.size() == FolderOf(full).size() + 1) full.pop_back(); // a backslash at its end
+    if (!TheDisk().folders.contains(KeyOf(full))) return Fail(ERROR_FILE_NOT_FOUND);
+    TheDisk().current = full;
     return TRUE;
 }

@@ -122,7 +122,8 @@ using namespace kernel;
 
 // ---- code pages ----
 
-INT WINAPI MultiByteToWideChar(UINT nCodePage, DWORD, const char* psz, INT nBytes, wchar_t* pOut, INT nRoom)
+INT WINAPI MultiByteToWideChar(UINT nCodePage, DWORD, const char* psz, INT nBytes, wchar_t* pOut,
+                               INT nRoom)
 {
     const char* pszCharset = CharsetOf(nCodePage);
     if (!psz || !pszCharset) {
@@ -143,8 +144,8 @@ INT WINAPI MultiByteToWideChar(UINT nCodePage, DWORD, const char* psz, INT nByte
     return nWide;
 }
 
-INT WINAPI WideCharToMultiByte(UINT nCodePage, DWORD nFlags, const wchar_t* psz, INT nWide, char* pOut,
-                               INT nRoom, const char* pszDefault, BOOL* pbReplaced)
+INT WINAPI WideCharToMultiByte(UINT nCodePage, DWORD nFlags, const wchar_t* psz, INT nWide,
+                               char* pOut, INT nRoom, const char* pszDefault, BOOL* pbReplaced)
 {
     const char* pszCharset = CharsetOf(nCodePage);
     const bool bUtf8 = pszCharset && std::strcmp(pszCharset, "UTF-8") == 0;
@@ -168,7 +169,8 @@ INT WINAPI WideCharToMultiByte(UINT nCodePage, DWORD nFlags, const wchar_t* psz,
     return nBytes;
 }
 
-INT WINAPI CompareStringOrdinal(const wchar_t* pA, INT nA, const wchar_t* pB, INT nB, BOOL bIgnoreCase)
+INT WINAPI CompareStringOrdinal(const wchar_t* pA, INT nA, const wchar_t* pB, INT nB,
+                                BOOL bIgnoreCase)
 {
     const std::size_t nLenA = nA < 0 ? Length(pA) : static_cast<std::size_t>(nA);
     const std::size_t nLenB = nB < 0 ? Length(pB) : static_cast<std::size_t>(nB);
@@ -236,7 +238,8 @@ ULONGLONG WINAPI GetTickCount64()
 {
     timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<ULONGLONG>(now.tv_sec) * 1000 + static_cast<ULONGLONG>(now.tv_nsec) / 1000000;
+    return static_cast<ULONGLONG>(now.tv_sec) * 1000 +
+           static_cast<ULONGLONG>(now.tv_nsec) / 1000000;
 }
 
 void WINAPI Sleep(DWORD nMilliseconds)

@@ -38,7 +38,8 @@ std::string EveryElement()
 <pattern id="pa1"><rect id="pr1" style="0x1" crd="150 50 160 60"/></pattern>
 <drawrgn id="d1" style="0x30003" crd="165 50 195 75"/>
 )";
-        static constexpr const char* scales[] = {"vrtleft", "vrtright", "horizup", "horizdn", "round", "Arc"};
+        static constexpr const char* scales[] = {"vrtleft", "vrtright", "horizup",
+                                                 "horizdn", "round",    "Arc"};
         int n = 0;
         for (const char* pszType : scales) {
             const int x = 5 + n * 32;
@@ -56,28 +57,30 @@ std::string EveryElement()
             text += sz;
             ++n;
         }
-        static constexpr const char* meters[] = {"vert",  "vert3d", "horz",  "horz3d",
-                                                 "round", "Arc",    "pie",   "clock",
+        static constexpr const char* meters[] = {"vert",         "vert3d",     "horz",  "horz3d",
+                                                 "round",        "Arc",        "pie",   "clock",
                                                  "roundUpgrade", "pieUpgrade", "sector"};
         n = 0;
         for (const char* pszType : meters) {
             const int x = 2 + n * 18;
             char sz[500];
             if (n < 4)
-                std::snprintf(sz, sizeof sz,
-                              "<meter id=\"m%d\" mtid=\"%d\" upin=\"1\" mtype=\"%s\" crd=\"%d 105 %d 140\" "
-                              "flag=\"0x200000\"><rect style=\"0x1\" crd=\"%d 105 %d 140\"/></meter>\r\n",
-                              n, n == 0 ? 0 : 50 + n, pszType, x, x + 8, x + 8, x + 16);
+                std::snprintf(
+                    sz, sizeof sz,
+                    "<meter id=\"m%d\" mtid=\"%d\" upin=\"1\" mtype=\"%s\" crd=\"%d 105 %d 140\" "
+                    "flag=\"0x200000\"><rect style=\"0x1\" crd=\"%d 105 %d 140\"/></meter>\r\n",
+                    n, n == 0 ? 0 : 50 + n, pszType, x, x + 8, x + 8, x + 16);
             else
-                std::snprintf(sz, sizeof sz,
-                              "<meter id=\"m%d\" mtid=\"%d\" upin=\"1\" mtype=\"%s\" "
-                              "crd=\"%d 120 8 %d 110 %d 130%s\" flag=\"0x200000\">"
-                              "<circle style=\"0x1\" crd=\"%d 120 8\"/>"
-                              "<polygon style=\"0x1\" crd=\"%d 112 %d 128 %d 128\"/>"
-                              "<pie style=\"0x1\" crd=\"%d 112 %d 128 %d 120 %d 112\"/></meter>\r\n",
-                              n, 50 + n, pszType, x + 8, x, x + 16,
-                              n == 5 || n == 6 || n == 9 ? " 45 315" : "", x + 8, x + 8, x, x + 16, x,
-                              x + 16, x + 16, x + 8);
+                std::snprintf(
+                    sz, sizeof sz,
+                    "<meter id=\"m%d\" mtid=\"%d\" upin=\"1\" mtype=\"%s\" "
+                    "crd=\"%d 120 8 %d 110 %d 130%s\" flag=\"0x200000\">"
+                    "<circle style=\"0x1\" crd=\"%d 120 8\"/>"
+                    "<polygon style=\"0x1\" crd=\"%d 112 %d 128 %d 128\"/>"
+                    "<pie style=\"0x1\" crd=\"%d 112 %d 128 %d 120 %d 112\"/></meter>\r\n",
+                    n, 50 + n, pszType, x + 8, x, x + 16,
+                    n == 5 || n == 6 || n == 9 ? " 45 315" : "", x + 8, x + 8, x, x + 16, x, x + 16,
+                    x + 16, x + 8);
             text += sz;
             ++n;
         }
@@ -182,15 +185,16 @@ std::string Everything(HQELENGINE hEngine)
     QELGetRefSize(hEngine, &size);
     QELGetQELRect(hEngine, &rc);
     char sz[200];
-    std::snprintf(sz, sizeof sz, "type %d size %d %d rect %d %d %d %d mask %x\n", QELGetType(hEngine),
-                  size.cx, size.cy, rc.left, rc.top, rc.right, rc.bottom, QELParamsSupported(hEngine));
+    std::snprintf(sz, sizeof sz, "type %d size %d %d rect %d %d %d %d mask %x\n",
+                  QELGetType(hEngine), size.cx, size.cy, rc.left, rc.top, rc.right, rc.bottom,
+                  QELParamsSupported(hEngine));
     std::string text = sz;
     for (const HQELELEM h : Elements(hEngine)) {
         const char* pszId = QELGetElemId(hEngine, h);
         RECT box{};
         QELGetElemRect(hEngine, h, &box);
-        std::snprintf(sz, sizeof sz, "element %d %d,%d,%d,%d ", QELGetElemType(hEngine, h), box.left,
-                      box.top, box.right, box.bottom);
+        std::snprintf(sz, sizeof sz, "element %d %d,%d,%d,%d ", QELGetElemType(hEngine, h),
+                      box.left, box.top, box.right, box.bottom);
         text += sz + std::string(pszId ? pszId : "none") + " " + RecordText(hEngine, h) + "\n";
     }
     for (DWORD nId : {0, 1, 2, 41, 42, 43, 44, 45, 46, 51, 55, 60})

@@ -1,5 +1,5 @@
-// A whole life of a drawing for the tests that make something fail: a drawing with every element, the
-// engine that holds it, and all that can be seen of it as one text.
+// A whole life of a drawing for the tests that make something fail: a drawing with every element,
+// the engine that holds it, and all that can be seen of it as one text.
 #pragma once
 
 #include "include/QELEngine.h"
@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// The text of a drawing that has every element, every type of meter and every type of scale, shapes in
-// hatches and gradients, with borders and keep modes, and the meters' faces.
+// The text of a drawing that has every element, every type of meter and every type of scale, shapes
+// in hatches and gradients, with borders and keep modes, and the meters' faces.
 std::string EveryElement();
 
 constexpr const char* DRAWING_PATH = "C:\\temp\\drawing.qel";
@@ -37,8 +37,8 @@ HQELELEM ElementById(HQELENGINE hEngine, const std::string& id);
 // The bytes that a save writes; "" when there is nothing to save.
 std::string SavedBytes(HQELENGINE hEngine);
 
-// All that can be seen of an engine: its tree with all records, its values, the saved bytes, and what
-// a full draw paints.
+// All that can be seen of an engine: its tree with all records, its values, the saved bytes, and
+// what a full draw paints.
 std::string Everything(HQELENGINE hEngine);
 
 // What a draw paints, line by line.

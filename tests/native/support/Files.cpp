@@ -1,5 +1,5 @@
-// Files for the tests of the native build: what tests/support/Files.h promises, on the disk in memory
-// of the stand-in for kernel32.
+// Files for the tests of the native build: what tests/support/Files.h promises, on the disk in
+// memory of the stand-in for kernel32.
 #include "tests/support/Files.h"
 
 #include "tests/native/KernelDouble.h"

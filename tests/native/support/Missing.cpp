@@ -1,7 +1,11 @@
-// What some tests call and a native program cannot have: metafiles of the system's own form, and the
-// tables of a Windows program. The calls fail; the tests that need them are left out by name
+// What some tests call and a native program cannot have: metafiles of the system's own form, and
+// the tables of a Windows program. The calls fail; the tests that need them are left out by name
 // (tests/native/LeftOut.cmake). Clocks run: some tests end when something takes too long.
+#include "tests/native/KernelDouble.h"
+
 #include <windows.h>
+
+#include <string>
 
 DWORD WINAPI GetTickCount()
 {
@@ -31,4 +35,22 @@ BOOL WINAPI DeleteEnhMetaFile(HENHMETAFILE)
 HMODULE WINAPI GetModuleHandleA(const char*)
 {
     return nullptr;
+}
+
+HBITMAP WINAPI CreateDIBSection(HDC, const BITMAPINFO*, UINT, void**, HANDLE, DWORD)
+{
+    return nullptr;
+}
+
+BOOL WINAPI SetPixelV(HDC hdc, int x, int y, COLORREF clr)
+{
+    return SetPixel(hdc, x, y, clr) != CLR_INVALID;
+}
+
+BOOL WINAPI CopyFileA(const char* pszFrom, const char* pszTo, BOOL bFailIfThere)
+{
+    std::string bytes;
+    if (!kernel::GetFile(pszFrom, &bytes)) return FALSE;
+    if (bFailIfThere && kernel::GetFile(pszTo, nullptr)) return FALSE;
+    return kernel::PutFile(pszTo, bytes);
 }

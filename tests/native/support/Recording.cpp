@@ -1,5 +1,5 @@
-// Recorded GDI calls for the tests of the native build: what tests/support/Recording.h promises, kept
-// by the stand-in for GDI.
+// Recorded GDI calls for the tests of the native build: what tests/support/Recording.h promises,
+// kept by the stand-in for GDI.
 #include "tests/support/Recording.h"
 
 #include "tests/native/GdiDouble.h"
