@@ -15,12 +15,13 @@ Pascal and C# cannot read a C header, and a declaration that is wrong in one arg
 held against the DLLs themselves: names against the table of exports, argument bytes against the machine
 code that takes them off the stack."""
 import ctypes
-import importlib.util
+import importlib.machinery
 import os
 import pathlib
 import re
 import subprocess
 import sys
+import types
 
 sys.dont_write_bytecode = True  # nothing is left beside the sources
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
@@ -441,9 +442,9 @@ def read_csharp(text):
 
 
 def load_python(path):
-    spec = importlib.util.spec_from_file_location("qelengine", path)
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
+    loader = importlib.machinery.SourceFileLoader("qelengine", str(path))
+    module = types.ModuleType(loader.name)
+    loader.exec_module(module)
     return module
 
 
