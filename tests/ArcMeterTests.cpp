@@ -5,7 +5,7 @@
 #include "include/QELEngine.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,6 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
 using Painter = std::function<void(HDC)>;
 
 constexpr POINT C{120, 115};
@@ -30,55 +29,7 @@ constexpr int R = 100;
 constexpr COLORREF FACE = 0x102030, SCALE = 0x405060, PIN = 0x0000AA, LABEL = 0x00BB11;
 constexpr COLORREF LOW = 0xCC0000, HIGH = 0x00CCCC;
 
-// ---- what was drawn ----
-
-// The figures of a recording with what they were drawn in: "Line WIDTH COLOUR x,y x,y", "Arc WIDTH
-// COLOUR box start end", "Ellipse WIDTH COLOUR FILL box", "Text CELL COLOUR x,y "text"".
-Lines Drawn(const Painter& draw)
-{
-    CRecording recording;
-    draw(recording.Dc());
-    Lines objects{""}, figures;
-    std::string pen = "stock", brush = "stock", font = "stock", colour = "unset", at;
-    bool bOpaque = true;
-    for (const std::string& call : recording.Calls()) {
-        std::istringstream in(call);
-        Lines w;
-        for (std::string word; in >> word;) w.push_back(word);
-        const std::string rest = call.substr(call.find(' '));
-        const auto object = [&] { return objects.at(std::stoul(w[1].substr(1))); };
-        if (w[0] == "CreatePen") objects.push_back(w[4] + " " + w[6]);
-        if (w[0] == "CreateBrush") objects.push_back(w[4]);
-        if (w[0] == "CreateFont") objects.push_back(w[2] + "x" + w[4] + "/" + w[6]);
-        if (w[0] == "SelectPen") pen = object();
-        if (w[0] == "SelectBrush") brush = object();
-        if (w[0] == "SelectFont") font = object();
-        if (w[0] == "SetTextColor") colour = w[1];
-        if (w[0] == "SetBkMode") bOpaque = w[1] != "1";
-        if (w[0] == "MoveTo") at = w[1];
-        if (w[0] == "LineTo") figures.push_back("Line " + pen + " " + at + rest);
-        if (w[0] == "Arc") figures.push_back("Arc " + pen + rest);
-        if (w[0] == "Ellipse" || w[0] == "Pie" || w[0] == "Polygon")
-            figures.push_back(w[0] + " " + pen + " " + brush + rest);
-        if (w[0] == "Text")
-            figures.push_back("Text " + font + " " + colour + rest + (bOpaque ? " opaque" : ""));
-    }
-    return figures;
-}
-
 // ---- what should be drawn ----
-
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
-}
-
-std::string Text(POINT pt)
-{
-    return std::to_string(pt.x) + "," + std::to_string(pt.y);
-}
 
 std::string Square(int r)
 {
@@ -808,22 +759,13 @@ TEST(DialClip, NarrowsTheClipAndPutsItBackWithEitherWayOfSavingIt)
 
 // ---- nothing stays behind, nothing breaks ----
 
-std::size_t SparePlaces() // how many objects can still be made
-{
-    std::vector<HPEN> pens;
-    for (HPEN hPen; pens.size() < 200000 && (hPen = ::CreatePen(PS_SOLID, 1, 0)) != nullptr;)
-        pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return pens.size();
-}
-
 TEST(DialClip, GivesItsRegionBack)
 {
     const CTestBitmap bitmap(100, 100);
     for (const bool bWhole : {false, true}) {
-        const std::size_t nSpare = SparePlaces();
+        const std::size_t nSpare = SpareObjects();
         for (int i = 0; i < 20; ++i) const CDialClip clip(bitmap.Dc(), {10, 20, 60, 70}, bWhole);
-        EXPECT_EQ(nSpare, SparePlaces()) << bWhole;
+        EXPECT_EQ(nSpare, SpareObjects()) << bWhole;
     }
 }
 
@@ -840,7 +782,7 @@ TEST(ArcMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
     Prepared(dial);
     dial->Draw(hdc, 5, QEL_DRAW_FULL);
     const std::string before = DcState(hdc);
-    const std::size_t nSpare = SparePlaces();
+    const std::size_t nSpare = SpareObjects();
     for (int v = 0; v <= 100; v += 5) {
         EXPECT_EQ(1, dial->Draw(hdc, v, 0));
         EXPECT_EQ(1, dial->Draw(hdc, v + 0.5F, QEL_DRAW_FULL));
@@ -851,7 +793,7 @@ TEST(ArcMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
         dial->ErasePin(hdc, v, 0);
     }
     EXPECT_EQ(before, DcState(hdc));
-    EXPECT_EQ(nSpare, SparePlaces());
+    EXPECT_EQ(nSpare, SpareObjects());
 }
 
 TEST(ArcMeter, DrawsAnyRangeLimitAndRadius)

@@ -551,14 +551,6 @@ TEST(Bar3D, FillOnlyLeavesTheOldBodyStanding)
 
 // ---- nothing is left behind, nothing does harm ----
 
-std::size_t FreeObjects() // how many more pens the process may have
-{
-    std::vector<HPEN> pens;
-    while (const HPEN hPen = ::CreatePen(PS_SOLID, 1, 0)) pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return pens.size();
-}
-
 TEST(Bar3D, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
 {
     for (const bool bUp : {true, false})
@@ -581,10 +573,10 @@ TEST(Bar3D, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
                 draw();
                 EXPECT_FALSE(IsBlank(bitmap));
                 EXPECT_EQ(before, DcState(hdc)) << "style " << nStyle << " option " << nOption;
-                const std::size_t nBefore = FreeObjects();
+                const std::size_t nBefore = SpareObjects();
                 ASSERT_GT(nBefore, 1000U);
                 for (int i = 0; i < 10; ++i) draw();
-                EXPECT_EQ(nBefore, FreeObjects()) << "style " << nStyle << " option " << nOption;
+                EXPECT_EQ(nBefore, SpareObjects()) << "style " << nStyle << " option " << nOption;
             }
 }
 

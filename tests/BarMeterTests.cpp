@@ -7,7 +7,7 @@
 #include "meter/LongBarMeter.h"
 #include "meter/UpBarMeter.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,6 @@
 #include <vector>
 
 namespace {
-
-using Lines = std::vector<std::string>;
 
 constexpr COLORREF BACK = 0x00FFFF, BAR = 0x0000CC, EMPTY = 0x554433, SCALE = 0xAA1122;
 constexpr COLORREF LABEL = 0x22BB00, NOTHING = RGB(255, 255, 255);
@@ -292,13 +290,6 @@ Lines Strokes(const std::function<void(HDC)>& draw)
     return strokes;
 }
 
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
-}
-
 std::string Point(int x, int y)
 {
     return std::to_string(x) + "," + std::to_string(y);
@@ -567,14 +558,6 @@ void ShowAll(CBarMeter& m)
         (m.*set)(1);
 }
 
-std::size_t FreeObjects() // how many more pens the process may have
-{
-    std::vector<HPEN> pens;
-    while (const HPEN hPen = ::CreatePen(PS_SOLID, 1, 0)) pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return pens.size();
-}
-
 TEST(Bar, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
 {
     for (const bool bUp : {true, false})
@@ -597,10 +580,10 @@ TEST(Bar, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
             draw();
             EXPECT_FALSE(IsBlank(bitmap));
             EXPECT_EQ(before, DcState(hdc)) << "style " << nStyle;
-            const std::size_t nBefore = FreeObjects();
+            const std::size_t nBefore = SpareObjects();
             ASSERT_GT(nBefore, 1000U);
             for (int i = 0; i < 10; ++i) draw();
-            EXPECT_EQ(nBefore, FreeObjects()) << "style " << nStyle;
+            EXPECT_EQ(nBefore, SpareObjects()) << "style " << nStyle;
         }
 }
 

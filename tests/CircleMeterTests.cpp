@@ -5,7 +5,7 @@
 #include "include/QELEngine.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,6 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
 using Painter = std::function<void(HDC)>;
 
 constexpr POINT C{120, 115};
@@ -79,13 +78,6 @@ Lines Polygons(const Shapes& shapes)
             lines.back() += " " + std::to_string(pt.x) + "," + std::to_string(pt.y);
     }
     return lines;
-}
-
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
 }
 
 void RawBlade(HDC hdc, int r, float a, COLORREF clr)
@@ -270,15 +262,6 @@ TEST(CircleMeter, UpdatesEndInThePictureOfAFullDraw)
     }
 }
 
-std::size_t SparePlaces() // how many objects can still be made
-{
-    std::vector<HPEN> pens;
-    for (HPEN hPen; pens.size() < 200000 && (hPen = ::CreatePen(PS_SOLID, 1, 0)) != nullptr;)
-        pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return pens.size();
-}
-
 TEST(CircleMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
 {
     CTestBitmap bitmap(240, 240);
@@ -294,7 +277,7 @@ TEST(CircleMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
     ShowAll(Prepared(m));
     m.Draw(hdc, 5, QEL_DRAW_FULL);
     const std::string before = DcState(hdc);
-    const std::size_t nSpare = SparePlaces();
+    const std::size_t nSpare = SpareObjects();
     for (int v = 0; v <= 100; v += 5) {
         EXPECT_EQ(1, m.Draw(hdc, v, 0));
         EXPECT_EQ(1, m.Draw(hdc, v + 0.5F, QEL_DRAW_FULL));
@@ -302,7 +285,7 @@ TEST(CircleMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
         m.ErasePin(hdc, v, 0);
     }
     EXPECT_EQ(before, DcState(hdc));
-    EXPECT_EQ(nSpare, SparePlaces());
+    EXPECT_EQ(nSpare, SpareObjects());
 }
 
 TEST(CircleMeter, DrawsAnyValueRangeAndRadius)

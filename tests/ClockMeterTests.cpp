@@ -6,7 +6,7 @@
 #include "meter/ClockPin.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -23,87 +23,11 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
 constexpr POINT C{210, 205};
 constexpr COLORREF FACE = 0x102030, SCALE = 0x405060, HAND = 0x0000AA, LABEL = 0x00BB11;
 constexpr COLORREF GREEN = 0x00FF00, WHITE = 0xFFFFFF, BLACK = 0;
 
-// ---- what was drawn ----
-
-Lines Split(const std::string& line)
-{
-    std::istringstream in(line);
-    Lines words;
-    for (std::string word; in >> word;) words.push_back(word);
-    return words;
-}
-
-std::string After(const std::string& line) // what stands behind the first word
-{
-    return line.substr(line.find(' '));
-}
-
-// The figures of a recording with what they were drawn in, one a line: "Line WIDTH COLOUR x,y x,y",
-// "Arc WIDTH COLOUR box start end", "Polygon WIDTH COLOUR FILL points" and so on, "Text CELL COLOUR
-// x,y "text"". Text on an opaque background says so.
-Lines Figures(CRecording& recording)
-{
-    Lines objects{""}, figures;
-    std::string pen = "stock", brush = "stock", font = "stock", colour = "unset", at;
-    bool bOpaque = true;
-    for (const std::string& call : recording.Calls()) {
-        const Lines w = Split(call);
-        if (w[0] == "CreatePen") objects.push_back(w[4] + " " + w[6]);
-        if (w[0] == "CreateBrush") objects.push_back(w[4]);
-        if (w[0] == "CreatePatternBrush") objects.push_back("pattern");
-        if (w[0] == "CreateFont") objects.push_back(w[2] + "x" + w[4] + "/" + w[6]);
-        if (w[0] == "SelectPen") pen = objects.at(std::stoul(w[1].substr(1)));
-        if (w[0] == "SelectBrush") brush = objects.at(std::stoul(w[1].substr(1)));
-        if (w[0] == "SelectFont") font = objects.at(std::stoul(w[1].substr(1)));
-        if (w[0] == "SelectStock") {
-            if (w[1].find("PEN") != std::string::npos) pen = w[1];
-            if (w[1].find("BRUSH") != std::string::npos) brush = w[1];
-            if (w[1].find("FONT") != std::string::npos) font = w[1];
-        }
-        if (w[0] == "SetTextColor") colour = w[1];
-        if (w[0] == "SetBkMode") bOpaque = w[1] != "1";
-        if (w[0] == "MoveTo") at = w[1];
-        if (w[0] == "LineTo") {
-            figures.push_back("Line " + pen + " " + at + " " + w[1]);
-            at = w[1];
-        }
-        if (w[0] == "Arc") figures.push_back("Arc " + pen + After(call));
-        if (w[0] == "Polygon" || w[0] == "Ellipse" || w[0] == "Pie" || w[0] == "Chord" ||
-            w[0] == "Rectangle")
-            figures.push_back(w[0] + " " + pen + " " + brush + After(call));
-        if (w[0] == "Text")
-            figures.push_back("Text " + font + " " + colour + After(call) +
-                              (bOpaque ? " opaque" : ""));
-    }
-    return figures;
-}
-
-Lines Drawn(const std::function<void(HDC)>& draw)
-{
-    CRecording recording;
-    draw(recording.Dc());
-    return Figures(recording);
-}
-
 // ---- what should be drawn ----
-
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
-}
-
-std::string Text(POINT pt)
-{
-    return std::to_string(pt.x) + "," + std::to_string(pt.y);
-}
 
 // The point at so many percent of a hand of a length that points at a part of the full turn; a
 // negative number lies behind the centre.
@@ -712,14 +636,6 @@ TEST(Clock, LeavesTheDeviceContextAsItWas)
     }
 }
 
-int FreeObjects() // how many more pens the process may have
-{
-    std::vector<HPEN> pens;
-    while (const HPEN hPen = ::CreatePen(PS_SOLID, 1, 0)) pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return static_cast<int>(pens.size());
-}
-
 TEST(Clock, LeavesNoGdiObjectBehind)
 {
     CTestBitmap bitmap(420, 420);
@@ -734,10 +650,10 @@ TEST(Clock, LeavesNoGdiObjectBehind)
         }
     };
     drawAll(); // the system's own caches fill once
-    const int nBefore = FreeObjects();
-    ASSERT_GT(nBefore, 1000);
+    const std::size_t nBefore = SpareObjects();
+    ASSERT_GT(nBefore, 1000U);
     for (int i = 0; i < 5; ++i) drawAll();
-    EXPECT_EQ(nBefore, FreeObjects());
+    EXPECT_EQ(nBefore, SpareObjects());
 }
 
 TEST(Clock, NoValueOfAnyFieldCrashesOrHangs)

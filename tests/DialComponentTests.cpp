@@ -7,7 +7,7 @@
 #include "meter/ArcFill.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,6 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
 using Painter = std::function<void(HDC)>;
 
 constexpr POINT C{100, 90};
@@ -35,11 +34,7 @@ RECT Square(int r)
     return {C.x - r, C.y - r, C.x + r, C.y + r};
 }
 
-std::string Text(POINT pt)
-{
-    return std::to_string(pt.x) + "," + std::to_string(pt.y);
-}
-
+using figures::Text; // beside this one:
 std::string Text(const RECT& rc)
 {
     return Text(POINT{rc.left, rc.top}) + "," + Text(POINT{rc.right, rc.bottom});
@@ -85,17 +80,6 @@ void ExpectStateKept(const Painter& draw)
     const std::string before = DcState(bitmap.Dc());
     draw(bitmap.Dc());
     EXPECT_EQ(before, DcState(bitmap.Dc()));
-}
-
-// How many objects can still be made. The system never says how many there are, but a process has
-// a fixed number of places: what was not given back is missing here.
-std::size_t SparePlaces()
-{
-    std::vector<HPEN> pens;
-    for (HPEN hPen; pens.size() < 200000 && (hPen = ::CreatePen(PS_SOLID, 1, 0)) != nullptr;)
-        pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return pens.size();
 }
 
 // ---- lines ----
@@ -523,10 +507,10 @@ TEST(DialComponents, GiveBackEveryObjectTheyMake)
     const CTestBitmap bitmap(200, 180);
     for (const Component& component : Components()) component.draw(bitmap.Dc());
     for (const Component& component : Components()) {
-        const std::size_t nBefore = SparePlaces();
+        const std::size_t nBefore = SpareObjects();
         EXPECT_GT(nBefore, 1000U);
         for (int i = 0; i < 20; ++i) component.draw(bitmap.Dc());
-        EXPECT_EQ(nBefore, SparePlaces()) << component.pszName;
+        EXPECT_EQ(nBefore, SpareObjects()) << component.pszName;
     }
 }
 

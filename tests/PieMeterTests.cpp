@@ -8,7 +8,7 @@
 #include "meter/PieUpgradeMeter.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +26,6 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
 using Painter = std::function<void(HDC)>;
 
 constexpr POINT C{120, 115};
@@ -38,18 +37,6 @@ constexpr COLORREF SECTOR = 0x00DD00, ERASE = 0x303030;
 POINT Polar(int r, float a)
 {
     return {C.x - static_cast<int>(r * DegSin(a)), C.y + static_cast<int>(r * DegCos(a))};
-}
-
-std::string Text(POINT pt)
-{
-    return std::to_string(pt.x) + "," + std::to_string(pt.y);
-}
-
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
 }
 
 // The call for a sector of radius r between two angles, in one of GDI's two shapes.
@@ -344,15 +331,6 @@ TYPED_TEST(PieMeters, UpdatesEndInThePictureOfAFullDraw)
     }
 }
 
-std::size_t SparePlaces() // how many objects can still be made
-{
-    std::vector<HPEN> pens;
-    for (HPEN hPen; pens.size() < 200000 && (hPen = ::CreatePen(PS_SOLID, 1, 0)) != nullptr;)
-        pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return pens.size();
-}
-
 TYPED_TEST(PieMeters, LeaveTheDeviceContextAsItWasAndGiveTheirObjectsBack)
 {
     CTestBitmap bitmap(240, 240);
@@ -368,7 +346,7 @@ TYPED_TEST(PieMeters, LeaveTheDeviceContextAsItWasAndGiveTheirObjectsBack)
         pie.ShowAll()->SetSectorStyle(nStyle);
         pie->Draw(hdc, 5, QEL_DRAW_FULL);
         const std::string before = DcState(hdc);
-        const std::size_t nSpare = SparePlaces();
+        const std::size_t nSpare = SpareObjects();
         for (int v = 100; v >= 0; v -= 10) {
             EXPECT_EQ(1, pie->Draw(hdc, v, 0));
             EXPECT_EQ(1, pie->Draw(hdc, v + 0.5F, QEL_DRAW_FULL));
@@ -378,7 +356,7 @@ TYPED_TEST(PieMeters, LeaveTheDeviceContextAsItWasAndGiveTheirObjectsBack)
             pie->DrawFrame(hdc);
         }
         EXPECT_EQ(before, DcState(hdc)) << nStyle;
-        EXPECT_EQ(nSpare, SparePlaces()) << nStyle;
+        EXPECT_EQ(nSpare, SpareObjects()) << nStyle;
     }
 }
 

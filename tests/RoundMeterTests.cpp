@@ -7,7 +7,7 @@
 #include "meter/RoundMeterPin.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -23,87 +23,11 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
 constexpr POINT C{200, 190};
 constexpr COLORREF FACE = 0x102030, SCALE = 0x405060, PIN = 0x0000AA, LABEL = 0x00BB11;
 constexpr COLORREF LOW = 0xCC0000, HIGH = 0x00CCCC, GREEN = 0x00FF00, RED = 0x0000FF, BLACK = 0;
 
-// ---- what was drawn ----
-
-Lines Split(const std::string& line)
-{
-    std::istringstream in(line);
-    Lines words;
-    for (std::string word; in >> word;) words.push_back(word);
-    return words;
-}
-
-std::string After(const std::string& line) // what stands behind the first word
-{
-    return line.substr(line.find(' '));
-}
-
-// The figures of a recording with what they were drawn in, one a line: "Line WIDTH COLOUR x,y x,y",
-// "Arc WIDTH COLOUR box start end", "Polygon WIDTH COLOUR FILL points" and so on, "Text CELL COLOUR
-// x,y "text"". Text on an opaque background says so.
-Lines Figures(CRecording& recording)
-{
-    Lines objects{""}, figures;
-    std::string pen = "stock", brush = "stock", font = "stock", colour = "unset", at;
-    bool bOpaque = true;
-    for (const std::string& call : recording.Calls()) {
-        const Lines w = Split(call);
-        if (w[0] == "CreatePen") objects.push_back(w[4] + " " + w[6]);
-        if (w[0] == "CreateBrush") objects.push_back(w[4]);
-        if (w[0] == "CreatePatternBrush") objects.push_back("pattern");
-        if (w[0] == "CreateFont") objects.push_back(w[2] + "x" + w[4] + "/" + w[6]);
-        if (w[0] == "SelectPen") pen = objects.at(std::stoul(w[1].substr(1)));
-        if (w[0] == "SelectBrush") brush = objects.at(std::stoul(w[1].substr(1)));
-        if (w[0] == "SelectFont") font = objects.at(std::stoul(w[1].substr(1)));
-        if (w[0] == "SelectStock") {
-            if (w[1].find("PEN") != std::string::npos) pen = w[1];
-            if (w[1].find("BRUSH") != std::string::npos) brush = w[1];
-            if (w[1].find("FONT") != std::string::npos) font = w[1];
-        }
-        if (w[0] == "SetTextColor") colour = w[1];
-        if (w[0] == "SetBkMode") bOpaque = w[1] != "1";
-        if (w[0] == "MoveTo") at = w[1];
-        if (w[0] == "LineTo") {
-            figures.push_back("Line " + pen + " " + at + " " + w[1]);
-            at = w[1];
-        }
-        if (w[0] == "Arc") figures.push_back("Arc " + pen + After(call));
-        if (w[0] == "Polygon" || w[0] == "Ellipse" || w[0] == "Pie" || w[0] == "Chord" ||
-            w[0] == "Rectangle")
-            figures.push_back(w[0] + " " + pen + " " + brush + After(call));
-        if (w[0] == "Text")
-            figures.push_back("Text " + font + " " + colour + After(call) +
-                              (bOpaque ? " opaque" : ""));
-    }
-    return figures;
-}
-
-Lines Drawn(const std::function<void(HDC)>& draw)
-{
-    CRecording recording;
-    draw(recording.Dc());
-    return Figures(recording);
-}
-
 // ---- what should be drawn ----
-
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
-}
-
-std::string Text(POINT pt)
-{
-    return std::to_string(pt.x) + "," + std::to_string(pt.y);
-}
 
 std::string Square(int r)
 {
@@ -803,15 +727,6 @@ TEST(RoundGauge, LeavesTheDeviceContextAsItWas)
     }
 }
 
-// How many more pens the process may have.
-int FreeObjects()
-{
-    std::vector<HPEN> pens;
-    while (const HPEN hPen = ::CreatePen(PS_SOLID, 1, 0)) pens.push_back(hPen);
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return static_cast<int>(pens.size());
-}
-
 TEST(RoundGauge, LeavesNoGdiObjectBehind)
 {
     CTestBitmap bitmap(400, 400);
@@ -826,10 +741,10 @@ TEST(RoundGauge, LeavesNoGdiObjectBehind)
         }
     };
     drawAll(); // the system's own caches fill once
-    const int nBefore = FreeObjects();
-    ASSERT_GT(nBefore, 1000);
+    const std::size_t nBefore = SpareObjects();
+    ASSERT_GT(nBefore, 1000U);
     for (int i = 0; i < 5; ++i) drawAll();
-    EXPECT_EQ(nBefore, FreeObjects());
+    EXPECT_EQ(nBefore, SpareObjects());
 }
 
 TEST(RoundGauge, NoValueOfAnyFieldCrashesOrHangs)

@@ -5,7 +5,7 @@
 #include "include/QELEngine.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
-#include "tests/support/Recording.h"
+#include "tests/support/Figures.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,6 @@
 
 namespace {
 
-using Lines = std::vector<std::string>;
 using Values = std::vector<double>;
 
 constexpr POINT C{150, 140};
@@ -32,18 +31,6 @@ constexpr COLORREF PALETTE[32] = {
     0x6600CC, 0xFF0000, 0xCCFFFF, 0x009966, 0xFFFF00, 0x0000FF, 0x339999, 0x6633FF,
     0xFF3333, 0x66CC66, 0x33FF33, 0x663300, 0x3300FF, 0xCCCCFF, 0x9966CC, 0x999999,
     0x6699CC, 0x996633, 0xFFCC00, 0x663399, 0xFF0033, 0xFF00CC, 0x663366, 0x666699};
-
-std::string Hex(COLORREF clr)
-{
-    char sz[20];
-    std::snprintf(sz, sizeof sz, "%06lx", static_cast<unsigned long>(clr));
-    return sz;
-}
-
-std::string Text(POINT pt)
-{
-    return std::to_string(pt.x) + "," + std::to_string(pt.y);
-}
 
 POINT Polar(int r, double fAngle)
 {
@@ -425,12 +412,6 @@ TEST(SectorMeter, PrintsValuesAsLabelsArePrinted)
 
 TEST(SectorMeter, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
 {
-    const auto freeObjects = [] {
-        std::vector<HPEN> pens;
-        while (const HPEN hPen = ::CreatePen(PS_SOLID, 1, 0)) pens.push_back(hPen);
-        for (const HPEN hPen : pens) ::DeleteObject(hPen);
-        return pens.size();
-    };
     CChart chart({4, 3, 0, 1});
     chart->SetShowValue(1);
     CTestBitmap bitmap(300, 280);
@@ -447,10 +428,10 @@ TEST(SectorMeter, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
     draw();
     EXPECT_FALSE(IsBlank(bitmap));
     EXPECT_EQ(before, DcState(hdc));
-    const std::size_t nBefore = freeObjects();
+    const std::size_t nBefore = SpareObjects();
     ASSERT_GT(nBefore, 1000U);
     for (int i = 0; i < 20; ++i) draw();
-    EXPECT_EQ(nBefore, freeObjects());
+    EXPECT_EQ(nBefore, SpareObjects());
 }
 
 TEST(SectorMeter, NoValueCrashesOrHangs)

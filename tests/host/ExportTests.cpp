@@ -3,6 +3,7 @@
 #include "include/QELEngine.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Files.h"
+#include "tests/support/Wide.h"
 
 #include <gtest/gtest.h>
 
@@ -235,7 +236,7 @@ TEST(Exports, FunctionsFoundByNameWork)
     ASSERT_TRUE(WriteBytes(path, "<qel type=\"2\"/>"));
     const HQELENGINE hEngine = pfnCreate();
     ASSERT_NE(nullptr, hEngine);
-    EXPECT_EQ(1, pfnOpenU(hEngine, std::wstring(path.begin(), path.end()).c_str()));
+    EXPECT_EQ(1, pfnOpenU(hEngine, Wide(path).data()));
     EXPECT_EQ(2, pfnType(hEngine));
     EXPECT_EQ(1, pfnDestroy(hEngine));
     EXPECT_EQ(-1, pfnType(hEngine));

@@ -2,6 +2,7 @@
 // of each leaves behind.
 #include "include/QELEngine.h"
 #include "tests/support/Files.h"
+#include "tests/support/Wide.h"
 
 #include <gtest/gtest.h>
 
@@ -53,15 +54,6 @@ protected:
     CTestFolder m_folder;
     HQELENGINE m_hEngine;
 };
-
-std::wstring Wide(const std::string& text)
-{
-    std::wstring wide(text.size(), L'\0');
-    const int nLength = ::MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()),
-                                              wide.data(), static_cast<int>(wide.size()));
-    wide.resize(nLength);
-    return wide;
-}
 
 // The folder's path blown up by parts that lead nowhere to a full path of that many bytes.
 std::string PathOfLength(const CTestFolder& folder, const std::string& name, std::size_t nLength)
@@ -280,7 +272,7 @@ TEST_F(Files, ChinesePathsWorkInBothOpenFunctionsAndInSave)
     EXPECT_EQ(SAVED, ReadBytes(m_folder.Path("b.qel")));
     EXPECT_EQ(2, m_folder.CountFiles());
     ASSERT_EQ(1, QELCloseFile(m_hEngine));
-    EXPECT_EQ(1, QELOpenFileU(m_hEngine, Wide(chinese + "b.qel").c_str()));
+    EXPECT_EQ(1, QELOpenFileU(m_hEngine, Wide(chinese + "b.qel").data()));
     ExpectSize(120, 90);
 }
 
@@ -289,10 +281,10 @@ TEST_F(Files, WidePathFailsWhenNullMissingOrWithoutACounterpart)
     const std::string path = Write("a.qel", SAVED);
     EXPECT_EQ(0, QELOpenFileU(m_hEngine, nullptr));
     ExpectNoDrawing();
-    EXPECT_EQ(0, QELOpenFileU(m_hEngine, Wide(m_folder.Path("missing.qel")).c_str()));
+    EXPECT_EQ(0, QELOpenFileU(m_hEngine, Wide(m_folder.Path("missing.qel")).data()));
     EXPECT_EQ(0, QELOpenFileU(m_hEngine, L""));
     ExpectNoDrawing();
-    EXPECT_EQ(1, QELOpenFileU(m_hEngine, Wide(path).c_str()));
+    EXPECT_EQ(1, QELOpenFileU(m_hEngine, Wide(path).data()));
     ExpectSize(120, 90);
 }
 
@@ -301,15 +293,16 @@ TEST_F(Files, WidePathMayHaveUpTo259Bytes)
     Write("a.qel", SAVED);
     const std::string longest = PathOfLength(m_folder, "a.qel", 259);
     ASSERT_EQ(259u, longest.size());
-    EXPECT_EQ(1, QELOpenFileU(m_hEngine, Wide(longest).c_str())) << longest;
+    EXPECT_EQ(1, QELOpenFileU(m_hEngine, Wide(longest).data())) << longest;
     ExpectSize(120, 90);
     for (const std::size_t nLength : {260U, 261U, 300U, 5000U, 200000U}) {
-        EXPECT_EQ(0,
-                  QELOpenFileU(m_hEngine, Wide(PathOfLength(m_folder, "a.qel", nLength)).c_str()))
+        EXPECT_EQ(0, QELOpenFileU(m_hEngine, Wide(PathOfLength(m_folder, "a.qel", nLength)).data()))
             << nLength;
     }
     // Bytes count, not characters: 130 Chinese characters are 260 bytes.
-    EXPECT_EQ(0, QELOpenFileU(m_hEngine, std::wstring(130, L'\x6CF5').c_str()));
+    std::vector<wchar_t> chinese(130, L'\x6CF5');
+    chinese.push_back(L'\0');
+    EXPECT_EQ(0, QELOpenFileU(m_hEngine, chinese.data()));
 }
 
 TEST_F(Files, OpensADrawingOf512LevelsAndRefusesOneMore)

@@ -4,6 +4,7 @@
 #include "tests/support/Bitmap.h"
 #include "tests/support/Files.h"
 #include "tests/support/Recording.h"
+#include "tests/support/Wide.h"
 
 #include <gtest/gtest.h>
 
@@ -33,11 +34,11 @@ std::string CallAll(HQELENGINE h, HQELELEM hElem, HDC hdc, const std::string& pa
     SIZE size{10, 10};
     DWORD nValue = 0;
     float fValue = 0;
-    const std::wstring wide(path.begin(), path.end());
+    const std::vector<wchar_t> wide = Wide(path);
     refused("QELNewFile", !QELNewFile(h));
     refused("QELOpenFile", !QELOpenFile(h, path.c_str()));
     refused("QELOpenFile(null)", !QELOpenFile(h, nullptr));
-    refused("QELOpenFileU", !QELOpenFileU(h, wide.c_str()));
+    refused("QELOpenFileU", !QELOpenFileU(h, wide.data()));
     refused("QELSaveFile", !QELSaveFile(h, (path + ".saved").c_str()));
     refused("QELGetName", !QELGetName(h));
     refused("QELGetType", QELGetType(h) == -1);

@@ -11,23 +11,6 @@
 
 namespace {
 
-// Makes that many pens at once and frees them; how many could be made.
-int PensThatCanBeMade(int nWanted)
-{
-    std::vector<HPEN> pens;
-    for (int i = 0; i < nWanted; ++i) {
-        const HPEN hPen = ::CreatePen(PS_SOLID, 1, RGB(i & 255, i >> 8, 0));
-        if (!hPen) break;
-        pens.push_back(hPen);
-    }
-    const int nMade = static_cast<int>(pens.size());
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return nMade;
-}
-
-// Room for more objects than a process may hold: the making ends at what is left of that.
-constexpr int MORE_THAN_ALL = 100000;
-
 // Every shape outlined, filled and with both 3D styles, and every fill style, in 50 by 50 units.
 std::string EveryShapeAndStyle()
 {
@@ -69,8 +52,8 @@ TEST(Leaks, TwentyThousandDrawsLeaveRoomForTenThousandPens)
     const RECT rc = drawn.Box();
     ASSERT_EQ(1, QELSetQELRect(h, &rc));
     ASSERT_EQ(1, QELDraw(h, drawn.Dc(), &rc, QEL_DRAW_FULL)); // what the system keeps, it has now
-    const int nBefore = PensThatCanBeMade(MORE_THAN_ALL);
-    ASSERT_GT(MORE_THAN_ALL, nBefore); // there is a limit, so a leak would show
+    const std::size_t nBefore = SpareObjects();
+    ASSERT_GT(MORE_OBJECTS_THAN_ALL, nBefore); // there is a limit, so a leak would show
     ASSERT_LE(10000, nBefore);
     const HGDIOBJ hPen = ::GetCurrentObject(drawn.Dc(), OBJ_PEN);
     const HGDIOBJ hBrush = ::GetCurrentObject(drawn.Dc(), OBJ_BRUSH);
@@ -81,14 +64,14 @@ TEST(Leaks, TwentyThousandDrawsLeaveRoomForTenThousandPens)
     EXPECT_EQ(hPen, ::GetCurrentObject(drawn.Dc(), OBJ_PEN));
     EXPECT_EQ(hBrush, ::GetCurrentObject(drawn.Dc(), OBJ_BRUSH));
     EXPECT_EQ(hFont, ::GetCurrentObject(drawn.Dc(), OBJ_FONT));
-    EXPECT_EQ(nBefore, PensThatCanBeMade(MORE_THAN_ALL)); // not one object less
+    EXPECT_EQ(nBefore, SpareObjects()); // not one object less
     EXPECT_EQ(1, DestroyQELEngine(h));
 }
 
 TEST(Leaks, HatchAndGradientObjectsGoWithTheirOwner)
 {
     const RECT rc{0, 0, 4, 4};
-    const int nBefore = PensThatCanBeMade(MORE_THAN_ALL);
+    const std::size_t nBefore = SpareObjects();
     for (int i = 0; i < 70000; ++i) {
         const HQELGRADIENT hGradient = QELCreateGradientDescriptor(&rc, i % 14, 0, 0xFFFFFF);
         ASSERT_NE(nullptr, QELGetGradientBrush(hGradient)) << i;
@@ -102,7 +85,7 @@ TEST(Leaks, HatchAndGradientObjectsGoWithTheirOwner)
         rcDraft.right = 5; // a gradient is made a second time
         ASSERT_NE(0, draft.GetDraftBrush(hBrush, &rcDraft, 0, 0xFF)) << i;
     }
-    EXPECT_EQ(nBefore, PensThatCanBeMade(MORE_THAN_ALL));
+    EXPECT_EQ(nBefore, SpareObjects());
 }
 
 TEST(Leaks, ShareAndEngineHandlesCanBeMadeWithoutEnd)

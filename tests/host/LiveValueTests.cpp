@@ -738,21 +738,6 @@ TEST(PartialRedraw, AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedB
 
 // ---- endurance ----
 
-// Makes that many pens at once and frees them; how many could be made.
-int PensThatCanBeMade(int nWanted)
-{
-    std::vector<HPEN> pens;
-    for (int i = 0; i < nWanted; ++i) {
-        const HPEN hPen = ::CreatePen(PS_SOLID, 1, RGB(i & 255, i >> 8, 0));
-        if (!hPen) break;
-        pens.push_back(hPen);
-    }
-    const int nMade = static_cast<int>(pens.size());
-    for (const HPEN hPen : pens) ::DeleteObject(hPen);
-    return nMade;
-}
-constexpr int MORE_THAN_ALL = 100000; // than a process may hold
-
 class LiveMeter : public testing::TestWithParam<int> {};
 
 // Every layer is on for a part of the draws: what one of them left behind would be missing.
@@ -783,8 +768,8 @@ TEST_P(LiveMeter, TwentyThousandUpdatesAndDrawsLeaveNoObjectBehind)
         }
     };
     run(801); // what the system keeps, it has now
-    const int nBefore = PensThatCanBeMade(MORE_THAN_ALL);
-    ASSERT_GT(MORE_THAN_ALL, nBefore); // there is a limit, so a leak would show
+    const std::size_t nBefore = SpareObjects();
+    ASSERT_GT(MORE_OBJECTS_THAN_ALL, nBefore); // there is a limit, so a leak would show
     const HGDIOBJ hPen = ::GetCurrentObject(drawn.Dc(), OBJ_PEN);
     const HGDIOBJ hBrush = ::GetCurrentObject(drawn.Dc(), OBJ_BRUSH);
     const HGDIOBJ hFont = ::GetCurrentObject(drawn.Dc(), OBJ_FONT);
@@ -793,8 +778,8 @@ TEST_P(LiveMeter, TwentyThousandUpdatesAndDrawsLeaveNoObjectBehind)
     EXPECT_EQ(hPen, ::GetCurrentObject(drawn.Dc(), OBJ_PEN));
     EXPECT_EQ(hBrush, ::GetCurrentObject(drawn.Dc(), OBJ_BRUSH));
     EXPECT_EQ(hFont, ::GetCurrentObject(drawn.Dc(), OBJ_FONT));
-    EXPECT_LE(10000, PensThatCanBeMade(10000));
-    EXPECT_EQ(nBefore, PensThatCanBeMade(MORE_THAN_ALL)); // not one object less
+    EXPECT_LE(10000U, SpareObjects(10000));
+    EXPECT_EQ(nBefore, SpareObjects()); // not one object less
 }
 
 constexpr DWORD g_nasty[] = {0, 1, 0x7FFFFFFF, 0x80000000, 0xFFFFFFFF};
@@ -956,11 +941,11 @@ TEST(LiveScale, TwentyThousandUpdatesAndDrawsLeaveNoObjectBehind)
         }
     };
     run(50);
-    const int nBefore = PensThatCanBeMade(MORE_THAN_ALL);
-    ASSERT_GT(MORE_THAN_ALL, nBefore);
+    const std::size_t nBefore = SpareObjects();
+    ASSERT_GT(MORE_OBJECTS_THAN_ALL, nBefore);
     run(20000);
     EXPECT_FALSE(IsBlank(drawn));
-    EXPECT_EQ(nBefore, PensThatCanBeMade(MORE_THAN_ALL));
+    EXPECT_EQ(nBefore, SpareObjects());
 }
 
 } // namespace

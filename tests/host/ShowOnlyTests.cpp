@@ -2,6 +2,7 @@
 #include "include/QELEngine.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Files.h"
+#include "tests/support/Wide.h"
 
 #include <gtest/gtest.h>
 
@@ -108,7 +109,7 @@ TEST_F(ShowOnly, SharesBetweenBothOpenFunctions)
     const std::string path = Write("pump.qel");
     ASSERT_EQ(1, QELOpenFile(h1, path.c_str()));
     ASSERT_TRUE(::DeleteFileA(path.c_str()));
-    EXPECT_EQ(1, QELOpenFileU(h2, std::wstring(path.begin(), path.end()).c_str()));
+    EXPECT_EQ(1, QELOpenFileU(h2, Wide(path).data()));
     EXPECT_EQ(QELGetName(h1), QELGetName(h2));
 }
 
@@ -142,10 +143,7 @@ TEST_F(ShowOnly, ChinesePathIsSharedWhateverTheCaseOfTheLettersInIt)
                                             "B\\..\\A.QEL");
     EXPECT_EQ(1, QELOpenFile(h2, upper.c_str()));
     EXPECT_EQ(QELGetName(h1), QELGetName(h2));
-    std::wstring wide(upper.size(), L'\0');
-    wide.resize(::MultiByteToWideChar(CP_ACP, 0, upper.data(), static_cast<int>(upper.size()),
-                                      wide.data(), static_cast<int>(wide.size())));
-    EXPECT_EQ(1, QELOpenFileU(h3, wide.c_str()));
+    EXPECT_EQ(1, QELOpenFileU(h3, Wide(upper).data()));
     EXPECT_EQ(QELGetName(h1), QELGetName(h3));
 }
 

@@ -73,14 +73,43 @@ bool Fail(DWORD nError)
     return false;
 }
 
-// A folder "." is the one that it stands in. No other name begins with a dot and goes on with a
-// backslash, and no byte of a Chinese character is a dot.
-std::string WithoutDots(std::string path)
+bool IsLeadByte(char c)
 {
-    std::size_t nAt = 0;
-    while ((nAt = path.find("\\.\\")) != std::string::npos) path.erase(nAt, 2);
-    if (path.ends_with("\\.")) path.resize(path.size() - 2);
-    return path;
+    return static_cast<unsigned char>(c) >= 0x81 && static_cast<unsigned char>(c) < 0xFF;
+}
+
+// The path's parts between the backslashes. The second byte of a Chinese character may be one too.
+std::vector<std::string> PartsOf(const std::string& path)
+{
+    std::vector<std::string> parts(1);
+    for (std::size_t n = 0; n < path.size(); ++n) {
+        if (path[n] == '\\') {
+            parts.emplace_back();
+            continue;
+        }
+        parts.back() += path[n];
+        if (IsLeadByte(path[n]) && n + 1 < path.size()) parts.back() += path[++n];
+    }
+    return parts;
+}
+
+// A folder "." is the one that it stands in, and ".." the one above; folders that a path leaves
+// again need not be there. A doubled backslash is one.
+std::string WithoutDots(const std::string& path)
+{
+    const bool bNoName = path.ends_with('\\');
+    std::vector<std::string> kept;
+    for (std::string& part : PartsOf(path)) {
+        if (part == "..") {
+            if (kept.size() > 1) kept.pop_back();
+        } else if (!part.empty() && part != ".") {
+            kept.push_back(std::move(part));
+        }
+    }
+    if (bNoName) kept.emplace_back();
+    std::string full;
+    for (const std::string& part : kept) full += (full.empty() ? "" : "\\") + part;
+    return full;
 }
 
 // The full path. The second byte of a Chinese character may be a backslash or a letter.
@@ -88,9 +117,8 @@ std::string FullPath(const std::string& path)
 {
     std::string full;
     for (std::size_t n = 0; n < path.size(); ++n) {
-        const auto c = static_cast<unsigned char>(path[n]);
         full += path[n] == '/' ? '\\' : path[n];
-        if (c >= 0x81 && c < 0xFF && n + 1 < path.size()) full += path[++n];
+        if (IsLeadByte(path[n]) && n + 1 < path.size()) full += path[++n];
     }
     if (full.size() < 2 || full[1] != ':') full = TheDisk().current + "\\" + full;
     return WithoutDots(full);
@@ -101,24 +129,17 @@ std::string KeyOf(const std::string& path)
     const std::string full = FullPath(path);
     std::string key;
     for (std::size_t n = 0; n < full.size(); ++n) {
-        const auto c = static_cast<unsigned char>(full[n]);
+        const char c = full[n];
         key += static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
-        if (c >= 0x81 && c < 0xFF && n + 1 < full.size()) key += full[++n];
+        if (IsLeadByte(c) && n + 1 < full.size()) key += full[++n];
     }
     return key;
 }
 
 std::string FolderOf(const std::string& key)
 {
-    std::size_t nAt = std::string::npos;
-    for (std::size_t n = 0; n < key.size(); ++n) {
-        const auto c = static_cast<unsigned char>(key[n]);
-        if (c >= 0x81 && c < 0xFF)
-            ++n;
-        else if (c == '\\')
-            nAt = n;
-    }
-    return nAt == std::string::npos ? "" : key.substr(0, nAt);
+    const std::size_t nName = PartsOf(key).back().size();
+    return nName < key.size() ? key.substr(0, key.size() - nName - 1) : "";
 }
 
 File* FindFile(const std::string& key)

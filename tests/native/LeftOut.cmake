@@ -113,13 +113,6 @@ set(QEL_HOST_LEFT_OUT
   Rotation.GoesFromEveryAngleToEveryOther
   Rotation.TurnsEveryPixelCounterClockwiseByWholeQuarters)
 
-# They have wide strings of the standard library, whose characters are wider here.
-list(APPEND QEL_HOST_LEFT_OUT
-  Files.ChinesePathsWorkInBothOpenFunctionsAndInSave
-  Files.WidePathMayHaveUpTo259Bytes
-  ShowOnly.ChinesePathIsSharedWhateverTheCaseOfTheLettersInIt
-  ShowOnly.ChinesePathsThatDifferInOneByteAreDifferentPaths)
-
 # They draw on a device context that is none, or count the system's own objects.
 list(APPEND QEL_HOST_LEFT_OUT
   Hostile.NullPointersAreRefusedByEveryExport

@@ -72,22 +72,6 @@ int CountPixels(const CTestBitmap& bitmap, COLORREF clr)
     return nCount;
 }
 
-void PaintRegion(const CTestBitmap& bitmap, HRGN hRegion)
-{
-    ::FillRgn(bitmap.Dc(), hRegion, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
-}
-
-CTestSelect::CTestSelect(HDC hdc, HGDIOBJ hObject, bool bOwn)
-    : m_hdc(hdc), m_hObject(hObject), m_hPrev(::SelectObject(hdc, hObject)), m_bOwn(bOwn)
-{
-}
-
-CTestSelect::~CTestSelect()
-{
-    ::SelectObject(m_hdc, m_hPrev);
-    if (m_bOwn) ::DeleteObject(m_hObject);
-}
-
 std::string DcState(HDC hdc)
 {
     POINT pt{};

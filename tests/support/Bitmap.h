@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -56,3 +57,8 @@ private:
 
 // All state of a device context that a drawing call could leave changed, as text to compare.
 std::string DcState(HDC hdc);
+
+// How many GDI objects can still be made. The system tells no counts, but a process has a fixed
+// number of places: what was not given back is missing here.
+constexpr std::size_t MORE_OBJECTS_THAN_ALL = 200000; // than a process may hold
+std::size_t SpareObjects(std::size_t nMost = MORE_OBJECTS_THAN_ALL);

@@ -248,15 +248,3 @@ const std::vector<std::string>& CRecording::Calls()
     ::EnumEnhMetaFile(nullptr, m_hFile, OnRecord, &reader, &rc);
     return m_calls;
 }
-
-std::vector<std::string> CRecording::Only(const std::vector<std::string>& words)
-{
-    std::vector<std::string> found;
-    for (const std::string& call : Calls())
-        for (const std::string& word : words)
-            if (call.rfind(word, 0) == 0) {
-                found.push_back(call);
-                break;
-            }
-    return found;
-}
