@@ -8,7 +8,7 @@ set(QEL_WINDOWS_HEADERS /usr/include/wine/wine/windows CACHE PATH "the Windows h
 
 # The headers are written for a wchar_t of 16 bits, and so is the engine.
 add_compile_options(-fshort-wchar -fno-omit-frame-pointer)
-add_compile_definitions(WINE_UNICODE_NATIVE)
+add_compile_definitions(WINE_UNICODE_NATIVE QEL_SEPARATE_BLOCKS)
 include_directories(SYSTEM ${QEL_WINDOWS_HEADERS})
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   add_compile_options(-Wno-pragma-pack -Wno-unknown-warning-option)

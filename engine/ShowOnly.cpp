@@ -76,7 +76,9 @@ void CShowOnlyRecord::Join(CQELEngine* pEngine, const char* pszPath)
 {
     m_pEngine = pEngine;
     pEngine->AddRef();
-    m_pszPath = XmlCopyString(pszPath, std::strlen(pszPath));
+    const std::size_t nSize = std::strlen(pszPath) + 1;
+    m_pszPath = static_cast<char*>(std::malloc(nSize));
+    if (m_pszPath) std::memcpy(m_pszPath, pszPath, nSize);
     m_pPrev = nullptr;
     m_pNext = g_pFirst;
     if (g_pFirst) g_pFirst->m_pPrev = this;

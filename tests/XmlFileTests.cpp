@@ -568,23 +568,27 @@ TEST(XmlSave, AWriteThatStallsIsGivenUpAfter16TriesAndTheOldFileStays)
 
 TEST(XmlMemory, LoadingFailsCleanlyAtEachRequest)
 {
+    // Large enough for several chunks of the arena.
+    std::string tree = "<a x=\"1\">t";
+    for (int n = 0; n < 500; ++n) tree += "<b y=\"2\" z=\"" + std::to_string(n) + "\"/>\r\n";
+    tree += "</a>\r\n";
     const CTestFolder folder;
     const std::string path = folder.Path("a.qel");
-    ASSERT_TRUE(WriteBytes(path, "<?xml version='1.0' encoding='e'?><a x='1'>t<b y='2'/></a>"));
+    ASSERT_TRUE(WriteBytes(path, "<?xml version='1.0' encoding='e'?>" + tree));
+    std::vector<char> text(tree.size() + 100);
     int nRequests = 0;
     for (bool bFailed = true; bFailed && nRequests < 1000;) {
         ++nRequests;
         int nResult = -1;
         int nCode = -1;
         bool bMade = false;
-        char szText[128] = "";
         bFailed = FailingMemory::At(nRequests, [&] {
             XmlContext* pXml = XmlCreate();
             bMade = pXml != nullptr;
             if (!bMade) return;
             nResult = XmlLoadFile(pXml, path.c_str());
             nCode = pXml->nLastError;
-            XmlSerialize(pXml, szText); // into no memory of its own
+            if (nCode == 0) XmlSerialize(pXml, text.data()); // into no memory of its own
             XmlDestroy(pXml);
         });
         EXPECT_EQ(0, FailingMemory::s_nHeld) << "request " << nRequests; // all was given back
@@ -592,78 +596,25 @@ TEST(XmlMemory, LoadingFailsCleanlyAtEachRequest)
         EXPECT_TRUE(nCode == 0 || nCode == 1 || nCode == 2 || nCode == 16) << nCode;
         EXPECT_EQ(nCode != 0, nResult == 1) << "request " << nRequests;
         if (nCode == 0) { // a load that tells of no failure has lost nothing
-            EXPECT_STREQ("<?xml version=\"1.0\" encoding=\"e\" ?>\r\n"
-                         "<a x=\"1\">t<b y=\"2\"/>\r\n</a>\r\n",
-                         szText)
+            EXPECT_EQ("<?xml version=\"1.0\" encoding=\"e\" ?>\r\n" + tree, text.data())
                 << "request " << nRequests;
         }
         EXPECT_TRUE(COpenFile(path, GENERIC_WRITE, 0).IsOpen()) << "request " << nRequests;
     }
-    EXPECT_GT(nRequests, 8);
+    EXPECT_GT(nRequests, 5); // the context, the file and some chunks
 }
 
 TEST(XmlMemory, TheFilesOwnBufferIsError2)
 {
     const CTestFolder folder;
     const std::string path = folder.Path("a.qel");
-    ASSERT_TRUE(WriteBytes(path, "<a/>"));
+    ASSERT_TRUE(WriteBytes(path, "<a/>" + std::string(10000, ' '))); // more than is at hand
     const CXml xml;
     int nResult = 0;
     ASSERT_TRUE(FailingMemory::At(1, [&] { nResult = XmlLoadFile(xml, path.c_str()); }));
     EXPECT_EQ(1, nResult);
     EXPECT_EQ(XML_ERR_MEMORY, xml->nLastError);
     EXPECT_EQ("?", xml.Tree());
-}
-
-TEST(XmlMemory, EditingFailsCleanlyAtEachRequest)
-{
-    const struct {
-        const char* pszWhat;
-        std::function<int(XmlContext*)> edit;
-        const char* pszDone;
-    } edits[] = {
-        {"child", [](XmlContext* p) { return XmlAddChildZ(p, "c", "u"); }, "a[x=1]{t}(b c{u})"},
-        {"old attr", [](XmlContext* p) { return XmlSetAttrZ(p, "x", "2"); }, "a[x=2]{t}(b)"},
-        {"new attr", [](XmlContext* p) { return XmlSetAttrZ(p, "y", "2"); }, "a[x=1][y=2]{t}(b)"},
-        {"name", [](XmlContext* p) { return XmlSetNameZ(p, "n"); }, "n[x=1]{t}(b)"},
-        {"first attr of b",
-         [](XmlContext* p) {
-             XmlGoFirstChild(p);
-             return XmlSetAttrZ(p, "y", "2");
-         },
-         "a[x=1]{t}(b[y=2])"},
-    };
-    for (const auto& edit : edits) {
-        SCOPED_TRACE(edit.pszWhat);
-        int nRequests = 0;
-        for (bool bFailed = true; bFailed && nRequests < 100;) {
-            const CXml xml("<a x='1'>t<b/></a>");
-            int nResult = -1;
-            bFailed = FailingMemory::At(++nRequests, [&] { nResult = edit.edit(xml); });
-            EXPECT_EQ(bFailed ? 1 : 0, nResult) << "request " << nRequests;
-            EXPECT_EQ(bFailed ? "a[x=1]{t}(b)" : edit.pszDone, xml.Tree());
-            if (bFailed) {
-                EXPECT_TRUE(xml->nLastError == XML_ERR_ARGUMENT ||
-                            xml->nLastError == XML_ERR_MEMORY);
-            }
-        }
-        EXPECT_GT(nRequests, 1); // at least one request failed
-    }
-}
-
-TEST(XmlMemory, ANodeThatCannotBeAllocatedIsError2AndItsStringsAreError1)
-{
-    std::string codes;
-    int nRequests = 0;
-    for (bool bFailed = true; bFailed && nRequests < 100;) {
-        const CXml xml("<a/>");
-        bFailed = FailingMemory::At(++nRequests, [&] { XmlAddChildZ(xml, "c", "u"); });
-        codes += std::to_string(xml->nLastError);
-    }
-    EXPECT_EQ(4U, codes.size()) << codes; // the node, its name, its text, and then it is done
-    EXPECT_NE(std::string::npos, codes.find('2')) << codes;
-    EXPECT_EQ(codes.find('2'), codes.rfind('2')) << codes;
-    EXPECT_EQ('0', codes.back());
 }
 
 TEST(XmlMemory, SavingFailsCleanlyAtEachRequest)

@@ -5,38 +5,37 @@
 
 #include <windows.h>
 
-#include <cstdlib>
 #include <cstring>
 
 namespace {
 
 constexpr int MAX_IDLE_READS = 16; // reads in a row without a byte before a load is given up
 
-bool IsSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
+// What a byte may be in a text. Bytes from 0x80 count as letters: multi-byte code pages pass
+// through untouched.
+enum ByteClass : uint8_t { SPACE = 1, NAME_START = 2, NAME_PART = 4 };
 
-// Bytes from 0x80 count as letters: multi-byte code pages pass through untouched.
-bool IsLetter(char c)
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
-           static_cast<unsigned char>(c) >= 0x80;
-}
+struct ByteClasses {
+    uint8_t n[256] = {};
 
-bool IsNameStart(char c)
-{
-    return IsLetter(c) || c == '_';
-}
+    constexpr ByteClasses()
+    {
+        for (int c = 0; c < 256; ++c) {
+            const bool bLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c >= 0x80;
+            const bool bStart = bLetter || c == '_';
+            const bool bPart = bStart || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
+            if (c == ' ' || (c >= '\t' && c <= '\r')) n[c] |= SPACE;
+            if (bStart) n[c] |= NAME_START;
+            if (bPart) n[c] |= NAME_PART;
+        }
+    }
+};
 
-bool IsNamePart(char c)
-{
-    return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
-}
+constexpr ByteClasses g_classes;
 
-bool Begins(const char* pszText, const char* pszPrefix)
+bool Is(char c, ByteClass nClass)
 {
-    return std::strncmp(pszText, pszPrefix, std::strlen(pszPrefix)) == 0;
+    return (g_classes.n[static_cast<unsigned char>(c)] & nClass) != 0;
 }
 
 struct Entity {
@@ -84,8 +83,10 @@ std::size_t DecodeOne(const char* p, std::size_t nLeft, char* pcOut)
 // Decodes a run in place and returns its new length, which ends at the first zero byte.
 std::size_t Decode(char* pRun, std::size_t nLen)
 {
-    std::size_t nOut = 0;
-    for (std::size_t n = 0; n < nLen;) {
+    const void* pFirst = std::memchr(pRun, '&', nLen);
+    if (!pFirst) return nLen;
+    std::size_t nOut = static_cast<std::size_t>(static_cast<const char*>(pFirst) - pRun);
+    for (std::size_t n = nOut; n < nLen;) {
         char c = 0;
         n += DecodeOne(pRun + n, nLen - n, &c);
         if (!c) break; // a string ends here, so nothing behind it could ever be seen
@@ -101,7 +102,12 @@ int32_t WrapNext(int32_t n)
 
 class CXmlReader {
 public:
-    CXmlReader(XmlContext* pXml, char* pszText) : m_pXml(pXml), m_pBase(pszText), m_p(pszText) {}
+    // bKept: the text lives as long as the context, so names and values may stay where they are.
+    CXmlReader(XmlContext* pXml, char* pszText, bool bKept)
+        : m_pXml(pXml), m_pBase(pszText), m_p(pszText), m_pEnd(pszText + std::strlen(pszText)),
+          m_bKept(bKept)
+    {
+    }
 
     // Reads the whole text; the outcome stands in the context's error code.
     void ReadDocument();
@@ -114,6 +120,7 @@ private:
     struct Attribute {
         char* pName = nullptr;
         std::size_t nNameLen = 0;
+        uint32_t nHash = 0;
         char* pValue = nullptr; // null: there is nothing to keep
         std::size_t nValueLen = 0;
         bool bUnclosed = false;
@@ -127,14 +134,29 @@ private:
     bool PassOther();
     bool ReadElement();
     TagEnd ReadStartTag();
-    bool OpenElement(char* pName, std::size_t nLen, std::size_t nOffset);
+    TagEnd ReadTagRest();
+    bool OpenElement(char* pName, std::size_t nLen, uint32_t nHash, std::size_t nOffset);
     bool ReadTagAttribute();
     bool KeepAttribute(const Attribute& attribute);
     Stop ReadContent();
     bool ReadTextRun();
     bool ReadEndTag();
     bool ReadAttribute(Attribute* pOut);
-    std::size_t ReadName();
+    std::size_t ReadName(uint32_t* pnHash);
+    [[nodiscard]] bool Begins(const char* pszPrefix, std::size_t nLen) const
+    {
+        return static_cast<std::size_t>(m_pEnd - m_p) >= nLen && !std::memcmp(m_p, pszPrefix, nLen);
+    }
+    // The next place of a byte, or null. Never beyond the text: its length is measured once.
+    [[nodiscard]] char* Find(char c) const
+    {
+        return static_cast<char*>(std::memchr(m_p, c, static_cast<std::size_t>(m_pEnd - m_p)));
+    }
+    // A string of the text as the tree holds it: a kept text's own, else a copy.
+    char* Hold(char* pText, std::size_t nLen)
+    {
+        return m_bKept ? pText : m_pXml->arena.TakeText(pText, nLen);
+    }
 
     bool Fail(XmlError nError)
     {
@@ -171,16 +193,18 @@ private:
     void PassTo(const char* pEnd)
     {
         for (; m_p < pEnd; ++m_p)
-            if (IsSpace(*m_p)) CountSpace(*m_p);
+            if (Is(*m_p, SPACE)) CountSpace(*m_p);
     }
     void SkipSpace()
     {
-        for (; IsSpace(*m_p); ++m_p) CountSpace(*m_p);
+        for (; Is(*m_p, SPACE); ++m_p) CountSpace(*m_p);
     }
 
     XmlContext* m_pXml;
     char* m_pBase;
     char* m_p;
+    char* m_pEnd; // the zero behind the text
+    bool m_bKept;
     int m_nTopElements = 0; // elements met at document level
 };
 
@@ -198,11 +222,11 @@ void CXmlReader::ReadDocument()
 CXmlReader::Kind CXmlReader::Classify() const
 {
     if (*m_p != '<') return Kind::None;
-    if (Begins(m_p, "<?xml")) return Kind::Declaration;
-    if (Begins(m_p, "<!--")) return Kind::Comment;
     const char* pAfter = m_p + 1;
-    while (IsSpace(*pAfter)) ++pAfter; // "< rect/>" is an element
-    return IsNameStart(*pAfter) ? Kind::Element : Kind::Other;
+    while (Is(*pAfter, SPACE)) ++pAfter; // "< rect/>" is an element
+    if (Is(*pAfter, NAME_START)) return Kind::Element;
+    if (Begins("<?xml", 5)) return Kind::Declaration;
+    return Begins("<!--", 4) ? Kind::Comment : Kind::Other;
 }
 
 // One piece of markup at document level. False ends the reading, with or without an error.
@@ -242,11 +266,11 @@ bool CXmlReader::ReadDeclaration()
             return true;
         }
         char** ppszField = nullptr;
-        if (Begins(m_p, "version")) ppszField = &m_pXml->pszVersion;
-        if (Begins(m_p, "encoding")) ppszField = &m_pXml->pszEncoding;
-        if (Begins(m_p, "standalone")) ppszField = &m_pXml->pszStandalone;
+        if (Begins("version", 7)) ppszField = &m_pXml->pszVersion;
+        if (Begins("encoding", 8)) ppszField = &m_pXml->pszEncoding;
+        if (Begins("standalone", 10)) ppszField = &m_pXml->pszStandalone;
         if (!ppszField) {
-            while (*m_p && !IsSpace(*m_p) && *m_p != '>') ++m_p;
+            while (*m_p && !Is(*m_p, SPACE) && *m_p != '>') ++m_p;
             continue;
         }
         Attribute attribute;
@@ -258,25 +282,30 @@ bool CXmlReader::ReadDeclaration()
 bool CXmlReader::KeepDeclared(const Attribute& attribute, char** ppszField)
 {
     if (m_pXml->bDeclSeen || !attribute.pValue || !attribute.nValueLen) return true;
-    char* pszCopy = XmlCopyString(attribute.pValue, attribute.nValueLen);
+    char* pszCopy = m_pXml->arena.TakeText(attribute.pValue, attribute.nValueLen);
     if (!pszCopy) return Fail(XML_ERR_MEMORY);
-    std::free(*ppszField);
     *ppszField = pszCopy;
     return true;
 }
 
 bool CXmlReader::PassComment()
 {
-    char* pEnd = std::strstr(m_p + 4, "-->");
-    PassTo(pEnd ? pEnd + 3 : m_p + std::strlen(m_p));
-    return pEnd != nullptr;
+    PassTo(m_p + 4);
+    const char* pContent = m_p;
+    while (char* pLast = Find('>')) {
+        const bool bEnds = pLast - pContent >= 2 && pLast[-1] == '-' && pLast[-2] == '-';
+        PassTo(pLast + 1);
+        if (bEnds) return true;
+    }
+    PassTo(m_pEnd);
+    return false;
 }
 
 bool CXmlReader::PassOther()
 {
-    char* pEnd = std::strchr(m_p, '>');
-    PassTo(pEnd ? pEnd + 1 : m_p + std::strlen(m_p));
-    return pEnd != nullptr;
+    char* pLast = Find('>');
+    PassTo(pLast ? pLast + 1 : m_pEnd);
+    return pLast != nullptr;
 }
 
 // An element with all that is in it. The elements that are open are the cursor and its parents, so
@@ -305,18 +334,29 @@ bool CXmlReader::ReadElement()
     return true;
 }
 
+// The name gets its end when all of the tag is read, since that may overwrite what stands behind
+// it.
 CXmlReader::TagEnd CXmlReader::ReadStartTag()
 {
     const std::size_t nOffset = Offset(m_p);
     PassMark(); // "<", as the caller saw
     SkipSpace();
     char* pName = m_p;
-    const std::size_t nLen = ReadName();
-    if (!OpenElement(pName, nLen, nOffset)) return TagEnd::Failed;
-    if (!*m_p) {
+    uint32_t nHash = XML_HASH_START;
+    const std::size_t nLen = ReadName(&nHash);
+    const bool bEnds = !*m_p;
+    if (!OpenElement(pName, nLen, nHash, nOffset)) return TagEnd::Failed;
+    TagEnd nEnd = TagEnd::Failed;
+    if (bEnds)
         Fail(XML_ERR_END_NAME);
-        return TagEnd::Failed;
-    }
+    else
+        nEnd = ReadTagRest();
+    if (m_bKept) pName[nLen] = 0;
+    return nEnd;
+}
+
+CXmlReader::TagEnd CXmlReader::ReadTagRest()
+{
     for (;;) {
         SkipSpace();
         if (!*m_p) {
@@ -340,7 +380,7 @@ CXmlReader::TagEnd CXmlReader::ReadStartTag()
 }
 
 // The first element of the text names the root that the context holds already.
-bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
+bool CXmlReader::OpenElement(char* pName, std::size_t nLen, uint32_t nHash, std::size_t nOffset)
 {
     if (!m_pXml->bRootSeen) {
         if (XmlSetName(m_pXml, pName, nLen)) return Fail(XML_ERR_MEMORY);
@@ -352,8 +392,11 @@ bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
         }
         if (m_nTopElements > 1 && m_pXml->nDepth == 0)
             Notice(XML_NOTICE_SECOND_ROOT, m_pBase + nOffset);
-        if (XmlAddChild(m_pXml, pName, nLen, nullptr, 0)) return Fail(XML_ERR_MEMORY);
-        XmlGoLastChild(m_pXml);
+        char* pszName = Hold(pName, nLen);
+        XmlNode* pNode = pszName ? XmlLinkChild(m_pXml, pszName, nHash) : nullptr;
+        if (!pNode) return Fail(XML_ERR_MEMORY);
+        m_pXml->pCursor = pNode;
+        ++m_pXml->nDepth;
     }
     m_pXml->pCursor->nOffset = nOffset;
     return true;
@@ -375,12 +418,21 @@ bool CXmlReader::ReadTagAttribute()
 
 bool CXmlReader::KeepAttribute(const Attribute& attribute)
 {
-    const XmlAttr* pBefore = XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen);
-    if (XmlSetAttr(m_pXml, attribute.pName, attribute.nNameLen, attribute.pValue,
-                   attribute.nValueLen))
-        return Fail(XML_ERR_MEMORY); // the value is not empty, so only memory can be missing
-    XmlAttr* pAttr = XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen);
-    if (pBefore) Notice(XML_NOTICE_ATTR_REPEATED, attribute.pName, pAttr->pszName);
+    char* pszValue = Hold(attribute.pValue, attribute.nValueLen);
+    if (!pszValue) return Fail(XML_ERR_MEMORY);
+    pszValue[attribute.nValueLen] = 0;
+    XmlAttr* pAttr =
+        XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen, attribute.nHash);
+    if (pAttr) {
+        Notice(XML_NOTICE_ATTR_REPEATED, attribute.pName, pAttr->pszName);
+        pAttr->pszValue = pszValue;
+    } else {
+        char* pszName = Hold(attribute.pName, attribute.nNameLen);
+        if (!pszName) return Fail(XML_ERR_MEMORY);
+        pszName[attribute.nNameLen] = 0; // behind it stood "=" or a blank, which are read
+        pAttr = XmlLinkAttr(m_pXml, pszName, attribute.nHash, pszValue);
+        if (!pAttr) return Fail(XML_ERR_MEMORY);
+    }
     pAttr->nNameOffset = Offset(attribute.pName);
     pAttr->nValueOffset = Offset(attribute.pValue);
     return true;
@@ -419,8 +471,8 @@ CXmlReader::Stop CXmlReader::ReadContent()
 bool CXmlReader::ReadTextRun()
 {
     char* pRun = m_p;
-    char* pEnd = std::strchr(m_p, '<');
-    PassTo(pEnd ? pEnd : m_p + std::strlen(m_p));
+    char* pEnd = Find('<');
+    PassTo(pEnd ? pEnd : m_pEnd);
     const std::size_t nLen = Decode(pRun, static_cast<std::size_t>(m_p - pRun));
     if (nLen) {
         XmlNode* pNode = m_pXml->pCursor;
@@ -435,7 +487,8 @@ bool CXmlReader::ReadEndTag()
 {
     const char* pszName = m_pXml->pCursor->pszName;
     const std::size_t nLen = std::strlen(pszName);
-    if (std::strncmp(m_p + 2, pszName, nLen) != 0 || m_p[2 + nLen] != '>')
+    if (static_cast<std::size_t>(m_pEnd - m_p) < nLen + 3 ||
+        std::memcmp(m_p + 2, pszName, nLen) != 0 || m_p[2 + nLen] != '>')
         return Fail(XML_ERR_MISMATCH);
     PassMark(nLen + 3);
     XmlGoParent(m_pXml);
@@ -445,7 +498,8 @@ bool CXmlReader::ReadEndTag()
 bool CXmlReader::ReadAttribute(Attribute* pOut)
 {
     pOut->pName = m_p;
-    pOut->nNameLen = ReadName();
+    pOut->nHash = XML_HASH_START;
+    pOut->nNameLen = ReadName(&pOut->nHash);
     if (!pOut->nNameLen) return Fail(XML_ERR_ATTR);
     SkipSpace();
     if (*m_p != '=') return Fail(XML_ERR_ATTR);
@@ -453,13 +507,13 @@ bool CXmlReader::ReadAttribute(Attribute* pOut)
     SkipSpace();
     if (!*m_p) return Fail(XML_ERR_ATTR);
     if (*m_p != '"' && *m_p != '\'') {
-        while (*m_p && !IsSpace(*m_p) && *m_p != '/' && *m_p != '>') ++m_p;
+        while (*m_p && !Is(*m_p, SPACE) && *m_p != '/' && *m_p != '>') ++m_p;
         return true; // an unquoted value is passed over and not kept
     }
     const char cQuote = *m_p;
     PassMark();
     char* pValue = m_p;
-    char* pEnd = std::strchr(m_p, cQuote);
+    char* pEnd = Find(cQuote);
     if (!pEnd) {
         pOut->bUnclosed = true;
         m_p = pOut->pName; // where an author has to look
@@ -472,12 +526,16 @@ bool CXmlReader::ReadAttribute(Attribute* pOut)
     return true;
 }
 
-std::size_t CXmlReader::ReadName()
+std::size_t CXmlReader::ReadName(uint32_t* pnHash)
 {
-    const char* pStart = m_p;
-    if (!IsNameStart(*m_p)) return 0;
-    while (IsNamePart(*m_p)) PassMark();
-    return static_cast<std::size_t>(m_p - pStart);
+    if (!Is(*m_p, NAME_START)) return 0;
+    const char* p = m_p;
+    uint32_t nHash = *pnHash;
+    for (; Is(*p, NAME_PART); ++p) nHash = XmlHashStep(nHash, *p);
+    *pnHash = nHash;
+    const auto nLen = static_cast<std::size_t>(p - m_p);
+    PassMark(nLen);
+    return nLen;
 }
 
 class CFileHandle {
@@ -513,6 +571,16 @@ bool ReadAll(HANDLE hFile, char* pBuffer, std::size_t nSize)
     return true;
 }
 
+int ParseAll(XmlContext* pXml, char* pszText, bool bKept)
+{
+    if (!*pszText) {
+        pXml->nLastError = XML_ERR_EMPTY;
+        return 1;
+    }
+    CXmlReader(pXml, pszText, bKept).ReadDocument();
+    return pXml->nLastError == XML_OK ? 0 : 1;
+}
+
 } // namespace
 
 int XmlParseText(XmlContext* pXml, char* pszText)
@@ -523,12 +591,7 @@ int XmlParseText(XmlContext* pXml, char* pszText)
         pXml->nLastError = XML_ERR_ARGUMENT;
         return 1;
     }
-    if (!*pszText) {
-        pXml->nLastError = XML_ERR_EMPTY;
-        return 1;
-    }
-    CXmlReader(pXml, pszText).ReadDocument();
-    return pXml->nLastError == XML_OK ? 0 : 1;
+    return ParseAll(pXml, pszText, false);
 }
 
 int XmlLoadFile(XmlContext* pXml, const char* pszPath)
@@ -557,12 +620,11 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath)
         if (nSize == 0) return 1; // an empty file: no error code, deliberate
         char* pBuffer = nullptr;
         if (nSize < SIZE_MAX / 2)
-            pBuffer = static_cast<char*>(std::malloc(static_cast<std::size_t>(nSize) + 1));
+            pBuffer = pXml->arena.TakeBytes(static_cast<std::size_t>(nSize) + 1);
         if (!pBuffer) {
             pXml->nLastError = XML_ERR_MEMORY;
             return 1;
         }
-        std::free(pXml->pszReadBase);
         pXml->pszReadBase = pBuffer;
         ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
         if (!ReadAll(file.Get(), pBuffer, static_cast<std::size_t>(nSize))) {
@@ -571,5 +633,5 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath)
         }
         pBuffer[nSize] = 0;
     }
-    return XmlParseText(pXml, pXml->pszReadBase);
+    return ParseAll(pXml, pXml->pszReadBase, true);
 }

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -23,37 +24,28 @@ int Done(XmlContext* pXml)
     return 0;
 }
 
-uint32_t HashName(const char* pszName, std::size_t nLen)
-{
-    uint32_t nHash = 2166136261U; // FNV-1a
-    for (std::size_t i = 0; i < nLen; ++i)
-        nHash = (nHash ^ static_cast<unsigned char>(pszName[i])) * 16777619U;
-    return nHash;
-}
-
 bool IsNamed(const char* pszText, const char* pszName, std::size_t nLen)
 {
     return std::strncmp(pszText, pszName, nLen) == 0 && pszText[nLen] == 0;
 }
 
-// An attribute file of many names sees its buckets doubled; without memory for it the chains just
-// get longer, or the list is searched from the head.
-void GrowIndex(XmlAttrList* pList)
+// A list of many names sees its buckets doubled; without memory for it the chains just get longer,
+// or the list is searched from the head.
+void GrowIndex(CArena& arena, XmlAttrList* pList)
 {
     const std::size_t nBuckets = pList->nBuckets ? pList->nBuckets * 2 : INDEXED_FROM * 2;
-    auto** ppBuckets = static_cast<XmlAttr**>(std::calloc(nBuckets, sizeof(XmlAttr*)));
+    auto** ppBuckets = static_cast<XmlAttr**>(arena.Take(nBuckets * sizeof(XmlAttr*)));
     if (!ppBuckets) return;
     for (XmlAttr* pAttr = pList->pHead; pAttr; pAttr = pAttr->pNext) {
         XmlAttr** ppBucket = &ppBuckets[pAttr->nHash % nBuckets];
         pAttr->pNextInBucket = *ppBucket;
         *ppBucket = pAttr;
     }
-    std::free(pList->ppBuckets);
     pList->ppBuckets = ppBuckets;
     pList->nBuckets = nBuckets;
 }
 
-void AppendAttr(XmlAttrList* pList, XmlAttr* pAttr)
+void AppendAttr(CArena& arena, XmlAttrList* pList, XmlAttr* pAttr)
 {
     (pList->pTail ? pList->pTail->pNext : pList->pHead) = pAttr;
     pList->pTail = pAttr;
@@ -61,7 +53,7 @@ void AppendAttr(XmlAttrList* pList, XmlAttr* pAttr)
     const bool bWantsGrowth = static_cast<std::size_t>(pList->nCount) > pList->nBuckets;
     if (pList->nCount > INDEXED_FROM && bWantsGrowth) {
         XmlAttr** ppBefore = pList->ppBuckets;
-        GrowIndex(pList);
+        GrowIndex(arena, pList);
         if (pList->ppBuckets != ppBefore) return; // the new buckets hold the new attribute already
     }
     if (!pList->ppBuckets) return;
@@ -76,52 +68,6 @@ void UnlinkFromIndex(XmlAttrList* pList, XmlAttr* pAttr)
     XmlAttr** ppLink = &pList->ppBuckets[pAttr->nHash % pList->nBuckets];
     while (*ppLink != pAttr) ppLink = &(*ppLink)->pNextInBucket;
     *ppLink = pAttr->pNextInBucket;
-}
-
-void FreeAttr(XmlAttr* pAttr)
-{
-    std::free(pAttr->pszName);
-    std::free(pAttr->pszValue);
-    std::free(pAttr);
-}
-
-void FreeOneNode(XmlNode* pNode)
-{
-    if (pNode->pAttrs) {
-        for (XmlAttr* pAttr = pNode->pAttrs->pHead; pAttr;) {
-            XmlAttr* pNext = pAttr->pNext;
-            FreeAttr(pAttr);
-            pAttr = pNext;
-        }
-        std::free(pNode->pAttrs->ppBuckets);
-        std::free(pNode->pAttrs);
-    }
-    std::free(pNode->pszName);
-    std::free(pNode->pszText);
-    std::free(pNode);
-}
-
-// Frees a node, unlinked already, with all descendants. A loop, not recursion: calls of the tree's
-// own interface can nest nodes to any depth.
-void FreeTree(XmlNode* pTop)
-{
-    XmlNode* pNode = pTop;
-    while (pNode) {
-        if (pNode->pFirstChild) {
-            XmlNode* pChild = pNode->pFirstChild;
-            pNode->pFirstChild = pChild->pNext; // each child is detached on the way down
-            pNode = pChild;
-            continue;
-        }
-        XmlNode* pUp = pNode == pTop ? nullptr : pNode->pParent;
-        FreeOneNode(pNode);
-        pNode = pUp;
-    }
-}
-
-XmlNode* NewNode()
-{
-    return static_cast<XmlNode*>(std::calloc(1, sizeof(XmlNode)));
 }
 
 void LinkAsLastChild(XmlNode* pParent, XmlNode* pNode)
@@ -186,23 +132,14 @@ const XmlAttr* AttrAt(XmlContext* pXml, int32_t nIndex)
 
 } // namespace
 
-char* XmlCopyString(const char* pszText, std::size_t nLen)
-{
-    if (nLen == SIZE_MAX) return nullptr;
-    auto* pszCopy = static_cast<char*>(std::malloc(nLen + 1));
-    if (!pszCopy) return nullptr;
-    std::memcpy(pszCopy, pszText, nLen);
-    pszCopy[nLen] = 0;
-    return pszCopy;
-}
-
 XmlContext* XmlCreate()
 {
-    auto* pXml = static_cast<XmlContext*>(std::calloc(1, sizeof(XmlContext)));
-    if (!pXml) return nullptr;
-    pXml->pRoot = NewNode();
+    void* pMemory = std::malloc(sizeof(XmlContext));
+    if (!pMemory) return nullptr;
+    auto* pXml = new (pMemory) XmlContext;
+    pXml->pRoot = pXml->arena.Take<XmlNode>();
     if (!pXml->pRoot) {
-        std::free(pXml);
+        XmlDestroy(pXml);
         return nullptr;
     }
     pXml->pCursor = pXml->pRoot;
@@ -212,11 +149,7 @@ XmlContext* XmlCreate()
 int XmlDestroy(XmlContext* pXml)
 {
     if (!pXml) return 1;
-    std::free(pXml->pszVersion);
-    std::free(pXml->pszEncoding);
-    std::free(pXml->pszStandalone);
-    std::free(pXml->pszReadBase);
-    FreeTree(pXml->pRoot);
+    pXml->~XmlContext();
     std::free(pXml);
     return 0;
 }
@@ -321,21 +254,29 @@ int XmlGoParent(XmlContext* pXml)
     return Done(pXml);
 }
 
+XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName, uint32_t nHash)
+{
+    auto* pNode = pXml->arena.Take<XmlNode>();
+    if (!pNode) return nullptr;
+    pNode->pszName = pszName;
+    pNode->nHash = nHash;
+    LinkAsLastChild(pXml->pCursor, pNode);
+    return pNode;
+}
+
 int XmlAddChild(XmlContext* pXml, const char* pszName, std::size_t nNameLen, const char* pszText,
                 std::size_t nTextLen)
 {
     if (!pXml) return 1;
     if (!pXml->pCursor || !pszName || nNameLen == 0) return Fail(pXml, XML_ERR_ARGUMENT);
-    XmlNode* pNode = NewNode();
-    if (!pNode) return Fail(pXml, XML_ERR_MEMORY);
+    char* pszNewName = pXml->arena.TakeText(pszName, nNameLen);
+    char* pszNewText = nullptr;
     const bool bHasText = pszText && nTextLen;
-    pNode->pszName = XmlCopyString(pszName, nNameLen);
-    if (pNode->pszName && bHasText) pNode->pszText = XmlCopyString(pszText, nTextLen);
-    if (!pNode->pszName || (bHasText && !pNode->pszText)) {
-        FreeOneNode(pNode);
-        return Fail(pXml, XML_ERR_ARGUMENT);
-    }
-    LinkAsLastChild(pXml->pCursor, pNode);
+    if (bHasText) pszNewText = pXml->arena.TakeText(pszText, nTextLen);
+    if (!pszNewName || (bHasText && !pszNewText)) return Fail(pXml, XML_ERR_ARGUMENT);
+    XmlNode* pNode = XmlLinkChild(pXml, pszNewName, XmlHashName(pszName, nNameLen));
+    if (!pNode) return Fail(pXml, XML_ERR_MEMORY);
+    pNode->pszText = pszNewText;
     return Done(pXml);
 }
 
@@ -349,10 +290,9 @@ int XmlSetText(XmlContext* pXml, const char* pszText, std::size_t nLen)
 {
     if (!pXml) return 1;
     if (!pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
-    std::free(pXml->pCursor->pszText);
     pXml->pCursor->pszText = nullptr;
     if (!pszText || nLen == 0) return Done(pXml);
-    pXml->pCursor->pszText = XmlCopyString(pszText, nLen);
+    pXml->pCursor->pszText = pXml->arena.TakeText(pszText, nLen);
     return pXml->pCursor->pszText ? Done(pXml) : Fail(pXml, XML_ERR_ARGUMENT);
 }
 
@@ -365,10 +305,10 @@ int XmlSetName(XmlContext* pXml, const char* pszName, std::size_t nLen)
 {
     if (!pXml || !pszName || nLen == 0) return 1; // the error code stays as it was
     if (!pXml->pCursor) return Fail(pXml, XML_ERR_ARGUMENT);
-    char* pszCopy = XmlCopyString(pszName, nLen);
+    char* pszCopy = pXml->arena.TakeText(pszName, nLen);
     if (!pszCopy) return Fail(pXml, XML_ERR_ARGUMENT);
-    std::free(pXml->pCursor->pszName);
     pXml->pCursor->pszName = pszCopy;
+    pXml->pCursor->nHash = XmlHashName(pszName, nLen);
     return Done(pXml);
 }
 
@@ -399,23 +339,38 @@ int XmlDeleteNode(XmlContext* pXml)
     Unlink(pNode);
     pXml->pCursor = pNode->pParent; // the depth counter stays: deliberate, nobody relies on it here
     if (pNode == pXml->pRoot) pXml->pRoot = nullptr;
-    FreeTree(pNode);
     return Done(pXml);
 }
 
-XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen)
+XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
+                     uint32_t nHash)
 {
     const XmlAttrList* pList = pNode->pAttrs;
     if (!pList) return nullptr;
+    const auto isIt = [=](const XmlAttr* p) {
+        return p->nHash == nHash && IsNamed(p->pszName, pszName, nNameLen);
+    };
     if (!pList->ppBuckets) {
         XmlAttr* pAttr = pList->pHead;
-        while (pAttr && !IsNamed(pAttr->pszName, pszName, nNameLen)) pAttr = pAttr->pNext;
+        while (pAttr && !isIt(pAttr)) pAttr = pAttr->pNext;
         return pAttr;
     }
-    const uint32_t nHash = HashName(pszName, nNameLen);
     XmlAttr* pAttr = pList->ppBuckets[nHash % pList->nBuckets];
-    while (pAttr && (pAttr->nHash != nHash || !IsNamed(pAttr->pszName, pszName, nNameLen)))
-        pAttr = pAttr->pNextInBucket;
+    while (pAttr && !isIt(pAttr)) pAttr = pAttr->pNextInBucket;
+    return pAttr;
+}
+
+XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nHash, char* pszValue)
+{
+    XmlNode* pNode = pXml->pCursor;
+    auto* pAttr = pXml->arena.Take<XmlAttr>();
+    if (!pAttr) return nullptr;
+    if (!pNode->pAttrs) pNode->pAttrs = pXml->arena.Take<XmlAttrList>();
+    if (!pNode->pAttrs) return nullptr;
+    pAttr->pszName = pszName;
+    pAttr->nHash = nHash;
+    pAttr->pszValue = pszValue;
+    AppendAttr(pXml->arena, pNode->pAttrs, pAttr);
     return pAttr;
 }
 
@@ -427,26 +382,16 @@ int XmlSetAttr(XmlContext* pXml, const char* pszName, std::size_t nNameLen, cons
     if (!pNode || !pszName || nNameLen == 0 || !pszValue || nValueLen == 0)
         return Fail(pXml, XML_ERR_ARGUMENT);
 
-    char* pszNewValue = XmlCopyString(pszValue, nValueLen);
+    char* pszNewValue = pXml->arena.TakeText(pszValue, nValueLen);
     if (!pszNewValue) return Fail(pXml, XML_ERR_ARGUMENT);
-    if (XmlAttr* pAttr = XmlFindAttr(pNode, pszName, nNameLen)) {
-        std::free(pAttr->pszValue);
+    const uint32_t nHash = XmlHashName(pszName, nNameLen);
+    if (XmlAttr* pAttr = XmlFindAttr(pNode, pszName, nNameLen, nHash)) {
         pAttr->pszValue = pszNewValue;
         return Done(pXml);
     }
-
-    auto* pAttr = static_cast<XmlAttr*>(std::calloc(1, sizeof(XmlAttr)));
-    if (pAttr) pAttr->pszName = XmlCopyString(pszName, nNameLen);
-    if (pAttr && pAttr->pszName && !pNode->pAttrs)
-        pNode->pAttrs = static_cast<XmlAttrList*>(std::calloc(1, sizeof(XmlAttrList)));
-    if (!pAttr || !pAttr->pszName || !pNode->pAttrs) {
-        if (pAttr) FreeAttr(pAttr);
-        std::free(pszNewValue);
+    char* pszNewName = pXml->arena.TakeText(pszName, nNameLen);
+    if (!pszNewName || !XmlLinkAttr(pXml, pszNewName, nHash, pszNewValue))
         return Fail(pXml, XML_ERR_ARGUMENT);
-    }
-    pAttr->pszValue = pszNewValue;
-    pAttr->nHash = HashName(pszName, nNameLen);
-    AppendAttr(pNode->pAttrs, pAttr);
     return Done(pXml);
 }
 
@@ -465,12 +410,18 @@ int32_t XmlAttrCount(XmlContext* pXml)
 
 const char* XmlGetAttr(XmlContext* pXml, const char* pszName)
 {
+    return XmlGetAttrHashed(pXml, pszName,
+                            pszName ? XmlHashName(pszName, std::strlen(pszName)) : 0);
+}
+
+const char* XmlGetAttrHashed(XmlContext* pXml, const char* pszName, uint32_t nHash)
+{
     if (!pXml) return nullptr;
     if (!pszName || !pXml->pCursor || !pXml->pCursor->pAttrs) {
         pXml->nLastError = XML_ERR_ARGUMENT;
         return nullptr;
     }
-    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, std::strlen(pszName));
+    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, std::strlen(pszName), nHash);
     pXml->nLastError = pAttr ? XML_OK : XML_ERR_NO_ATTR;
     return pAttr ? pAttr->pszValue : nullptr;
 }
@@ -498,7 +449,6 @@ int XmlDeleteAttr(XmlContext* pXml, const char* pszName)
         (pPrev ? pPrev->pNext : pList->pHead) = pAttr->pNext;
         if (pList->pTail == pAttr) pList->pTail = pPrev;
         UnlinkFromIndex(pList, pAttr);
-        FreeAttr(pAttr);
         --pList->nCount;
         return Done(pXml);
     }

@@ -7,6 +7,8 @@
 // compared byte by byte; no character set is interpreted.
 #pragma once
 
+#include "engine/Arena.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -38,12 +40,14 @@ enum XmlError : int32_t {
 // may be walked by recursion. The calls of this interface nest to any depth.
 constexpr int32_t XML_MAX_DEPTH = 512;
 
+// Nodes, attributes and their strings lie in the context's arena or, those of a file, in the file's
+// own text: what is replaced or deleted is given back with the context.
 struct XmlAttr {
     char* pszName;
     char* pszValue; // never empty
     XmlAttr* pNext; // in the order in which they were first set
     XmlAttr* pNextInBucket;
-    uint32_t nHash;
+    uint32_t nHash;          // XmlHashName of the name
     std::size_t nNameOffset; // where it stands in the parsed text; 0 when it was set by a call
     std::size_t nValueOffset;
 };
@@ -65,6 +69,7 @@ struct XmlNode {
     XmlNode* pNext;
     XmlNode* pFirstChild;
     XmlNode* pLastChild;
+    uint32_t nHash;          // XmlHashName of the name
     std::size_t nOffset;     // of its "<" in the parsed text
     std::size_t nTextOffset; // of its text
 };
@@ -86,20 +91,21 @@ struct XmlObserver {
 };
 
 struct XmlContext {
-    int32_t nLastError;
-    int32_t nLine; // counted by the parser from 0
-    int32_t nColumn;
-    char* pszVersion; // from the declaration, null when not given
-    char* pszEncoding;
-    char* pszStandalone;
-    char* pszReadBase; // the file's text, freed with the context
-    char* pszReadPos;  // where the parser stands, or stopped
-    bool bDeclSeen;
-    XmlNode* pRoot;
-    XmlNode* pCursor;
-    bool bRootSeen;
-    int32_t nDepth;
-    const XmlObserver* pObserver; // null: nobody listens
+    int32_t nLastError = XML_OK;
+    int32_t nLine = 0; // counted by the parser from 0
+    int32_t nColumn = 0;
+    char* pszVersion = nullptr; // from the declaration, null when not given
+    char* pszEncoding = nullptr;
+    char* pszStandalone = nullptr;
+    char* pszReadBase = nullptr; // the file's text, freed with the context
+    char* pszReadPos = nullptr;  // where the parser stands, or stopped
+    bool bDeclSeen = false;
+    XmlNode* pRoot = nullptr;
+    XmlNode* pCursor = nullptr;
+    bool bRootSeen = false;
+    int32_t nDepth = 0;
+    const XmlObserver* pObserver = nullptr; // null: nobody listens
+    CArena arena;
 };
 
 XmlContext* XmlCreate();
@@ -149,6 +155,25 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath);
 std::size_t XmlSerialize(XmlContext* pXml, char* pszBuffer);
 int XmlSaveFile(XmlContext* pXml, const char* pszPath);
 
-// For the parser and the lookups of this library.
-XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen);
-char* XmlCopyString(const char* pszText, std::size_t nLen); // null when memory fails
+// A hash of a name's bytes, by which names are told apart before they are compared.
+constexpr uint32_t XML_HASH_START = 2166136261U; // FNV-1a
+constexpr uint32_t XmlHashStep(uint32_t nHash, char c)
+{
+    return (nHash ^ static_cast<unsigned char>(c)) * 16777619U;
+}
+constexpr uint32_t XmlHashName(const char* pszName, std::size_t nLen)
+{
+    uint32_t nHash = XML_HASH_START;
+    for (std::size_t i = 0; i < nLen; ++i) nHash = XmlHashStep(nHash, pszName[i]);
+    return nHash;
+}
+
+// XmlGetAttr for a caller who knows the name's hash.
+const char* XmlGetAttrHashed(XmlContext* pXml, const char* pszName, uint32_t nHash);
+
+// For the parser: a new last child of the node under the cursor, and a new last attribute of it, of
+// strings that live as long as the context. Null when memory fails.
+XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName, uint32_t nHash);
+XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nHash, char* pszValue);
+XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
+                     uint32_t nHash);

@@ -82,8 +82,6 @@ list(APPEND QEL_LEFT_OUT
 list(APPEND QEL_LEFT_OUT
   XmlLoad.AReadThatStallsIsGivenUpAfter16Tries
   XmlLoad.ShortReadsAreContinued
-  XmlMemory.ANodeThatCannotBeAllocatedIsError2AndItsStringsAreError1
-  XmlMemory.EditingFailsCleanlyAtEachRequest
   XmlMemory.LoadingFailsCleanlyAtEachRequest
   XmlMemory.SavingFailsCleanlyAtEachRequest
   XmlMemory.TheFilesOwnBufferIsError2
