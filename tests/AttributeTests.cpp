@@ -3,8 +3,10 @@
 // document/Attributes.cpp.
 #include "document/Attributes.h"
 #include "document/Tags.h"
+#include "dynamic/QELDocDrawRgn.h"
 #include "dynamic/QELDocMeter.h"
 #include "dynamic/QELDocScale.h"
+#include "dynamic/QELDocStatus.h"
 #include "tests/support/DocSupport.h"
 
 #include <cstdio>
@@ -181,6 +183,33 @@ void Collect(const AttrInfo& info, void* pUser)
     static_cast<Visited*>(pUser)->infos.push_back(info);
 }
 
+// Whoever asks a tag for its attributes sees the rows of its class, in their order.
+template <class T>
+void ExpectVisited(int nType)
+{
+    const TagRow* pTag = FindRow(g_tagRows, nType);
+    ASSERT_NE(nullptr, pTag);
+    Visited visited;
+    pTag->pfnVisitAttrs(Collect, &visited);
+    ASSERT_EQ(T::Attrs().size(), visited.infos.size());
+    for (std::size_t n = 0; n < visited.infos.size(); ++n) {
+        EXPECT_EQ(T::Attrs()[n].nId, visited.infos[n].nId);
+        EXPECT_EQ(T::Attrs()[n].pForm, visited.infos[n].pForm);
+        EXPECT_EQ(T::Attrs()[n].nDefault, visited.infos[n].nDefault);
+        EXPECT_STREQ(T::Attrs()[n].pszMeaning, visited.infos[n].pszMeaning);
+    }
+}
+
+TEST(AttributeRows, AreThoseThatATagShows)
+{
+    ExpectVisited<CQELDocQEL>(QEL_TYPE_ROOT);
+    ExpectVisited<CQELDocShape>(QEL_TYPE_RECT);
+    ExpectVisited<CQELDocStatus>(QEL_TYPE_STATUS);
+    ExpectVisited<CQELDocScale>(QEL_TYPE_SCALE);
+    ExpectVisited<CQELDocDrawRgn>(QEL_TYPE_DRAWRGN);
+    ExpectVisited<CQELDocMeter>(QEL_TYPE_METER);
+}
+
 // Where an attribute's value stands in a saved line, or nothing when it is not written.
 std::string WithoutAttr(const std::string& line, const std::string& name)
 {
@@ -253,6 +282,64 @@ TEST(AttributeForms, LeaveTheValueWhenTheTextIsRefused)
         int32_t nValue = 77;
         EXPECT_EQ(0, row.pForm->pfnParse(row.pszText, &nValue));
         EXPECT_EQ(77, nValue);
+    }
+}
+
+TEST(AttributeForms, OfAValueThatDoesNotFitNothingIsTold)
+{
+    const struct {
+        const AttrForm* pForm;
+        int32_t nValue;
+        const char* pszText;
+    } rows[] = {{&g_formDecimal, -123, "-123"},
+                {&g_formHex, 0x1234, "0x1234"},
+                {&g_formColour, 0x123456, "0x123456"},
+                {&g_formColour, static_cast<int32_t>(0x80123456), "0x123456 glt"},
+                {&g_formCount, -1, "4294967295"},
+                {&g_formMeterType, 1, "vert3d"},
+                {&g_formScaleType, 2, "horizup"}};
+    for (const auto& row : rows) {
+        const std::size_t nLength = std::strlen(row.pszText);
+        for (std::size_t nSize = 0; nSize <= nLength + 1; ++nSize) {
+            SCOPED_TRACE(std::string(row.pszText) + " in " + std::to_string(nSize));
+            char szText[ATTR_TEXT_SIZE];
+            std::memset(szText, '?', sizeof szText);
+            const bool bFits = nSize > nLength; // with the zero at its end
+            EXPECT_EQ(bFits ? nLength : 0, row.pForm->pfnFormat(row.nValue, szText, nSize));
+            if (bFits) {
+                EXPECT_STREQ(row.pszText, szText);
+            }
+            EXPECT_EQ('?', szText[nSize]); // nothing behind the room that there is
+        }
+    }
+}
+
+TEST(AttributeForms, AreCleanWhenTheWholeTextIsWhatTheFormAsksFor)
+{
+    const struct {
+        const AttrForm* pForm;
+        std::vector<const char*> clean;
+        std::vector<const char*> unclean;
+    } rows[] = {
+        {&g_formDecimal,
+         {"0", "-7", "+7", " 12", "12 \t\r\n"},
+         {"", " ", "x", "12x", "1 2", "1.5"}},
+        {&g_formScan, {"0", "-7", " 12 "}, {"", "x", "12x"}},
+        {&g_formCount, {"0", "7", " 12 "}, {"", "x", "12x"}},
+        {&g_formStatus, {"0", "7", " 12 "}, {"", "x", "12x"}},
+        {&g_formKind, {"0", "1", "2"}, {"", "x", "12x"}},
+        {&g_formHex, {"0x0", "0xFFFFFFFF", "0xab "}, {"", "12", "0x", "0x1g", "0x1 2"}},
+        {&g_formColour,
+         {"0x0", "0xFFFFFF", "0xFF ", "0xFF glt", "0xFF\tglt "},
+         {"", "255", "red", "0x1000000", "0xFF blink", "0xFF glt glt", "0xFF gltx"}},
+        {&g_formMeterType, {"vert", "Arc", "sector"}, {"", "arc", "vert ", "dial"}},
+        {&g_formScaleType, {"horizup"}, {"", "HORIZUP", "horizup ", "line"}},
+    };
+    for (const auto& row : rows) {
+        for (const char* pszText : row.clean)
+            EXPECT_TRUE(row.pForm->pfnIsClean(pszText)) << row.pForm->pszName << ": " << pszText;
+        for (const char* pszText : row.unclean)
+            EXPECT_FALSE(row.pForm->pfnIsClean(pszText)) << row.pForm->pszName << ": " << pszText;
     }
 }
 
