@@ -426,6 +426,34 @@ TEST_F(XmlTree, ManyAttributesAreFoundReplacedAndDeletedLikeAFew)
     EXPECT_EQ(expected, Tree());
 }
 
+// What is found by a number made of the name is told apart by the name: the two names of each pair
+// have the same 32-bit number (FNV-1a).
+TEST_F(XmlTree, NamesOfOneHashNumberAreDifferentAttributes)
+{
+    const char* const pairs[][2] = {
+        {"costarring", "liquid"}, {"declinate", "macallums"}, {"altarage", "zinke"}};
+    const auto number = [](const std::string& name) {
+        uint32_t n = 2166136261U;
+        for (const char c : name) n = (n ^ static_cast<unsigned char>(c)) * 16777619U;
+        return n;
+    };
+    for (int i = 0; i < 100; ++i)
+        ASSERT_EQ(0, XmlSetAttrZ(m_pXml, (Numbered("n", i)).c_str(), "v"));
+    for (const auto& pair : pairs) {
+        SCOPED_TRACE(pair[0]);
+        ASSERT_EQ(number(pair[0]), number(pair[1]));
+        ASSERT_EQ(0, XmlSetAttrZ(m_pXml, pair[0], "first"));
+        EXPECT_EQ(nullptr, XmlGetAttr(m_pXml, pair[1]));
+        ASSERT_EQ(0, XmlSetAttrZ(m_pXml, pair[1], "second"));
+        EXPECT_STREQ("first", XmlGetAttr(m_pXml, pair[0]));
+        EXPECT_STREQ("second", XmlGetAttr(m_pXml, pair[1]));
+        ASSERT_EQ(0, XmlDeleteAttr(m_pXml, pair[0]));
+        EXPECT_EQ(nullptr, XmlGetAttr(m_pXml, pair[0]));
+        EXPECT_STREQ("second", XmlGetAttr(m_pXml, pair[1]));
+    }
+    EXPECT_EQ(103, XmlAttrCount(m_pXml));
+}
+
 TEST_F(XmlTree, DeletingANodeRelinksItsNeighboursAndMovesTheCursorUp)
 {
     const struct {
@@ -587,6 +615,7 @@ TEST_F(XmlTree, WithTheRootDeletedThereIsNothingUnderTheCursor)
     const Call calls[] = {
         {"GoRoot", XmlGoRoot, 1},
         {"IsAtRoot", [](XmlContext* p) { return !XmlIsAtRoot(p); }, 1},
+        {"HasChildren", [](XmlContext* p) { return !XmlHasChildren(p); }, 1},
         {"AddChild", [](XmlContext* p) { return XmlAddChildZ(p, "a", "t"); }, 1},
         {"GetName", [](XmlContext* p) { return IsNull(XmlGetName(p)); }, 1},
         {"SetName", [](XmlContext* p) { return XmlSetNameZ(p, "a"); }, 1},

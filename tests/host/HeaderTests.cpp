@@ -4,7 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <string>
 #include <type_traits>
+
+TEST(Header, VersionIsThatOfTheProjectInOneNumber)
+{
+    const DWORD nVersion = QELGetVersion();
+    EXPECT_EQ(QEL_PROJECT_VERSION, std::to_string(nVersion >> 16) + "." +
+                                       std::to_string(nVersion >> 8 & 0xFF) + "." +
+                                       std::to_string(nVersion & 0xFF));
+}
 
 TEST(Header, RecordsHaveTheirSizesInBothWordSizes)
 {

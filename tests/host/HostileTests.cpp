@@ -198,7 +198,6 @@ TEST_F(Hostile, NullPointersAreRefusedByEveryExport)
     ASSERT_EQ(1, Open("<qel><rect/></qel>"));
     const HQELELEM hElem = QELGetFirstChild(m_h, QELGetRootElem(m_h));
     CTestBitmap drawn(20, 20);
-    const RECT rc{0, 0, 10, 10};
     EXPECT_EQ(0, QELSaveFile(m_h, nullptr));
     EXPECT_EQ(0, QELSetElemId(m_h, hElem, nullptr));
     EXPECT_EQ(0, QELGetElemAttr(m_h, hElem, nullptr, nullptr));
@@ -211,7 +210,6 @@ TEST_F(Hostile, NullPointersAreRefusedByEveryExport)
     EXPECT_EQ(0, QELSetQELRect(m_h, nullptr));
     EXPECT_EQ(0, QELGetDrawGraphRect(m_h, nullptr));
     EXPECT_EQ(0, QELDraw(m_h, drawn.Dc(), nullptr, QEL_DRAW_FULL));
-    QELDraw(m_h, nullptr, &rc, QEL_DRAW_FULL); // its result is nobody's business; no crash
     EXPECT_EQ(0, QELGetStatus(m_h, nullptr));
     EXPECT_EQ(0, QELGetParam(m_h, 0, nullptr));
     EXPECT_EQ(0, QELGetScaleParam(m_h, 0, 6, nullptr));
@@ -222,6 +220,16 @@ TEST_F(Hostile, NullPointersAreRefusedByEveryExport)
     EXPECT_EQ(0, QELDrawCurve(drawn.Dc(), nullptr, 5));
     EXPECT_TRUE(IsBlank(drawn));
     EXPECT_EQ(0, QELOpenFileU(m_h, nullptr));
+}
+
+TEST_F(Hostile, ADrawOnNoDeviceContextIsBorne)
+{
+    ASSERT_EQ(1, Open("<qel><rect/></qel>"));
+    const RECT rc{0, 0, 10, 10};
+    QELDraw(m_h, nullptr, &rc, QEL_DRAW_FULL); // its result is nobody's business; no crash
+    EXPECT_NE(nullptr, QELGetRootElem(m_h));
+    CTestBitmap drawn(20, 20);
+    EXPECT_EQ(1, QELDraw(m_h, drawn.Dc(), &rc, QEL_DRAW_FULL));
 }
 
 TEST_F(Hostile, DeepNestingOfEveryKindIsRefusedWithoutCrash)

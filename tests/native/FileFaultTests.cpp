@@ -7,7 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -189,6 +191,139 @@ TEST(FileFaults, NamesBesideTheTargetThatAreTakenAreKept)
     EXPECT_EQ("somebody's", Bytes("C:\\temp\\drawing.qel.00~"));
     EXPECT_EQ("somebody's", Bytes("C:\\temp\\drawing.qel.01~"));
     EXPECT_EQ(3U, kernel::FileNames().size());
+}
+
+TEST(FileFaults, WithAllNamesBesideTheTargetTakenTheOldFileStays)
+{
+    const CChangedDrawing drawing;
+    for (int n = 0; n < 100; ++n) {
+        const std::string digits = {static_cast<char>('0' + n / 10),
+                                    static_cast<char>('0' + n % 10)};
+        kernel::PutFile(DRAWING_PATH + ("." + digits + "~"), "somebody's");
+    }
+    EXPECT_EQ(0, QELSaveFile(drawing, DRAWING_PATH));
+    EXPECT_EQ(CChangedDrawing::Old(), Bytes(DRAWING_PATH));
+    EXPECT_EQ(101U, kernel::FileNames().size());
+    EXPECT_EQ("somebody's", Bytes(DRAWING_PATH + std::string(".99~")));
+    ::DeleteFileA("C:\\temp\\drawing.qel.57~"); // one that is free is enough
+    EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
+    EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
+    EXPECT_EQ(100U, kernel::FileNames().size());
+}
+
+// The file that is written before it takes the target's place, as a power failure leaves it.
+std::string NameBeside(const CChangedDrawing& drawing, const std::string& target)
+{
+    std::string name = "none";
+    const std::vector<std::string> before = kernel::FileNames();
+    kernel::Faults faults;
+    for (faults.nStopAt = 1; faults.nStopAt < MOST_OPERATIONS && name == "none"; ++faults.nStopAt) {
+        kernel::SetFaults(faults);
+        if (QELSaveFile(drawing, target.c_str()) == 1) break;
+        kernel::Restart(false);
+        for (const std::string& file : kernel::FileNames())
+            if (std::find(before.begin(), before.end(), file) == before.end()) name = file;
+    }
+    if (name != "none") {
+        EXPECT_TRUE(::DeleteFileA(name.c_str()));
+    }
+    return name;
+}
+
+TEST(FileFaults, PathsAreSavedToUpToTheLengthThatTheSystemTakes)
+{
+    const std::string folder = "C:\\temp\\";
+    for (std::size_t n = 250; n <= MAX_PATH + 3; ++n) {
+        SCOPED_TRACE(n);
+        kernel::FormatDisk();
+        const CChangedDrawing drawing;
+        const std::string path = folder + std::string(n - folder.size(), 'x');
+        const bool bTaken = n < MAX_PATH;
+        if (bTaken) { // beside it, and under a name that the system takes as well
+            ASSERT_TRUE(kernel::PutFile(path, "old"));
+            EXPECT_EQ(n + 4 < MAX_PATH ? path + ".00~" : folder + ".00~",
+                      NameBeside(drawing, path));
+        }
+        EXPECT_EQ(bTaken ? 1 : 0, QELSaveFile(drawing, path.c_str()));
+        EXPECT_EQ(bTaken ? drawing.New() : "no file", Bytes(path));
+        EXPECT_EQ(bTaken ? 2U : 1U, kernel::FileNames().size());
+    }
+}
+
+TEST(FileFaults, TheFolderOfALongPathEndsAtItsLastSeparator)
+{
+    const struct {
+        const char* pszFolder;
+        const char* pszName; // with room filled behind it
+    } rows[] = {
+        {"C:\\temp\\", "a"},        {"C:/temp/", "a"},
+        {"C:\\temp\\", "a\x81\\b"}, // one character, whose second byte looks like a separator
+        {"C:\\temp\\", "\x81/b"},   {"C:\\temp\\", "\x81:b"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.pszFolder) + row.pszName);
+        for (const char* pszEnd : {"y", "\x81"}) { // or half a character
+            kernel::FormatDisk();
+            const CChangedDrawing drawing;
+            std::string path = std::string(row.pszFolder) + row.pszName;
+            path.append(MAX_PATH - 2 - path.size(), 'x').append(pszEnd);
+            ASSERT_TRUE(kernel::PutFile(path, "old"));
+            EXPECT_EQ("C:\\temp\\.00~", NameBeside(drawing, path));
+            EXPECT_EQ(1, QELSaveFile(drawing, path.c_str()));
+            EXPECT_EQ(drawing.New(), Bytes(path));
+            EXPECT_EQ(2U, kernel::FileNames().size());
+        }
+    }
+}
+
+// ---- paths ----
+
+TEST(WidePaths, AreTakenInTheThreadsCodePageWhateverItIs)
+{
+    const struct {
+        UINT nCodePage;
+        const char* pszPath; // of the one Chinese character
+    } rows[] = {{936, "C:\\temp\\\xD6\xD0.qel"}, {CP_UTF8, "C:\\temp\\\xE4\xB8\xAD.qel"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.nCodePage);
+        kernel::FormatDisk();
+        kernel::SetCodePage(row.nCodePage);
+        ASSERT_TRUE(kernel::PutFile(row.pszPath, EveryElement()));
+        CTestEngine engine;
+        EXPECT_EQ(1, QELOpenFileU(engine, L"C:\\temp\\\u4e2d.qel"));
+        EXPECT_EQ(0, QELGetType(engine));
+        EXPECT_EQ(0, QELOpenFileU(engine, L"C:\\temp\\\u4e2e.qel")); // which is not there
+        kernel::SetCodePage(936);
+    }
+}
+
+TEST(WidePaths, AreRefusedWithACharacterThatTheCodePageLacksAndBeyondTheLengthOfPaths)
+{
+    kernel::FormatDisk();
+    ASSERT_TRUE(kernel::PutFile("C:\\temp\\?.qel", EveryElement()) == false); // no such name
+    CTestEngine engine;
+    EXPECT_EQ(0, QELOpenFileU(engine, L"C:\\temp\\\u0e01.qel"));
+    // 259 characters and the zero at the end: in bytes as many, or three times as many.
+    for (const UINT nCodePage : {UINT{936}, UINT{CP_UTF8}})
+        for (const wchar_t c : {L'x', L'\u4e2d'}) {
+            SCOPED_TRACE(testing::Message() << nCodePage << " " << static_cast<int>(c));
+            kernel::FormatDisk();
+            kernel::SetCodePage(nCodePage);
+            std::vector<wchar_t> wide;
+            for (const char cAscii : std::string("C:\\temp\\")) wide.push_back(cAscii);
+            const std::size_t nFolder = wide.size();
+            wide.resize(MAX_PATH - 1, c);
+            wide.push_back(0);
+            const bool bFits = c == L'x';
+            if (bFits) {
+                const std::string path = "C:\\temp\\" + std::string(MAX_PATH - 1 - nFolder, 'x');
+                ASSERT_TRUE(kernel::PutFile(path, EveryElement()));
+            }
+            EXPECT_EQ(bFits ? 1 : 0, QELOpenFileU(engine, wide.data()));
+            wide.insert(wide.end() - 1, c);
+            EXPECT_EQ(0, QELOpenFileU(engine, wide.data()));
+            kernel::SetCodePage(936);
+        }
 }
 
 // ---- opening ----

@@ -113,5 +113,5 @@ set(QEL_HOST_LEFT_OUT
 
 # They draw on a device context that is none, or count the system's own objects.
 list(APPEND QEL_HOST_LEFT_OUT
-  Hostile.NullPointersAreRefusedByEveryExport
+  Hostile.ADrawOnNoDeviceContextIsBorne
   Types/LiveMeter.TwentyThousandUpdatesAndDrawsLeaveNoObjectBehind/*)
