@@ -1,9 +1,14 @@
 // The base class of the document elements: what an element without a class of its own does, the
 // identifier, the links, and the rectangles of elements that gather children. The code is
 // document/QELDocElm.cpp; whole drawings are in DocumentTests.cpp.
+#include "document/Tags.h"
 #include "tests/support/DocSupport.h"
 
+#include <algorithm>
+#include <cstring>
+#include <iterator>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -86,6 +91,71 @@ TEST(DocElement, WithoutChildrenItCannotBePlaced)
     EXPECT_EQ(0, elm.SetRect({1, 2, 30, 40}));
     EXPECT_EQ(0, elm.MapRect({0, 0, 10, 10}, {1, 2, 30, 40}));
     EXPECT_EQ("0 0 0 0", RectOf(elm));
+}
+
+TEST(DocElement, GivesAndTakesNoRecord)
+{
+    XmlContext* pXml = nullptr;
+    CQELDocElm elm(&pXml, QEL_TYPE_PATH);
+    unsigned char block[QEL_MAX_ATTR_SIZE];
+    std::memset(block, 0xCC, sizeof block);
+    EXPECT_EQ(0, elm.GetAttr(block));
+    EXPECT_EQ(static_cast<std::ptrdiff_t>(sizeof block),
+              std::count(std::begin(block), std::end(block), 0xCC));
+    EXPECT_EQ(0, elm.SetAttr(block));
+    EXPECT_EQ(QEL_TYPE_PATH, elm.Type());
+}
+
+// ---- every class ----
+
+// The record of an element whose class has one; empty for the others.
+std::vector<unsigned char> RecordBytes(const CQELDocElm& elm)
+{
+    int nSize = 0;
+    if (!elm.GetAttrSize(&nSize)) return {};
+    std::vector<unsigned char> bytes(static_cast<std::size_t>(nSize));
+    EXPECT_EQ(1, elm.GetAttr(bytes.data()));
+    return bytes;
+}
+
+template <class Visit>
+void ForEachClass(XmlContext** ppXml, const Visit& visit)
+{
+    int nClasses = 0;
+    for (const TagRow* pTag = g_tagRows; pTag->nId != KEYWORD_NONE; ++pTag) {
+        if (!pTag->pfnMakeDoc) continue;
+        SCOPED_TRACE(pTag->pszName);
+        const std::unique_ptr<CQELDocElm> elm(pTag->pfnMakeDoc(ppXml));
+        ASSERT_NE(nullptr, elm);
+        visit(*elm);
+        ++nClasses;
+    }
+    EXPECT_EQ(19, nClasses); // all tags but three
+}
+
+TEST(DocElement, OfNoClassReadsAnythingFromAnUnknownTag)
+{
+    CXml xml("<blob id='a' type='2' width='77' style='0x12' flag='0x34' crd='1 2 3 4 5 6 7 8 9' "
+             "stx='5' scid='6' mtid='7' min='8' max='9' imin='8' imax='9'>words</blob>");
+    ForEachClass(xml.Slot(), [](CQELDocElm& elm) {
+        const std::vector<unsigned char> before = RecordBytes(elm);
+        const int nType = elm.Type();
+        EXPECT_EQ(0, elm.Load());
+        EXPECT_EQ(nType, elm.Type());
+        EXPECT_STREQ("", elm.Id());
+        EXPECT_EQ(before, RecordBytes(elm));
+    });
+}
+
+TEST(DocElement, OfEveryClassRefusesANullRecord)
+{
+    XmlContext* pXml = nullptr;
+    ForEachClass(&pXml, [](CQELDocElm& elm) {
+        const std::vector<unsigned char> before = RecordBytes(elm);
+        EXPECT_EQ(0, elm.GetAttr(nullptr));
+        EXPECT_EQ(0, elm.SetAttr(nullptr));
+        EXPECT_EQ(before, RecordBytes(elm));
+    });
 }
 
 // ---- reading ----
@@ -213,7 +283,52 @@ TEST(DocElement, ACopyUnderAnotherParentIsItsLastChild)
     EXPECT_EQ("", BrokenLink(*document.Root()));
 }
 
+TEST(DocElement, ACopyForNoParentIsNotLinked)
+{
+    CTestDocument document(DrawingText("<g id=\"a\"><rect id=\"b\"/></g><line id=\"c\"/>"));
+    CQELDocElm* pCopy = nullptr;
+    ASSERT_EQ(1, document.First()->CopyTo(nullptr, &pCopy));
+    const std::unique_ptr<CQELDocElm> copy(pCopy);
+    EXPECT_EQ(nullptr, copy->Parent());
+    EXPECT_EQ(nullptr, copy->PrevSibling());
+    EXPECT_EQ(nullptr, copy->NextSibling());
+    EXPECT_EQ("b_1", TreeOf(*copy));
+    EXPECT_EQ("a(b) c", TreeOf(*document.Root()));
+}
+
 // ---- links ----
+
+TEST(DocElement, IsLinkedToSiblingsWithoutAParentToo)
+{
+    XmlContext* pXml = nullptr;
+    CQELDocElm middle(&pXml, QEL_TYPE_GROUP);
+    CQELDocElm before(&pXml, QEL_TYPE_GROUP);
+    CQELDocElm after(&pXml, QEL_TYPE_GROUP);
+    before.InsertBefore(&middle);
+    after.InsertAfter(&middle);
+    EXPECT_EQ(&middle, before.NextSibling());
+    EXPECT_EQ(&after, middle.NextSibling());
+    EXPECT_EQ(&middle, after.PrevSibling());
+    EXPECT_EQ(&before, middle.PrevSibling());
+    for (const CQELDocElm* p : {&before, &middle, &after}) EXPECT_EQ(nullptr, p->Parent());
+    middle.Unlink();
+    EXPECT_EQ(&after, before.NextSibling());
+    EXPECT_EQ(&before, after.PrevSibling());
+}
+
+TEST(DocElement, AWalkEndsWithTheSubtreeOrElseWithTheTree)
+{
+    CTestDocument document(
+        DrawingText("<g id=\"a\"><rect id=\"b\"/><line id=\"c\"/></g><line id=\"d\"/>"));
+    const auto walk = [&](const CQELDocElm* pTop) {
+        std::string ids;
+        for (const CQELDocElm* p = document.First(); p; p = p->NextInTree(pTop)) ids += p->Id();
+        return ids;
+    };
+    EXPECT_EQ("abc", walk(document.First()));
+    EXPECT_EQ("abcd", walk(document.Root()));
+    EXPECT_EQ("abcd", walk(nullptr));
+}
 
 TEST(DocElement, IsLinkedBeforeAndAfterSiblingsAndUnlinked)
 {

@@ -74,6 +74,14 @@ void PaintGradient(const CTestBitmap& bitmap, const RECT& rc, int nKind, COLORRE
     QELCloseGradientDescriptor(hGradient);
 }
 
+// The change of style is private, and exported for hosts that were built with it.
+int SetStyle(CQELDraft& draft, tagDRAFTSTYLE nStyle);
+template <int (CQELDraft::*pfnSet)(tagDRAFTSTYLE)>
+struct StyleSetter { // an explicit instantiation may name what is private
+    friend int SetStyle(CQELDraft& draft, tagDRAFTSTYLE nStyle) { return (draft.*pfnSet)(nStyle); }
+};
+template struct StyleSetter<&CQELDraft::SetDraft>;
+
 HBRUSH Junk()
 {
     return reinterpret_cast<HBRUSH>(static_cast<uintptr_t>(0x5A5A));
@@ -94,6 +102,26 @@ TEST(Draft, HatchesHaveTheirPixelsSetInTheBackgroundColour)
             for (int x = 0; x < drawn.Width(); ++x)
                 ASSERT_EQ(row.pszLines[y % 8][x % 8] == '1' ? CLR_BACK : CLR_TEXT, drawn.At(x, y))
                     << x << "," << y;
+    }
+}
+
+TEST(Draft, IsOfTheStyleThatWasSetBeforeItsFirstUse)
+{
+    const RECT rc{0, 0, 19, 17};
+    for (int nStyle = 0; nStyle < DRAFT_COUNT; ++nStyle) {
+        SCOPED_TRACE(nStyle);
+        for (const int nBefore : {0, 6, static_cast<int>(DRAFT_GRADIENT)}) {
+            CQELDraft draft(Style(nBefore)), expected(Style(nStyle));
+            EXPECT_EQ(1, SetStyle(draft, Style(nStyle)));
+            CTestBitmap drawn(19, 17), wanted(19, 17);
+            HBRUSH hBrush = Junk(), hExpected = Junk();
+            RECT rcDraft = rc, rcExpected = rc;
+            ASSERT_NE(0, draft.GetDraftBrush(hBrush, &rcDraft, CLR_TEXT, CLR_BACK));
+            ASSERT_NE(0, expected.GetDraftBrush(hExpected, &rcExpected, CLR_TEXT, CLR_BACK));
+            Paint(drawn, hBrush);
+            Paint(wanted, hExpected);
+            EXPECT_EQ("", FirstDifference(wanted, drawn));
+        }
     }
 }
 

@@ -114,6 +114,42 @@ TEST(Handles, ThatNoHostSeesDoNotUseNumbersUp)
     EXPECT_GT(10u, seen.size());
 }
 
+TEST(Handles, OfAHiddenObjectStayTheSame)
+{
+    int nObject = 0;
+    CHandleEntry entry(HandleKind::Gradient, &nObject);
+    const uintptr_t nValue = entry.PrivateValue();
+    EXPECT_EQ(nValue, entry.PrivateValue());
+    EXPECT_EQ(nValue, entry.Value()); // and once it is given to a host
+    EXPECT_EQ(nValue, entry.PrivateValue());
+    EXPECT_EQ(&nObject, CHandleEntry::Find(HandleKind::Gradient, nValue));
+}
+
+// Only so many free numbers are kept; all others are used up.
+TEST(Handles, OfManyHiddenObjectsAtOnceAreAllFound)
+{
+    constexpr int COUNT = 1000;
+    int nObject = 0;
+    std::set<uintptr_t> last;
+    for (int nRound = 0; nRound < 3; ++nRound) {
+        std::vector<std::unique_ptr<CHandleEntry>> entries;
+        std::set<uintptr_t> seen;
+        for (int i = 0; i < COUNT; ++i) {
+            entries.push_back(std::make_unique<CHandleEntry>(HandleKind::Gradient, &nObject));
+            seen.insert(entries.back()->PrivateValue());
+        }
+        EXPECT_EQ(0u, seen.count(0));
+        EXPECT_EQ(static_cast<std::size_t>(COUNT), seen.size());
+        for (const uintptr_t nValue : seen)
+            ASSERT_EQ(&nObject, CHandleEntry::Find(HandleKind::Gradient, nValue));
+        for (const uintptr_t nValue : last) {
+            if (seen.count(nValue)) continue;
+            ASSERT_EQ(nullptr, CHandleEntry::Find(HandleKind::Gradient, nValue));
+        }
+        last = seen;
+    }
+}
+
 TEST(Handles, ThatTwoHoldersKnowAreNotUsedAgain)
 {
     int nObject = 0;

@@ -135,6 +135,17 @@ TEST(ViewElement, MovesWithAllThatIsInItAndLeavesTheOldChainClosed)
     ExpectChain(*f.b, {inner});
 }
 
+TEST(ViewElement, MoveToNoParentTakesItOutOfTheTree)
+{
+    Family f;
+    const ElmPtr b(f.b);
+    f.b->Move(nullptr, f.c);
+    ExpectChain(f.parent, {f.a, f.c});
+    EXPECT_EQ(nullptr, b->Parent());
+    EXPECT_EQ(nullptr, b->PrevSibling());
+    EXPECT_EQ(nullptr, b->NextSibling());
+}
+
 TEST(ViewElement, MoveIntoAnEmptyParentMakesItTheOnlyChildWhateverAfterSays)
 {
     Family f;

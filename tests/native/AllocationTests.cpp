@@ -584,6 +584,9 @@ TEST(Allocation, SharesInShowOnlyMode)
             if (bJoins) {
                 EXPECT_EQ(0, QELGetType(first));
             }
+            CTestEngine third; // whatever the second one lacks
+            EXPECT_EQ(1, QELOpenFile(third, DRAWING_PATH));
+            EXPECT_EQ(0, QELGetType(third));
             EXPECT_EQ(1, QELOpenFile(second, DRAWING_PATH)) << "a later try";
             EXPECT_EQ(0, QELGetType(second));
             if (!bReached) {
