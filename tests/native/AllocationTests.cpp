@@ -473,16 +473,15 @@ TEST(Allocation, Drawing)
             CTestEngine engine;
             ASSERT_TRUE(engine.Open());
             const RECT rc = DEVICE_RECT;
-            const HDC hdc = ::CreateCompatibleDC(nullptr);
+            const CPaper paper;
             bool bReached = false;
             {
-                const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
+                const gdi::CStateCheck state(paper, gdi::MAY_CHANGE_COLORS);
                 alloc::Fail(n);
-                EXPECT_EQ(1, QELDraw(engine, hdc, &rc, nFlags));
+                EXPECT_EQ(1, QELDraw(engine, paper, &rc, nFlags));
                 bReached = alloc::Count() >= n;
                 alloc::Off();
             }
-            ::DeleteDC(hdc);
             CTestEngine other;
             ASSERT_TRUE(other.Open());
             Painted(other, nFlags);
@@ -500,16 +499,15 @@ TEST(Allocation, DrawingWithoutAnyMemoryGoesOn)
     ASSERT_TRUE(engine.Open());
     const std::string before = Everything(engine);
     const RECT rc = DEVICE_RECT;
-    const HDC hdc = ::CreateCompatibleDC(nullptr);
-    gdi::LogPaintings(hdc);
+    const CPaper paper;
+    gdi::LogPaintings(paper);
     alloc::FailFrom(1);
     {
-        const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
-        EXPECT_EQ(1, QELDraw(engine, hdc, &rc, QEL_DRAW_FULL));
+        const gdi::CStateCheck state(paper, gdi::MAY_CHANGE_COLORS);
+        EXPECT_EQ(1, QELDraw(engine, paper, &rc, QEL_DRAW_FULL));
     }
     alloc::Off();
-    EXPECT_LT(10U, gdi::Paintings(hdc).size());
-    ::DeleteDC(hdc);
+    EXPECT_LT(10U, gdi::Paintings(paper).size());
     EXPECT_EQ(before, Everything(engine));
 }
 

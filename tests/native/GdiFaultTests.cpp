@@ -94,16 +94,15 @@ TEST_P(GdiFault, ADrawWithoutOneObjectGoesOn)
         ASSERT_TRUE(engine.Open());
         c.prepare(engine);
         const RECT rc = DEVICE_RECT;
-        const HDC hdc = ::CreateCompatibleDC(nullptr);
+        const CPaper paper;
         bool bReached = false;
         {
-            const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
+            const gdi::CStateCheck state(paper, gdi::MAY_CHANGE_COLORS);
             gdi::FailCreation(n);
-            EXPECT_EQ(1, QELDraw(engine, hdc, &rc, c.nFlags));
+            EXPECT_EQ(1, QELDraw(engine, paper, &rc, c.nFlags));
             bReached = gdi::Creations() >= n;
             gdi::FailCreation(0);
         }
-        ::DeleteDC(hdc);
         EXPECT_EQ(expected, Everything(engine)) << "the draw after that";
         if (!bReached) break;
     }
@@ -123,14 +122,13 @@ TEST_P(GdiFault, ADrawWithoutAnyObjectFromOneOnGoesOn)
         ASSERT_TRUE(engine.Open());
         c.prepare(engine);
         const RECT rc = DEVICE_RECT;
-        const HDC hdc = ::CreateCompatibleDC(nullptr);
+        const CPaper paper;
         {
-            const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
+            const gdi::CStateCheck state(paper, gdi::MAY_CHANGE_COLORS);
             gdi::FailCreationsFrom(n);
-            EXPECT_EQ(1, QELDraw(engine, hdc, &rc, c.nFlags));
+            EXPECT_EQ(1, QELDraw(engine, paper, &rc, c.nFlags));
             gdi::FailCreation(0);
         }
-        ::DeleteDC(hdc);
         EXPECT_EQ(expected, Everything(engine)) << "the draw after that";
     }
 }

@@ -89,6 +89,20 @@ std::string EveryElement()
     return s_text;
 }
 
+CPaper::CPaper()
+    : m_hdc(::CreateCompatibleDC(nullptr)),
+      m_hBitmap(::CreateBitmap(DEVICE_RECT.right + 9, DEVICE_RECT.bottom + 9, 1, 32, nullptr)),
+      m_hPrev(::SelectObject(m_hdc, m_hBitmap))
+{
+}
+
+CPaper::~CPaper()
+{
+    ::SelectObject(m_hdc, m_hPrev);
+    ::DeleteDC(m_hdc);
+    ::DeleteObject(m_hBitmap);
+}
+
 CTestEngine::CTestEngine() : m_hEngine(CreateQELEngine()) {}
 
 CTestEngine::~CTestEngine()
@@ -141,15 +155,14 @@ std::string SavedBytes(HQELENGINE hEngine)
 std::vector<std::string> Painted(HQELENGINE hEngine, DWORD nFlags)
 {
     const RECT rc = DEVICE_RECT;
+    const CPaper paper;
     const uint64_t nMark = gdi::Mark();
-    const HDC hdc = ::CreateCompatibleDC(nullptr);
-    gdi::LogPaintings(hdc);
+    gdi::LogPaintings(paper);
     {
-        const gdi::CStateCheck state(hdc, gdi::MAY_CHANGE_COLORS);
-        QELDraw(hEngine, hdc, &rc, nFlags);
+        const gdi::CStateCheck state(paper, gdi::MAY_CHANGE_COLORS);
+        QELDraw(hEngine, paper, &rc, nFlags);
     }
-    std::vector<std::string> lines = gdi::Paintings(hdc);
-    ::DeleteDC(hdc);
+    std::vector<std::string> lines = gdi::Paintings(paper);
     // A meter keeps the region of its face for the next draw; all else is gone.
     int nFaces = 0;
     for (const HQELELEM h : Elements(hEngine))

@@ -15,6 +15,21 @@ constexpr const char* DRAWING_PATH = "C:\\temp\\drawing.qel";
 constexpr const char* OTHER_PATH = "C:\\temp\\other.qel";
 constexpr RECT DEVICE_RECT{3, 5, 403, 305};
 
+class CPaper { // a device context with room for all of the device rectangle: dials are clipped to
+               // it
+public:
+    CPaper();
+    ~CPaper();
+    CPaper(const CPaper&) = delete;
+    CPaper& operator=(const CPaper&) = delete;
+    operator HDC() const { return m_hdc; }
+
+private:
+    HDC m_hdc;
+    HBITMAP m_hBitmap;
+    HGDIOBJ m_hPrev;
+};
+
 class CTestEngine { // an engine, destroyed with its scope
 public:
     CTestEngine();
