@@ -10,6 +10,8 @@
 namespace {
 
 constexpr std::size_t WORD_SIZE = sizeof(DWORD);
+constexpr int SURFACE_WIDTH = 640;
+constexpr int SURFACE_HEIGHT = 480;
 
 // The number of words that a drawing spells of a shape's geometry; 0 for lists of points.
 int ShapeWords(int nType)
@@ -159,8 +161,10 @@ std::string ReadHostFile(const char* pszPath)
 }
 
 CHostDc::CHostDc()
-    : m_hdc(::CreateCompatibleDC(nullptr)), m_hPen(::CreatePen(PS_SOLID, 1, RGB(1, 2, 3))),
-      m_hBrush(::CreateSolidBrush(RGB(3, 2, 1))), m_hOldPen(::SelectObject(m_hdc, m_hPen)),
+    : m_hdc(::CreateCompatibleDC(nullptr)),
+      m_hBitmap(::CreateBitmap(SURFACE_WIDTH, SURFACE_HEIGHT, 1, 32, nullptr)),
+      m_hPen(::CreatePen(PS_SOLID, 1, RGB(1, 2, 3))), m_hBrush(::CreateSolidBrush(RGB(3, 2, 1))),
+      m_hOldBitmap(::SelectObject(m_hdc, m_hBitmap)), m_hOldPen(::SelectObject(m_hdc, m_hPen)),
       m_hOldBrush(::SelectObject(m_hdc, m_hBrush))
 {
     ::MoveToEx(m_hdc, 5, 7, nullptr);
@@ -172,8 +176,10 @@ CHostDc::~CHostDc()
 {
     FUZZ_CHECK(::SelectObject(m_hdc, m_hOldPen) == m_hPen);
     FUZZ_CHECK(::SelectObject(m_hdc, m_hOldBrush) == m_hBrush);
+    FUZZ_CHECK(::SelectObject(m_hdc, m_hOldBitmap) == m_hBitmap);
     ::DeleteObject(m_hPen);
     ::DeleteObject(m_hBrush);
+    ::DeleteObject(m_hBitmap);
     ::DeleteDC(m_hdc);
 }
 

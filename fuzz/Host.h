@@ -41,8 +41,10 @@ public:
 
 private:
     HDC m_hdc;
+    HBITMAP m_hBitmap; // dials are clipped to it
     HPEN m_hPen;
     HBRUSH m_hBrush;
+    HGDIOBJ m_hOldBitmap;
     HGDIOBJ m_hOldPen;
     HGDIOBJ m_hOldBrush;
     std::string m_state;
