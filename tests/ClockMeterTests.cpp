@@ -3,6 +3,7 @@
 #include "meter/ClockMeter.h"
 
 #include "include/QELEngine.h"
+#include "meter/ClockMark.h"
 #include "meter/ClockPin.h"
 #include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
@@ -580,6 +581,16 @@ TEST(ClockNumerals, AreTwelveInLabelColourWithTwelveAtTheTop)
         for (const Numeral& n : numerals)
             for (const Numeral& other : numerals)
                 EXPECT_TRUE(n.text != "12" || n.t <= other.t) << other.text << " is higher";
+    }
+}
+
+TEST(ClockNumerals, AreNotDrawnAtARadiusThatNobodySees)
+{
+    CClockMeter clock(100, true);
+    for (const int r : {INT_MIN, -1, 0, 32768, INT_MAX}) {
+        CRecording recording;
+        EXPECT_EQ(0, CClockMark(clock, r, LABEL).Draw(recording.Dc(), C)) << r;
+        EXPECT_EQ(Lines{}, recording.Only({"Text", "SetTextColor"})) << r;
     }
 }
 

@@ -33,6 +33,12 @@ TEST(DialGeometry, ARadiusOutsideZeroToThreeThousandCountsAsOne)
         EXPECT_EQ(row.nClamped, ClampRadius(row.n)) << row.n;
 }
 
+TEST(DialGeometry, AFigureHasARadiusOfOneTo32767)
+{
+    for (const int32_t n : {1, 2, 3000, 32766, 32767}) EXPECT_TRUE(IsDrawableRadius(n)) << n;
+    for (const int32_t n : {INT_MIN, -1, 0, 32768, INT_MAX}) EXPECT_FALSE(IsDrawableRadius(n)) << n;
+}
+
 TEST(DialGeometry, LayersLieAtTheirDistancesInsideTheRadius)
 {
     for (const int32_t r : {25, 26, 60, 100, 399, 800, 3002}) {

@@ -84,6 +84,25 @@ TEST(Keywords, ANumberFindsItsRowAndKeyword)
     EXPECT_EQ(nullptr, NameOf(g_endedByNumber, 3));
 }
 
+TEST(Keywords, AreCopiedWholeOrNotAtAll)
+{
+    for (std::size_t nSize = 0; nSize <= 6; ++nSize) {
+        char szText[] = "??????";
+        const bool bFits = nSize > 3; // "red" and the zero at its end
+        EXPECT_EQ(bFits ? 3u : 0u, CopyKeyword(g_colours, 3, szText, nSize)) << nSize;
+        EXPECT_STREQ(bFits ? "red" : "??????", szText) << nSize;
+    }
+}
+
+TEST(Keywords, OfANumberWithoutAKeywordNothingIsCopied)
+{
+    char szText[] = "??????";
+    for (const int nId : {4, -8, static_cast<int>(KEYWORD_NONE)})
+        EXPECT_EQ(0u, CopyKeyword(g_colours, nId, szText, sizeof szText)) << nId;
+    EXPECT_EQ(0u, CopyKeyword(g_endedByNull, 2, szText, sizeof szText)); // its keyword is null
+    EXPECT_STREQ("??????", szText);
+}
+
 TEST(Keywords, OfTwoRowsWithOneNumberTheFirstNamesIt)
 {
     EXPECT_STREQ("a", NameOf(g_twiceTheNumber, 1));

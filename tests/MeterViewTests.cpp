@@ -169,7 +169,9 @@ TEST(MeterView, EverySettingIsKeptInEveryTypeWhateverItsRendererFollows)
 TEST(MeterView, RefusesWhatIsNoSettingOfMeters)
 {
     CTestMeter meter(4);
-    for (const uint32_t n : {3U, 34U, 35U, 1000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+    // The value is set by a function of its own.
+    for (const uint32_t n :
+         {uint32_t{QEL_SEL_VALUE}, 3U, 34U, 35U, 1000U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
         uint32_t nValue = 77;
         EXPECT_EQ(0, meter->SetProperty(n, 1)) << n;
         EXPECT_EQ(0, meter->GetProperty(n, &nValue)) << n;
@@ -991,6 +993,10 @@ TEST(MeterView, PinsAreNumberedFromOneToThirtyTwo)
         EXPECT_EQ(0, meter->SetValue(n, 1U)) << n;
         EXPECT_EQ(0, meter->SetValue(n, 1.0F)) << n;
         EXPECT_EQ(0, meter->GetValue(n, &nValue)) << n;
+        EXPECT_EQ(77u, nValue) << n;
+        float fValue = 7.5F;
+        EXPECT_EQ(0, meter->GetValue(n, &fValue)) << n;
+        EXPECT_EQ(7.5F, fValue) << n;
     }
     for (uint32_t n = 1; n <= 32; ++n) {
         uint32_t nValue = 0;
@@ -1067,6 +1073,30 @@ TEST(MeterView, MaskTellsWhatTheMeterFollows)
                       CTestMeter(attr)->GetParamMask() & 0x1000);
         }
     }
+}
+
+TEST(MeterView, MaskOfAnUnknownTypeTellsOfNoType)
+{
+    for (const int nType : {-1, TYPES, 1000}) {
+        CTestMeter meter(0);
+        meter.AddFace(1, 1, 5, 5);
+        const uint32_t nBar = meter->GetParamMask();
+        QELMETERATTR attr = Attr(0);
+        attr.nType = nType;
+        ASSERT_EQ(1, meter->SetAttrBlock(&attr));
+        EXPECT_EQ(nBar & ~0x80U, meter->GetParamMask()) << nType; // what bars with a face have
+    }
+}
+
+TEST(MeterView, ANullRecordIsRefused)
+{
+    CTestMeter meter(5);
+    QELMETERATTR before{}, after{};
+    ASSERT_EQ(1, meter->GetAttrBlock(&before));
+    EXPECT_EQ(0, meter->GetAttrBlock(nullptr));
+    EXPECT_EQ(0, meter->SetAttrBlock(nullptr));
+    ASSERT_EQ(1, meter->GetAttrBlock(&after));
+    EXPECT_EQ(0, std::memcmp(&before, &after, sizeof after));
 }
 
 TEST(MeterView, ACopyHasTheSettingsButNeitherPinsNorRenderer)

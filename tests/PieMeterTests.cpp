@@ -657,6 +657,31 @@ TEST(PieUpgradeMeter, FrameLeavesTheFillToBeSeen)
     EXPECT_EQ(SCALE, drawn.At(C.x, C.y - FILL)); // the outline above the upright
 }
 
+TEST(PieUpgradeMeter, FrameWithoutAFillHasTheEraseColourAsItsGround)
+{
+    CPie<CPieUpgradeMeter> pie(R, 40, 300);
+    pie->SetShowAxis(1);
+    pie->SetShowFill(0);
+    CRecording recording;
+    EXPECT_EQ(1, pie->DrawFrame(recording.Dc()));
+    EXPECT_EQ((Lines{Sector(40, 300), Sector(40, 300, FILL, "Arc ")}), // the ground lies below
+              recording.Only({"Arc", "Pie", "Chord", "Polygon", "Ellipse", "Rectangle"}));
+    const Lines colours = recording.Only({"SetTextColor"});
+    ASSERT_FALSE(colours.empty());
+    EXPECT_EQ("SetTextColor " + Hex(ERASE), colours.front()); // hatch 0 is all text colour
+}
+
+TEST(PieUpgradeMeter, FrameOfAWholeCircleHasNoSides)
+{
+    for (const float fEnd : {359.0F, 360.0F, 400.0F}) {
+        CPie<CPieUpgradeMeter> pie(R, 0, fEnd);
+        CRecording recording;
+        EXPECT_EQ(1, pie->DrawFrame(recording.Dc()));
+        EXPECT_EQ(1u, recording.Only({"Arc"}).size());
+        EXPECT_EQ(fEnd < 360 ? 2u : 0u, Sides(recording).size()) << fEnd;
+    }
+}
+
 TEST(PieUpgradeMeter, FrameNeedsASpanAndAxisOrFill)
 {
     CPie<CPieUpgradeMeter> noSpan(R, 330, 30), noRoom(19), neither;

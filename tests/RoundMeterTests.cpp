@@ -482,6 +482,31 @@ TEST(RoundGaugePin, RefusesStylesThatItDoesNotHave)
             << nStyle;
 }
 
+TEST(RoundGaugePin, IsNotDrawnAtARadiusThatNobodySees)
+{
+    for (int nStyle = 0; nStyle < ROUND_PIN_STYLES; ++nStyle)
+        for (const int r : {INT_MIN, -1, 0, 32768, INT_MAX}) {
+            const Lines none = Drawn([&](HDC hdc) {
+                EXPECT_EQ(0, CRoundMeterPin(r, PIN, FACE).Draw(hdc, C, 45, nStyle));
+            });
+            EXPECT_EQ(Lines{}, none) << r;
+        }
+}
+
+TEST(RoundGauge, WithoutASpanHasNeitherBandsNorAlarm)
+{
+    // Turned so far that a float holds no difference between start and end any more.
+    for (const double fOffset : {1e12, -1e12}) {
+        CGauge gauge(100, false, fOffset);
+        ASSERT_EQ(gauge->StartAngle(), gauge->EndAngle());
+        const Lines none = Drawn([&](HDC hdc) {
+            EXPECT_EQ(0, gauge->DrawAxis(hdc));
+            EXPECT_EQ(0, gauge->DrawAlarmZones(hdc));
+        });
+        EXPECT_EQ(Lines{}, none);
+    }
+}
+
 TEST(RoundGauge, ErasesTheNeedleWhereItStoodButForBlackHubs)
 {
     for (int nStyle = 0; nStyle < 5; ++nStyle) {

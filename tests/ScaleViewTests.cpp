@@ -288,6 +288,28 @@ TEST(ScaleView, HiddenMarksLeaveFillAndPointer)
     }
 }
 
+TEST(ScaleView, HiddenMarksAreNotDrawnAtAll)
+{
+    for (int nType = 0; nType < 6; ++nType) {
+        SCOPED_TRACE(nType);
+        const auto calls = [&](LONG bHide) {
+            QELSCALEATTR attr = Attr(nType);
+            attr.bHide = bHide;
+            const Scale scale = Make(attr);
+            scale->SetProperty(6, 5);
+            CRecording recording;
+            EXPECT_EQ(1, scale->Draw(recording.Dc(), QEL, QEL_DRAW_FULL));
+            return recording.Only({"CreatePen", "LineTo"});
+        };
+        const Lines shown = calls(0), hidden = calls(1);
+        ASSERT_EQ(2u, hidden.size()); // the pen of the pointer and its line
+        ASSERT_LT(2u, shown.size());
+        EXPECT_EQ(shown.back(), hidden.back());
+        EXPECT_NE(shown.front(), hidden.front()); // the pen of the marks comes first
+        EXPECT_EQ(1, std::count(shown.begin(), shown.end(), hidden.front()));
+    }
+}
+
 // ---- the round type ----
 
 constexpr struct {
@@ -404,6 +426,39 @@ TEST(ScaleView, ArcScalesRunFromEndToEndAndCountBackWithTheFirstFourCodes)
             }
         }
     }
+}
+
+// Where both ends of the part fall on one point, that would come out as a full disc. A full turn
+// does so too, and is one.
+TEST(ScaleView, APartWithoutAnExtentIsNotFilled)
+{
+    const struct {
+        LONG nStart, nEnd;
+        uint32_t nValue;
+        std::size_t nSectors;
+    } rows[] = {{40, 400, 0, 0}, {40, 400, 1, 0}, {40, 400, 90, 1}, {40, 400, 360, 1},
+                {400, 40, 0, 0}, {400, 40, 1, 0}, {400, 40, 90, 1}, {400, 40, 360, 1}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.nStart << " to " << row.nEnd << ": " << row.nValue);
+        const Scale scale = Make(Attr(5, {50, 50, 40, 30, 10, row.nStart, row.nEnd}));
+        ASSERT_EQ(1, scale->SetProperty(3, 4)); // from the start on
+        ASSERT_EQ(1, scale->SetProperty(4, 360));
+        ASSERT_EQ(1, scale->SetProperty(6, row.nValue));
+        CRecording recording; // a circle of 6 pixels, on which a degree is less than one
+        EXPECT_EQ(1, scale->Draw(recording.Dc(), {0, 0, 20, 20}, QEL_DRAW_FULL));
+        EXPECT_EQ(row.nSectors, recording.Only({"Pie"}).size());
+    }
+}
+
+TEST(ScaleGeometry, AnEmptyRangeHasNoLength)
+{
+    for (const bool bFloat : {false, true})
+        for (const uint32_t nHigh : {0U, 4U, 5U})
+            for (const uint32_t nValue : {0U, 4U, 5U, 6U, 100U})
+                EXPECT_EQ(0,
+                          ValueLength({5, nHigh, nValue, static_cast<float>(nValue), bFloat}, 80))
+                    << nHigh << " " << nValue;
+    EXPECT_EQ(80, ValueLength({5, 6, 6, 0, false}, 80));
 }
 
 TEST(ScaleView, AnArcOfTenHasElevenTicks)
@@ -683,6 +738,26 @@ TEST(ScaleView, RecordRulesAreThoseOfTheDocument)
         EXPECT_EQ(1, scale->GetAttrBlock(&after));
         EXPECT_EQ(0, std::memcmp(&expected, &after, sizeof after)) << nSize << "/" << nType;
     }
+}
+
+TEST(ScaleView, ANullRecordAndAHatchThatThereIsNotAreRefused)
+{
+    const Scale scale = Make(Attr(3));
+    scale->SetProperty(6, 5);
+    QELSCALEATTR before{}, after{};
+    CTestBitmap drawn(210, 210), again(210, 210);
+    ASSERT_EQ(1, scale->GetAttrBlock(&before));
+    ASSERT_EQ(1, scale->Draw(drawn.Dc(), QEL, 0));
+    EXPECT_EQ(0, scale->GetAttrBlock(nullptr));
+    EXPECT_EQ(0, scale->SetAttrBlock(nullptr));
+    for (const uint32_t nDraft : {38U, 39U, 0x7FFFFFFFU, 0xFFFFFFFFU})
+        EXPECT_EQ(0, scale->SetDraftParam(nDraft)) << nDraft;
+    ASSERT_EQ(1, scale->GetAttrBlock(&after));
+    EXPECT_EQ(0, std::memcmp(&before, &after, sizeof after));
+    ASSERT_EQ(1, scale->Draw(again.Dc(), QEL, 0));
+    EXPECT_FALSE(IsBlank(drawn));
+    EXPECT_EQ("", FirstDifference(drawn, again));
+    EXPECT_EQ(1, scale->SetDraftParam(37));
 }
 
 TEST(ScaleView, ACopyDrawsTheSame)

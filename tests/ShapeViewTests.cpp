@@ -308,6 +308,28 @@ TEST(ShapeSequence, OfARectanglePutsThePenBackFirst)
         view.Calls(QEL));
 }
 
+class CShapeWithoutFigure final : public CQELViewShape { // it tells neither figure nor region
+public:
+    CShapeWithoutFigure(int32_t nRefW, int32_t nRefH) : CQELViewShape(nRefW, nRefH, QEL_TYPE_RECT)
+    {
+    }
+    int NewInstance(CQELViewElm** ppOut) const override { return NewInstanceAs(*this, ppOut); }
+};
+
+TEST(ShapeSequence, OfAClassWithoutAFigurePaintsNothing)
+{
+    CTestView<CShapeWithoutFigure> view(FilledAttr({10, 20, 60, 70}));
+    CTestView<CQELViewEllipse> ellipse(FilledAttr({10, 20, 60, 70}));
+    Lines expected = ellipse.Calls(QEL);
+    ASSERT_EQ(1, std::erase(expected, "Ellipse 20,40,120,140"));
+    EXPECT_EQ(expected, view.Calls(QEL));
+    EXPECT_EQ(1, view.Result());
+    EXPECT_EQ(nullptr, view->MakeRegion(QEL));
+    CTestBitmap drawn(205, 205);
+    EXPECT_EQ(1, view->Draw(drawn.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_TRUE(IsBlank(drawn));
+}
+
 TEST(ShapeSequence, OfALineSetsNoBrush)
 {
     CTestView<CQELViewLine> view(OutlineAttr({10, 20, 60, 70}));

@@ -159,6 +159,19 @@ TEST(View, MakesNothingOfATypeWithoutAView)
     }
 }
 
+TEST(View, MakesNothingButARootWithoutAParent)
+{
+    Scene scene;
+    const CQELViewElm* pRoot = scene->Root();
+    for (int nType = 1; nType <= 22; ++nType) {
+        CQELViewElm* pElm = scene->Root();
+        EXPECT_EQ(0, scene->CreateElement(nullptr, nullptr, nType, &pElm)) << nType;
+        EXPECT_EQ(nullptr, pElm);
+    }
+    EXPECT_EQ(pRoot, scene->Root());
+    EXPECT_EQ(Chain{}, ChildrenOf(pRoot));
+}
+
 TEST(View, ANewElementStandsAfterTheSiblingThatIsGiven)
 {
     Scene scene;
@@ -348,6 +361,10 @@ TEST(ViewOperations, BlinkTurnAndMoveTheWholeTreeOrOneElement)
     EXPECT_EQ(1, scene->Rotate(nullptr, {50, 50}, 450)); // as 90: b stands there already
     EXPECT_EQ((Lines{"Rectangle 17,65,27,75", "Rectangle 10,55,20,65"}),
               scene.Drawn(nullptr, QEL_DRAW_FULL));
+    EXPECT_EQ(1, scene->MoveX(b, 3));
+    EXPECT_EQ(1, scene->MoveY(nullptr, -5));
+    EXPECT_EQ((Lines{"Rectangle 17,60,27,70", "Rectangle 13,50,23,60"}),
+              scene.Drawn(nullptr, QEL_DRAW_FULL));
 }
 
 TEST(ViewOperations, BlinkingColoursAreDrawnBlackInTheDarkPhase)
@@ -405,6 +422,19 @@ TEST(ViewParameters, AHatchOutOfRangeIsNeitherStoredNorPushedDown)
         EXPECT_EQ(5U, nValue);
         EXPECT_EQ(5, AttrOf(pRect).nDraft);
     }
+}
+
+TEST(ViewParameters, AreKeptWithoutADrawing)
+{
+    CQELView view;
+    const uint32_t values[] = {0x112233, 7, 0x445566, 0x778899};
+    for (int n = 0; n < 4; ++n) EXPECT_EQ(0, view.SetParam(n, values[n])); // nobody takes them
+    for (int n = 0; n < 4; ++n) {
+        uint32_t nValue = 0;
+        EXPECT_EQ(1, view.GetParam(n, &nValue));
+        EXPECT_EQ(values[n], nValue) << n;
+    }
+    EXPECT_EQ(nullptr, view.Root());
 }
 
 TEST(ViewParameters, AnIndexOutsideOfTheFourFails)
@@ -473,6 +503,21 @@ TEST(ViewRegistry, AListHoldsAnElementOnce)
     EXPECT_EQ(1, scene->Unregister(b));
     EXPECT_EQ(0, scene->SetStatus(9));
     EXPECT_EQ(1, scene->Register(a)); // and one that was taken out may come back
+}
+
+TEST(ViewRegistry, APlaceThatIsThereAlreadyIsReserved)
+{
+    Scene scene;
+    CQELViewElm* pGroup = scene.Make(QEL_TYPE_GROUP);
+    CQELViewElm* pIn = scene.Make(QEL_TYPE_STATUS, pGroup);
+    CQELViewElm* pOut = scene.Make(QEL_TYPE_STATUS, pGroup);
+    ASSERT_EQ(1, scene->Register(pIn));
+    EXPECT_EQ(1, scene->ReservePlaces(pGroup));
+    EXPECT_EQ(1, scene->ReservePlaces(pGroup));
+    EXPECT_EQ(0, scene->Register(pOut)); // it has one now as well
+    scene->GiveUpPlaces(pGroup);
+    EXPECT_EQ(0, scene->Unregister(pIn));
+    EXPECT_EQ(0, scene->Unregister(pOut));
 }
 
 } // namespace

@@ -59,6 +59,15 @@ public:
     CNoFaults& operator=(const CNoFaults&) = delete;
 };
 
+class CNoTextExtents { // while one lives, no text can be measured
+public:
+    CNoTextExtents();
+    ~CNoTextExtents();
+    CNoTextExtents(const CNoTextExtents&) = delete;
+    CNoTextExtents& operator=(const CNoTextExtents&) = delete;
+};
+bool CanMeasureTexts();
+
 // ---- the state of device contexts ----
 
 constexpr unsigned MAY_CHANGE_COLORS = 1; // text and background colour

@@ -538,6 +538,7 @@ BOOL WINAPI GetTextExtentPoint32A(HDC hdc, const char* psz, INT nLength, SIZE* p
         ReportMisuse("GetTextExtentPoint32 without a text");
         return FALSE;
     }
+    if (!CanMeasureTexts()) return FALSE;
     const SIZE cell = CellOf(*pDc);
     const long long nWidth = static_cast<long long>(cell.cx) * nLength;
     *pSize = {static_cast<LONG>(std::min(nWidth, 0x7FFFFFFFLL)), cell.cy};

@@ -1,5 +1,7 @@
 // Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing
 // leaks, the device context is as before, and the next draw is whole.
+#include "meter/DialComponents.h"
+#include "meter/UpBarMeter3D.h"
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"
@@ -155,6 +157,35 @@ TEST(GdiFaults, QueriesDoWithoutObjects)
     EXPECT_EQ(before.left, rc.left);
     EXPECT_EQ(before.bottom, rc.bottom);
     gdi::FailCreation(0);
+}
+
+// A number that might be cut off would be a wrong one.
+TEST(GdiFaults, AReadOutThatCannotBeMeasuredIsLeftOut)
+{
+    const CPaper paper;
+    const HRGN hRegion = ::CreateRectRgn(10, 10, 90, 190);
+    {
+        CUpBarMeter3D bar(hRegion, {10, 10, 90, 190});
+        gdi::LogPaintings(paper);
+        {
+            const gdi::CNoTextExtents none;
+            EXPECT_EQ(0, bar.DrawValueText(paper, 5));
+            EXPECT_EQ(0, bar.DrawValueText(paper, 5.5F));
+        }
+        EXPECT_TRUE(gdi::Paintings(paper).empty());
+        EXPECT_EQ(1, bar.DrawValueText(paper, 5));
+        EXPECT_EQ(1U, gdi::Paintings(paper).size());
+    }
+    ::DeleteObject(hRegion);
+}
+
+TEST(GdiFaults, ANumberThatCannotBeMeasuredCountsAsOneWithoutAWidth)
+{
+    const CPaper paper;
+    const CScaleMark mark(8, 16, 0);
+    EXPECT_EQ(24, mark.WidthOf(paper, "100"));
+    const gdi::CNoTextExtents none;
+    EXPECT_EQ(0, mark.WidthOf(paper, "100"));
 }
 
 TEST(GdiFaults, GradientsComeWithoutABrushAndHatchesNotAtAll)

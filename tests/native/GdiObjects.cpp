@@ -26,6 +26,7 @@ struct Table {
     int nFailAt = 0;
     bool bFailAllAfter = false;
     int nFaultsOff = 0;
+    int nExtentsOff = 0;
 };
 
 Table& TheTable()
@@ -287,6 +288,21 @@ CNoFaults::CNoFaults()
 CNoFaults::~CNoFaults()
 {
     --TheTable().nFaultsOff;
+}
+
+CNoTextExtents::CNoTextExtents()
+{
+    ++TheTable().nExtentsOff;
+}
+
+CNoTextExtents::~CNoTextExtents()
+{
+    --TheTable().nExtentsOff;
+}
+
+bool CanMeasureTexts()
+{
+    return TheTable().nExtentsOff == 0;
 }
 
 std::size_t PatternHash(HBRUSH hBrush)
