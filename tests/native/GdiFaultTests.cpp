@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -141,6 +142,61 @@ INSTANTIATE_TEST_SUITE_P(Draws, GdiFault, testing::ValuesIn(g_cases), [](const a
         if (c != ' ') name += c;
     return name;
 });
+
+// Dials and bars alone, in every style that they have.
+TEST(GdiFaults, AMeterOfAnyTypeAndStyleGoesOnWithoutOneObject)
+{
+    FixTheTime();
+    static constexpr const char* types[] = {"vert",         "vert3d",     "horz",  "horz3d",
+                                            "round",        "Arc",        "pie",   "clock",
+                                            "roundUpgrade", "pieUpgrade", "sector"};
+    int nType = 0;
+    for (const char* pszType : types) {
+        const bool bBar = nType < 4;
+        const bool bArc = nType == 5 || nType == 6 || nType == 9;
+        ++nType;
+        const std::string text =
+            std::string("<qel width=\"200\" height=\"150\"><meter upin=\"1\" mtype=\"") + pszType +
+            "\" crd=\"" + (bBar ? "20 10 100 140" : "100 75 60 20 5 180 145") +
+            (bArc ? " 45 315" : "") + "\"><rect style=\"0x1\" crd=\"20 5 180 145\"/></meter></qel>";
+        for (DWORD nStyle = 0; nStyle < 5; ++nStyle) {
+            SCOPED_TRACE(std::string(pszType) + " " + std::to_string(nStyle));
+            const auto prepare = [&](CTestEngine& engine) {
+                EXPECT_TRUE(engine.Open(text));
+                for (const DWORD nSelector :
+                     {QEL_SEL_SHOW_SCALE, QEL_SEL_SHOW_PIN, QEL_SEL_SHOW_LABELS, QEL_SEL_SHOW_ALARM,
+                      QEL_SEL_SHOW_FRAME, QEL_SEL_SHOW_VALUE, QEL_SEL_MAJOR_EVERY})
+                    QELSetScaleParam(engine, 0, nSelector, 1);
+                QELSetScaleParam(engine, 0, QEL_SEL_SECTOR_COUNT, 3);
+                QELSetScaleParam(engine, 0, QEL_SEL_PIN_STYLE, nStyle);
+                QELSetScaleParam(engine, 0, QEL_SEL_AXIS_STYLE, nStyle);
+                QELSetScaleParam(engine, 0, QEL_SEL_FRAME_OPTION, nStyle % 2);
+                for (const DWORD nPin : {1U, 2U, 3U}) QELSetScaleStatus(engine, nPin, 10 * nPin);
+                EXPECT_EQ(1, QELSetScaleStatus(engine, 0, 7));
+            };
+            CTestEngine undisturbed;
+            prepare(undisturbed);
+            const std::vector<std::string> expected = Painted(undisturbed);
+            EXPECT_LT(3U, expected.size());
+            int n = 1;
+            for (; n < MOST_CREATIONS && !HasFailure(); ++n) {
+                const gdi::CLeakCheck leaks;
+                CTestEngine engine;
+                prepare(engine);
+                const RECT rc = DEVICE_RECT;
+                const CPaper paper;
+                const gdi::CStateCheck state(paper, gdi::MAY_CHANGE_COLORS);
+                gdi::FailCreation(n);
+                EXPECT_EQ(1, QELDraw(engine, paper, &rc, QEL_DRAW_FULL));
+                const bool bReached = gdi::Creations() >= n;
+                gdi::FailCreation(0);
+                EXPECT_EQ(expected, Painted(engine)) << "the draw after object " << n;
+                if (!bReached) break;
+            }
+            EXPECT_GT(n, 4);
+        }
+    }
+}
 
 // The rectangle that a host paints in, and the values that regions are made for.
 TEST(GdiFaults, QueriesDoWithoutObjects)
