@@ -61,7 +61,6 @@ void DrawSegment(HDC hdc, const POINT& ptBefore, const POINT& ptA, const POINT& 
 void DrawSpline(HDC hdc, const POINT* pPoints, DWORD nCount, double fTension)
 {
     if (!hdc || !pPoints || nCount < 2) return;
-    if (fTension > 1.0) fTension = 1.0;
     const CPositionScope position(hdc, pPoints[0]);
     for (DWORD i = 0; i + 1 < nCount; ++i)
         DrawSegment(hdc, pPoints[i ? i - 1 : 0], pPoints[i], pPoints[i + 1],
