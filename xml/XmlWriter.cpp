@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -24,12 +25,8 @@ public:
 
     void Put(const char* pText, std::size_t nLen)
     {
-        if (m_nLen > SIZE_MAX - nLen) {
-            m_nLen = SIZE_MAX;
-            return;
-        }
-        if (m_pOut) std::memcpy(m_pOut + m_nLen, pText, nLen);
-        m_nLen += nLen;
+        if (m_pOut) std::memcpy(m_pOut + m_nLen, pText, nLen); // all of it was counted before
+        m_nLen += std::min(nLen, SIZE_MAX - m_nLen);
     }
     void Put(const char* pszText) { Put(pszText, std::strlen(pszText)); }
     [[nodiscard]] std::size_t Length() const { return m_nLen; }
