@@ -95,7 +95,8 @@ int CQELDocDrawRgn::GetRect(RECT* prc) const
 int CQELDocDrawRgn::SetRect(const RECT& rc)
 {
     RECT rcOld{};
-    return GetRect(&rcOld) && MapRect(rcOld, rc) ? 1 : 0;
+    GetRect(&rcOld);
+    return MapRect(rcOld, rc);
 }
 
 int CQELDocDrawRgn::MapRect(const RECT& rcOld, const RECT& rcNew)

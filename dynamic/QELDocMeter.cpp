@@ -173,7 +173,8 @@ int CQELDocMeter::GetRect(RECT* prc) const
 int CQELDocMeter::SetRect(const RECT& rc)
 {
     RECT rcOld{};
-    return GetRect(&rcOld) && MapRect(rcOld, rc) ? 1 : 0;
+    GetRect(&rcOld);
+    return MapRect(rcOld, rc);
 }
 
 // A dial moves with its layout rectangle; radius and angles stay.

@@ -140,7 +140,8 @@ int CQELDocScale::GetRect(RECT* prc) const
 int CQELDocScale::SetRect(const RECT& rc)
 {
     RECT rcOld{};
-    return GetRect(&rcOld) && MapRect(rcOld, rc) ? 1 : 0;
+    GetRect(&rcOld);
+    return MapRect(rcOld, rc);
 }
 
 int CQELDocScale::MapRect(const RECT& rcOld, const RECT& rcNew)
