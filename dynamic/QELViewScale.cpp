@@ -66,9 +66,9 @@ bool CQELViewScale::IsRound() const
     return m_attr.nType >= SCALE_ROUND;
 }
 
-bool CQELViewScale::Fills() const
+bool CQELViewScale::FillsRound() const
 {
-    return !IsRound() || (m_attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
+    return (m_attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
 }
 
 int32_t CQELViewScale::Divisions() const
@@ -176,7 +176,7 @@ void CQELViewScale::DrawRound(HDC hdc, const RECT& rc) const
     if (round.nTick < 1) return;
     const ScaleSweep sweep = SweepOf();
     if (!m_attr.bHide) DrawRoundMarks(hdc, round);
-    if (Fills()) FillSweep(hdc, round, sweep);
+    if (FillsRound()) FillSweep(hdc, round, sweep);
     if (!m_attr.bPin) return;
     const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrPin));
     Line(hdc, ScalePoint(round.ptCentre, round.nHub, sweep.nTo),
@@ -365,5 +365,5 @@ uint32_t CQELViewScale::GetParamMask() const
     if (m_attr.bPin) nMask |= MASK_PIN;
     if (!IsRound()) return nMask | MASK_STRAIGHT;
     nMask |= MASK_ROUND;
-    return Fills() ? nMask | MASK_ROUND_FILL : nMask;
+    return FillsRound() ? nMask | MASK_ROUND_FILL : nMask;
 }

@@ -44,7 +44,7 @@ private:
     [[nodiscard]] ScaleValue Value() const;
     [[nodiscard]] bool IsRound() const;
     [[nodiscard]] bool IsVertical() const { return m_attr.nType < 2; }
-    [[nodiscard]] bool Fills() const;
+    [[nodiscard]] bool FillsRound() const; // the round types; straight ones always fill
 
     QELSCALEATTR m_attr{sizeof(QELSCALEATTR), 0, 0, 1, 1, 1, 100, 0, {0, 0, 10, 10, 0, 0, 0}};
     uint32_t m_clrPin = 0xAAAAAA;
