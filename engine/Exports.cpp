@@ -12,7 +12,6 @@ namespace {
 constexpr int NO_DRAWING_KIND = 3;
 constexpr int NO_KIND = -1;
 constexpr std::size_t MAX_PATH_BYTES = 260;
-constexpr std::size_t MAX_WIDE_PATH = 0x40000000;
 
 CShowOnlyRecord* RecordOf(HQELENGINE hEngine)
 {
@@ -66,7 +65,7 @@ bool ToAnsiPath(const wchar_t* pszWide, char (&szOut)[MAX_PATH_BYTES])
 {
     if (!pszWide) return false;
     std::size_t nLen = 0;
-    while (nLen < MAX_WIDE_PATH && pszWide[nLen]) ++nLen;
+    while (nLen < MAX_PATH_BYTES && pszWide[nLen]) ++nLen;
     if (nLen >= MAX_PATH_BYTES) return false; // a wide character is never less than a byte
     const int nWide = static_cast<int>(nLen) + 1;
     char szAnsi[2 * MAX_PATH_BYTES];
