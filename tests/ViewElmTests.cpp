@@ -411,6 +411,7 @@ TEST(ViewRoot, RefusesABlockOfAnotherSizeAndStaysAsItIs)
     for (const DWORD nSize : {0, 20, 23, 25, 28, 424}) {
         QELROOTATTR attr{nSize, 0x10000, 1, 640, 480, 0};
         EXPECT_EQ(0, root.SetAttrBlock(&attr)) << nSize;
+        EXPECT_EQ(0, root.SetAttrBlock(nullptr));
         EXPECT_EQ(0, root.Kind());
         EXPECT_EQ(50, root.RefW());
         EXPECT_EQ(51, root.RefH());
