@@ -26,7 +26,7 @@ FontCell CellFor(const CMeter& meter, int32_t nRadius)
     }
     cell.nHeight = nRadius / HEIGHT_PARTS;
     if (cell.nHeight < MIN_HEIGHT) cell.nHeight = MIN_HEIGHT;
-    cell.nWidth = cell.nHeight * 9 / 20;
+    cell.nWidth = WrapMulDiv(cell.nHeight, 9, 20);
     return cell;
 }
 
