@@ -326,6 +326,31 @@ TEST(WidePaths, AreRefusedWithACharacterThatTheCodePageLacksAndBeyondTheLengthOf
         }
 }
 
+// Letter case is compared in wide characters; where a path has none, its bytes decide.
+TEST(ShowOnlyPaths, WithoutAWideFormAreTheSameByTheirBytesOnly)
+{
+    constexpr UINT UNKNOWN_CODE_PAGE = 1;
+    for (const UINT nCodePage : {UINT{936}, UNKNOWN_CODE_PAGE}) {
+        SCOPED_TRACE(nCodePage);
+        kernel::FormatDisk();
+        ASSERT_TRUE(kernel::PutFile(DRAWING_PATH, EveryElement()));
+        kernel::SetCodePage(nCodePage);
+        QELShowOnly(1);
+        {
+            CTestEngine first, same, otherCase;
+            EXPECT_EQ(1, QELOpenFile(first, DRAWING_PATH));
+            EXPECT_EQ(1, QELOpenFile(same, DRAWING_PATH));
+            EXPECT_EQ(1, QELOpenFile(otherCase, "C:\\TEMP\\Drawing.QEL"));
+            ASSERT_NE(nullptr, QELGetName(first));
+            EXPECT_EQ(QELGetName(first), QELGetName(same)); // the very same text: one drawing
+            EXPECT_EQ(nCodePage == 936, QELGetName(first) == QELGetName(otherCase));
+            EXPECT_STREQ(QELGetName(first), QELGetName(otherCase));
+        }
+        QELShowOnly(0);
+        kernel::SetCodePage(936);
+    }
+}
+
 // ---- opening ----
 
 TEST(FileFaults, ReadsThatGiveLessAreContinued)
