@@ -1,6 +1,7 @@
 // Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing
 // leaks, the device context is as before, and the next draw is whole.
 #include "meter/DialComponents.h"
+#include "meter/DialScopes.h"
 #include "meter/UpBarMeter3D.h"
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
@@ -213,6 +214,29 @@ TEST(GdiFaults, QueriesDoWithoutObjects)
     EXPECT_EQ(before.left, rc.left);
     EXPECT_EQ(before.bottom, rc.bottom);
     gdi::FailCreation(0);
+}
+
+TEST(GdiFaults, AFigureWithoutItsPenOrBrushSelectsNeither)
+{
+    const CPaper paper;
+    const HGDIOBJ hPen = ::GetCurrentObject(paper, OBJ_PEN);
+    const HGDIOBJ hBrush = ::GetCurrentObject(paper, OBJ_BRUSH);
+    const gdi::CLeakCheck leaks;
+    for (const int32_t nPenWidth : {0, 1, 3})
+        for (int nFailed = 0; nFailed <= 3; ++nFailed) { // the pen when it has one, the brush
+            SCOPED_TRACE(testing::Message() << "width " << nPenWidth << " object " << nFailed);
+            gdi::FailCreation(nFailed);
+            {
+                const CFigureScope figure(paper, nPenWidth, 1, 2);
+                const bool bReady = nFailed == 0 || nFailed > (nPenWidth ? 2 : 1);
+                EXPECT_EQ(bReady, figure.IsReady());
+                EXPECT_EQ(bReady, ::GetCurrentObject(paper, OBJ_PEN) != hPen);
+                EXPECT_EQ(bReady, ::GetCurrentObject(paper, OBJ_BRUSH) != hBrush);
+            }
+            gdi::FailCreation(0);
+            EXPECT_EQ(hPen, ::GetCurrentObject(paper, OBJ_PEN));
+            EXPECT_EQ(hBrush, ::GetCurrentObject(paper, OBJ_BRUSH));
+        }
 }
 
 // A number that might be cut off would be a wrong one.
