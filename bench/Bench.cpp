@@ -1,219 +1,469 @@
-// Measures what has to stay cheap, as ratios within one run: times of a machine say little, but ten
-// times the elements must not cost more than about ten times as much, and one handle among a
-// hundred thousand must be found as fast as one among ten.
-#include "include/QELEngine.h"
+// The measurements: what the engine costs above its floor. Each figure stands beside its floor, which is
+// measured in the same process by turns. bench.sh runs this program for both word sizes.
+#include "bench/Canvas.h"
+#include "bench/Floor.h"
+#include "bench/Memory.h"
+#include "bench/Scene.h"
+#include "bench/Turns.h"
+
+#include <rapidxml/rapidxml.hpp>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 namespace {
 
-double Now() // milliseconds
+constexpr const char* PATH_IN = "qel_bench_in.qel";
+constexpr const char* PATH_OUT = "qel_bench_out.qel";
+constexpr RECT DEVICE{0, 0, SCENE_SIZE.cx, SCENE_SIZE.cy};
+constexpr bool IS_32 = sizeof(void*) == 4;
+
+bool g_bQuick = false;
+CTable g_table;
+
+[[noreturn]] void Die(const char* pszWhat)
 {
-    LARGE_INTEGER nFrequency{};
-    LARGE_INTEGER nCount{};
-    ::QueryPerformanceFrequency(&nFrequency);
-    ::QueryPerformanceCounter(&nCount);
-    return 1000.0 * static_cast<double>(nCount.QuadPart) / static_cast<double>(nFrequency.QuadPart);
+    std::printf("the measurement cannot go on: %s\n", pszWhat);
+    std::exit(2);
 }
 
-class CCanvas { // a small memory bitmap to draw on
-public:
-    CCanvas() : m_hdc(::CreateCompatibleDC(nullptr))
-    {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, 200, -200, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* pBits = nullptr;
-        m_hBitmap = ::CreateDIBSection(m_hdc, &info, DIB_RGB_COLORS, &pBits, nullptr, 0);
-        m_hPrev = ::SelectObject(m_hdc, m_hBitmap);
-    }
-    ~CCanvas()
-    {
-        ::SelectObject(m_hdc, m_hPrev);
-        ::DeleteObject(m_hBitmap);
-        ::DeleteDC(m_hdc);
-    }
-    CCanvas(const CCanvas&) = delete;
-    CCanvas& operator=(const CCanvas&) = delete;
-    [[nodiscard]] HDC Dc() const { return m_hdc; }
-
-private:
-    HDC m_hdc;
-    HBITMAP m_hBitmap = nullptr;
-    HGDIOBJ m_hPrev = nullptr;
-};
-
-constexpr RECT DEVICE{0, 0, 200, 200};
-const char* const PATH_IN = "qel_bench_in.qel";
-const char* const PATH_OUT = "qel_bench_out.qel";
-
-void WriteDrawing(int nCount)
+void WriteFileBytes(const std::string& text)
 {
     std::FILE* pFile = std::fopen(PATH_IN, "wb");
-    if (!pFile) return;
-    std::fputs(
-        "<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n<qel width=\"200\" height=\"200\">\r\n",
-        pFile);
-    for (int n = 0; n < nCount; ++n) {
-        const int nX = n * 7 % 190;
-        const int nY = n * 13 % 190;
-        std::fprintf(
-            pFile, "<rect id=\"r%d\" style=\"0x1\" dr=\"0\" bg=\"0x%x\" crd=\"%d %d %d %d\"/>\r\n",
-            n, n * 977 % 0xFFFFFF, nX, nY, nX + 8, nY + 8);
-    }
-    std::fputs("</qel>\r\n", pFile);
-    std::fclose(pFile);
+    if (!pFile || std::fwrite(text.data(), 1, text.size(), pFile) != text.size() ||
+        std::fclose(pFile) != 0)
+        Die("no file could be written");
 }
 
-struct Times { // milliseconds for one drawing
-    double fOpen;
-    double fWalk;
-    double fDraw;
-    double fSave;
-    double fClose;
+class CEngine {
+public:
+    CEngine() : m_h(CreateQELEngine())
+    {
+        if (!m_h) Die("no engine");
+    }
+    ~CEngine() { DestroyQELEngine(m_h); }
+    CEngine(const CEngine&) = delete;
+    CEngine& operator=(const CEngine&) = delete;
+    operator HQELENGINE() const { return m_h; }
+    void Open() const
+    {
+        if (!QELOpenFile(m_h, PATH_IN)) Die("the drawing could not be opened");
+    }
+    void OpenShown(const std::string& text) const
+    {
+        WriteFileBytes(text);
+        Open();
+        QELSetQELRect(m_h, &DEVICE);
+    }
+    void Draw(HDC hdc, DWORD nFlags) const
+    {
+        if (!QELDraw(m_h, hdc, &DEVICE, nFlags)) Die("the drawing could not be drawn");
+    }
+
+private:
+    HQELENGINE m_h;
 };
 
-Times Measure(int nCount)
+// The plain reading of the file, which is no part of what is compared.
+double TimeOfReading(std::vector<char>& buffer)
 {
-    WriteDrawing(nCount);
-    const CCanvas canvas;
-    HQELENGINE hEngine = CreateQELEngine();
-    Times times{};
-    double fAt = Now();
-    const auto lap = [&fAt](double* pf) {
-        const double fNow = Now();
-        *pf = fNow - fAt;
-        fAt = fNow;
-    };
-    if (!QELOpenFile(hEngine, PATH_IN)) std::puts("the drawing could not be opened");
-    lap(&times.fOpen);
-    int nSeen = 0;
-    for (HQELELEM h = QELGetFirstChild(hEngine, QELGetRootElem(hEngine)); h;
-         h = QELGetNextElem(hEngine, h))
-        nSeen += QELGetElemType(hEngine, h) == QEL_TYPE_RECT;
-    if (nSeen != nCount) std::puts("elements are missing");
-    lap(&times.fWalk);
-    QELSetQELRect(hEngine, &DEVICE);
-    QELDraw(hEngine, canvas.Dc(), &DEVICE, QEL_DRAW_FULL);
-    lap(&times.fDraw);
-    if (!QELSaveFile(hEngine, PATH_OUT)) std::puts("the drawing could not be saved");
-    lap(&times.fSave);
-    DestroyQELEngine(hEngine);
-    lap(&times.fClose);
-    return times;
+    return TimeOf([&] {
+        const HANDLE hFile = ::CreateFileA(PATH_IN, GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                           FILE_ATTRIBUTE_NORMAL, nullptr);
+        DWORD nRead = 0;
+        if (!::ReadFile(hFile, buffer.data(), static_cast<DWORD>(buffer.size()), &nRead, nullptr))
+            Die("the file could not be read");
+        ::CloseHandle(hFile);
+    });
 }
 
-void PrintRatio(const char* pszWhat, double fSmall, double fLarge, double fFactor)
+double OpenOnce(double fReading)
 {
-    std::printf("%-34s %9.2f ms %9.2f ms   x %5.2f of linear\n", pszWhat, fSmall, fLarge,
-                fLarge / (fSmall * fFactor));
+    const CEngine engine;
+    return TimeOf([&] { engine.Open(); }) - fReading;
 }
 
-void MeasureGrowth()
+double ParseByPeer(const std::string& text)
 {
-    constexpr int SMALL = 5000;
-    constexpr int LARGE = 50000;
-    std::printf("%d elements against %d, all siblings:\n", SMALL, LARGE);
-    Measure(SMALL); // warms caches and heap
-    const Times small = Measure(SMALL);
-    const Times large = Measure(LARGE);
-    constexpr double FACTOR = static_cast<double>(LARGE) / SMALL;
-    PrintRatio("open", small.fOpen, large.fOpen, FACTOR);
-    PrintRatio("walk", small.fWalk, large.fWalk, FACTOR);
-    PrintRatio("draw in full", small.fDraw, large.fDraw, FACTOR);
-    PrintRatio("save", small.fSave, large.fSave, FACTOR);
-    PrintRatio("close", small.fClose, large.fClose, FACTOR);
-    ::DeleteFileA(PATH_IN);
-    ::DeleteFileA(PATH_OUT);
+    std::vector<char> copy(text.begin(), text.end());
+    copy.push_back(0);
+    rapidxml::xml_document<> document;
+    return TimeOf([&] { document.parse<0>(copy.data()); });
 }
 
-double MeasureLookup(HQELENGINE hEngine, HQELELEM hElem)
+int TurnsFor(int nCount)
 {
-    constexpr int CALLS = 1000000;
-    const double fStart = Now();
-    int nSum = 0;
-    for (int n = 0; n < CALLS; ++n) nSum += QELGetElemType(hEngine, hElem);
-    if (nSum != CALLS * QEL_TYPE_RECT) std::puts("the lookup failed");
-    return Now() - fStart;
+    const int n = nCount >= 1000000 ? 5 : nCount >= 100000 ? 9 : 31;
+    return g_bQuick ? (n + 2) / 3 : n;
 }
 
-void MeasureHandles()
-{
-    constexpr int LIVE = 100000;
-    HQELENGINE hEngine = CreateQELEngine();
-    QELNewFile(hEngine);
-    HQELELEM hFirst = QELCreateElem(hEngine, QEL_TYPE_RECT, nullptr, nullptr);
-    const double fFew = MeasureLookup(hEngine, hFirst);
-    for (int n = 1; n < LIVE; ++n) QELCreateElem(hEngine, QEL_TYPE_RECT, nullptr, nullptr);
-    const double fMany = MeasureLookup(hEngine, hFirst);
-    DestroyQELEngine(hEngine);
-    std::printf("\na million calls with 1 live element handle against %d:\n", LIVE);
-    PrintRatio("QELGetElemType", fFew, fMany, 1.0);
-}
+double g_fOpenSmall = 0; // ns an element
 
-// A million settings by id, of the meter that was made last.
-double MeasureSetting(int nMeters)
+void MeasureOpening(int nCount)
 {
-    constexpr DWORD FIRST_ID = 1000;
-    constexpr int CALLS = 1000000;
-    HQELENGINE hEngine = CreateQELEngine();
-    QELNewFile(hEngine);
-    QELMETERATTR attr{};
-    for (int n = 0; n < nMeters; ++n) {
-        HQELELEM hMeter = QELCreateElem(hEngine, QEL_TYPE_METER, nullptr, nullptr);
-        QELGetElemAttr(hEngine, hMeter, &attr, nullptr);
-        attr.nId = FIRST_ID + static_cast<DWORD>(n);
-        QELSetElemAttr(hEngine, hMeter, &attr, sizeof attr);
+    const std::string text = SceneText(MakeScene(SceneKind::Mixed, nCount));
+    WriteFileBytes(text);
+    std::vector<char> buffer(text.size());
+    TimeOfReading(buffer);
+    const double fReading =
+        Median({TimeOfReading(buffer), TimeOfReading(buffer), TimeOfReading(buffer)});
+    const Measured measured = Compare(
+        TurnsFor(nCount), [&] { return OpenOnce(fReading); }, [&] { return ParseByPeer(text); });
+    g_table.Bar("open " + std::to_string(nCount) + " elements / rapidxml's parse (ns an element)",
+                measured, nCount, 3.5);
+    if (nCount == 10000) {
+        g_fOpenSmall = measured.fMine / nCount;
+        g_table.Note("  bytes of file an element", static_cast<double>(text.size()) / nCount,
+                     "bytes");
     }
-    const double fStart = Now();
-    int nTaken = 0;
-    for (int n = 0; n < CALLS; ++n)
-        nTaken += QELSetScaleParam(hEngine, attr.nId, QEL_SEL_HIGH_LIMIT, static_cast<DWORD>(n));
-    const double fTime = Now() - fStart;
-    if (nTaken != CALLS) std::puts("a setting was refused");
-    DestroyQELEngine(hEngine);
-    return fTime;
+    if (nCount == 1000000)
+        g_table.Bar("open, ns an element: 1000000 / 10000",
+                    measured.fMine / nCount / g_fOpenSmall, measured.fNoise, 1.4);
 }
 
-void MeasureIds()
+void MeasureNesting()
 {
-    constexpr int METERS = 10000;
-    std::printf("\na million settings by id with 1 meter against %d:\n", METERS);
-    MeasureSetting(1);
-    PrintRatio("QELSetScaleParam", MeasureSetting(1), MeasureSetting(METERS), 1.0);
+    constexpr int COUNT = 100000;
+    const std::vector<Shape> shapes = MakeScene(SceneKind::Mixed, COUNT);
+    const std::string flat = SceneText(shapes);
+    const std::string nested = SceneText(shapes, 100);
+    const auto open = [](const std::string& text) {
+        WriteFileBytes(text);
+        return OpenOnce(0);
+    };
+    // The nested drawing has a group for each ten shapes.
+    Measured measured =
+        Compare(TurnsFor(COUNT), [&] { return open(flat) / COUNT; },
+                [&] { return open(nested) / (COUNT * 1.1); });
+    g_table.Bar("open 100000: flat / nested (ns an element)", measured, 1, 1.15);
 }
 
+void MeasureHolding(bool bShowOnly, double* pfNormal)
+{
+    constexpr int COUNT = 100000;
+    WriteFileBytes(SceneText(MakeScene(SceneKind::Mixed, COUNT)));
+    QELShowOnly(bShowOnly);
+    {
+        const CEngine warm;
+        warm.Open();
+    }
+    const std::size_t nBefore = BytesHeld();
+    const CEngine engine;
+    engine.Open();
+    const double fEach = static_cast<double>(BytesHeld() - nBefore) / COUNT;
+    QELShowOnly(0);
+    if (!bShowOnly) {
+        *pfNormal = fEach;
+        g_table.Bar("heap an element after opening (bytes)", fEach, 0, IS_32 ? 250 : 350);
+    } else {
+        g_table.Note("  the same in show-only mode", fEach, "bytes");
+        g_table.Bar("heap in show-only mode / normal", fEach / *pfNormal, 0, 0.6);
+    }
+}
+
+double PeakOfProcess() // bytes, as the machine under Wine counts them
+{
+    std::FILE* pFile = std::fopen("Z:\\proc\\self\\status", "r");
+    if (!pFile) return 0;
+    char szLine[256];
+    double fPeak = 0;
+    while (std::fgets(szLine, sizeof szLine, pFile))
+        if (std::sscanf(szLine, "VmHWM: %lf", &fPeak) == 1) break;
+    std::fclose(pFile);
+    return fPeak * 1024;
+}
+
+// In a process of its own: the highest that it ever held.
+int MeasurePeak()
+{
+    const CEngine engine;
+    const double fBefore = PeakOfProcess();
+    engine.Open();
+    const double fPeak = PeakOfProcess() - fBefore;
+    std::printf("%.0f\n", fPeak);
+    return 0;
+}
+
+void MeasureSaving()
+{
+    constexpr int COUNT = 100000;
+    const std::string text = SceneText(MakeScene(SceneKind::Mixed, COUNT));
+    WriteFileBytes(text);
+    double fOpen = 0;
+    double fClose = 0;
+    const auto save = [&] {
+        const CEngine engine;
+        fOpen = TimeOf([&] { engine.Open(); });
+        const double fSave = TimeOf([&] {
+            if (!QELSaveFile(engine, PATH_OUT)) Die("the drawing could not be saved");
+        });
+        fClose = TimeOf([&] { QELCloseFile(engine); });
+        return fSave;
+    };
+    g_table.Bar("save 100000 elements / open (ns an element)",
+                Compare(TurnsFor(COUNT), save, [&] { return fOpen; }), COUNT, 1.3);
+    const auto close = [&] {
+        save();
+        return fClose;
+    };
+    g_table.Bar("close 100000 elements / open (ns an element)",
+                Compare(TurnsFor(COUNT), close, [&] { return fOpen; }), COUNT, 0.5);
+}
+
+std::string Recorded(const std::function<void(HDC)>& draw)
+{
+    const HDC hdc = ::CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
+    draw(hdc);
+    const HENHMETAFILE hFile = ::CloseEnhMetaFile(hdc);
+    std::string bytes(::GetEnhMetaFileBits(hFile, 0, nullptr), 0);
+    ::GetEnhMetaFileBits(hFile, static_cast<UINT>(bytes.size()),
+                         reinterpret_cast<BYTE*>(bytes.data()));
+    ::DeleteEnhMetaFile(hFile);
+    return bytes;
+}
+
+// Without texts: the system leaves some bytes of a font's record unset.
+void ExpectSameCalls(std::vector<Shape> shapes)
+{
+    std::erase_if(shapes, [](const Shape& shape) { return shape.nType == QEL_TYPE_TEXT; });
+    const CEngine engine;
+    engine.OpenShown(SceneText(shapes));
+    if (Recorded([&](HDC hdc) { engine.Draw(hdc, QEL_DRAW_FULL); }) !=
+        Recorded([&](HDC hdc) { DrawFloor(hdc, shapes); }))
+        Die("the floor does not make the same calls");
+}
+
+void MeasureDrawing(SceneKind nKind, int nCount, const char* pszWhat, double fBar)
+{
+    const std::vector<Shape> shapes = MakeScene(nKind, nCount);
+    const CEngine engine;
+    engine.OpenShown(SceneText(shapes));
+    if (nCount <= 10000) ExpectSameCalls(shapes);
+    const CCanvas canvas(SCENE_SIZE);
+    const auto mine = [&] { return TimeOf([&] { engine.Draw(canvas.Dc(), QEL_DRAW_FULL); }); };
+    const auto floor = [&] { return TimeOf([&] { DrawFloor(canvas.Dc(), shapes); }); };
+    g_table.Bar(pszWhat, Compare(TurnsFor(nCount * 10), mine, floor), nCount, fBar);
+}
+
+struct DcState {
+    COLORREF clrBack, clrText;
+    int nMode;
+    HGDIOBJ hPen, hBrush, hFont;
+    POINT pt;
+    bool operator==(const DcState& other) const
+    {
+        return clrBack == other.clrBack && clrText == other.clrText && nMode == other.nMode &&
+               hPen == other.hPen && hBrush == other.hBrush && hFont == other.hFont &&
+               pt.x == other.pt.x && pt.y == other.pt.y;
+    }
+};
+
+DcState StateOf(HDC hdc)
+{
+    DcState state{::GetBkColor(hdc),
+                  ::GetTextColor(hdc),
+                  ::GetBkMode(hdc),
+                  ::GetCurrentObject(hdc, OBJ_PEN),
+                  ::GetCurrentObject(hdc, OBJ_BRUSH),
+                  ::GetCurrentObject(hdc, OBJ_FONT),
+                  {}};
+    ::GetCurrentPositionEx(hdc, &state.pt);
+    return state;
+}
+
+void MeasureClipping()
+{
+    constexpr int COUNT = 10000;
+    const CEngine engine;
+    engine.OpenShown(SceneText(MakeScene(SceneKind::Mixed, COUNT)));
+    const CCanvas full(SCENE_SIZE);
+    const CCanvas clipped(SCENE_SIZE);
+    constexpr RECT CLIP{430, 320, 530, 395}; // a hundredth of the area
+    const HRGN hRegion = ::CreateRectRgnIndirect(&CLIP);
+    ::SelectClipRgn(clipped.Dc(), hRegion);
+    ::DeleteObject(hRegion);
+    full.Clear();
+    clipped.Clear();
+    engine.Draw(full.Dc(), QEL_DRAW_FULL);
+    engine.Draw(clipped.Dc(), QEL_DRAW_FULL);
+    if (!(StateOf(full.Dc()) == StateOf(clipped.Dc())))
+        Die("a clip leaves the device context in another state");
+    for (LONG y = CLIP.top; y < CLIP.bottom; ++y) {
+        const std::size_t nAt = static_cast<std::size_t>(y * SCENE_SIZE.cx + CLIP.left);
+        if (std::memcmp(full.Pixels() + nAt, clipped.Pixels() + nAt,
+                        (CLIP.right - CLIP.left) * sizeof(DWORD)) != 0)
+            Die("a clip changes pixels inside of it");
+    }
+    const auto draw = [&](const CCanvas& canvas) {
+        return TimeOf([&] { engine.Draw(canvas.Dc(), QEL_DRAW_FULL); });
+    };
+    g_table.Bar("draw clipped to 1 % of the area / full draw (ns an element)",
+                Compare(TurnsFor(100000), [&] { return draw(clipped); },
+                        [&] { return draw(full); }),
+                COUNT, 0.06);
+}
+
+void MeasureGradient()
+{
+    constexpr int SIDE = 500;
+    constexpr RECT RC{0, 0, SIDE, SIDE};
+    constexpr COLORREF FIRST = 0x102030;
+    constexpr COLORREF SECOND = 0xF0E0D0;
+    constexpr int KIND_AVERAGE = 2; // across and down, averaged
+    const CCanvas mine({SIDE, SIDE});
+    const CCanvas other({SIDE, SIDE});
+    const auto engine = [&] {
+        return TimeOf([&] {
+            const HQELGRADIENT h = QELCreateGradientDescriptor(&RC, KIND_AVERAGE, FIRST, SECOND);
+            ::FillRect(mine.Dc(), &RC, QELGetGradientBrush(h));
+            QELCloseGradientDescriptor(h);
+        });
+    };
+    const auto floor = [&] {
+        return TimeOf([&] {
+            unsigned char axis[SIDE][3]; // the same in both directions
+            for (int p = 0; p < SIDE; ++p)
+                for (int n = 0; n < 3; ++n) {
+                    const int a = FIRST >> (16 - 8 * n) & 0xFF;
+                    const int b = SECOND >> (16 - 8 * n) & 0xFF;
+                    axis[p][n] = static_cast<unsigned char>(a + p * (b - a) / SIDE);
+                }
+            std::vector<unsigned char> dib(sizeof(BITMAPINFOHEADER) + SIDE * SIDE * 4);
+            BITMAPINFOHEADER header{sizeof header, SIDE, -SIDE, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+            std::memcpy(dib.data(), &header, sizeof header);
+            unsigned char* p = dib.data() + sizeof header;
+            for (int y = 0; y < SIDE; ++y)
+                for (int x = 0; x < SIDE; ++x, p += 4)
+                    for (int n = 0; n < 3; ++n)
+                        p[n] = static_cast<unsigned char>((axis[x][n] + axis[y][n]) >> 1);
+            const HBRUSH hBrush = ::CreateDIBPatternBrushPt(dib.data(), DIB_RGB_COLORS);
+            ::FillRect(other.Dc(), &RC, hBrush);
+            ::DeleteObject(hBrush);
+        });
+    };
+    engine();
+    floor();
+    if (std::memcmp(mine.Pixels(), other.Pixels(), mine.Bytes()) != 0)
+        Die("the gradients are not the same");
+    g_table.Bar("gradient fill of 500 x 500 / table, brush and fill (us)",
+                Compare(TurnsFor(10000), engine, floor), 1000, 1.5);
+}
+
+// Nanoseconds for one setting by id.
+double TimeOfSetting(HQELENGINE hEngine, int nFirst, int nMeters)
+{
+    constexpr int CALLS = 200000;
+    int nTaken = 0;
+    const double fTime = TimeOf([&] {
+        for (int n = 0; n < CALLS; ++n)
+            nTaken += QELSetScaleParam(hEngine, static_cast<DWORD>(nFirst + n * 7919 % nMeters),
+                                       QEL_SEL_HIGH_LIMIT, static_cast<DWORD>(n));
+    });
+    if (nTaken != CALLS) Die("a setting was refused");
+    return fTime / CALLS;
+}
+
+void MeasureSettings()
+{
+    constexpr int FIRST = 1000;
+    constexpr int MANY = 10000;
+    const CEngine one;
+    const CEngine many;
+    one.OpenShown(PanelText(1, FIRST, {}));
+    many.OpenShown(PanelText(MANY, FIRST, {}));
+    const Measured measured =
+        Compare(TurnsFor(100000), [&] { return TimeOfSetting(many, FIRST, MANY); },
+                [&] { return TimeOfSetting(one, FIRST, 1); });
+    g_table.Bar("set a value by id: 10000 meters / 1 (ns)", measured, 1, 8);
+    g_table.Bar("set a value by id among 10000 meters (ns)", measured.fMine, measured.fNoise, 50);
+}
+
+// A partial redraw after every meter has moved, with and without static shapes in the drawing.
 void MeasurePartial()
 {
-    WriteDrawing(2000);
-    const CCanvas canvas;
-    HQELENGINE hEngine = CreateQELEngine();
-    QELOpenFile(hEngine, PATH_IN);
-    QELSetQELRect(hEngine, &DEVICE);
-    constexpr int DRAWS = 20;
-    const auto measure = [&](DWORD nFlags) {
-        const double fStart = Now();
-        for (int n = 0; n < DRAWS; ++n) QELDraw(hEngine, canvas.Dc(), &DEVICE, nFlags);
-        return Now() - fStart;
+    constexpr int FIRST = 1000;
+    constexpr int METERS = 1000;
+    const CCanvas canvas(SCENE_SIZE);
+    const CEngine bare;
+    const CEngine full;
+    bare.OpenShown(PanelText(METERS, FIRST, {}));
+    full.OpenShown(PanelText(METERS, FIRST, MakeScene(SceneKind::Mixed, 100000)));
+    int nValue = 0;
+    const auto redraw = [&](const CEngine& engine) {
+        for (int n = 0; n < METERS; ++n)
+            QELSetScaleParamf(engine, static_cast<DWORD>(FIRST + n), QEL_SEL_VALUE,
+                              static_cast<float>((nValue + n) % 100));
+        nValue += 7;
+        return TimeOf([&] { engine.Draw(canvas.Dc(), 0); });
     };
-    measure(QEL_DRAW_FULL);
-    const double fFull = measure(QEL_DRAW_FULL);
-    const double fPartial = measure(0);
-    DestroyQELEngine(hEngine);
-    ::DeleteFileA(PATH_IN);
-    std::printf(
-        "\n%d redraws of 2000 static shapes: full %.2f ms, partial %.4f ms (%.5f of full)\n", DRAWS,
-        fFull, fPartial, fPartial / fFull);
+    redraw(bare);
+    redraw(full);
+    g_table.Bar("partial redraw of 1000 dials beside 100000 shapes / alone (us)",
+                Compare(TurnsFor(100000), [&] { return redraw(full); },
+                        [&] { return redraw(bare); }),
+                1000, 1.02);
+}
+
+void MeasureAllocations()
+{
+    const CCanvas canvas(SCENE_SIZE);
+    const CEngine engine;
+    engine.OpenShown(PanelText(100, 1000, MakeScene(SceneKind::Mixed, 1100)));
+    engine.Draw(canvas.Dc(), QEL_DRAW_FULL);
+    const DWORD nObjects = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+    const CAllocationCount count("QELEngine.dll");
+    if (!CAllocationCount::IsPatched()) Die("the DLL's allocations cannot be counted");
+    engine.Draw(canvas.Dc(), QEL_DRAW_FULL);
+    g_table.Bar("heap allocations in a full draw", static_cast<double>(count.Count()), 0, 0);
+    const long nBefore = count.Count();
+    for (int n = 0; n < 100; ++n)
+        QELSetScaleParamf(engine, static_cast<DWORD>(1000 + n), QEL_SEL_VALUE,
+                          static_cast<float>(n));
+    engine.Draw(canvas.Dc(), 0);
+    g_table.Bar("heap allocations in 100 settings and a partial redraw",
+                static_cast<double>(count.Count() - nBefore), 0, 0);
+    const DWORD nLeft = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS) - nObjects;
+    g_table.Bar("GDI objects left by both", nLeft, 0, 0);
+}
+
+void MeasureAll()
+{
+    for (const int nCount : {10000, 100000, 1000000})
+        if (!g_bQuick || nCount < 1000000) MeasureOpening(nCount);
+    MeasureNesting();
+    double fNormal = 0;
+    MeasureHolding(false, &fNormal);
+    MeasureHolding(true, &fNormal);
+    MeasureSaving();
+    MeasureDrawing(SceneKind::Mixed, 1000, "full draw of 1000 / the same calls (ns an element)",
+                   1.03);
+    MeasureDrawing(SceneKind::Mixed, 10000, "full draw of 10000 / the same calls", 1.03);
+    if (!g_bQuick) MeasureDrawing(SceneKind::Mixed, 100000, "full draw of 100000", 1.03);
+    MeasureDrawing(SceneKind::Lines, 10000, "full draw of 10000 lines / the same calls", 1.10);
+    MeasureClipping();
+    MeasureGradient();
+    MeasurePartial();
+    MeasureSettings();
+    MeasureAllocations();
 }
 
 } // namespace
 
-int main()
+// qel_bench [--quick] | --make COUNT | --peak. --make writes the drawing that --peak opens in a process of
+// its own.
+int main(int nArgs, char** ppszArgs)
 {
-    MeasureGrowth();
-    MeasureHandles();
-    MeasureIds();
-    MeasurePartial();
-    return 0;
+    const std::string arg = nArgs > 1 ? ppszArgs[1] : "";
+    if (arg == "--peak") return MeasurePeak();
+    if (arg == "--make" && nArgs > 2) {
+        WriteFileBytes(SceneText(MakeScene(SceneKind::Mixed, std::atoi(ppszArgs[2]))));
+        return 0;
+    }
+    g_bQuick = arg == "--quick";
+    MeasureAll();
+    ::DeleteFileA(PATH_IN);
+    ::DeleteFileA(PATH_OUT);
+    return g_table.Missed() ? 1 : 0;
 }

@@ -1,0 +1,7 @@
+// The floor of a full draw: the GDI calls that a scene's picture needs, made straight from a plain
+// array. Recorded into a metafile they are the same bytes as the engine's.
+#pragma once
+
+#include "bench/Scene.h"
+
+void DrawFloor(HDC hdc, const std::vector<Shape>& shapes);
