@@ -1,15 +1,16 @@
-// The measurements: what the engine costs above its floor. Each figure stands beside its floor, which is
-// measured in the same process by turns. bench.sh runs this program for both word sizes.
-#include "bench/Canvas.h"
+// The measurements: what the engine costs above its floor. Each figure stands beside its floor,
+// which is measured in the same process by turns. bench.sh runs this program for both word sizes.
 #include "bench/Floor.h"
 #include "bench/Memory.h"
 #include "bench/Scene.h"
 #include "bench/Turns.h"
+#include "tools/qel/Canvas.h"
 
 #include <rapidxml/rapidxml.hpp>
 
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -119,8 +120,8 @@ void MeasureOpening(int nCount)
                      "bytes");
     }
     if (nCount == 1000000)
-        g_table.Bar("open, ns an element: 1000000 / 10000",
-                    measured.fMine / nCount / g_fOpenSmall, measured.fNoise, 1.4);
+        g_table.Bar("open, ns an element: 1000000 / 10000", measured.fMine / nCount / g_fOpenSmall,
+                    measured.fNoise, 1.4);
 }
 
 void MeasureNesting()
@@ -134,9 +135,9 @@ void MeasureNesting()
         return OpenOnce(0);
     };
     // The nested drawing has a group for each ten shapes.
-    Measured measured =
-        Compare(TurnsFor(COUNT), [&] { return open(flat) / COUNT; },
-                [&] { return open(nested) / (COUNT * 1.1); });
+    Measured measured = Compare(
+        TurnsFor(COUNT), [&] { return open(flat) / COUNT; },
+        [&] { return open(nested) / (COUNT * 1.1); });
     g_table.Bar("open 100000: flat / nested (ns an element)", measured, 1, 1.15);
 }
 
@@ -284,24 +285,23 @@ void MeasureClipping()
     const HRGN hRegion = ::CreateRectRgnIndirect(&CLIP);
     ::SelectClipRgn(clipped.Dc(), hRegion);
     ::DeleteObject(hRegion);
-    full.Clear();
-    clipped.Clear();
     engine.Draw(full.Dc(), QEL_DRAW_FULL);
     engine.Draw(clipped.Dc(), QEL_DRAW_FULL);
     if (!(StateOf(full.Dc()) == StateOf(clipped.Dc())))
         Die("a clip leaves the device context in another state");
+    ::GdiFlush();
     for (LONG y = CLIP.top; y < CLIP.bottom; ++y) {
-        const std::size_t nAt = static_cast<std::size_t>(y * SCENE_SIZE.cx + CLIP.left);
-        if (std::memcmp(full.Pixels() + nAt, clipped.Pixels() + nAt,
-                        (CLIP.right - CLIP.left) * sizeof(DWORD)) != 0)
+        const auto nAt = static_cast<std::size_t>(y * SCENE_SIZE.cx + CLIP.left) * 4;
+        if (std::memcmp(full.Bits() + nAt, clipped.Bits() + nAt,
+                        static_cast<std::size_t>(CLIP.right - CLIP.left) * 4) != 0)
             Die("a clip changes pixels inside of it");
     }
     const auto draw = [&](const CCanvas& canvas) {
         return TimeOf([&] { engine.Draw(canvas.Dc(), QEL_DRAW_FULL); });
     };
     g_table.Bar("draw clipped to 1 % of the area / full draw (ns an element)",
-                Compare(TurnsFor(100000), [&] { return draw(clipped); },
-                        [&] { return draw(full); }),
+                Compare(
+                    TurnsFor(100000), [&] { return draw(clipped); }, [&] { return draw(full); }),
                 COUNT, 0.06);
 }
 
@@ -345,7 +345,8 @@ void MeasureGradient()
     };
     engine();
     floor();
-    if (std::memcmp(mine.Pixels(), other.Pixels(), mine.Bytes()) != 0)
+    ::GdiFlush();
+    if (std::memcmp(mine.Bits(), other.Bits(), SIDE * SIDE * 4) != 0)
         Die("the gradients are not the same");
     g_table.Bar("gradient fill of 500 x 500 / table, brush and fill (us)",
                 Compare(TurnsFor(10000), engine, floor), 1000, 1.5);
@@ -373,9 +374,9 @@ void MeasureSettings()
     const CEngine many;
     one.OpenShown(PanelText(1, FIRST, {}));
     many.OpenShown(PanelText(MANY, FIRST, {}));
-    const Measured measured =
-        Compare(TurnsFor(100000), [&] { return TimeOfSetting(many, FIRST, MANY); },
-                [&] { return TimeOfSetting(one, FIRST, 1); });
+    const Measured measured = Compare(
+        TurnsFor(100000), [&] { return TimeOfSetting(many, FIRST, MANY); },
+        [&] { return TimeOfSetting(one, FIRST, 1); });
     g_table.Bar("set a value by id: 10000 meters / 1 (ns)", measured, 1, 8);
     g_table.Bar("set a value by id among 10000 meters (ns)", measured.fMine, measured.fNoise, 50);
 }
@@ -401,8 +402,8 @@ void MeasurePartial()
     redraw(bare);
     redraw(full);
     g_table.Bar("partial redraw of 1000 dials beside 100000 shapes / alone (us)",
-                Compare(TurnsFor(100000), [&] { return redraw(full); },
-                        [&] { return redraw(bare); }),
+                Compare(
+                    TurnsFor(100000), [&] { return redraw(full); }, [&] { return redraw(bare); }),
                 1000, 1.02);
 }
 
@@ -451,8 +452,8 @@ void MeasureAll()
 
 } // namespace
 
-// qel_bench [--quick] | --make COUNT | --peak. --make writes the drawing that --peak opens in a process of
-// its own.
+// qel_bench [--quick] | --make COUNT | --peak. --make writes the drawing that --peak opens in a
+// process of its own.
 int main(int nArgs, char** ppszArgs)
 {
     const std::string arg = nArgs > 1 ? ppszArgs[1] : "";

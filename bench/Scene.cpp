@@ -145,8 +145,8 @@ std::vector<Shape> MakeScene(SceneKind nKind, int nCount)
         const bool bOutline = shape.nType == QEL_TYPE_LINE || shape.nType == QEL_TYPE_ARC ||
                               shape.nType == QEL_TYPE_POLYLINE || shape.nType == QEL_TYPE_TEXT;
         shape.nStyle = bOutline ? 0 : QEL_STYLE_FILL;
-        shape.clrA = shape.nType == QEL_TYPE_TEXT ? static_cast<DWORD>(numbers.Below(0xFFFFFF))
-                                                  : 0xFFFFFF;
+        shape.clrA =
+            shape.nType == QEL_TYPE_TEXT ? static_cast<DWORD>(numbers.Below(0xFFFFFF)) : 0xFFFFFF;
         shape.clrB = bOutline ? 0 : static_cast<DWORD>(1 + numbers.Below(0xFFFFFE));
         shape.clrPen = static_cast<DWORD>(numbers.Below(0xFFFFFF));
         shape.nPenWidth = 1;
@@ -187,11 +187,12 @@ std::string PanelText(int nMeters, int nFirstId, const std::vector<Shape>& behin
         const int nX = i % IN_A_ROW * SIDE;
         const int nY = i / IN_A_ROW * SIDE % 720;
         char szMeter[256];
-        std::snprintf(szMeter, sizeof szMeter,
-                      "<meter mtid=\"%d\" upin=\"1\" mtype=\"round\" crd=\"%d %d %d %d %d %d %d\">"
-                      "<circle style=\"0x1\" bg=\"0x404040\" lnwid=\"0\" crd=\"%d %d %d\"/></meter>\r\n",
-                      nFirstId + i, nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 2, nX, nY, nX + SIDE,
-                      nY + SIDE, nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 1);
+        std::snprintf(
+            szMeter, sizeof szMeter,
+            "<meter mtid=\"%d\" upin=\"1\" mtype=\"round\" crd=\"%d %d %d %d %d %d %d\">"
+            "<circle style=\"0x1\" bg=\"0x404040\" lnwid=\"0\" crd=\"%d %d %d\"/></meter>\r\n",
+            nFirstId + i, nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 2, nX, nY, nX + SIDE, nY + SIDE,
+            nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 1);
         text += szMeter;
     }
     return text + "</qel>\r\n";

@@ -1,4 +1,5 @@
-// Drawings for the measurements, made from a number: the same count gives the same bytes everywhere.
+// Drawings for the measurements, made from a number: the same count gives the same bytes
+// everywhere.
 #pragma once
 
 #include "include/QELEngine.h"

@@ -1,5 +1,5 @@
-// Two things measured against each other in one process, by turns, so that what else the machine does
-// falls on both; and the table of what came out.
+// Two things measured against each other in one process, by turns, so that what else the machine
+// does falls on both; and the table of what came out.
 #pragma once
 
 #include <functional>
@@ -7,7 +7,7 @@
 #include <vector>
 
 struct Measured {
-    double fMine;  // medians, nanoseconds
+    double fMine; // medians, nanoseconds
     double fFloor;
     double fRatio; // the median of the turns' ratios
     double fNoise; // half of the spread of the middle half of the ratios, as a part of the ratio

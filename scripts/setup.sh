@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # What the commands of this project need, and how it is installed; sourced by ./qel, ./test.sh and
-# bench/run.sh. With nothing missing it starts no program but the build tool.
+# ./bench.sh. With nothing missing it starts no program but the build tool.
 
 QEL_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QEL_FONT=/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc
