@@ -85,7 +85,7 @@ std::size_t Decode(char* pRun, std::size_t nLen)
 {
     const void* pFirst = std::memchr(pRun, '&', nLen);
     if (!pFirst) return nLen;
-    std::size_t nOut = static_cast<std::size_t>(static_cast<const char*>(pFirst) - pRun);
+    auto nOut = static_cast<std::size_t>(static_cast<const char*>(pFirst) - pRun);
     for (std::size_t n = nOut; n < nLen;) {
         char c = 0;
         n += DecodeOne(pRun + n, nLen - n, &c);
