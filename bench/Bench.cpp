@@ -164,29 +164,6 @@ void MeasureHolding(bool bShowOnly, double* pfNormal)
     }
 }
 
-double PeakOfProcess() // bytes, as the machine under Wine counts them
-{
-    std::FILE* pFile = std::fopen("Z:\\proc\\self\\status", "r");
-    if (!pFile) return 0;
-    char szLine[256];
-    double fPeak = 0;
-    while (std::fgets(szLine, sizeof szLine, pFile))
-        if (std::sscanf(szLine, "VmHWM: %lf", &fPeak) == 1) break;
-    std::fclose(pFile);
-    return fPeak * 1024;
-}
-
-// In a process of its own: the highest that it ever held.
-int MeasurePeak()
-{
-    const CEngine engine;
-    const double fBefore = PeakOfProcess();
-    engine.Open();
-    const double fPeak = PeakOfProcess() - fBefore;
-    std::printf("%.0f\n", fPeak);
-    return 0;
-}
-
 void MeasureSaving()
 {
     constexpr int COUNT = 100000;
@@ -452,12 +429,16 @@ void MeasureAll()
 
 } // namespace
 
-// qel_bench [--quick] | --make COUNT | --peak. --make writes the drawing that --peak opens in a
-// process of its own.
+// qel_bench [--quick] | --make COUNT | --open. --make writes the drawing that --open opens, in a
+// process of its own whose peak the caller sees.
 int main(int nArgs, char** ppszArgs)
 {
     const std::string arg = nArgs > 1 ? ppszArgs[1] : "";
-    if (arg == "--peak") return MeasurePeak();
+    if (arg == "--open") {
+        const CEngine engine;
+        engine.Open();
+        return 0;
+    }
     if (arg == "--make" && nArgs > 2) {
         WriteFileBytes(SceneText(MakeScene(SceneKind::Mixed, std::atoi(ppszArgs[2]))));
         return 0;

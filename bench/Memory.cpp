@@ -1,7 +1,7 @@
 // Memory by the system's own records; see the header.
 #include "bench/Memory.h"
 
-#include <cstring>
+#include "tools/ImportTable.h"
 
 namespace {
 
@@ -33,33 +33,16 @@ void* __cdecl CountedRealloc(void* p, std::size_t nSize)
     return g_pfnRealloc(p, nSize);
 }
 
-// Replaces an imported function of a module by another one and tells the first.
+// Replaces an imported function of a module by another one and tells the first; null when the
+// module does not import it.
 void* Patch(HMODULE hModule, const char* pszName, void* pNew)
 {
-    auto* pBase = reinterpret_cast<unsigned char*>(hModule);
-    const auto* pDos = reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase);
-    const auto* pNt = reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + pDos->e_lfanew);
-    const auto& directory = pNt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    for (auto* pImport =
-             reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(pBase + directory.VirtualAddress);
-         pImport->Name; ++pImport) {
-        auto* pName = reinterpret_cast<IMAGE_THUNK_DATA*>(pBase + pImport->OriginalFirstThunk);
-        auto* pCall = reinterpret_cast<IMAGE_THUNK_DATA*>(pBase + pImport->FirstThunk);
-        for (; pName->u1.AddressOfData; ++pName, ++pCall) {
-            if (IMAGE_SNAP_BY_ORDINAL(pName->u1.Ordinal)) continue;
-            const auto* pBy =
-                reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(pBase + pName->u1.AddressOfData);
-            if (std::strcmp(reinterpret_cast<const char*>(pBy->Name), pszName) != 0) continue;
-            DWORD nOld = 0;
-            ::VirtualProtect(pCall, sizeof *pCall, PAGE_READWRITE, &nOld);
-            auto* pOld = reinterpret_cast<void*>(pCall->u1.Function);
-            pCall->u1.Function = reinterpret_cast<ULONG_PTR>(pNew);
-            ::VirtualProtect(pCall, sizeof *pCall, nOld, &nOld);
-            ++g_nPatched;
-            return pOld;
-        }
-    }
-    return nullptr;
+    ULONG_PTR* pEntry = FindImport(hModule, pszName);
+    if (!pEntry) return nullptr;
+    auto* pOld = reinterpret_cast<void*>(*pEntry);
+    if (!SetImport(pEntry, reinterpret_cast<ULONG_PTR>(pNew))) return nullptr;
+    ++g_nPatched;
+    return pOld;
 }
 
 } // namespace

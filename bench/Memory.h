@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-// Bytes of private memory that are in use: the heaps' blocks and what is not in a heap.
+// Bytes of all blocks that are in use on the process's heaps.
 std::size_t BytesHeld();
 
 // Counts the calls of malloc, calloc and realloc that a module makes while it lives.

@@ -4,6 +4,8 @@
 #include "render/GdiScopes.h"
 #include "render/WrapMath.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int STEPS = 10; // straight pieces a segment
@@ -61,10 +63,11 @@ void DrawSegment(HDC hdc, const POINT& ptBefore, const POINT& ptA, const POINT& 
 void DrawSpline(HDC hdc, const POINT* pPoints, DWORD nCount, double fTension)
 {
     if (!hdc || !pPoints || nCount < 2) return;
+    const double fAtMostOne = std::min(fTension, 1.0);
     const CPositionScope position(hdc, pPoints[0]);
     for (DWORD i = 0; i + 1 < nCount; ++i)
         DrawSegment(hdc, pPoints[i ? i - 1 : 0], pPoints[i], pPoints[i + 1],
-                    pPoints[i + 2 < nCount ? i + 2 : i + 1], fTension);
+                    pPoints[i + 2 < nCount ? i + 2 : i + 1], fAtMostOne);
 }
 
 } // namespace

@@ -73,6 +73,13 @@ int SizeOf(const CQELViewElm& view)
 
 // ---- draw region ----
 
+void ExpectRecord(const QELDRAWRGNATTR& expected, const CQELViewDrawRgn& view)
+{
+    QELDRAWRGNATTR read{};
+    ASSERT_EQ(1, view.GetAttrBlock(&read));
+    EXPECT_EQ(0, std::memcmp(&expected, &read, sizeof read));
+}
+
 TEST(DrawRegionView, ACopyHasTheRecordAndTheHostsHatchAndColours)
 {
     CQELViewDrawRgn view(100, 90);
@@ -84,9 +91,7 @@ TEST(DrawRegionView, ACopyHasTheRecordAndTheHostsHatchAndColours)
     CQELViewGroup parent(50, 50);
     const CQELViewDrawRgn* pCopy = CopyOf(view, parent);
     ASSERT_NE(nullptr, pCopy);
-    QELDRAWRGNATTR copied{};
-    ASSERT_EQ(1, pCopy->GetAttrBlock(&copied));
-    EXPECT_EQ(0, std::memcmp(&attr, &copied, sizeof attr));
+    ExpectRecord(attr, *pCopy);
     EXPECT_EQ(7U, HostParam(*pCopy, QEL_PARAM_DRAFT));
     EXPECT_EQ(0x112233U, HostParam(*pCopy, QEL_PARAM_DRAFT_FORE));
     EXPECT_EQ(0x445566U, HostParam(*pCopy, QEL_PARAM_DRAFT_BACK));
@@ -97,13 +102,10 @@ TEST(DrawRegionView, ExchangesItsRecord)
     CQELViewDrawRgn view(100, 100);
     EXPECT_EQ(static_cast<int>(sizeof(QELDRAWRGNATTR)), SizeOf(view));
     const QELDRAWRGNATTR initial{sizeof initial, 0, {0, 0, 10, 10}, 0};
-    QELDRAWRGNATTR read{};
-    ASSERT_EQ(1, view.GetAttrBlock(&read));
-    EXPECT_EQ(0, std::memcmp(&initial, &read, sizeof read));
+    ExpectRecord(initial, view);
     const QELDRAWRGNATTR attr = DrawRgnAttr();
     ASSERT_EQ(1, view.SetAttrBlock(&attr));
-    ASSERT_EQ(1, view.GetAttrBlock(&read));
-    EXPECT_EQ(0, std::memcmp(&attr, &read, sizeof read));
+    ExpectRecord(attr, view);
 }
 
 TEST(DrawRegionView, RefusesNoRecordAnotherSizeAndANegativeStyle)
@@ -120,9 +122,7 @@ TEST(DrawRegionView, RefusesNoRecordAnotherSizeAndANegativeStyle)
     }
     const QELDRAWRGNATTR negative{sizeof negative, -1, {1, 2, 3, 4}, 0};
     EXPECT_EQ(0, view.SetAttrBlock(&negative));
-    QELDRAWRGNATTR read{};
-    ASSERT_EQ(1, view.GetAttrBlock(&read));
-    EXPECT_EQ(0, std::memcmp(&before, &read, sizeof read));
+    ExpectRecord(before, view);
 }
 
 TEST(DrawRegionView, LeavesWhatTheHostPaintedInAPartialRedraw)

@@ -1,6 +1,7 @@
 // Loading and saving files, with files and folders that refuse, reads and writes that stall, and
 // memory that fails at each step in turn. The code is xml/XmlParser.cpp and xml/XmlWriter.cpp.
 #include "tests/support/Files.h"
+#include "tools/ImportTable.h"
 #include "xml/XmlTree.h"
 
 #include <gtest/gtest.h>
@@ -62,56 +63,29 @@ private:
 // Puts another function in the place of one that this program imports, until it goes out of scope.
 class CImportHook {
 public:
-    CImportHook(const char* pszName, void* pNew) : m_ppSlot(Slot(pszName))
+    CImportHook(const char* pszName, void* pNew)
+        : m_pEntry(FindImport(::GetModuleHandleA(nullptr), pszName))
     {
-        if (m_ppSlot) m_pOld = Swap(pNew);
+        if (!m_pEntry) return;
+        m_nOld = *m_pEntry;
+        SetImport(m_pEntry, reinterpret_cast<ULONG_PTR>(pNew));
     }
     ~CImportHook()
     {
-        if (m_ppSlot) Swap(m_pOld);
+        if (m_pEntry) SetImport(m_pEntry, m_nOld);
     }
     CImportHook(const CImportHook&) = delete;
     CImportHook& operator=(const CImportHook&) = delete;
-    [[nodiscard]] bool IsSet() const { return m_ppSlot != nullptr; }
+    [[nodiscard]] bool IsSet() const { return m_pEntry != nullptr; }
     template <class Fn>
     Fn* Original() const
     {
-        return reinterpret_cast<Fn*>(m_pOld);
+        return reinterpret_cast<Fn*>(m_nOld);
     }
 
 private:
-    static void** Slot(const char* pszName)
-    {
-        char* pBase = reinterpret_cast<char*>(::GetModuleHandleA(nullptr));
-        const auto* pDos = reinterpret_cast<const IMAGE_DOS_HEADER*>(pBase);
-        const auto* pNt = reinterpret_cast<const IMAGE_NT_HEADERS*>(pBase + pDos->e_lfanew);
-        const auto& dir = pNt->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-        auto* pDll = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(pBase + dir.VirtualAddress);
-        for (; pDll->Name; ++pDll) {
-            auto* pName = reinterpret_cast<IMAGE_THUNK_DATA*>(pBase + pDll->OriginalFirstThunk);
-            auto* pSlot = reinterpret_cast<void**>(pBase + pDll->FirstThunk);
-            for (; pName->u1.AddressOfData; ++pName, ++pSlot) {
-                if (IMAGE_SNAP_BY_ORDINAL(pName->u1.Ordinal)) continue;
-                const auto* pImport =
-                    reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(pBase + pName->u1.AddressOfData);
-                if (!std::strcmp(reinterpret_cast<const char*>(pImport->Name), pszName))
-                    return pSlot;
-            }
-        }
-        return nullptr;
-    }
-    void* Swap(void* pNew)
-    {
-        DWORD nOld = 0;
-        ::VirtualProtect(m_ppSlot, sizeof(void*), PAGE_READWRITE, &nOld);
-        void* pOld = *m_ppSlot;
-        *m_ppSlot = pNew;
-        ::VirtualProtect(m_ppSlot, sizeof(void*), nOld, &nOld);
-        return pOld;
-    }
-
-    void** m_ppSlot;
-    void* m_pOld{};
+    ULONG_PTR* m_pEntry;
+    ULONG_PTR m_nOld = 0;
 };
 
 // What the disk does while it is slow: each call that moves bytes comes after some that move none.

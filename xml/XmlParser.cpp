@@ -120,7 +120,6 @@ private:
     struct Attribute {
         char* pName = nullptr;
         std::size_t nNameLen = 0;
-        uint32_t nHash = 0;
         char* pValue = nullptr; // null: there is nothing to keep
         std::size_t nValueLen = 0;
         bool bUnclosed = false;
@@ -135,14 +134,14 @@ private:
     bool ReadElement();
     TagEnd ReadStartTag();
     TagEnd ReadTagRest();
-    bool OpenElement(char* pName, std::size_t nLen, uint32_t nHash, std::size_t nOffset);
+    bool OpenElement(char* pName, std::size_t nLen, std::size_t nOffset);
     bool ReadTagAttribute();
     bool KeepAttribute(const Attribute& attribute);
     Stop ReadContent();
     bool ReadTextRun();
     bool ReadEndTag();
     bool ReadAttribute(Attribute* pOut);
-    std::size_t ReadName(uint32_t* pnHash);
+    std::size_t ReadName();
     [[nodiscard]] bool Begins(const char* pszPrefix, std::size_t nLen) const
     {
         return static_cast<std::size_t>(m_pEnd - m_p) >= nLen && !std::memcmp(m_p, pszPrefix, nLen);
@@ -342,10 +341,9 @@ CXmlReader::TagEnd CXmlReader::ReadStartTag()
     PassMark(); // "<", as the caller saw
     SkipSpace();
     char* pName = m_p;
-    uint32_t nHash = XML_HASH_START;
-    const std::size_t nLen = ReadName(&nHash);
+    const std::size_t nLen = ReadName();
     const bool bEnds = !*m_p;
-    if (!OpenElement(pName, nLen, nHash, nOffset)) return TagEnd::Failed;
+    if (!OpenElement(pName, nLen, nOffset)) return TagEnd::Failed;
     TagEnd nEnd = TagEnd::Failed;
     if (bEnds)
         Fail(XML_ERR_END_NAME);
@@ -380,7 +378,7 @@ CXmlReader::TagEnd CXmlReader::ReadTagRest()
 }
 
 // The first element of the text names the root that the context holds already.
-bool CXmlReader::OpenElement(char* pName, std::size_t nLen, uint32_t nHash, std::size_t nOffset)
+bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
 {
     if (!m_pXml->bRootSeen) {
         if (XmlSetName(m_pXml, pName, nLen)) return Fail(XML_ERR_MEMORY);
@@ -393,7 +391,7 @@ bool CXmlReader::OpenElement(char* pName, std::size_t nLen, uint32_t nHash, std:
         if (m_nTopElements > 1 && m_pXml->nDepth == 0)
             Notice(XML_NOTICE_SECOND_ROOT, m_pBase + nOffset);
         char* pszName = Hold(pName, nLen);
-        XmlNode* pNode = pszName ? XmlLinkChild(m_pXml, pszName, nHash) : nullptr;
+        XmlNode* pNode = pszName ? XmlLinkChild(m_pXml, pszName) : nullptr;
         if (!pNode) return Fail(XML_ERR_MEMORY);
         m_pXml->pCursor = pNode;
         ++m_pXml->nDepth;
@@ -421,8 +419,8 @@ bool CXmlReader::KeepAttribute(const Attribute& attribute)
     char* pszValue = Hold(attribute.pValue, attribute.nValueLen);
     if (!pszValue) return Fail(XML_ERR_MEMORY);
     pszValue[attribute.nValueLen] = 0;
-    XmlAttr* pAttr =
-        XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen, attribute.nHash);
+    const uint32_t nHash = XmlHashName(attribute.pName, attribute.nNameLen);
+    XmlAttr* pAttr = XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen, nHash);
     if (pAttr) {
         Notice(XML_NOTICE_ATTR_REPEATED, attribute.pName, pAttr->pszName);
         pAttr->pszValue = pszValue;
@@ -430,7 +428,7 @@ bool CXmlReader::KeepAttribute(const Attribute& attribute)
         char* pszName = Hold(attribute.pName, attribute.nNameLen);
         if (!pszName) return Fail(XML_ERR_MEMORY);
         pszName[attribute.nNameLen] = 0; // behind it stood "=" or a blank, which are read
-        pAttr = XmlLinkAttr(m_pXml, pszName, attribute.nHash, pszValue);
+        pAttr = XmlLinkAttr(m_pXml, pszName, nHash, pszValue);
         if (!pAttr) return Fail(XML_ERR_MEMORY);
     }
     pAttr->nNameOffset = Offset(attribute.pName);
@@ -498,8 +496,7 @@ bool CXmlReader::ReadEndTag()
 bool CXmlReader::ReadAttribute(Attribute* pOut)
 {
     pOut->pName = m_p;
-    pOut->nHash = XML_HASH_START;
-    pOut->nNameLen = ReadName(&pOut->nHash);
+    pOut->nNameLen = ReadName();
     if (!pOut->nNameLen) return Fail(XML_ERR_ATTR);
     SkipSpace();
     if (*m_p != '=') return Fail(XML_ERR_ATTR);
@@ -526,13 +523,11 @@ bool CXmlReader::ReadAttribute(Attribute* pOut)
     return true;
 }
 
-std::size_t CXmlReader::ReadName(uint32_t* pnHash)
+std::size_t CXmlReader::ReadName()
 {
     if (!Is(*m_p, NAME_START)) return 0;
-    const char* p = m_p;
-    uint32_t nHash = *pnHash;
-    for (; Is(*p, NAME_PART); ++p) nHash = XmlHashStep(nHash, *p);
-    *pnHash = nHash;
+    const char* p = m_p + 1;
+    while (Is(*p, NAME_PART)) ++p;
     const auto nLen = static_cast<std::size_t>(p - m_p);
     PassMark(nLen);
     return nLen;

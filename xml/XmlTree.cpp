@@ -132,8 +132,17 @@ const XmlAttr* AttrAt(XmlContext* pXml, int32_t nIndex)
 
 } // namespace
 
+uint32_t XmlHashName(const char* pszName, std::size_t nLen)
+{
+    uint32_t nHash = 2166136261U; // FNV-1a
+    for (std::size_t i = 0; i < nLen; ++i)
+        nHash = (nHash ^ static_cast<unsigned char>(pszName[i])) * 16777619U;
+    return nHash;
+}
+
 XmlContext* XmlCreate()
 {
+    // Not new: where memory fails, the library's own would first take more of it for an exception.
     void* pMemory = std::malloc(sizeof(XmlContext));
     if (!pMemory) return nullptr;
     auto* pXml = new (pMemory) XmlContext;
@@ -254,12 +263,11 @@ int XmlGoParent(XmlContext* pXml)
     return Done(pXml);
 }
 
-XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName, uint32_t nHash)
+XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName)
 {
     auto* pNode = pXml->arena.Take<XmlNode>();
     if (!pNode) return nullptr;
     pNode->pszName = pszName;
-    pNode->nHash = nHash;
     LinkAsLastChild(pXml->pCursor, pNode);
     return pNode;
 }
@@ -274,7 +282,7 @@ int XmlAddChild(XmlContext* pXml, const char* pszName, std::size_t nNameLen, con
     const bool bHasText = pszText && nTextLen;
     if (bHasText) pszNewText = pXml->arena.TakeText(pszText, nTextLen);
     if (!pszNewName || (bHasText && !pszNewText)) return Fail(pXml, XML_ERR_ARGUMENT);
-    XmlNode* pNode = XmlLinkChild(pXml, pszNewName, XmlHashName(pszName, nNameLen));
+    XmlNode* pNode = XmlLinkChild(pXml, pszNewName);
     if (!pNode) return Fail(pXml, XML_ERR_MEMORY);
     pNode->pszText = pszNewText;
     return Done(pXml);
@@ -308,7 +316,6 @@ int XmlSetName(XmlContext* pXml, const char* pszName, std::size_t nLen)
     char* pszCopy = pXml->arena.TakeText(pszName, nLen);
     if (!pszCopy) return Fail(pXml, XML_ERR_ARGUMENT);
     pXml->pCursor->pszName = pszCopy;
-    pXml->pCursor->nHash = XmlHashName(pszName, nLen);
     return Done(pXml);
 }
 
@@ -410,18 +417,13 @@ int32_t XmlAttrCount(XmlContext* pXml)
 
 const char* XmlGetAttr(XmlContext* pXml, const char* pszName)
 {
-    return XmlGetAttrHashed(pXml, pszName,
-                            pszName ? XmlHashName(pszName, std::strlen(pszName)) : 0);
-}
-
-const char* XmlGetAttrHashed(XmlContext* pXml, const char* pszName, uint32_t nHash)
-{
     if (!pXml) return nullptr;
     if (!pszName || !pXml->pCursor || !pXml->pCursor->pAttrs) {
         pXml->nLastError = XML_ERR_ARGUMENT;
         return nullptr;
     }
-    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, std::strlen(pszName), nHash);
+    const std::size_t nLen = std::strlen(pszName);
+    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, nLen, XmlHashName(pszName, nLen));
     pXml->nLastError = pAttr ? XML_OK : XML_ERR_NO_ATTR;
     return pAttr ? pAttr->pszValue : nullptr;
 }

@@ -69,7 +69,6 @@ struct XmlNode {
     XmlNode* pNext;
     XmlNode* pFirstChild;
     XmlNode* pLastChild;
-    uint32_t nHash;          // XmlHashName of the name
     std::size_t nOffset;     // of its "<" in the parsed text
     std::size_t nTextOffset; // of its text
 };
@@ -156,24 +155,11 @@ std::size_t XmlSerialize(XmlContext* pXml, char* pszBuffer);
 int XmlSaveFile(XmlContext* pXml, const char* pszPath);
 
 // A hash of a name's bytes, by which names are told apart before they are compared.
-constexpr uint32_t XML_HASH_START = 2166136261U; // FNV-1a
-constexpr uint32_t XmlHashStep(uint32_t nHash, char c)
-{
-    return (nHash ^ static_cast<unsigned char>(c)) * 16777619U;
-}
-constexpr uint32_t XmlHashName(const char* pszName, std::size_t nLen)
-{
-    uint32_t nHash = XML_HASH_START;
-    for (std::size_t i = 0; i < nLen; ++i) nHash = XmlHashStep(nHash, pszName[i]);
-    return nHash;
-}
-
-// XmlGetAttr for a caller who knows the name's hash.
-const char* XmlGetAttrHashed(XmlContext* pXml, const char* pszName, uint32_t nHash);
+uint32_t XmlHashName(const char* pszName, std::size_t nLen);
 
 // For the parser: a new last child of the node under the cursor, and a new last attribute of it, of
 // strings that live as long as the context. Null when memory fails.
-XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName, uint32_t nHash);
+XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName);
 XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nHash, char* pszValue);
 XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
                      uint32_t nHash);
