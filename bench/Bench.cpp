@@ -358,7 +358,16 @@ void MeasureSettings()
     g_table.Bar("set a value by id among 10000 meters (ns)", measured.fMine, measured.fNoise, 50);
 }
 
-// A partial redraw after every meter has moved, with and without static shapes in the drawing.
+// A setting that every meter takes by its id. Values are taken by the ids up to 32 alone.
+void SetEach(HQELENGINE hEngine, int nFirst, int nMeters, DWORD clr)
+{
+    for (int n = 0; n < nMeters; ++n)
+        if (!QELSetScaleParam(hEngine, static_cast<DWORD>(nFirst + n), QEL_SEL_PIN_COLOR, clr))
+            Die("a setting was refused");
+}
+
+// A partial redraw after every meter has got another colour, with and without static shapes in the
+// drawing.
 void MeasurePartial()
 {
     constexpr int FIRST = 1000;
@@ -368,12 +377,9 @@ void MeasurePartial()
     const CEngine full;
     bare.OpenShown(PanelText(METERS, FIRST, {}));
     full.OpenShown(PanelText(METERS, FIRST, MakeScene(SceneKind::Mixed, 100000)));
-    int nValue = 0;
+    DWORD clr = 0;
     const auto redraw = [&](const CEngine& engine) {
-        for (int n = 0; n < METERS; ++n)
-            QELSetScaleParamf(engine, static_cast<DWORD>(FIRST + n), QEL_SEL_VALUE,
-                              static_cast<float>((nValue + n) % 100));
-        nValue += 7;
+        SetEach(engine, FIRST, METERS, ++clr);
         return TimeOf([&] { engine.Draw(canvas.Dc(), 0); });
     };
     redraw(bare);
@@ -396,9 +402,7 @@ void MeasureAllocations()
     engine.Draw(canvas.Dc(), QEL_DRAW_FULL);
     g_table.Bar("heap allocations in a full draw", static_cast<double>(count.Count()), 0, 0);
     const long nBefore = count.Count();
-    for (int n = 0; n < 100; ++n)
-        QELSetScaleParamf(engine, static_cast<DWORD>(1000 + n), QEL_SEL_VALUE,
-                          static_cast<float>(n));
+    SetEach(engine, 1000, 100, 0x123456);
     engine.Draw(canvas.Dc(), 0);
     g_table.Bar("heap allocations in 100 settings and a partial redraw",
                 static_cast<double>(count.Count() - nBefore), 0, 0);
