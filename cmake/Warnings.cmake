@@ -7,7 +7,8 @@ function(qel_options target)
   else()
     target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -Wshadow -Wconversion
       -Wno-cast-function-type -Wno-missing-field-initializers
-      -Wno-restrict) # a false alarm of this compiler on joined strings
+      -Wno-restrict # false alarms of this compiler: on joined strings, and on a class's own new and delete
+      $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-mismatched-new-delete>)
     if(CMAKE_SIZEOF_VOID_P EQUAL 4)
       # Real numbers are rounded at every step, as on 64 bits, and not when a register runs out.
       target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse -mstackrealign)
@@ -28,7 +29,7 @@ function(qel_engine_options target)
   if(NOT MSVC)
     # Nothing of the engine throws; allocations that fail are answered with null. Only the exported
     # class keeps its type information, for hosts that derive from it.
-    target_compile_options(${target} PRIVATE -fno-exceptions)
+    target_compile_options(${target} PRIVATE -fno-exceptions -fno-threadsafe-statics)
     if(WIN32) # elsewhere the sanitizers want it, for their check of virtual calls
       target_compile_options(${target} PRIVATE -fno-rtti)
       set_source_files_properties(${CMAKE_SOURCE_DIR}/brush/QELDraft.cpp PROPERTIES COMPILE_OPTIONS

@@ -4,6 +4,7 @@
 #include "document/TextNumbers.h"
 #include "include/QELEngine.h"
 
+#include <array>
 #include <cstring>
 #include <string_view>
 
@@ -43,6 +44,48 @@ constexpr KeywordRow g_names[] = {{ATTR_ID, "id"},
                                   {ATTR_IMAX, "imax"},
                                   {KEYWORD_NONE, nullptr}};
 static_assert(IsSoundTable(g_names), "ids and names are unique and the end mark is there");
+
+// The names by id, measured once and for all.
+struct AttrKey {
+    std::size_t nLen;
+    uint32_t nKey;
+};
+
+constexpr std::array<AttrKey, ATTR_COUNT> g_keys = [] {
+    std::array<AttrKey, ATTR_COUNT> keys{};
+    for (int32_t n = 0; n < ATTR_COUNT; ++n) {
+        const std::string_view name = g_names[n].pszName;
+        keys[static_cast<std::size_t>(n)] = {name.size(), XmlNameKey(name.data(), name.size())};
+    }
+    return keys;
+}();
+static_assert(
+    [] {
+        for (int32_t n = 0; n < ATTR_COUNT; ++n)
+            if (g_names[n].nId != n) return false;
+        return true;
+    }(),
+    "a name stands at the place of its id");
+
+// The ids by the hash of their names: each stands in the first free place from the one that its
+// hash asks for.
+constexpr std::size_t PLACES = 128;
+
+constexpr std::size_t PlaceOf(uint32_t nKey)
+{
+    return nKey >> 25;
+}
+
+constexpr std::array<uint8_t, PLACES> g_places = [] {
+    std::array<uint8_t, PLACES> places{};
+    for (uint8_t& n : places) n = ATTR_COUNT;
+    for (uint8_t nId = 0; nId < ATTR_COUNT; ++nId) {
+        std::size_t n = PlaceOf(g_keys[nId].nKey);
+        while (places[n] != ATTR_COUNT) n = (n + 1) % PLACES;
+        places[n] = nId;
+    }
+    return places;
+}();
 
 constexpr std::string_view BLINK_WORD = "glt";
 
@@ -178,4 +221,22 @@ const AttrForm g_formText = {"text", nullptr, nullptr, nullptr};
 const char* AttrName(AttrId nId)
 {
     return nId == ATTR_TEXT ? "(text)" : NameOf(g_names, nId);
+}
+
+int32_t AttrIdOf(const XmlAttr& attr)
+{
+    std::size_t n = PlaceOf(attr.nKey);
+    for (; g_places[n] != ATTR_COUNT; n = (n + 1) % PLACES) {
+        const int32_t nId = g_places[n];
+        if (g_keys[static_cast<std::size_t>(nId)].nKey == attr.nKey &&
+            IsSameText(g_names[nId].pszName, attr.pszName))
+            return nId;
+    }
+    return ATTR_COUNT;
+}
+
+const char* GetXmlAttr(XmlContext* pXml, AttrId nId)
+{
+    const AttrKey& key = g_keys[static_cast<std::size_t>(nId)];
+    return XmlGetAttrByKey(pXml, g_names[nId].pszName, key.nLen, key.nKey);
 }

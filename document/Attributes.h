@@ -51,6 +51,14 @@ extern const KeywordRow* const g_attrNameRows;
 // The name by which an attribute is known; "(text)" for the element's text.
 const char* AttrName(AttrId nId);
 
+// The value of an attribute of the XML element under the cursor, null when it has none.
+const char* GetXmlAttr(XmlContext* pXml, AttrId nId);
+
+constexpr int32_t ATTR_COUNT = ATTR_IMAX + 1; // of those that have a name
+
+// The id of an attribute of the XML tree; ATTR_COUNT for a name that is none.
+int32_t AttrIdOf(const XmlAttr& attr);
+
 // A textual form of one 32-bit value. Parse: 0 when the text is refused; the value is then as it
 // was. Format: the length, 0 when it does not fit.
 struct AttrForm {
@@ -92,7 +100,7 @@ constexpr std::size_t ATTR_TEXT_SIZE = 32; // room for one formatted value
 template <class T>
 int LoadAttr(T* pElm, const AttrRow<T>& row, XmlContext* pXml)
 {
-    const char* pszValue = XmlGetAttr(pXml, AttrName(row.nId));
+    const char* pszValue = GetXmlAttr(pXml, row.nId);
     return pszValue ? row.pForm->pfnParse(pszValue, &(pElm->*row.pField)) : 0;
 }
 

@@ -12,5 +12,5 @@ public:
     int GetAttr(void* pBlock) const override;
     int SetAttr(const void* pBlock) override; // takes any record and changes nothing
 
-    void TakeFields(const CQELDocContainer&) {}
+    static int TakeFields(const CQELDocContainer&) { return 1; }
 };

@@ -12,19 +12,20 @@ constexpr char COPY_SUFFIX[] = "_1";
 
 } // namespace
 
-CQELDocElm::CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept : m_ppXml(ppXml), m_nType(nType)
+CQELDocElm::CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept
+    : m_ppXml(ppXml), m_nType(static_cast<int16_t>(nType))
 {
 }
 
 CQELDocElm::~CQELDocElm()
 {
     Remove();
-    std::free(m_pszId);
+    GivePoolText(Pool(), m_pszId);
 }
 
 int CQELDocElm::Clone(CQELDocElm** ppOut) const
 {
-    *ppOut = new (std::nothrow) CQELDocElm(m_ppXml, m_nType);
+    *ppOut = new (Pool()) CQELDocElm(m_ppXml, m_nType);
     return *ppOut ? 1 : 0;
 }
 
@@ -33,7 +34,7 @@ int CQELDocElm::CopyTo(CQELDocElm* pParent, CQELDocElm** ppOut)
     *ppOut = nullptr;
     CQELDocElm* pCopy = nullptr;
     if (!Clone(&pCopy)) return 0;
-    bool bDone = !*Id() || (pCopy->SetId(Id()) && pCopy->AppendToId(COPY_SUFFIX));
+    bool bDone = !*Id() || pCopy->TakeCopyId(Id());
     if (pParent && pParent == m_pParent)
         pCopy->InsertAfter(this);
     else if (pParent)
@@ -100,10 +101,10 @@ int CQELDocElm::Load()
 {
     const char* pszName = XmlGetName(Xml());
     if (!pszName) return 0;
-    const int32_t nType = LookupKeyword(g_tagRows, pszName);
-    if (nType < 0 || nType >= QEL_TYPE_NONE) return 0;
-    m_nType = nType;
-    const char* pszId = XmlGetAttr(Xml(), AttrName(ATTR_ID));
+    const TagRow* pRow = FindTag(pszName, Xml()->pCursor->nKey);
+    if (!pRow) return 0;
+    m_nType = static_cast<int16_t>(pRow->nId);
+    const char* pszId = GetXmlAttr(Xml(), ATTR_ID);
     if (pszId && *pszId) SetId(pszId);
     return 1;
 }
@@ -111,7 +112,7 @@ int CQELDocElm::Load()
 bool CQELDocElm::HasLostId() const
 {
     if (*Id()) return false;
-    const char* pszId = XmlGetAttr(Xml(), AttrName(ATTR_ID));
+    const char* pszId = GetXmlAttr(Xml(), ATTR_ID);
     return pszId && *pszId;
 }
 
@@ -163,21 +164,27 @@ int32_t CQELDocElm::Height() const
 int CQELDocElm::SetId(const char* pszId)
 {
     if (!pszId) return 0;
-    if (!m_pszId) m_pszId = static_cast<char*>(std::calloc(1, ID_TEXT_SIZE));
-    if (!m_pszId) return 0;
-    // The text may be this element's own identifier, so the bytes may overlap.
     std::size_t nLen = 0;
     while (nLen + 1 < ID_TEXT_SIZE && pszId[nLen]) ++nLen;
-    std::memmove(m_pszId, pszId, nLen);
-    m_pszId[nLen] = 0;
+    return TakeId(pszId, nLen);
+}
+
+// The text may be this element's own identifier, so the old one goes last.
+int CQELDocElm::TakeId(const char* pText, std::size_t nLen)
+{
+    char* pszNew = TakePoolText(Pool(), pText, nLen);
+    if (nLen && !pszNew) return 0;
+    GivePoolText(Pool(), m_pszId);
+    m_pszId = pszNew;
     return 1;
 }
 
 // What does not fit is cut.
-int CQELDocElm::AppendToId(const char* pszSuffix)
+int CQELDocElm::TakeCopyId(const char* pszSource)
 {
-    std::size_t nLen = std::strlen(m_pszId);
-    while (nLen + 1 < ID_TEXT_SIZE && *pszSuffix) m_pszId[nLen++] = *pszSuffix++;
-    m_pszId[nLen] = 0;
-    return 1;
+    char szId[ID_TEXT_SIZE];
+    std::size_t nLen = 0;
+    for (const char* p = pszSource; *p; ++p) szId[nLen++] = *p;
+    for (const char* p = COPY_SUFFIX; nLen + 1 < ID_TEXT_SIZE && *p; ++p) szId[nLen++] = *p;
+    return TakeId(szId, nLen);
 }

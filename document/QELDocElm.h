@@ -4,6 +4,7 @@
 #pragma once
 
 #include "engine/Handles.h"
+#include "engine/Pool.h"
 #include "engine/TreeLinks.h"
 #include "xml/XmlTree.h"
 
@@ -17,12 +18,19 @@ class CQELViewElm;
 
 constexpr int ID_TEXT_SIZE = 256; // bytes of an identifier, the ending zero included
 
-class CQELDocElm : public CTreeLinks<CQELDocElm> {
+class CQELDocElm : public CTreeLinks<CQELDocElm>,
+                   public CPooled<CQELDocElm>,
+                   public CElementHandle {
 public:
     // ppXml: the document's field that holds the XML tree while a file is read or written. It also
     // tells which document the element belongs to.
     CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept;
     virtual ~CQELDocElm();
+    static void operator delete(void* p) noexcept { std::free(p); } // a constructor threw
+    static void operator delete(CQELDocElm* p, std::destroying_delete_t, std::size_t nSize)
+    {
+        DeletePooled(p, nSize);
+    }
     CQELDocElm(const CQELDocElm&) = delete;
     CQELDocElm& operator=(const CQELDocElm&) = delete;
 
@@ -53,27 +61,36 @@ public:
     [[nodiscard]] CQELViewElm* View() const { return m_pView; }
     void SetView(CQELViewElm* pView) { m_pView = pView; }
     [[nodiscard]] XmlContext** XmlSlot() const { return m_ppXml; }
-    [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
+    // The element of a handle, null when there is none.
+    static CQELDocElm* OfHandle(uintptr_t nValue)
+    {
+        return static_cast<CQELDocElm*>(FindHandle(nValue));
+    }
+    // Whether there was no memory for what a new element of its class has.
+    [[nodiscard]] virtual bool LacksMemory() const { return false; }
 
 protected:
     [[nodiscard]] XmlContext* Xml() const { return *m_ppXml; }
 
 private:
-    int AppendToId(const char* pszSuffix); // to an identifier that is set
+    int TakeId(const char* pText, std::size_t nLen);
+    int TakeCopyId(const char* pszSource);
 
     XmlContext** m_ppXml;
-    int32_t m_nType;
     CQELViewElm* m_pView = nullptr;
-    char* m_pszId = nullptr; // a buffer of ID_TEXT_SIZE, made on the first set
-    CHandleEntry m_handle{HandleKind::Element, this};
+    char* m_pszId = nullptr;
+    int16_t m_nType; // last: a derived class's small fields fill what is left of the word
 };
 
 // For the leaf classes: a new element of class T that takes its fields from another one.
 template <class T>
 int CloneAs(const T& source, CQELDocElm** ppOut)
 {
-    auto* pCopy = new (std::nothrow) T(source.XmlSlot());
-    if (pCopy) pCopy->TakeFields(source);
+    auto* pCopy = new (source.Pool()) T(source.XmlSlot());
+    if (pCopy && !pCopy->TakeFields(source)) {
+        delete pCopy;
+        pCopy = nullptr;
+    }
     *ppOut = pCopy;
     return pCopy ? 1 : 0;
 }

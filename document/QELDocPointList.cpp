@@ -45,9 +45,7 @@ int CQELDocPointList::ParseCrd(const char* pszText)
     }
     if (nCount < MIN_POINTS) return 0;
     nRead[0] = nCount;
-    for (int32_t n = 1 + 2 * nCount; n < QEL_SHAPE_WORDS; ++n) nRead[n] = 0; // a half-read point
-    std::memcpy(Words(), nRead, sizeof nRead);
-    return 1;
+    return TakeWords(nRead, 1 + 2 * nCount); // without a half-read point
 }
 
 int CQELDocPointList::FormatCrd(char* pszOut) const

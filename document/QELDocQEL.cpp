@@ -38,9 +38,10 @@ void CQELDocQEL::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
     for (const auto& row : Attrs()) pfnVisit(row, pUser);
 }
 
-void CQELDocQEL::TakeFields(const CQELDocQEL& source)
+int CQELDocQEL::TakeFields(const CQELDocQEL& source)
 {
     for (const auto& row : Attrs()) this->*row.pField = source.*row.pField;
+    return 1;
 }
 
 void CQELDocQEL::SetRefSize(SIZE size)

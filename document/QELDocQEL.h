@@ -22,7 +22,7 @@ public:
 
     [[nodiscard]] SIZE RefSize() const { return {m_nWidth, m_nHeight}; }
     void SetRefSize(SIZE size);
-    void TakeFields(const CQELDocQEL& source);
+    int TakeFields(const CQELDocQEL& source);
 
     static std::span<const AttrRow<CQELDocQEL>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);

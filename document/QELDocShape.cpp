@@ -4,6 +4,7 @@
 
 #include "render/Mapping.h"
 
+#include <array>
 #include <climits>
 
 namespace {
@@ -13,6 +14,29 @@ constexpr int SHAPE_ATTR_SIZE = sizeof(QELSHAPEATTR);
 } // namespace
 
 CQELDocShape::CQELDocShape(XmlContext** ppXml, int32_t nType) noexcept : CQELDocElm(ppXml, nType) {}
+
+CQELDocShape::~CQELDocShape()
+{
+    GivePoolText(Pool(), m_pszText);
+    m_geometry.Drop(Pool());
+}
+
+// The text may be this element's own, so the old one goes last.
+int CQELDocShape::TakeText(const char* pText, std::size_t nLen)
+{
+    char* pszNew = TakePoolText(Pool(), pText, nLen);
+    if (nLen && !pszNew) return 0;
+    GivePoolText(Pool(), m_pszText);
+    m_pszText = pszNew;
+    return 1;
+}
+
+int CQELDocShape::TakeWords(const int32_t* pnWords, int32_t nCount)
+{
+    const int nResult = m_geometry.Set(Pool(), pnWords, nCount, ShapeWordsOf(Type(), pnWords[0]));
+    m_bLacksMemory = !nResult;
+    return nResult;
+}
 
 std::span<const AttrRow<CQELDocShape>> CQELDocShape::Attrs()
 {
@@ -52,12 +76,30 @@ void CQELDocShape::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
     for (const auto& row : Attrs()) pfnVisit(row, pUser);
 }
 
-void CQELDocShape::TakeFields(const CQELDocShape& source)
+int CQELDocShape::TakeFields(const CQELDocShape& source)
 {
+    const char* pszText = source.m_pszText ? source.m_pszText : "";
+    if (!TakeText(pszText, std::strlen(pszText))) return 0;
+    if (!TakeWords(source.Words(), source.m_geometry.Count())) return 0;
     for (const auto& row : Attrs())
         if (row.pField) this->*row.pField = source.*row.pField;
-    std::memcpy(m_szText, source.m_szText, sizeof m_szText);
-    std::memcpy(m_nGeometry, source.m_nGeometry, sizeof m_nGeometry);
+    return 1;
+}
+
+ShapeData CQELDocShape::Data() const
+{
+    return {static_cast<DWORD>(m_nStyle),
+            m_nDraft,
+            static_cast<DWORD>(m_clrFore),
+            static_cast<DWORD>(m_clrBack),
+            static_cast<DWORD>(m_clrPen),
+            m_nLineStyle,
+            m_nLineWidth,
+            static_cast<DWORD>(m_nFlags),
+            Words(),
+            m_geometry.Count(),
+            m_pszText ? m_pszText : "",
+            m_pszText ? std::strlen(m_pszText) : 0};
 }
 
 int CQELDocShape::GetAttrSize(int* pnSize) const
@@ -78,9 +120,8 @@ int CQELDocShape::GetAttr(void* pBlock) const
     block.clrPen = static_cast<DWORD>(m_clrPen);
     block.nPenStyle = m_nLineStyle;
     block.nPenWidth = m_nLineWidth;
-    static_assert(sizeof block.nGeometry == sizeof m_nGeometry);
-    std::memcpy(block.nGeometry, m_nGeometry, sizeof m_nGeometry);
-    std::memcpy(block.szText, m_szText, std::strlen(m_szText)); // nothing behind the text leaks out
+    m_geometry.CopyTo(block.nGeometry);
+    if (m_pszText) std::memcpy(block.szText, m_pszText, std::strlen(m_pszText));
     block.nFlags = static_cast<DWORD>(m_nFlags);
     std::memcpy(pBlock, &block, sizeof block);
     return 1;
@@ -93,6 +134,19 @@ int CQELDocShape::SetAttr(const void* pBlock)
     std::memcpy(&block.nSize, pBlock, sizeof block.nSize);
     if (block.nSize != SHAPE_ATTR_SIZE) return 0;
     std::memcpy(&block, pBlock, sizeof block);
+    block.szText[sizeof block.szText - 1] = 0; // the host may have left the end mark out
+    int32_t nWords[QEL_SHAPE_WORDS];
+    std::memcpy(nWords, block.nGeometry, sizeof nWords);
+    const std::size_t nText = std::strlen(block.szText);
+    char* pszText = TakePoolText(Pool(), block.szText, nText);
+    if (nText && !pszText) return 0;
+    if (!m_geometry.Set(Pool(), nWords, UsedWords(nWords, Type()),
+                        ShapeWordsOf(Type(), nWords[0]))) {
+        GivePoolText(Pool(), pszText);
+        return 0;
+    }
+    GivePoolText(Pool(), m_pszText);
+    m_pszText = pszText;
     m_nStyle = static_cast<int32_t>(block.nStyle);
     m_nDraft = block.nDraft;
     m_clrFore = static_cast<int32_t>(block.clrA);
@@ -100,16 +154,13 @@ int CQELDocShape::SetAttr(const void* pBlock)
     m_clrPen = static_cast<int32_t>(block.clrPen);
     m_nLineStyle = block.nPenStyle;
     m_nLineWidth = block.nPenWidth;
-    std::memcpy(m_nGeometry, block.nGeometry, sizeof m_nGeometry);
-    std::memcpy(m_szText, block.szText, sizeof m_szText);
-    m_szText[sizeof m_szText - 1] = 0; // the host may have left the end mark out
     m_nFlags = static_cast<int32_t>(block.nFlags);
     return 1;
 }
 
 int CQELDocShape::GetRect(RECT* prc) const
 {
-    const int32_t* n = m_nGeometry;
+    const int32_t* n = Words();
     const char* pszLayout = GetCrdForm().pszLayout;
     if (pszLayout[2] == 'r')
         *prc = {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
@@ -128,28 +179,42 @@ int CQELDocShape::SetRect(const RECT& rc)
 int CQELDocShape::MapRect(const RECT& rcOld, const RECT& rcNew)
 {
     const CrdForm& form = GetCrdForm();
-    ShiftCrdNumbers(m_nGeometry, form.pszLayout, form.bBox, ShiftsBetween(rcOld, rcNew));
+    ShiftCrdNumbers(Words(), form.pszLayout, form.bBox, ShiftsBetween(rcOld, rcNew));
     return 1;
 }
 
+// Goes by what the element has, which is less than what it may have. What cannot be read keeps its
+// default.
 int CQELDocShape::Load()
 {
     if (!CQELDocElm::Load()) return 0;
-    for (const auto& row : Attrs()) LoadRow(row); // what cannot be read keeps its default
+    const XmlNode* pNode = Xml()->pCursor;
+    for (const XmlAttr* p = pNode->pAttrs ? pNode->pAttrs->pHead : nullptr; p; p = p->pNext) {
+        const AttrRow<CQELDocShape>* pRow = RowOf(AttrIdOf(*p));
+        if (!pRow) continue;
+        if (pRow->pField)
+            pRow->pForm->pfnParse(p->pszValue, &(this->*pRow->pField));
+        else
+            ParseCrd(p->pszValue);
+    }
+    if (const char* pszText = pNode->pszText) {
+        const std::size_t nLen = std::strlen(pszText);
+        if (!TakeText(pszText, nLen < QEL_TEXT_SIZE ? nLen : QEL_TEXT_SIZE - 1))
+            m_bLacksMemory = true;
+    }
     return 1;
 }
 
-int CQELDocShape::LoadRow(const AttrRow<CQELDocShape>& row)
+// The row of an attribute, null when shapes do not have it.
+const AttrRow<CQELDocShape>* CQELDocShape::RowOf(int32_t nId)
 {
-    if (row.nId == ATTR_TEXT) {
-        const char* pszText = XmlGetText(Xml());
-        if (!pszText) return 0;
-        std::strncpy(m_szText, pszText, sizeof m_szText - 1);
-        return 1;
-    }
-    if (row.pField) return LoadAttr(this, row, Xml());
-    const char* pszCrd = XmlGetAttr(Xml(), AttrName(row.nId));
-    return pszCrd ? ParseCrd(pszCrd) : 0;
+    static const std::array<const AttrRow<CQELDocShape>*, ATTR_COUNT + 1> s_rows = [] {
+        std::array<const AttrRow<CQELDocShape>*, ATTR_COUNT + 1> rows{};
+        for (const auto& row : Attrs())
+            if (row.nId != ATTR_TEXT) rows[static_cast<std::size_t>(row.nId)] = &row;
+        return rows;
+    }();
+    return s_rows[static_cast<std::size_t>(nId)];
 }
 
 int CQELDocShape::Save()
@@ -162,7 +227,7 @@ int CQELDocShape::Save()
 
 int CQELDocShape::SaveRow(const AttrRow<CQELDocShape>& row)
 {
-    if (row.nId == ATTR_TEXT) return *m_szText && XmlSetTextZ(Xml(), m_szText) ? 0 : 1;
+    if (row.nId == ATTR_TEXT) return m_pszText && XmlSetTextZ(Xml(), m_pszText) ? 0 : 1;
     if (row.pField) return SaveAttr(this, row, Xml());
     char szCrd[CRD_TEXT_SIZE] = {};
     // Points that are out of count cannot be spelled; the element is saved without them.
@@ -172,15 +237,16 @@ int CQELDocShape::SaveRow(const AttrRow<CQELDocShape>& row)
 
 int CQELDocShape::ParseCrd(const char* pszText)
 {
-    return ParseCrdNumbers(pszText, GetCrdForm().pszLayout, m_nGeometry);
+    return ParseCrdNumbers(pszText, GetCrdForm().pszLayout, Words());
 }
 
 int CQELDocShape::FormatCrd(char* pszOut) const
 {
-    return FormatCrdNumbers(m_nGeometry, GetCrdForm().pszLayout, pszOut);
+    return FormatCrdNumbers(Words(), GetCrdForm().pszLayout, pszOut);
 }
 
 void CQELDocShape::TakeDefaultCrd()
 {
-    ParseCrd(GetCrdForm().pszDefault);
+    const CrdForm& form = GetCrdForm();
+    TakeWords(form.nDefault, form.nWords);
 }

@@ -7,12 +7,14 @@
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
 #include "include/QELEngine.h"
+#include "render/Geometry.h"
 
 #include <span>
 
 class CQELDocShape : public CQELDocElm {
 public:
     CQELDocShape(XmlContext** ppXml, int32_t nType) noexcept;
+    ~CQELDocShape() override;
 
     int GetAttrSize(int* pnSize) const override;
     int GetAttr(void* pBlock) const override;
@@ -27,21 +29,26 @@ public:
     virtual int FormatCrd(char* pszOut) const; // CRD_TEXT_SIZE bytes
     [[nodiscard]] virtual const CrdForm& GetCrdForm() const = 0;
 
-    void TakeFields(const CQELDocShape& source); // all data of a shape
+    int TakeFields(const CQELDocShape& source); // all data of a shape
+    [[nodiscard]] ShapeData Data() const;       // as long as the shape stays as it is
+    [[nodiscard]] bool LacksMemory() const override { return m_bLacksMemory; }
 
     // The attributes in the order in which they are read and written.
     static std::span<const AttrRow<CQELDocShape>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
 
 protected:
-    [[nodiscard]] const int32_t* Words() const { return m_nGeometry; }
-    [[nodiscard]] int32_t* Words() { return m_nGeometry; }
+    [[nodiscard]] const int32_t* Words() const { return m_geometry.Words(); }
+    [[nodiscard]] int32_t* Words() { return m_geometry.Words(); }
+    int TakeWords(const int32_t* pnWords, int32_t nCount); // 0 without memory: all is as before
     void TakeDefaultCrd(); // for the constructors of the leaf classes
 
 private:
-    int LoadRow(const AttrRow<CQELDocShape>& row);
+    static const AttrRow<CQELDocShape>* RowOf(int32_t nId);
     int SaveRow(const AttrRow<CQELDocShape>& row);
+    int TakeText(const char* pText, std::size_t nLen);
 
+    bool m_bLacksMemory = false;
     int32_t m_nStyle = 0;
     int32_t m_nDraft = 0;
     int32_t m_clrFore = 0xFFFFFF;
@@ -49,7 +56,7 @@ private:
     int32_t m_clrPen = 0xFFFFFF;
     int32_t m_nLineStyle = 0;
     int32_t m_nLineWidth = 1;
-    char m_szText[QEL_TEXT_SIZE] = {};
     int32_t m_nFlags = 0;
-    int32_t m_nGeometry[QEL_SHAPE_WORDS] = {};
+    char* m_pszText = nullptr; // null for none
+    CGeometry m_geometry;
 };

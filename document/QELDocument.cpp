@@ -17,6 +17,7 @@ CQELDocument::~CQELDocument()
 int CQELDocument::Close()
 {
     SetRoot(nullptr);
+    m_pool.Clear();
     XmlDestroy(m_pXml);
     m_pXml = nullptr;
     return 1;
@@ -43,6 +44,7 @@ int CQELDocument::Load(const char* pszPath)
     if (!nResult) {
         delete m_pRoot;
         m_pRoot = nullptr;
+        m_pool.Clear();
     }
     return nResult;
 }
@@ -75,20 +77,21 @@ int CQELDocument::Build()
 CQELDocElm* CQELDocument::BuildOne(CQELDocElm* pParent, bool* pbFailed)
 {
     const char* pszName = XmlGetName(m_pXml);
-    const TagRow* pRow = pszName ? FindRow(g_tagRows, LookupKeyword(g_tagRows, pszName)) : nullptr;
+    const TagRow* pRow = pszName ? FindTag(pszName, m_pXml->pCursor->nKey) : nullptr;
     *pbFailed = !pszName;
     if (!pRow || !pRow->pfnMakeDoc) return nullptr;
     const bool bIsRoot = pRow->nId == QEL_TYPE_ROOT;
     if (bIsRoot && pParent) return nullptr;   // a drawing inside of a drawing is skipped
     if (!bIsRoot && !pParent) return nullptr; // no drawing: the load ends without a root
 
-    CQELDocElm* pElm = pRow->pfnMakeDoc(&m_pXml);
+    CQELDocElm* pElm = pRow->pfnMakeDoc(&m_pXml, &m_pool);
     *pbFailed = !pElm;
     if (!pElm) return nullptr;
     if (bIsRoot) SetRoot(static_cast<CQELDocQEL*>(pElm));
     pElm->Load(); // what it cannot read keeps its default
     if (pParent) pParent->AppendChild(pElm);
-    *pbFailed = pElm->HasLostId(); // a drawing without it would be saved without it
+    // A drawing without it would be saved without it.
+    *pbFailed = pElm->HasLostId() || pElm->LacksMemory();
     return pElm;
 }
 
@@ -128,7 +131,7 @@ int CQELDocument::SaveTree()
 
 CQELDocElm* CQELDocument::CreateElement(CQELDocElm* pParent, CQELDocElm* pAfter, int32_t nType)
 {
-    CQELDocElm* pElm = MakeDocElement(nType, &m_pXml);
+    CQELDocElm* pElm = MakeDocElement(nType, &m_pXml, &m_pool);
     if (!pElm) return nullptr;
     if (nType == QEL_TYPE_ROOT) {
         SetRoot(static_cast<CQELDocQEL*>(pElm));
@@ -182,7 +185,7 @@ CQELDocElm* CQELDocument::CopyElement(CQELDocElm* pElm)
 
 CQELDocQEL* CQELDocument::NewRoot()
 {
-    return new (std::nothrow) CQELDocQEL(&m_pXml);
+    return new (&m_pool) CQELDocQEL(&m_pXml);
 }
 
 int CQELDocument::SetRoot(CQELDocQEL* pRoot)

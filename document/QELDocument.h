@@ -52,6 +52,7 @@ private:
     int SaveTree();
     int ParseTemplate();
 
+    CPool m_pool; // what the elements lie in
     XmlContext* m_pXml = nullptr;
     CQELDocQEL* m_pRoot = nullptr;
     CDetachedList<CQELDocElm> m_detached;

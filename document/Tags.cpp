@@ -21,12 +21,20 @@
 #include "dynamic/QELDocScale.h"
 #include "dynamic/QELDocStatus.h"
 
+#include <array>
+#include <string_view>
+
 namespace {
 
 template <class T>
-CQELDocElm* Make(XmlContext** ppXml)
+CQELDocElm* Make(XmlContext** ppXml, CPool* pPool)
 {
-    return new (std::nothrow) T(ppXml);
+    CQELDocElm* pElm = new (pPool) T(ppXml);
+    if (pElm && pElm->LacksMemory()) {
+        delete pElm;
+        pElm = nullptr;
+    }
+    return pElm;
 }
 
 constexpr auto SHAPE = &CQELDocShape::VisitAttrs;
@@ -62,12 +70,41 @@ constexpr TagRow g_rows[] = {
     {KEYWORD_NONE, nullptr, nullptr, nullptr, nullptr}};
 static_assert(IsSoundTable(g_rows), "types and tags are unique and the end mark is there");
 
+// The rows by the hash of their tags: each stands in the first free place from the one that its
+// hash asks for.
+constexpr std::size_t PLACES = 128;
+constexpr uint8_t EMPTY = 0xFF;
+
+constexpr std::size_t PlaceOf(uint32_t nKey)
+{
+    return nKey >> 25;
+}
+
+constexpr std::array<uint8_t, PLACES> g_places = [] {
+    std::array<uint8_t, PLACES> places{};
+    for (uint8_t& n : places) n = EMPTY;
+    for (std::size_t nRow = 0; g_rows[nRow].pszName; ++nRow) {
+        const std::string_view name = g_rows[nRow].pszName;
+        std::size_t n = PlaceOf(XmlNameKey(name.data(), name.size()));
+        while (places[n] != EMPTY) n = (n + 1) % PLACES;
+        places[n] = static_cast<uint8_t>(nRow);
+    }
+    return places;
+}();
+
 } // namespace
 
 const TagRow* const g_tagRows = g_rows;
 
-CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml)
+const TagRow* FindTag(const char* pszName, uint32_t nKey)
+{
+    for (std::size_t n = PlaceOf(nKey); g_places[n] != EMPTY; n = (n + 1) % PLACES)
+        if (IsSameText(g_rows[g_places[n]].pszName, pszName)) return &g_rows[g_places[n]];
+    return nullptr;
+}
+
+CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml, CPool* pPool)
 {
     const TagRow* pRow = FindRow(g_rows, nType);
-    return pRow && pRow->pfnMakeDoc ? pRow->pfnMakeDoc(ppXml) : nullptr;
+    return pRow && pRow->pfnMakeDoc ? pRow->pfnMakeDoc(ppXml, pPool) : nullptr;
 }

@@ -10,7 +10,8 @@
 struct TagRow {
     int32_t nId;
     const char* pszName;
-    CQELDocElm* (*pfnMakeDoc)(XmlContext** ppXml); // null: known, and skipped with its contents
+    // Null: known, and skipped with its contents.
+    CQELDocElm* (*pfnMakeDoc)(XmlContext** ppXml, CPool* pPool);
     void (*pfnVisitAttrs)(AttrVisitor pfnVisit,
                           void* pUser); // null: no attributes but the identifier
     const char* pszMeaning;             // one line for the documentation
@@ -18,5 +19,8 @@ struct TagRow {
 
 extern const TagRow* const g_tagRows;
 
+// The row of a tag, null for an unknown one. nKey: XmlNameKey of the name.
+const TagRow* FindTag(const char* pszName, uint32_t nKey);
+
 // A new document element of a type; null when the type has no class, or without memory.
-CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml);
+CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml, CPool* pPool = nullptr);

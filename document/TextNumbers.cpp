@@ -1,46 +1,63 @@
 // Numbers as drawings spell them; see the header.
 #include "document/TextNumbers.h"
 
+#include <array>
 #include <cstring>
 
 namespace {
 
-int DigitOf(char c)
+constexpr int NO_DIGIT = 16;
+
+// What a byte counts as a digit.
+constexpr std::array<uint8_t, 256> g_digits = [] {
+    std::array<uint8_t, 256> digits{};
+    for (uint8_t& n : digits) n = NO_DIGIT;
+    for (std::size_t n = 0; n < 10; ++n) digits['0' + n] = static_cast<uint8_t>(n);
+    for (std::size_t n = 0; n < 6; ++n)
+        digits['a' + n] = digits['A' + n] = static_cast<uint8_t>(10 + n);
+    return digits;
+}();
+
+unsigned DigitOf(char c)
 {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return 16;
+    return g_digits[static_cast<unsigned char>(c)];
 }
 
 struct Scanned {
     bool bNegative;
-    uint64_t nSize; // saturated well above 32 bits
+    uint32_t nSize;
+    bool bTooLarge; // more than 32 bits; nSize is not the number then
 };
 
 // Blanks, a sign and digits of the base. False: no digit, and *ppText stays.
-bool ScanDigits(const char** ppText, int nBase, Scanned* pOut)
+template <unsigned BASE>
+bool ScanDigits(const char** ppText, Scanned* pOut)
 {
     const char* p = *ppText;
     SkipTextSpace(&p);
     pOut->bNegative = *p == '-';
     if (*p == '-' || *p == '+') ++p;
-    if (nBase == 16 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) p += 2;
-    if (DigitOf(*p) >= nBase) return false;
-    pOut->nSize = 0;
-    for (int nDigit = DigitOf(*p); nDigit < nBase; nDigit = DigitOf(*++p)) {
-        pOut->nSize = pOut->nSize * static_cast<unsigned>(nBase) + static_cast<unsigned>(nDigit);
-        if (pOut->nSize > 0xFFFFFFFFFFULL) pOut->nSize = 0xFFFFFFFFFFULL;
-    }
+    if (BASE == 16 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) p += 2;
+    unsigned nDigit = DigitOf(*p);
+    if (nDigit >= BASE) return false;
+    constexpr uint32_t MOST = UINT32_MAX / BASE; // what can take another digit, or just cannot
+    uint32_t nSize = 0;
+    bool bTooLarge = false;
+    do {
+        bTooLarge |= nSize > MOST || nSize * BASE > UINT32_MAX - nDigit;
+        nSize = nSize * BASE + nDigit;
+        nDigit = DigitOf(*++p);
+    } while (nDigit < BASE);
+    pOut->nSize = nSize;
+    pOut->bTooLarge = bTooLarge;
     *ppText = p;
     return true;
 }
 
 uint32_t ToUnsigned(const Scanned& scanned)
 {
-    if (scanned.nSize > UINT32_MAX) return UINT32_MAX;
-    const auto nValue = static_cast<uint32_t>(scanned.nSize);
-    return scanned.bNegative ? 0U - nValue : nValue;
+    if (scanned.bTooLarge) return UINT32_MAX;
+    return scanned.bNegative ? 0U - scanned.nSize : scanned.nSize;
 }
 
 std::size_t FormatNumber(uint32_t nValue, unsigned nBase, const char* pszPrefix, char* pszOut,
@@ -62,31 +79,20 @@ std::size_t FormatNumber(uint32_t nValue, unsigned nBase, const char* pszPrefix,
 
 } // namespace
 
-bool IsTextSpace(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-void SkipTextSpace(const char** ppText)
-{
-    while (IsTextSpace(**ppText)) ++*ppText;
-}
-
 int ScanDecimal(const char** ppText, int32_t* pnValue)
 {
     Scanned scanned{};
-    if (!ScanDigits(ppText, 10, &scanned)) return 0;
-    const uint64_t nLimit = scanned.bNegative ? 0x80000000U : 0x7FFFFFFFU;
-    const uint64_t nSize = scanned.nSize < nLimit ? scanned.nSize : nLimit;
-    *pnValue = static_cast<int32_t>(scanned.bNegative ? -static_cast<int64_t>(nSize)
-                                                      : static_cast<int64_t>(nSize));
+    if (!ScanDigits<10>(ppText, &scanned)) return 0;
+    const uint32_t nLimit = scanned.bNegative ? 0x80000000U : 0x7FFFFFFFU;
+    const uint32_t nSize = scanned.bTooLarge || scanned.nSize > nLimit ? nLimit : scanned.nSize;
+    *pnValue = static_cast<int32_t>(scanned.bNegative ? 0U - nSize : nSize);
     return 1;
 }
 
 int ScanUnsigned(const char** ppText, uint32_t* pnValue)
 {
     Scanned scanned{};
-    if (!ScanDigits(ppText, 10, &scanned)) return 0;
+    if (!ScanDigits<10>(ppText, &scanned)) return 0;
     *pnValue = ToUnsigned(scanned);
     return 1;
 }
@@ -97,7 +103,7 @@ int ScanPrefixedHex(const char** ppText, uint32_t* pnValue)
     if (p[0] != '0' || p[1] != 'x') return 0;
     p += 2;
     Scanned scanned{};
-    if (!ScanDigits(&p, 16, &scanned)) return 0;
+    if (!ScanDigits<16>(&p, &scanned)) return 0;
     *pnValue = ToUnsigned(scanned);
     *ppText = p;
     return 1;

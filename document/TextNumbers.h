@@ -12,8 +12,14 @@ int ScanDecimal(const char** ppText, int32_t* pnValue);      // "%d"
 int ScanUnsigned(const char** ppText, uint32_t* pnValue);    // "%u": a negative number wraps
 int ScanPrefixedHex(const char** ppText, uint32_t* pnValue); // "0x%x", with nothing before the "0x"
 
-bool IsTextSpace(char c); // the C library's space set
-void SkipTextSpace(const char** ppText);
+inline bool IsTextSpace(char c) // the C library's space set
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+inline void SkipTextSpace(const char** ppText)
+{
+    while (IsTextSpace(**ppText)) ++*ppText;
+}
 
 std::size_t FormatDecimal(int32_t nValue, char* pszOut, std::size_t nSize);
 std::size_t FormatUnsigned(uint32_t nValue, char* pszOut, std::size_t nSize);

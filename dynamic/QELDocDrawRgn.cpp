@@ -40,11 +40,12 @@ void CQELDocDrawRgn::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
     for (const auto& row : Attrs()) pfnVisit(row, pUser);
 }
 
-void CQELDocDrawRgn::TakeFields(const CQELDocDrawRgn& source)
+int CQELDocDrawRgn::TakeFields(const CQELDocDrawRgn& source)
 {
     m_nStyle = source.m_nStyle;
     std::memcpy(m_nBox, source.m_nBox, sizeof m_nBox);
     m_nFlags = source.m_nFlags;
+    return 1;
 }
 
 int CQELDocDrawRgn::Clone(CQELDocElm** ppOut) const
@@ -113,7 +114,7 @@ int CQELDocDrawRgn::Load()
             const int32_t nBefore = this->*row.pField;
             LoadAttr(this, row, Xml());
             if (row.nId == ATTR_STYLE && m_nStyle < 0) m_nStyle = nBefore; // ignored
-        } else if (const char* pszCrd = XmlGetAttr(Xml(), AttrName(row.nId))) {
+        } else if (const char* pszCrd = GetXmlAttr(Xml(), row.nId)) {
             ParseCrdNumbers(pszCrd, g_form.pszLayout, m_nBox);
         }
     }

@@ -22,7 +22,7 @@ public:
     int Load() override;
     int Save() override;
 
-    void TakeFields(const CQELDocDrawRgn& source);
+    int TakeFields(const CQELDocDrawRgn& source);
 
     static std::span<const AttrRow<CQELDocDrawRgn>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);

@@ -119,11 +119,12 @@ void CQELDocMeter::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
     for (const auto& row : Attrs()) pfnVisit(row, pUser);
 }
 
-void CQELDocMeter::TakeFields(const CQELDocMeter& source)
+int CQELDocMeter::TakeFields(const CQELDocMeter& source)
 {
     for (const auto& row : Attrs())
         if (row.pField) this->*row.pField = source.*row.pField;
     std::memcpy(m_nGeometry, source.m_nGeometry, sizeof m_nGeometry);
+    return 1;
 }
 
 int CQELDocMeter::Clone(CQELDocElm** ppOut) const
@@ -211,7 +212,7 @@ int CQELDocMeter::Load()
     if (!CQELDocElm::Load()) return 0;
     for (const auto& row : Attrs())
         if (row.pField) LoadAttr(this, row, Xml());
-    if (const char* pszCrd = XmlGetAttr(Xml(), AttrName(ATTR_CRD))) ParseGeometry(pszCrd);
+    if (const char* pszCrd = GetXmlAttr(Xml(), ATTR_CRD)) ParseGeometry(pszCrd);
     return 1;
 }
 

@@ -29,7 +29,7 @@ public:
     int Load() override;
     int Save() override;
 
-    void TakeFields(const CQELDocMeter& source);
+    int TakeFields(const CQELDocMeter& source);
 
     static std::span<const AttrRow<CQELDocMeter>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);

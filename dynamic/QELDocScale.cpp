@@ -73,11 +73,12 @@ void CQELDocScale::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
     for (const auto& row : Attrs()) pfnVisit(row, pUser);
 }
 
-void CQELDocScale::TakeFields(const CQELDocScale& source)
+int CQELDocScale::TakeFields(const CQELDocScale& source)
 {
     for (const auto& row : Attrs())
         if (row.pField) this->*row.pField = source.*row.pField;
     std::memcpy(m_nGeometry, source.m_nGeometry, sizeof m_nGeometry);
+    return 1;
 }
 
 int CQELDocScale::Clone(CQELDocElm** ppOut) const
@@ -159,7 +160,7 @@ int CQELDocScale::Load()
         if (row.pField) LoadAttr(this, row, Xml());
     const CrdForm& form = CrdFormOf(m_nType);
     ParseCrdNumbers(form.pszDefault, form.pszLayout, m_nGeometry);
-    if (const char* pszCrd = XmlGetAttr(Xml(), AttrName(ATTR_CRD)))
+    if (const char* pszCrd = GetXmlAttr(Xml(), ATTR_CRD))
         ParseCrdNumbers(pszCrd, form.pszLayout, m_nGeometry);
     return 1;
 }

@@ -27,7 +27,7 @@ public:
     int Load() override;
     int Save() override;
 
-    void TakeFields(const CQELDocScale& source);
+    int TakeFields(const CQELDocScale& source);
 
     static std::span<const AttrRow<CQELDocScale>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);

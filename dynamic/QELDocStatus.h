@@ -18,7 +18,11 @@ public:
     int Load() override;
     int Save() override;
 
-    void TakeFields(const CQELDocStatus& source) { m_nStatus = source.m_nStatus; }
+    int TakeFields(const CQELDocStatus& source)
+    {
+        m_nStatus = source.m_nStatus;
+        return 1;
+    }
 
     static std::span<const AttrRow<CQELDocStatus>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);

@@ -1,24 +1,15 @@
 // Memory in chunks; see the header.
 #include "engine/Arena.h"
 
-#include <cstdint>
 #include <cstdlib>
-#include <cstring>
 
 namespace {
 
 constexpr std::size_t ALIGNMENT = alignof(void*) < 8 ? 4 : 8;
 constexpr std::size_t HEAD = 2 * ALIGNMENT; // a chunk's own record
-constexpr std::size_t LAST_CHUNK = std::size_t{1} << 20;
+constexpr std::size_t LAST_CHUNK = std::size_t{1} << 18;
 
 } // namespace
-
-void* CArena::Take(std::size_t nSize)
-{
-    char* p = TakeAligned(nSize, ALIGNMENT);
-    if (p) std::memset(p, 0, nSize);
-    return p;
-}
 
 char* CArena::TakeText(const char* pText, std::size_t nLen)
 {
@@ -28,16 +19,6 @@ char* CArena::TakeText(const char* pText, std::size_t nLen)
     std::memcpy(pszCopy, pText, nLen);
     pszCopy[nLen] = 0;
     return pszCopy;
-}
-
-char* CArena::TakeAligned(std::size_t nSize, std::size_t nAlign)
-{
-    const std::size_t nPad = (0 - reinterpret_cast<uintptr_t>(m_pFree)) & (nAlign - 1);
-    if (nSize > m_nFree || nPad > m_nFree - nSize) return NewChunk(nSize);
-    char* p = m_pFree + nPad;
-    m_pFree = p + nSize;
-    m_nFree -= nPad + nSize;
-    return p;
 }
 
 // A piece that is large beside the chunks gets its own, and what is left of the last one stays in
@@ -67,4 +48,5 @@ void CArena::Clear()
     }
     m_pFree = nullptr;
     m_nFree = 0;
+    m_nNextChunk = m_nFirstChunk;
 }

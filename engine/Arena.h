@@ -3,8 +3,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <new>
 
-// The size of an arena's first chunk; each is twice as large as the one before, up to a megabyte.
+// The size of an arena's first chunk; each is twice as large as the one before, up to 256 KB.
 // With 0 every piece is a chunk of its own, so that a checker of memory sees the ends of each.
 #ifdef QEL_SEPARATE_BLOCKS
 constexpr std::size_t ARENA_CHUNK = 0;
@@ -14,22 +17,33 @@ constexpr std::size_t ARENA_CHUNK = 4096;
 
 class CArena {
 public:
-    explicit CArena(std::size_t nFirstChunk = ARENA_CHUNK) noexcept : m_nNextChunk(nFirstChunk) {}
+    explicit CArena(std::size_t nFirstChunk = ARENA_CHUNK) noexcept
+        : m_nFirstChunk(nFirstChunk), m_nNextChunk(nFirstChunk)
+    {
+    }
     ~CArena() { Clear(); }
     CArena(const CArena&) = delete;
     CArena& operator=(const CArena&) = delete;
 
     // Zeroed memory, aligned for pointers and numbers; null when memory fails.
-    void* Take(std::size_t nSize);
-    template <class T>
-    T* Take()
+    void* Take(std::size_t nSize)
     {
-        return static_cast<T*>(Take(sizeof(T)));
+        char* p = TakeUnits(nSize);
+        if (p) std::memset(p, 0, nSize);
+        return p;
+    }
+    template <class T>
+    T* Take() // a plain record of zeros
+    {
+        char* p = TakeUnits(sizeof(T));
+        return p ? new (p) T{} : nullptr;
     }
     // A copy of a text with a zero at its end; null when memory fails.
     char* TakeText(const char* pText, std::size_t nLen);
-    // Memory that is neither zeroed nor aligned; null when memory fails.
+    // Memory that is not zeroed, without alignment and with that of a pointer; null when memory
+    // fails.
     char* TakeBytes(std::size_t nSize) { return TakeAligned(nSize, 1); }
+    char* TakeUnits(std::size_t nSize) { return TakeAligned(nSize, alignof(void*)); }
 
     void Clear(); // gives all pieces back
 
@@ -38,11 +52,20 @@ private:
         Chunk* pNext;
     };
 
-    char* TakeAligned(std::size_t nSize, std::size_t nAlign);
+    char* TakeAligned(std::size_t nSize, std::size_t nAlign)
+    {
+        const std::size_t nPad = (0 - reinterpret_cast<uintptr_t>(m_pFree)) & (nAlign - 1);
+        if (nSize > m_nFree || nPad > m_nFree - nSize) return NewChunk(nSize);
+        char* p = m_pFree + nPad;
+        m_pFree = p + nSize;
+        m_nFree -= nPad + nSize;
+        return p;
+    }
     char* NewChunk(std::size_t nSize);
 
     Chunk* m_pChunks = nullptr;
     char* m_pFree = nullptr; // what is left of the chunk in use
     std::size_t m_nFree = 0;
+    std::size_t m_nFirstChunk;
     std::size_t m_nNextChunk;
 };

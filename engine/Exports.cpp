@@ -36,13 +36,13 @@ CQELEngine* EngineOf(HQELENGINE hEngine)
 CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem)
 {
     if (!pEngine) return nullptr;
-    auto* pElm = static_cast<CQELDocElm*>(CHandleEntry::Find(HandleKind::Element, ToNumber(hElem)));
+    CQELDocElm* pElm = CQELDocElm::OfHandle(ToNumber(hElem));
     return pElm && pEngine->Document().Owns(pElm) ? pElm : nullptr;
 }
 
 HQELELEM HandleOf(CQELDocElm* pElm)
 {
-    return pElm ? ToHandle<HQELELEM>(pElm->Handle().Value()) : nullptr;
+    return pElm ? ToHandle<HQELELEM>(pElm->HandleValue()) : nullptr;
 }
 
 template <CQELDocElm* (*pfnRelated)(const CQELDocElm*)>

@@ -15,51 +15,47 @@ constexpr uintptr_t FIRST_VALUE = 0x10000; // clear of the small numbers that ho
 
 class CHandleTable {
 public:
-    void Insert(CHandleEntry* pEntry)
+    void Insert(HandleLink* pLink)
     {
         if (m_nCount >= m_nBuckets) Grow();
-        CHandleEntry** ppBucket = Bucket(pEntry->m_nValue);
-        pEntry->m_pNext = *ppBucket;
-        *ppBucket = pEntry;
+        HandleLink** ppBucket = Bucket(pLink->nNumber);
+        pLink->pNext = *ppBucket;
+        *ppBucket = pLink;
         ++m_nCount;
     }
 
-    void Remove(CHandleEntry* pEntry)
+    void Remove(HandleLink* pLink)
     {
-        CHandleEntry** ppLink = Bucket(pEntry->m_nValue);
-        while (*ppLink != pEntry) ppLink = &(*ppLink)->m_pNext;
-        *ppLink = pEntry->m_pNext;
+        HandleLink** ppLink = Bucket(pLink->nNumber);
+        while (*ppLink != pLink) ppLink = &(*ppLink)->pNext;
+        *ppLink = pLink->pNext;
         if (--m_nCount == 0) DropBuckets();
-        if (pEntry->m_bPrivate && m_nSpare < MAX_SPARE) m_spare[m_nSpare++] = pEntry->m_nValue;
     }
 
-    CHandleEntry* Find(uintptr_t nValue)
+    HandleLink* Find(uintptr_t nValue)
     {
-        CHandleEntry* pEntry = *Bucket(nValue);
-        while (pEntry && pEntry->m_nValue != nValue) pEntry = pEntry->m_pNext;
-        return pEntry;
+        HandleLink* pLink = *Bucket(nValue);
+        while (pLink && pLink->nNumber != nValue) pLink = pLink->pNext;
+        return pLink;
     }
-
-    uintptr_t NewValue() { return m_nNext ? m_nNext++ : 0; } // wraps to 0 when all are used up
-    uintptr_t SpareValue() { return m_nSpare ? m_spare[--m_nSpare] : NewValue(); }
 
 private:
-    CHandleEntry** Bucket(uintptr_t nValue) { return &m_ppBuckets[nValue & (m_nBuckets - 1)]; }
+    HandleLink** Bucket(uintptr_t nValue) { return &m_ppBuckets[nValue & (m_nBuckets - 1)]; }
 
     // Numbers follow each other, so their low bits spread them evenly. Without memory to grow, the
     // chains only get longer.
     void Grow()
     {
         const std::size_t nBuckets = m_nBuckets * 2;
-        auto** ppNew = static_cast<CHandleEntry**>(std::calloc(nBuckets, sizeof(CHandleEntry*)));
+        auto** ppNew = static_cast<HandleLink**>(std::calloc(nBuckets, sizeof(HandleLink*)));
         if (!ppNew) return;
         for (std::size_t i = 0; i < m_nBuckets; ++i) {
-            for (CHandleEntry* pEntry = m_ppBuckets[i]; pEntry;) {
-                CHandleEntry* pNext = pEntry->m_pNext;
-                CHandleEntry** ppBucket = &ppNew[pEntry->m_nValue & (nBuckets - 1)];
-                pEntry->m_pNext = *ppBucket;
-                *ppBucket = pEntry;
-                pEntry = pNext;
+            for (HandleLink* pLink = m_ppBuckets[i]; pLink;) {
+                HandleLink* pNext = pLink->pNext;
+                HandleLink** ppBucket = &ppNew[pLink->nNumber & (nBuckets - 1)];
+                pLink->pNext = *ppBucket;
+                *ppBucket = pLink;
+                pLink = pNext;
             }
             m_ppBuckets[i] = nullptr;
         }
@@ -77,10 +73,23 @@ private:
         m_nBuckets = FIRST_BUCKETS;
     }
 
-    CHandleEntry* m_first[FIRST_BUCKETS] = {};
-    CHandleEntry** m_ppBuckets = m_first;
+    HandleLink* m_first[FIRST_BUCKETS] = {};
+    HandleLink** m_ppBuckets = m_first;
     std::size_t m_nBuckets = FIRST_BUCKETS;
     std::size_t m_nCount = 0;
+};
+
+// The numbers that are given out, to handles of all tables.
+class CHandleNumbers {
+public:
+    uintptr_t New() { return m_nNext ? m_nNext++ : 0; } // wraps to 0 when all are used up
+    uintptr_t Spare() { return m_nSpare ? m_spare[--m_nSpare] : New(); }
+    void KeepSpare(uintptr_t nNumber)
+    {
+        if (m_nSpare < MAX_SPARE) m_spare[m_nSpare++] = nNumber;
+    }
+
+private:
     std::size_t m_nSpare = 0;
     uintptr_t m_spare[MAX_SPARE] = {};
     uintptr_t m_nNext = FIRST_VALUE;
@@ -88,38 +97,61 @@ private:
 
 namespace {
 
-constinit CHandleTable g_handles; // ready before any constructor of the host runs
+// Ready before any constructor of the host runs.
+constinit CHandleTable g_handles;
+constinit CHandleTable g_elements;
+constinit CHandleNumbers g_numbers;
 
 } // namespace
 
 CHandleEntry::~CHandleEntry()
 {
-    if (m_nValue) g_handles.Remove(this);
+    if (!nNumber) return;
+    g_handles.Remove(this);
+    if (m_bPrivate) g_numbers.KeepSpare(nNumber);
 }
 
 uintptr_t CHandleEntry::Value()
 {
     m_bPrivate = false;
-    if (!m_nValue) Link(g_handles.NewValue());
-    return m_nValue;
+    if (!nNumber) Link(g_numbers.New());
+    return nNumber;
 }
 
 uintptr_t CHandleEntry::PrivateValue()
 {
-    if (m_nValue) return m_nValue;
-    Link(g_handles.SpareValue());
-    m_bPrivate = m_nValue != 0;
-    return m_nValue;
+    if (nNumber) return nNumber;
+    Link(g_numbers.Spare());
+    m_bPrivate = nNumber != 0;
+    return nNumber;
 }
 
 void CHandleEntry::Link(uintptr_t nValue)
 {
-    m_nValue = nValue;
+    nNumber = nValue;
     if (nValue) g_handles.Insert(this);
 }
 
 void* CHandleEntry::Find(HandleKind nKind, uintptr_t nValue)
 {
-    const CHandleEntry* pEntry = nValue ? g_handles.Find(nValue) : nullptr;
+    const auto* pEntry = nValue ? static_cast<CHandleEntry*>(g_handles.Find(nValue)) : nullptr;
     return pEntry && pEntry->m_nKind == nKind ? pEntry->m_pObject : nullptr;
+}
+
+CElementHandle::~CElementHandle()
+{
+    if (nNumber) g_elements.Remove(this);
+}
+
+uintptr_t CElementHandle::HandleValue()
+{
+    if (nNumber) return nNumber;
+    nNumber = g_numbers.New();
+    if (nNumber) g_elements.Insert(this);
+    return nNumber;
+}
+
+CElementHandle* CElementHandle::FindHandle(uintptr_t nValue)
+{
+    return nValue ? static_cast<CElementHandle*>(g_elements.Find(nValue)) : nullptr;
 }

@@ -8,13 +8,18 @@
 enum class HandleKind : uint8_t {
     Engine,  // a CQELEngine
     Record,  // a show-only share of one
-    Element, // a CQELDocElm
     Gradient // a CGradient
+};
+
+// A place in a table of handles, in the object itself, so that making a handle needs no memory.
+struct HandleLink {
+    uintptr_t nNumber = 0;       // 0: the host has none
+    HandleLink* pNext = nullptr; // in its bucket
 };
 
 // The handle side of an object: a member of what a host may hold. It takes a number only when the
 // host is to get one, and gives it up with the object.
-class CHandleEntry {
+class CHandleEntry : private HandleLink {
 public:
     CHandleEntry(HandleKind nKind, void* pObject) noexcept : m_nKind(nKind), m_pObject(pObject) {}
     ~CHandleEntry();
@@ -40,10 +45,21 @@ private:
     HandleKind m_nKind;
     bool m_bPrivate = false;
     void* m_pObject;
-    uintptr_t m_nValue = 0;
-    CHandleEntry* m_pNext = nullptr; // in its bucket
+};
 
-    friend class CHandleTable;
+// The same for a document element, of which there are many: the base class of it, without a record
+// of what it is.
+class CElementHandle : private HandleLink {
+public:
+    CElementHandle() = default;
+    CElementHandle(const CElementHandle&) = delete;
+    CElementHandle& operator=(const CElementHandle&) = delete;
+
+    uintptr_t HandleValue(); // the number, 0 when all numbers are used up
+
+protected:
+    ~CElementHandle();
+    static CElementHandle* FindHandle(uintptr_t nValue); // null when none has that number
 };
 
 // The host's handle types are pointers to nothing; these cross between them and numbers.

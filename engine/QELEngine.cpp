@@ -1,8 +1,10 @@
 // The engine object; see the header. The exported functions that forward to it are in Exports.cpp.
 #include "engine/QELEngine.h"
 
+#include "document/QELDocShape.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
+#include "render/QELViewShape.h"
 
 #include <cstdio>
 
@@ -84,17 +86,20 @@ int CQELEngine::MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pA
     if (!m_view.CreateElement(pParent, pAfter, pElm->Type(), &pView)) return 0;
     pElm->SetView(pView);
     if (pParent) pView->SetBlink(pParent->BlinkPhase());
-    LoadView(pElm);
-    return 1;
+    return LoadView(pElm);
 }
 
 // Loads an element's record into its view element. A view that refuses the record keeps what it
-// had.
-void CQELEngine::LoadView(CQELDocElm* pElm)
+// had. 0 without memory.
+int CQELEngine::LoadView(CQELDocElm* pElm)
 {
     CQELViewElm* pView = pElm->View();
-    if (!pView) return;
-    alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE] = {};
+    if (!pView) return 1;
+    if (pElm->Type() >= QEL_TYPE_TEXT && pElm->Type() <= QEL_TYPE_POLYGON) {
+        auto* pShape = static_cast<CQELViewShape*>(pView);
+        return pShape->TakeData(static_cast<CQELDocShape*>(pElm)->Data());
+    }
+    alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE];
     int nSize = 0;
     if (pElm->GetAttrSize(&nSize) && nSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(block))
         pView->SetAttrBlock(block);
@@ -102,13 +107,15 @@ void CQELEngine::LoadView(CQELDocElm* pElm)
         m_view.Root()->SetName(pElm->Id());
         TakeRefSize();
     }
+    return 1;
 }
 
 // The same for one that was changed. It is registered anew, since its id may be another.
-void CQELEngine::ReloadView(CQELDocElm* pElm)
+int CQELEngine::ReloadView(CQELDocElm* pElm)
 {
-    LoadView(pElm);
+    if (!LoadView(pElm)) return 0;
     if (pElm->View() && IsInPicture(pElm)) m_view.Register(pElm->View());
+    return 1;
 }
 
 bool CQELEngine::IsInPicture(const CQELDocElm* pElm) const
@@ -219,8 +226,14 @@ int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
     const CQELDocQEL* pRoot = m_document.GetRoot();
     const SIZE before = pRoot ? pRoot->RefSize() : SIZE{};
     const SIZE shown = m_refSize;
+    alignas(8) unsigned char old[QEL_MAX_ATTR_SIZE];
+    const bool bKept = nOwnSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(old);
     if (!pElm->SetAttr(pBuffer)) return 0;
-    ReloadView(pElm);
+    if (!ReloadView(pElm)) {
+        // What the old record takes was just given back, so it needs no memory.
+        if (bKept) pElm->SetAttr(old);
+        return 0;
+    }
     if (pElm == pRoot && before.cx == pRoot->RefSize().cx && before.cy == pRoot->RefSize().cy) {
         m_refSize = shown; // no new size: a turned drawing stays as it is shown
         m_view.SetRefSize(shown);

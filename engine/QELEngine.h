@@ -51,8 +51,8 @@ private:
     CQELDocElm* ReplaceRoot();
     int MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter);
     int MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
-    void LoadView(CQELDocElm* pElm);
-    void ReloadView(CQELDocElm* pElm);
+    int LoadView(CQELDocElm* pElm);
+    int ReloadView(CQELDocElm* pElm);
     void GiveUp(CQELDocElm* pElm);
     [[nodiscard]] bool IsInPicture(const CQELDocElm* pElm) const;
     void TakeRefSize();

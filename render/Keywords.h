@@ -13,6 +13,17 @@ struct KeywordRow {
 
 constexpr int32_t KEYWORD_NONE = -1; // ends a table, and is the answer for an unknown keyword
 
+// Whether two short texts are the same: in the time of a call of the library's own comparison this is
+// done.
+inline bool IsSameText(const char* pszA, const char* pszB)
+{
+    while (*pszA && *pszA == *pszB) {
+        ++pszA;
+        ++pszB;
+    }
+    return *pszA == *pszB;
+}
+
 // The number paired with the keyword equal to pszText, byte by byte; -1 when there is none.
 template <class Row>
 constexpr int32_t LookupKeyword(const Row* pRows, const char* pszText)

@@ -20,31 +20,43 @@
 #include "render/QELViewRoundRect.h"
 #include "render/QELViewText.h"
 
-namespace {
+#include <array>
 
-template <class T>
-CQELViewElm* Make(int32_t nRefW, int32_t nRefH)
-{
-    return new (std::nothrow) T(nRefW, nRefH);
-}
+namespace {
 
 struct MakerRow {
     int32_t nType;
-    CQELViewElm* (*pfnMake)(int32_t nRefW, int32_t nRefH);
+    CQELViewElm* (*pfnMake)(CPool* pPool, int32_t nRefW, int32_t nRefH);
 };
 
 constexpr MakerRow g_makers[] = {
-    {QEL_TYPE_ROOT, Make<CQELViewQEL>},          {QEL_TYPE_TEXT, Make<CQELViewText>},
-    {QEL_TYPE_RECT, Make<CQELViewRect>},         {QEL_TYPE_CHORD, Make<CQELViewChord>},
-    {QEL_TYPE_PIE, Make<CQELViewPie>},           {QEL_TYPE_ROUNDRECT, Make<CQELViewRoundRect>},
-    {QEL_TYPE_ARC, Make<CQELViewArc>},           {QEL_TYPE_ELLIPSE, Make<CQELViewEllipse>},
-    {QEL_TYPE_CIRCLE, Make<CQELViewCircle>},     {QEL_TYPE_LINE, Make<CQELViewLine>},
-    {QEL_TYPE_POLYLINE, Make<CQELViewPolyline>}, {QEL_TYPE_POLYGON, Make<CQELViewPolygon>},
-    {QEL_TYPE_GROUP, Make<CQELViewGroup>},       {QEL_TYPE_STATUS, Make<CQELViewStatus>},
-    {QEL_TYPE_FRAME, Make<CQELViewFrame>},       {QEL_TYPE_PATTERN, Make<CQELViewPattern>},
-    {QEL_TYPE_DRAWRGN, Make<CQELViewDrawRgn>},   {QEL_TYPE_SCALE, Make<CQELViewScale>},
-    {QEL_TYPE_METER, Make<CQELViewMeter>},
+    {QEL_TYPE_ROOT, MakeWhole<CQELViewQEL>},
+    {QEL_TYPE_TEXT, MakeWhole<CQELViewText>},
+    {QEL_TYPE_RECT, MakeWhole<CQELViewRect>},
+    {QEL_TYPE_CHORD, MakeWhole<CQELViewChord>},
+    {QEL_TYPE_PIE, MakeWhole<CQELViewPie>},
+    {QEL_TYPE_ROUNDRECT, MakeWhole<CQELViewRoundRect>},
+    {QEL_TYPE_ARC, MakeWhole<CQELViewArc>},
+    {QEL_TYPE_ELLIPSE, MakeWhole<CQELViewEllipse>},
+    {QEL_TYPE_CIRCLE, MakeWhole<CQELViewCircle>},
+    {QEL_TYPE_LINE, MakeWhole<CQELViewLine>},
+    {QEL_TYPE_POLYLINE, MakeWhole<CQELViewPolyline>},
+    {QEL_TYPE_POLYGON, MakeWhole<CQELViewPolygon>},
+    {QEL_TYPE_GROUP, MakeWhole<CQELViewGroup>},
+    {QEL_TYPE_STATUS, MakeWhole<CQELViewStatus>},
+    {QEL_TYPE_FRAME, MakeWhole<CQELViewFrame>},
+    {QEL_TYPE_PATTERN, MakeWhole<CQELViewPattern>},
+    {QEL_TYPE_DRAWRGN, MakeWhole<CQELViewDrawRgn>},
+    {QEL_TYPE_SCALE, MakeWhole<CQELViewScale>},
+    {QEL_TYPE_METER, MakeWhole<CQELViewMeter>},
 };
+
+// The makers by type.
+constexpr std::array<MakerRow, QEL_TYPE_NONE> g_makerOf = [] {
+    std::array<MakerRow, QEL_TYPE_NONE> makers{};
+    for (const MakerRow& row : g_makers) makers[static_cast<std::size_t>(row.nType)] = row;
+    return makers;
+}();
 
 // The id under which the host addresses an element.
 uint32_t HostIdOf(const CQELViewElm* pElm)
@@ -94,6 +106,12 @@ int CQELView::NewTree()
 
 void CQELView::Clear()
 {
+    DeleteAll();
+    m_pool.Clear();
+}
+
+void CQELView::DeleteAll()
+{
     m_scales.Clear();
     m_statuses.Clear();
     m_meters.Clear();
@@ -105,11 +123,11 @@ void CQELView::Clear()
     m_pRoot = nullptr;
 }
 
-CQELViewElm* CQELView::MakeElement(int32_t nType) const
+CQELViewElm* CQELView::MakeElement(int32_t nType)
 {
-    for (const MakerRow& row : g_makers)
-        if (row.nType == nType) return row.pfnMake(m_refSize.cx, m_refSize.cy);
-    return nullptr;
+    if (nType < 0 || nType >= QEL_TYPE_NONE) return nullptr;
+    const MakerRow& row = g_makerOf[static_cast<std::size_t>(nType)];
+    return row.pfnMake ? row.pfnMake(&m_pool, m_refSize.cx, m_refSize.cy) : nullptr;
 }
 
 int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t nType,
@@ -120,7 +138,7 @@ int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t n
     CQELViewElm* pElm = MakeElement(nType);
     if (!pElm) return 0;
     if (nType == QEL_TYPE_ROOT) {
-        Clear();
+        DeleteAll(); // the new root lies in the pool already
         m_pRoot = static_cast<CQELViewQEL*>(pElm);
     } else {
         pParent->AppendChild(pElm);

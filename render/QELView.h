@@ -68,7 +68,8 @@ public:
     [[nodiscard]] CQELViewQEL* Root() const { return m_pRoot; }
 
 private:
-    [[nodiscard]] CQELViewElm* MakeElement(int32_t nType) const;
+    void DeleteAll();
+    [[nodiscard]] CQELViewElm* MakeElement(int32_t nType);
     int SetSlot(CQELViewElm* pElm, bool bOn);
     int SetElementParam(int32_t nIndex, uint32_t nValue);
     CQELViewList* ListOf(int32_t nType);
@@ -76,6 +77,7 @@ private:
     [[nodiscard]] CQELViewMeter* FindMeter(uint32_t nId) const;
     [[nodiscard]] bool WantsFullRedraw() const;
 
+    CPool m_pool; // what the elements lie in
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;
     CQELViewFrame* m_pFrame = nullptr; // the registered elements belong to the tree

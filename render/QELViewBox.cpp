@@ -6,26 +6,26 @@
 
 RECT CQELViewBox::Box() const
 {
-    return {m_nGeometry[0], m_nGeometry[1], m_nGeometry[2], m_nGeometry[3]};
+    return {Words()[0], Words()[1], Words()[2], Words()[3]};
 }
 
 void CQELViewBox::SetBoxInside(const RECT& rc)
 {
     RECT rcInside = rc;
     KeepRectInside(&rcInside, RefW(), RefH());
-    m_nGeometry[0] = rcInside.left;
-    m_nGeometry[1] = rcInside.top;
-    m_nGeometry[2] = rcInside.right;
-    m_nGeometry[3] = rcInside.bottom;
+    Words()[0] = rcInside.left;
+    Words()[1] = rcInside.top;
+    Words()[2] = rcInside.right;
+    Words()[3] = rcInside.bottom;
 }
 
 int CQELViewBox::Rotate(POINT ptCentre, int32_t nAngle)
 {
     const int32_t nTurn = QuarterTurn(nAngle);
     RECT rc = Box();
-    if (!CQELRotate(ptCentre, WrapSub(nTurn, m_nRotation)).RotateRect(&rc)) return 0;
+    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateRect(&rc)) return 0;
     SetBoxInside(rc);
-    m_nRotation = nTurn;
+    SetRotation(nTurn);
     return 1;
 }
 

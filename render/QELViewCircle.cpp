@@ -28,7 +28,7 @@ int CQELViewCircle::NewInstance(CQELViewElm** ppOut) const
 
 RECT CQELViewCircle::Box() const
 {
-    const int32_t* n = m_nGeometry;
+    const int32_t* n = Words();
     return {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
 }
 
@@ -60,24 +60,24 @@ int CQELViewCircle::Rotate(POINT ptCentre, int32_t nAngle)
 {
     const int32_t nTurn = QuarterTurn(nAngle);
     RECT rc = Box();
-    if (!CQELRotate(ptCentre, WrapSub(nTurn, m_nRotation)).RotateRect(&rc)) return 0;
+    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateRect(&rc)) return 0;
     const POINT ptMiddle = MiddleOf(rc);
-    m_nGeometry[0] = ptMiddle.x;
-    m_nGeometry[1] = ptMiddle.y;
-    m_nGeometry[2] = static_cast<int32_t>(RadiusIn(rc));
-    m_nRotation = nTurn;
+    Words()[0] = ptMiddle.x;
+    Words()[1] = ptMiddle.y;
+    Words()[2] = static_cast<int32_t>(RadiusIn(rc));
+    SetRotation(nTurn);
     return 1;
 }
 
 int CQELViewCircle::MoveX(int32_t nDx)
 {
-    m_nGeometry[0] = WrapAdd(m_nGeometry[0], nDx);
+    Words()[0] = WrapAdd(Words()[0], nDx);
     return 1;
 }
 
 int CQELViewCircle::MoveY(int32_t nDy)
 {
-    m_nGeometry[1] = WrapAdd(m_nGeometry[1], nDy);
+    Words()[1] = WrapAdd(Words()[1], nDy);
     return 1;
 }
 

@@ -125,5 +125,5 @@ void CQELViewElm::SetRefSize(int32_t nRefW, int32_t nRefH)
 
 void CQELViewElm::SetBlink(int32_t nPhase)
 {
-    for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) pElm->m_nBlink = nPhase;
+    for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) pElm->m_bDark = nPhase != 0;
 }

@@ -3,6 +3,7 @@
 // moves, loads and recolours elements. By default each passes the call on to every child in order.
 #pragma once
 
+#include "engine/Pool.h"
 #include "engine/TreeLinks.h"
 #include "include/QELEngine.h"
 
@@ -11,10 +12,15 @@
 
 struct ViewListNode;
 
-class CQELViewElm : public CTreeLinks<CQELViewElm> {
+class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
 public:
     CQELViewElm(int32_t nRefW, int32_t nRefH) noexcept : m_nRefW(nRefW), m_nRefH(nRefH) {}
     virtual ~CQELViewElm();
+    static void operator delete(void* p) noexcept { std::free(p); } // a constructor threw
+    static void operator delete(CQELViewElm* p, std::destroying_delete_t, std::size_t nSize)
+    {
+        DeletePooled(p, nSize);
+    }
     CQELViewElm(const CQELViewElm&) = delete;
     CQELViewElm& operator=(const CQELViewElm&) = delete;
 
@@ -33,6 +39,9 @@ public:
     virtual int SetDraftBackParam(uint32_t nValue);
     [[nodiscard]] virtual uint32_t GetParamMask() const;
 
+    // Whether there was no memory for what an element of its class holds.
+    [[nodiscard]] virtual bool LacksMemory() const { return false; }
+
     // Unlinks this element and links it under pParent: after pAfter, or else as the first child.
     void Move(CQELViewElm* pParent, CQELViewElm* pAfter);
     void Detach(); // destroys all children, then unlinks
@@ -41,32 +50,43 @@ public:
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
     [[nodiscard]] int32_t RefW() const { return m_nRefW; }
     [[nodiscard]] int32_t RefH() const { return m_nRefH; }
-    void SetBlink(int32_t nPhase); // with all descendants
-    [[nodiscard]] int32_t BlinkPhase() const { return m_nBlink; }
+    void SetBlink(int32_t nPhase);                               // with all descendants
+    [[nodiscard]] int32_t BlinkPhase() const { return m_bDark; } // 1 for any but 0
 
     // A colour as it is drawn now: black for a blinking one in the dark phase.
     [[nodiscard]] COLORREF BlinkColor(uint32_t clr) const
     {
-        return m_nBlink && (clr & QEL_COLOR_BLINK) ? 0 : clr & ~QEL_COLOR_BLINK;
+        return m_bDark && (clr & QEL_COLOR_BLINK) ? 0 : clr & ~QEL_COLOR_BLINK;
     }
 
 protected:
-    void SetType(int32_t nType) { m_nType = nType; }
+    void SetType(int32_t nType) { m_nType = static_cast<int8_t>(nType); }
 
 private:
     friend class CQELView; // keeps the lists of dynamic elements
 
-    int32_t m_nType = QEL_TYPE_NONE;
     int32_t m_nRefW;
     int32_t m_nRefH;
-    int32_t m_nBlink = 0;
     ViewListNode* m_pListNode = nullptr; // null while the element is in none of the view's lists
+    // Last: a derived class's small fields fill what is left of the word.
+    int8_t m_nType = QEL_TYPE_NONE;
+    bool m_bDark = false; // the phase in which blinking colours are black
 };
+
+// A new element with all that it holds; null without memory.
+template <class T>
+CQELViewElm* MakeWhole(CPool* pPool, int32_t nRefW, int32_t nRefH)
+{
+    CQELViewElm* pElm = new (pPool) T(nRefW, nRefH);
+    if (!pElm || !pElm->LacksMemory()) return pElm;
+    delete pElm;
+    return nullptr;
+}
 
 // For the concrete classes: an empty element of class T with the reference size of another one.
 template <class T>
 int NewInstanceAs(const T& source, CQELViewElm** ppOut)
 {
-    *ppOut = new (std::nothrow) T(source.RefW(), source.RefH());
+    *ppOut = MakeWhole<T>(source.Pool(), source.RefW(), source.RefH());
     return *ppOut ? 1 : 0;
 }

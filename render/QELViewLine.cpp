@@ -13,8 +13,8 @@ int CQELViewLine::NewInstance(CQELViewElm** ppOut) const
 int CQELViewLine::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     pOut->nPoints = 2;
-    pOut->pts[0] = StretchPoint(rcQel, nFlags, m_nGeometry[0], m_nGeometry[1]);
-    pOut->pts[1] = StretchPoint(rcQel, nFlags, m_nGeometry[2], m_nGeometry[3]);
+    pOut->pts[0] = StretchPoint(rcQel, nFlags, Words()[0], Words()[1]);
+    pOut->pts[1] = StretchPoint(rcQel, nFlags, Words()[2], Words()[3]);
     return 1;
 }
 
@@ -27,27 +27,27 @@ void CQELViewLine::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT
 int CQELViewLine::Rotate(POINT ptCentre, int32_t nAngle)
 {
     const int32_t nTurn = QuarterTurn(nAngle);
-    POINT pt1{m_nGeometry[0], m_nGeometry[1]};
-    POINT pt2{m_nGeometry[2], m_nGeometry[3]};
-    if (!CQELRotate(ptCentre, WrapSub(nTurn, m_nRotation)).RotateTwo(&pt1, &pt2)) return 0;
-    m_nGeometry[0] = pt1.x;
-    m_nGeometry[1] = pt1.y;
-    m_nGeometry[2] = pt2.x;
-    m_nGeometry[3] = pt2.y;
-    m_nRotation = nTurn;
+    POINT pt1{Words()[0], Words()[1]};
+    POINT pt2{Words()[2], Words()[3]};
+    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateTwo(&pt1, &pt2)) return 0;
+    Words()[0] = pt1.x;
+    Words()[1] = pt1.y;
+    Words()[2] = pt2.x;
+    Words()[3] = pt2.y;
+    SetRotation(nTurn);
     return 1;
 }
 
 int CQELViewLine::MoveX(int32_t nDx)
 {
-    m_nGeometry[0] = WrapAdd(m_nGeometry[0], nDx);
-    m_nGeometry[2] = WrapAdd(m_nGeometry[2], nDx);
+    Words()[0] = WrapAdd(Words()[0], nDx);
+    Words()[2] = WrapAdd(Words()[2], nDx);
     return 1;
 }
 
 int CQELViewLine::MoveY(int32_t nDy)
 {
-    m_nGeometry[1] = WrapAdd(m_nGeometry[1], nDy);
-    m_nGeometry[3] = WrapAdd(m_nGeometry[3], nDy);
+    Words()[1] = WrapAdd(Words()[1], nDy);
+    Words()[3] = WrapAdd(Words()[3], nDy);
     return 1;
 }

@@ -28,7 +28,7 @@ void Widen(RECT* prc, int32_t nX, int32_t nY)
 
 bool CQELViewPoints::HasPoints() const
 {
-    return m_nGeometry[0] >= MIN_POINTS && m_nGeometry[0] <= QEL_MAX_POINTS;
+    return Words()[0] >= MIN_POINTS && Words()[0] <= QEL_MAX_POINTS;
 }
 
 POINT CQELViewPoints::StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t nX, int32_t nY) const
@@ -41,11 +41,11 @@ POINT CQELViewPoints::StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t n
 int CQELViewPoints::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     if (!HasPoints()) return 0;
-    pOut->nPoints = m_nGeometry[0];
+    pOut->nPoints = Words()[0];
     // The box starts out as all zeros, so that it always holds the device's origin: deliberate, a
     // gradient runs from there.
     pOut->rcBox = {0, 0, 0, 0};
-    const int32_t* pnPoint = m_nGeometry + 1;
+    const int32_t* pnPoint = Words() + 1;
     for (int n = 0; n < pOut->nPoints; ++n, pnPoint += 2) {
         pOut->pts[n] = StretchPoint(rcQel, nFlags, pnPoint[0], pnPoint[1]);
         Widen(&pOut->rcBox, pOut->pts[n].x, pOut->pts[n].y);
@@ -57,15 +57,15 @@ int CQELViewPoints::Rotate(POINT ptCentre, int32_t nAngle)
 {
     if (!HasPoints()) return 0;
     const int32_t nTurn = QuarterTurn(nAngle);
-    const CQELRotate turn(ptCentre, WrapSub(nTurn, m_nRotation));
-    int32_t* pnPoint = m_nGeometry + 1;
-    for (int n = 0; n < m_nGeometry[0]; ++n, pnPoint += 2) {
+    const CQELRotate turn(ptCentre, WrapSub(nTurn, Rotation()));
+    int32_t* pnPoint = Words() + 1;
+    for (int n = 0; n < Words()[0]; ++n, pnPoint += 2) {
         POINT pt{pnPoint[0], pnPoint[1]};
         turn.RotatePoint(&pt);
         pnPoint[0] = pt.x;
         pnPoint[1] = pt.y;
     }
-    m_nRotation = nTurn;
+    SetRotation(nTurn);
     return MoveInside(0, 0);
 }
 
@@ -90,8 +90,8 @@ int CQELViewPoints::MoveInside(int32_t nDx, int32_t nDy)
 
 void CQELViewPoints::Shift(int32_t nDx, int32_t nDy)
 {
-    int32_t* pnPoint = m_nGeometry + 1;
-    for (int n = 0; n < m_nGeometry[0]; ++n, pnPoint += 2) {
+    int32_t* pnPoint = Words() + 1;
+    for (int n = 0; n < Words()[0]; ++n, pnPoint += 2) {
         pnPoint[0] = WrapAdd(pnPoint[0], nDx);
         pnPoint[1] = WrapAdd(pnPoint[1], nDy);
     }
@@ -99,9 +99,9 @@ void CQELViewPoints::Shift(int32_t nDx, int32_t nDy)
 
 RECT CQELViewPoints::Bounds() const
 {
-    const int32_t* pnPoint = m_nGeometry + 1;
+    const int32_t* pnPoint = Words() + 1;
     RECT rc{pnPoint[0], pnPoint[1], pnPoint[0], pnPoint[1]};
-    for (int n = 1; n < m_nGeometry[0]; ++n) {
+    for (int n = 1; n < Words()[0]; ++n) {
         pnPoint += 2;
         Widen(&rc, pnPoint[0], pnPoint[1]);
     }

@@ -99,7 +99,7 @@ int CQELViewRadial::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* 
         const int32_t nOrigin = bAcross ? rcQel.left : rcQel.top;
         if (nRef < 1 && CollapsesToEdge()) return nOrigin;
         if (nRef < 1 && nWord < BOX_WORDS) return 0;
-        return Stretch(m_nGeometry[nWord], nExtent, nRef, nOrigin);
+        return Stretch(Words()[nWord], nExtent, nRef, nOrigin);
     };
     pOut->rcBox = {stretch(0), stretch(1), stretch(2), stretch(3)};
     pOut->pts[0] = {stretch(4), stretch(5)};
@@ -118,8 +118,8 @@ int CQELViewRadial::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* 
 int CQELViewRadial::Rotate(POINT ptCentre, int32_t nAngle)
 {
     const int32_t nTurn = QuarterTurn(nAngle);
-    const CQELRotate turn(ptCentre, WrapSub(nTurn, m_nRotation));
-    int32_t* n = m_nGeometry;
+    const CQELRotate turn(ptCentre, WrapSub(nTurn, Rotation()));
+    int32_t* n = Words();
     RECT rc{n[0], n[1], n[2], n[3]};
     POINT pt1{n[4], n[5]};
     POINT pt2{n[6], n[7]};
@@ -128,7 +128,7 @@ int CQELViewRadial::Rotate(POINT ptCentre, int32_t nAngle)
                                     pt1.x,   pt1.y,  pt2.x,    pt2.y};
     for (int32_t i = 0; i < ALL_WORDS; ++i) n[i] = turned[i];
     KeepInside();
-    m_nRotation = nTurn;
+    SetRotation(nTurn);
     return 1;
 }
 
@@ -149,17 +149,17 @@ int CQELViewRadial::MoveY(int32_t nDy)
 void CQELViewRadial::Shift(int32_t nDx, int32_t nDy)
 {
     for (int32_t i = 0; i < ALL_WORDS; ++i)
-        m_nGeometry[i] = WrapAdd(m_nGeometry[i], i % 2 == 0 ? nDx : nDy);
+        Words()[i] = WrapAdd(Words()[i], i % 2 == 0 ? nDx : nDy);
 }
 
 // The figure slides as one, by what its box and points together need.
 void CQELViewRadial::KeepInside()
 {
     if (!StaysInside()) return;
-    RECT rc{m_nGeometry[0], m_nGeometry[1], m_nGeometry[0], m_nGeometry[1]};
+    RECT rc{Words()[0], Words()[1], Words()[0], Words()[1]};
     for (int32_t i = 2; i < ALL_WORDS; i += 2) {
-        const int32_t nX = m_nGeometry[i];
-        const int32_t nY = m_nGeometry[i + 1];
+        const int32_t nX = Words()[i];
+        const int32_t nY = Words()[i + 1];
         rc = {nX < rc.left ? nX : rc.left, nY < rc.top ? nY : rc.top, nX > rc.right ? nX : rc.right,
               nY > rc.bottom ? nY : rc.bottom};
     }

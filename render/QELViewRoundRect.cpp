@@ -10,7 +10,7 @@ SIZE CQELViewRoundRect::Corner() const
 {
     const RECT rc = Box();
     if (::IsRectEmpty(&rc)) return {0, 0};
-    return {m_nGeometry[4], m_nGeometry[5]};
+    return {Words()[4], Words()[5]};
 }
 
 void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const

@@ -24,6 +24,19 @@ CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexce
     : CQELViewElm(nRefW, nRefH)
 {
     SetType(nType);
+    const int32_t nNone = 0; // the words are there from the beginning, whatever fails later
+    m_geometry.Set(Pool(), &nNone, 1, ShapeWordsOf(nType, 0));
+}
+
+bool CQELViewShape::LacksMemory() const
+{
+    return m_geometry.Count() < ShapeWordsOf(Type(), 0);
+}
+
+CQELViewShape::~CQELViewShape()
+{
+    GivePoolText(Pool(), m_pszText);
+    m_geometry.Drop(Pool());
 }
 
 int CQELViewShape::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
@@ -89,7 +102,7 @@ void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT&
 
 int CQELViewShape::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
-    const int32_t* n = m_nGeometry;
+    const int32_t* n = Words();
     MapAnchored(rcQel, {n[0], n[1], n[2], n[3]}, nFlags, &pOut->rcBox);
     return 1; // what cannot be mapped is an empty rectangle, which is drawn as nothing
 }
@@ -127,9 +140,8 @@ int CQELViewShape::GetAttrBlock(void* pBlock) const
     block.clrPen = m_clrPen;
     block.nPenStyle = m_nPenStyle;
     block.nPenWidth = m_nPenWidth;
-    static_assert(sizeof block.nGeometry == sizeof m_nGeometry);
-    std::memcpy(block.nGeometry, m_nGeometry, sizeof m_nGeometry);
-    std::memcpy(block.szText, m_szText, std::strlen(m_szText)); // nothing behind the text leaks out
+    m_geometry.CopyTo(block.nGeometry);
+    std::memcpy(block.szText, Text(), std::strlen(Text()));
     block.nFlags = m_nFlags;
     std::memcpy(pBlock, &block, sizeof block);
     return 1;
@@ -142,17 +154,38 @@ int CQELViewShape::SetAttrBlock(const void* pBlock)
     std::memcpy(&block.nSize, pBlock, sizeof block.nSize);
     if (block.nSize != sizeof block) return 0;
     std::memcpy(&block, pBlock, sizeof block);
-    m_nStyle = block.nStyle;
-    m_nDraft = block.nDraft;
-    m_clrA = block.clrA;
-    m_clrB = block.clrB;
-    m_clrPen = block.clrPen;
-    m_nPenStyle = block.nPenStyle;
-    m_nPenWidth = block.nPenWidth;
-    std::memcpy(m_nGeometry, block.nGeometry, sizeof m_nGeometry);
-    std::memcpy(m_szText, block.szText, sizeof m_szText);
-    m_szText[sizeof m_szText - 1] = 0; // the host may have left the end mark out
-    m_nFlags = block.nFlags;
+    block.szText[sizeof block.szText - 1] = 0; // the host may have left the end mark out
+    int32_t nWords[QEL_SHAPE_WORDS];
+    std::memcpy(nWords, block.nGeometry, sizeof nWords);
+    return TakeData({block.nStyle, block.nDraft, block.clrA, block.clrB, block.clrPen,
+                     block.nPenStyle, block.nPenWidth, block.nFlags, nWords,
+                     UsedWords(nWords, Type()), block.szText, std::strlen(block.szText)});
+}
+
+// A text that stays the same and words of the same number need no memory.
+int CQELViewShape::TakeData(const ShapeData& data)
+{
+    const bool bSameText =
+        std::strlen(Text()) == data.nText && std::memcmp(Text(), data.pText, data.nText) == 0;
+    char* pszText = m_pszText;
+    if (!bSameText) {
+        pszText = TakePoolText(Pool(), data.pText, data.nText);
+        if (data.nText && !pszText) return 0;
+    }
+    if (!m_geometry.Set(Pool(), data.pnWords, data.nWords, ShapeWordsOf(Type(), data.pnWords[0]))) {
+        if (!bSameText) GivePoolText(Pool(), pszText);
+        return 0;
+    }
+    if (!bSameText) GivePoolText(Pool(), m_pszText);
+    m_pszText = pszText;
+    m_nStyle = data.nStyle;
+    m_nDraft = data.nDraft;
+    m_clrA = data.clrA;
+    m_clrB = data.clrB;
+    m_clrPen = data.clrPen;
+    m_nPenStyle = data.nPenStyle;
+    m_nPenWidth = data.nPenWidth;
+    m_nFlags = data.nFlags;
     return 1;
 }
 

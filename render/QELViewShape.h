@@ -4,6 +4,7 @@
 // geometry is mapped and turned, and makes its call. The document side is document/QELDocShape.h.
 #pragma once
 
+#include "render/Geometry.h"
 #include "render/Keywords.h"
 #include "render/QELViewElm.h"
 
@@ -20,6 +21,7 @@ struct DeviceFigure {
 class CQELViewShape : public CQELViewElm {
 public:
     CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept;
+    ~CQELViewShape() override;
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
@@ -31,6 +33,10 @@ public:
     int SetDraftForeParam(uint32_t nValue) override;
     int SetDraftBackParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
+
+    [[nodiscard]] bool LacksMemory() const override;
+    // What a record holds. 0 without memory: then all is as before.
+    int TakeData(const ShapeData& data);
 
     // The interior in device units, without pressed shift; the caller deletes it. Null when the
     // class has no interior or the mapping fails.
@@ -68,6 +74,16 @@ protected:
     // The anchored mapping of a rectangle, with the pressed shift when nFlags asks for it.
     int MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags, RECT* prcOut) const;
 
+    [[nodiscard]] const int32_t* Words() const { return m_geometry.Words(); }
+    [[nodiscard]] int32_t* Words() { return m_geometry.Words(); }
+    [[nodiscard]] const char* Text() const { return m_pszText ? m_pszText : ""; }
+
+    // The quarter turn that the geometry has been given, in degrees.
+    [[nodiscard]] int32_t Rotation() const { return m_nQuarters * 90; }
+    void SetRotation(int32_t nTurn) { m_nQuarters = static_cast<int8_t>(nTurn / 90); }
+
+    int8_t m_nQuarters = 0;
+    bool m_bHollow = false;
     uint32_t m_nStyle = 0;
     int32_t m_nDraft = 0;
     uint32_t m_clrA = 0xFFFFFF;
@@ -75,11 +91,7 @@ protected:
     uint32_t m_clrPen = 0xFFFFFF;
     int32_t m_nPenWidth = 1;
     int32_t m_nPenStyle = 0;
-    int32_t m_nGeometry[QEL_SHAPE_WORDS] = {};
-    char m_szText[QEL_TEXT_SIZE] = {};
     uint32_t m_nFlags = 0;
-    bool m_bHollow = false;
-    int32_t m_nRotation = 0; // the quarter turn that the geometry has been given, in degrees
 
 private:
     void DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const;
@@ -88,4 +100,7 @@ private:
     {
         return (m_nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();
     }
+
+    char* m_pszText = nullptr; // null for none
+    CGeometry m_geometry;
 };

@@ -67,13 +67,13 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     if (!(nFlags & QEL_DRAW_FULL)) return 1;
     RECT rc{};
     MapAnchored(rcQel, Box(), nFlags, &rc);
-    const std::size_t nCount = std::strlen(m_szText);
+    const std::size_t nCount = std::strlen(Text());
 
     const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
     CSizedFontScope font(hdc, TextCell(rc, nCount));
     const CBkColorScope back(hdc, BlinkColor(m_clrB));
     const CTextColorScope text(hdc, BlinkColor(m_clrA));
-    ::DrawTextA(hdc, m_szText, static_cast<int>(nCount), &rc, 0);
+    ::DrawTextA(hdc, Text(), static_cast<int>(nCount), &rc, 0);
     font.Restore(); // before the colours: the order in which hosts have always seen these calls
     return 1;
 }

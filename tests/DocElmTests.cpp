@@ -125,7 +125,7 @@ void ForEachClass(XmlContext** ppXml, const Visit& visit)
     for (const TagRow* pTag = g_tagRows; pTag->nId != KEYWORD_NONE; ++pTag) {
         if (!pTag->pfnMakeDoc) continue;
         SCOPED_TRACE(pTag->pszName);
-        const std::unique_ptr<CQELDocElm> elm(pTag->pfnMakeDoc(ppXml));
+        const std::unique_ptr<CQELDocElm> elm(pTag->pfnMakeDoc(ppXml, nullptr));
         ASSERT_NE(nullptr, elm);
         visit(*elm);
         ++nClasses;

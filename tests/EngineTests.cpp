@@ -134,12 +134,12 @@ TEST_F(EngineObject, OpenMakesOneLinkedViewElementForEveryDocumentElement)
 TEST_F(EngineObject, OpenOfASecondFileClosesTheFirstEvenWhenItFails)
 {
     ASSERT_EQ(1, m_engine.Open(File("a.qel").c_str()));
-    const uintptr_t nOld = m_engine.Document().GetRoot()->Handle().Value();
-    ASSERT_NE(nullptr, CHandleEntry::Find(HandleKind::Element, nOld));
+    const uintptr_t nOld = m_engine.Document().GetRoot()->HandleValue();
+    ASSERT_NE(nullptr, CQELDocElm::OfHandle(nOld));
     EXPECT_EQ(0, m_engine.Open(m_folder.Path("missing.qel").c_str()));
     EXPECT_EQ(nullptr, m_engine.Document().GetRoot());
     EXPECT_EQ(nullptr, m_engine.View().Root());
-    EXPECT_EQ(nullptr, CHandleEntry::Find(HandleKind::Element, nOld));
+    EXPECT_EQ(nullptr, CQELDocElm::OfHandle(nOld));
 
     ASSERT_EQ(1, m_engine.Open(File("b.qel", "<qel width=\"7\"/>").c_str()));
     ExpectSize(7, 50, RefSize());
@@ -269,10 +269,10 @@ TEST(EngineObjectAlone, TakesItsHandleAndItsElementsHandlesWithIt)
         CQELEngine engine(false);
         ASSERT_EQ(1, engine.New());
         nEngine = engine.Handle().Value();
-        nRoot = engine.Document().GetRoot()->Handle().Value();
+        nRoot = engine.Document().GetRoot()->HandleValue();
         EXPECT_EQ(&engine, CHandleEntry::Find(HandleKind::Engine, nEngine));
-        EXPECT_NE(nullptr, CHandleEntry::Find(HandleKind::Element, nRoot));
+        EXPECT_NE(nullptr, CQELDocElm::OfHandle(nRoot));
     }
     EXPECT_EQ(nullptr, CHandleEntry::Find(HandleKind::Engine, nEngine));
-    EXPECT_EQ(nullptr, CHandleEntry::Find(HandleKind::Element, nRoot));
+    EXPECT_EQ(nullptr, CQELDocElm::OfHandle(nRoot));
 }

@@ -12,8 +12,12 @@
 
 namespace {
 
-constexpr HandleKind g_kinds[] = {HandleKind::Engine, HandleKind::Record, HandleKind::Element,
-                                  HandleKind::Gradient};
+constexpr HandleKind g_kinds[] = {HandleKind::Engine, HandleKind::Record, HandleKind::Gradient};
+
+// An object that has nothing but its handle, as document elements have it.
+struct CNamed : CElementHandle {
+    static CNamed* Find(uintptr_t nValue) { return static_cast<CNamed*>(FindHandle(nValue)); }
+};
 
 } // namespace
 
@@ -52,11 +56,11 @@ TEST(Handles, DieWithTheirObjectAndAreNotGivenOutAgain)
         int nObject = 0;
         uintptr_t nValue = 0;
         {
-            CHandleEntry entry(g_kinds[i % 4], &nObject);
+            CHandleEntry entry(g_kinds[i % 3], &nObject);
             nValue = entry.Value();
             ASSERT_TRUE(seen.insert(nValue).second) << "number " << nValue << " again at " << i;
         }
-        ASSERT_EQ(nullptr, CHandleEntry::Find(g_kinds[i % 4], nValue));
+        ASSERT_EQ(nullptr, CHandleEntry::Find(g_kinds[i % 3], nValue));
     }
     for (const uintptr_t nValue : seen)
         for (const HandleKind nKind : g_kinds)
@@ -70,14 +74,14 @@ TEST(Handles, OfManyObjectsAreAllFoundWhicheverOfThemGo)
     std::vector<std::unique_ptr<CHandleEntry>> entries;
     std::vector<uintptr_t> numbers;
     for (int& nObject : objects) {
-        entries.push_back(std::make_unique<CHandleEntry>(HandleKind::Element, &nObject));
+        entries.push_back(std::make_unique<CHandleEntry>(HandleKind::Record, &nObject));
         numbers.push_back(entries.back()->Value());
     }
     for (std::size_t i = 0; i < COUNT; ++i)
         if (i % 3 != 1) entries[i].reset();
     for (std::size_t i = 0; i < COUNT; ++i)
         ASSERT_EQ(i % 3 == 1 ? &objects[i] : nullptr,
-                  CHandleEntry::Find(HandleKind::Element, numbers[i]))
+                  CHandleEntry::Find(HandleKind::Record, numbers[i]))
             << i;
 }
 
@@ -89,15 +93,36 @@ TEST(Handles, AreFoundAtTheSameCostHoweverManyAreLive)
     std::deque<CHandleEntry> entries;
     std::vector<uintptr_t> numbers;
     for (int i = 0; i < COUNT; ++i)
-        numbers.push_back(entries.emplace_back(HandleKind::Element, &nObject).Value());
+        numbers.push_back(entries.emplace_back(HandleKind::Record, &nObject).Value());
     int nFound = 0;
     for (int nRound = 0; nRound < 5; ++nRound)
         for (const uintptr_t nValue : numbers)
-            nFound += CHandleEntry::Find(HandleKind::Element, nValue) == &nObject;
+            nFound += CHandleEntry::Find(HandleKind::Record, nValue) == &nObject;
     EXPECT_EQ(5 * COUNT, nFound);
     entries.clear();
     for (const uintptr_t nValue : numbers)
-        ASSERT_EQ(nullptr, CHandleEntry::Find(HandleKind::Element, nValue));
+        ASSERT_EQ(nullptr, CHandleEntry::Find(HandleKind::Record, nValue));
+}
+
+TEST(Handles, OfElementsAreFoundAmongElementsOnly)
+{
+    constexpr std::size_t COUNT = 5000;
+    std::deque<CNamed> elements(COUNT);
+    int nObject = 0;
+    CHandleEntry entry(HandleKind::Record, &nObject);
+    std::set<uintptr_t> numbers = {entry.Value()};
+    for (CNamed& named : elements) {
+        const uintptr_t nValue = named.HandleValue();
+        EXPECT_EQ(nValue, named.HandleValue());
+        ASSERT_TRUE(numbers.insert(nValue).second);
+        ASSERT_EQ(&named, CNamed::Find(nValue));
+        for (const HandleKind nKind : g_kinds)
+            ASSERT_EQ(nullptr, CHandleEntry::Find(nKind, nValue));
+    }
+    EXPECT_EQ(nullptr, CNamed::Find(entry.Value()));
+    EXPECT_EQ(nullptr, CNamed::Find(0));
+    elements.clear();
+    for (const uintptr_t nValue : numbers) ASSERT_EQ(nullptr, CNamed::Find(nValue));
 }
 
 TEST(Handles, ThatNoHostSeesDoNotUseNumbersUp)
@@ -178,7 +203,7 @@ TEST(Handles, GivenToAHostAreNeverThoseOfHiddenObjects)
         hidden.insert(entry.PrivateValue());
     }
     for (int i = 0; i < 1000; ++i) {
-        CHandleEntry entry(g_kinds[i % 4], &nObject);
+        CHandleEntry entry(g_kinds[i % 3], &nObject);
         ASSERT_EQ(0u, hidden.count(entry.Value()));
     }
 }

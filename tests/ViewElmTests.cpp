@@ -192,7 +192,7 @@ TEST(ViewElement, ReferenceSizeReachesEveryDescendantHoweverDeep)
     for (const CQELViewElm* p = &root; p; p = p->NextInTree(&root), ++nSeen) {
         ASSERT_EQ(300, p->RefW());
         ASSERT_EQ(-4, p->RefH());
-        ASSERT_EQ(5, p->BlinkPhase());
+        ASSERT_EQ(1, p->BlinkPhase()); // for any phase but 0
     }
     EXPECT_EQ(1 + 2 * 512, nSeen);
 }

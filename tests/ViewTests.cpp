@@ -347,7 +347,7 @@ TEST(ViewOperations, BlinkTurnAndMoveTheWholeTreeOrOneElement)
     CQELViewElm* a = scene.MakeRect(20, pGroup);
     CQELViewElm* b = scene.MakeRect(30);
     EXPECT_EQ(1, scene->SetBlink(pGroup, 3));
-    EXPECT_EQ(3, a->BlinkPhase());
+    EXPECT_EQ(1, a->BlinkPhase()); // for any phase but 0
     EXPECT_EQ(0, b->BlinkPhase());
     EXPECT_EQ(1, scene->SetBlink(nullptr, 1));
     EXPECT_EQ(1, b->BlinkPhase());

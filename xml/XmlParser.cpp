@@ -13,7 +13,12 @@ constexpr int MAX_IDLE_READS = 16; // reads in a row without a byte before a loa
 
 // What a byte may be in a text. Bytes from 0x80 count as letters: multi-byte code pages pass
 // through untouched.
-enum ByteClass : uint8_t { SPACE = 1, NAME_START = 2, NAME_PART = 4 };
+enum ByteClass : uint8_t {
+    SPACE = 1,
+    NAME_START = 2,
+    NAME_PART = 4,
+    VALUE_MARK = 8 // what asks for attention in a value
+};
 
 struct ByteClasses {
     uint8_t n[256] = {};
@@ -24,7 +29,8 @@ struct ByteClasses {
             const bool bLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c >= 0x80;
             const bool bStart = bLetter || c == '_';
             const bool bPart = bStart || (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':';
-            if (c == ' ' || (c >= '\t' && c <= '\r')) n[c] |= SPACE;
+            if (c == ' ' || (c >= '\t' && c <= '\r')) n[c] |= SPACE | VALUE_MARK;
+            if (c == 0 || c == '&' || c == '"' || c == '\'') n[c] |= VALUE_MARK;
             if (bStart) n[c] |= NAME_START;
             if (bPart) n[c] |= NAME_PART;
         }
@@ -95,11 +101,6 @@ std::size_t Decode(char* pRun, std::size_t nLen)
     return nOut;
 }
 
-int32_t WrapNext(int32_t n)
-{
-    return static_cast<int32_t>(static_cast<uint32_t>(n) + 1);
-}
-
 class CXmlReader {
 public:
     // bKept: the text lives as long as the context, so names and values may stay where they are.
@@ -120,6 +121,7 @@ private:
     struct Attribute {
         char* pName = nullptr;
         std::size_t nNameLen = 0;
+        uint32_t nKey = 0;
         char* pValue = nullptr; // null: there is nothing to keep
         std::size_t nValueLen = 0;
         bool bUnclosed = false;
@@ -141,6 +143,7 @@ private:
     bool ReadTextRun();
     bool ReadEndTag();
     bool ReadAttribute(Attribute* pOut);
+    bool ReadValue(Attribute* pOut);
     std::size_t ReadName();
     [[nodiscard]] bool Begins(const char* pszPrefix, std::size_t nLen) const
     {
@@ -173,30 +176,34 @@ private:
     }
 
     // Moves on, keeping the line and column counters: a line feed leaves the column, deliberate.
-    void CountSpace(char c)
-    {
-        if (c == '\n')
-            m_pXml->nLine = WrapNext(m_pXml->nLine);
-        else if (c == '\r')
-            m_pXml->nColumn = 0;
-        else
-            m_pXml->nColumn = WrapNext(m_pXml->nColumn);
-    }
+    // They are unsigned, so that a line of any length wraps.
+    struct Counters {
+        uint32_t nLine = 0;
+        uint32_t nColumn = 0;
+
+        void CountSpace(char c)
+        {
+            if (c == '\n')
+                ++nLine;
+            else if (c == '\r')
+                nColumn = 0;
+            else
+                ++nColumn;
+        }
+    };
     void PassMark(std::size_t nCount = 1)
     {
         m_p += nCount;
-        // Unsigned, so that a line of any length wraps instead of overflowing.
-        m_pXml->nColumn = static_cast<int32_t>(static_cast<uint32_t>(m_pXml->nColumn) +
-                                               static_cast<uint32_t>(nCount));
+        m_counters.nColumn += static_cast<uint32_t>(nCount);
     }
     void PassTo(const char* pEnd)
     {
         for (; m_p < pEnd; ++m_p)
-            if (Is(*m_p, SPACE)) CountSpace(*m_p);
+            if (Is(*m_p, SPACE)) m_counters.CountSpace(*m_p);
     }
     void SkipSpace()
     {
-        for (; Is(*m_p, SPACE); ++m_p) CountSpace(*m_p);
+        for (; Is(*m_p, SPACE); ++m_p) m_counters.CountSpace(*m_p);
     }
 
     XmlContext* m_pXml;
@@ -205,16 +212,17 @@ private:
     char* m_pEnd; // the zero behind the text
     bool m_bKept;
     int m_nTopElements = 0; // elements met at document level
+    Counters m_counters;
 };
 
 void CXmlReader::ReadDocument()
 {
-    m_pXml->nLine = 0;
-    m_pXml->nColumn = 0;
     for (;;) {
         SkipSpace();
         if (!*m_p || !ReadMarkup()) break;
     }
+    m_pXml->nLine = static_cast<int32_t>(m_counters.nLine);
+    m_pXml->nColumn = static_cast<int32_t>(m_counters.nColumn);
     m_pXml->pszReadPos = m_p;
 }
 
@@ -391,7 +399,7 @@ bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
         if (m_nTopElements > 1 && m_pXml->nDepth == 0)
             Notice(XML_NOTICE_SECOND_ROOT, m_pBase + nOffset);
         char* pszName = Hold(pName, nLen);
-        XmlNode* pNode = pszName ? XmlLinkChild(m_pXml, pszName) : nullptr;
+        XmlNode* pNode = pszName ? XmlLinkChild(m_pXml, pszName, XmlNameKey(pName, nLen)) : nullptr;
         if (!pNode) return Fail(XML_ERR_MEMORY);
         m_pXml->pCursor = pNode;
         ++m_pXml->nDepth;
@@ -419,8 +427,8 @@ bool CXmlReader::KeepAttribute(const Attribute& attribute)
     char* pszValue = Hold(attribute.pValue, attribute.nValueLen);
     if (!pszValue) return Fail(XML_ERR_MEMORY);
     pszValue[attribute.nValueLen] = 0;
-    const uint32_t nHash = XmlHashName(attribute.pName, attribute.nNameLen);
-    XmlAttr* pAttr = XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen, nHash);
+    XmlAttr* pAttr =
+        XmlFindAttr(m_pXml->pCursor, attribute.pName, attribute.nNameLen, attribute.nKey);
     if (pAttr) {
         Notice(XML_NOTICE_ATTR_REPEATED, attribute.pName, pAttr->pszName);
         pAttr->pszValue = pszValue;
@@ -428,7 +436,7 @@ bool CXmlReader::KeepAttribute(const Attribute& attribute)
         char* pszName = Hold(attribute.pName, attribute.nNameLen);
         if (!pszName) return Fail(XML_ERR_MEMORY);
         pszName[attribute.nNameLen] = 0; // behind it stood "=" or a blank, which are read
-        pAttr = XmlLinkAttr(m_pXml, pszName, nHash, pszValue);
+        pAttr = XmlLinkAttr(m_pXml, pszName, attribute.nKey, pszValue);
         if (!pAttr) return Fail(XML_ERR_MEMORY);
     }
     pAttr->nNameOffset = Offset(attribute.pName);
@@ -498,6 +506,7 @@ bool CXmlReader::ReadAttribute(Attribute* pOut)
     pOut->pName = m_p;
     pOut->nNameLen = ReadName();
     if (!pOut->nNameLen) return Fail(XML_ERR_ATTR);
+    pOut->nKey = XmlNameKey(pOut->pName, pOut->nNameLen);
     SkipSpace();
     if (*m_p != '=') return Fail(XML_ERR_ATTR);
     PassMark();
@@ -507,19 +516,33 @@ bool CXmlReader::ReadAttribute(Attribute* pOut)
         while (*m_p && !Is(*m_p, SPACE) && *m_p != '/' && *m_p != '>') ++m_p;
         return true; // an unquoted value is passed over and not kept
     }
+    if (ReadValue(pOut)) return true;
+    PassMark(); // the quote
+    pOut->bUnclosed = true;
+    m_p = pOut->pName; // where an author has to look
+    return Fail(XML_ERR_ATTR);
+}
+
+// From the opening quote to behind the closing one. False, with nothing counted, without one.
+bool CXmlReader::ReadValue(Attribute* pOut)
+{
     const char cQuote = *m_p;
-    PassMark();
-    char* pValue = m_p;
-    char* pEnd = Find(cQuote);
-    if (!pEnd) {
-        pOut->bUnclosed = true;
-        m_p = pOut->pName; // where an author has to look
-        return Fail(XML_ERR_ATTR);
+    char* pValue = m_p + 1;
+    char* p = pValue;
+    Counters counters = m_counters;
+    bool bEncoded = false;
+    for (; *p != cQuote; ++p) {
+        if (!Is(*p, VALUE_MARK)) continue;
+        if (!*p) return false;
+        if (*p == '&') bEncoded = true;
+        if (Is(*p, SPACE)) counters.CountSpace(*p);
     }
-    PassTo(pEnd);
-    PassMark();
+    m_counters = counters;
+    m_counters.nColumn += 2; // the quotes
+    m_p = p + 1;
     pOut->pValue = pValue;
-    pOut->nValueLen = Decode(pValue, static_cast<std::size_t>(pEnd - pValue));
+    pOut->nValueLen = static_cast<std::size_t>(p - pValue);
+    if (bEncoded) pOut->nValueLen = Decode(pValue, pOut->nValueLen);
     return true;
 }
 

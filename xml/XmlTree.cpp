@@ -8,10 +8,6 @@
 
 namespace {
 
-// From here on an attribute list is found through buckets: a file may give one element any number
-// of attributes, and each set looks for an earlier one of the same name.
-constexpr int32_t INDEXED_FROM = 32;
-
 int Fail(XmlContext* pXml, XmlError nError)
 {
     pXml->nLastError = nError;
@@ -26,56 +22,51 @@ int Done(XmlContext* pXml)
 
 bool IsNamed(const char* pszText, const char* pszName, std::size_t nLen)
 {
-    return std::strncmp(pszText, pszName, nLen) == 0 && pszText[nLen] == 0;
+    for (std::size_t i = 0; i < nLen; ++i)
+        if (!pszText[i] || pszText[i] != pszName[i]) return false;
+    return pszText[nLen] == 0;
+}
+
+// Of all bytes, for the buckets: many names may have one key.
+std::size_t HashName(const char* pszName, std::size_t nLen)
+{
+    uint32_t nHash = 2166136261U; // FNV-1a
+    for (std::size_t i = 0; i < nLen; ++i)
+        nHash = (nHash ^ static_cast<unsigned char>(pszName[i])) * 16777619U;
+    return nHash;
+}
+
+XmlAttr** BucketOf(const XmlAttrList* pList, const char* pszName, std::size_t nLen)
+{
+    return &pList->ppBuckets[HashName(pszName, nLen) % pList->nBuckets];
+}
+
+void PutInBucket(XmlAttrList* pList, XmlAttr* pAttr)
+{
+    XmlAttr** ppBucket = BucketOf(pList, pAttr->pszName, std::strlen(pAttr->pszName));
+    pAttr->pNextInBucket = *ppBucket;
+    *ppBucket = pAttr;
 }
 
 // A list of many names sees its buckets doubled; without memory for it the chains just get longer,
 // or the list is searched from the head.
-void GrowIndex(CArena& arena, XmlAttrList* pList)
+bool GrowIndex(CArena& arena, XmlAttrList* pList)
 {
-    const std::size_t nBuckets = pList->nBuckets ? pList->nBuckets * 2 : INDEXED_FROM * 2;
+    const std::size_t nBuckets = pList->nBuckets ? pList->nBuckets * 2 : XML_INDEXED_FROM * 2;
     auto** ppBuckets = static_cast<XmlAttr**>(arena.Take(nBuckets * sizeof(XmlAttr*)));
-    if (!ppBuckets) return;
-    for (XmlAttr* pAttr = pList->pHead; pAttr; pAttr = pAttr->pNext) {
-        XmlAttr** ppBucket = &ppBuckets[pAttr->nHash % nBuckets];
-        pAttr->pNextInBucket = *ppBucket;
-        *ppBucket = pAttr;
-    }
+    if (!ppBuckets) return false;
     pList->ppBuckets = ppBuckets;
     pList->nBuckets = nBuckets;
-}
-
-void AppendAttr(CArena& arena, XmlAttrList* pList, XmlAttr* pAttr)
-{
-    (pList->pTail ? pList->pTail->pNext : pList->pHead) = pAttr;
-    pList->pTail = pAttr;
-    ++pList->nCount;
-    const bool bWantsGrowth = static_cast<std::size_t>(pList->nCount) > pList->nBuckets;
-    if (pList->nCount > INDEXED_FROM && bWantsGrowth) {
-        XmlAttr** ppBefore = pList->ppBuckets;
-        GrowIndex(arena, pList);
-        if (pList->ppBuckets != ppBefore) return; // the new buckets hold the new attribute already
-    }
-    if (!pList->ppBuckets) return;
-    XmlAttr** ppBucket = &pList->ppBuckets[pAttr->nHash % pList->nBuckets];
-    pAttr->pNextInBucket = *ppBucket;
-    *ppBucket = pAttr;
+    for (XmlAttr* pAttr = pList->pHead; pAttr; pAttr = pAttr->pNext) PutInBucket(pList, pAttr);
+    return true;
 }
 
 void UnlinkFromIndex(XmlAttrList* pList, XmlAttr* pAttr)
 {
     if (!pList->ppBuckets) return;
-    XmlAttr** ppLink = &pList->ppBuckets[pAttr->nHash % pList->nBuckets];
+    XmlAttr** ppLink = BucketOf(pList, pAttr->pszName, std::strlen(pAttr->pszName));
     while (*ppLink != pAttr) ppLink = &(*ppLink)->pNextInBucket;
     *ppLink = pAttr->pNextInBucket;
-}
-
-void LinkAsLastChild(XmlNode* pParent, XmlNode* pNode)
-{
-    pNode->pParent = pParent;
-    pNode->pPrev = pParent->pLastChild;
-    (pParent->pLastChild ? pParent->pLastChild->pNext : pParent->pFirstChild) = pNode;
-    pParent->pLastChild = pNode;
 }
 
 void Unlink(XmlNode* pNode)
@@ -131,14 +122,6 @@ const XmlAttr* AttrAt(XmlContext* pXml, int32_t nIndex)
 }
 
 } // namespace
-
-uint32_t XmlHashName(const char* pszName, std::size_t nLen)
-{
-    uint32_t nHash = 2166136261U; // FNV-1a
-    for (std::size_t i = 0; i < nLen; ++i)
-        nHash = (nHash ^ static_cast<unsigned char>(pszName[i])) * 16777619U;
-    return nHash;
-}
 
 XmlContext* XmlCreate()
 {
@@ -263,15 +246,6 @@ int XmlGoParent(XmlContext* pXml)
     return Done(pXml);
 }
 
-XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName)
-{
-    auto* pNode = pXml->arena.Take<XmlNode>();
-    if (!pNode) return nullptr;
-    pNode->pszName = pszName;
-    LinkAsLastChild(pXml->pCursor, pNode);
-    return pNode;
-}
-
 int XmlAddChild(XmlContext* pXml, const char* pszName, std::size_t nNameLen, const char* pszText,
                 std::size_t nTextLen)
 {
@@ -282,7 +256,7 @@ int XmlAddChild(XmlContext* pXml, const char* pszName, std::size_t nNameLen, con
     const bool bHasText = pszText && nTextLen;
     if (bHasText) pszNewText = pXml->arena.TakeText(pszText, nTextLen);
     if (!pszNewName || (bHasText && !pszNewText)) return Fail(pXml, XML_ERR_ARGUMENT);
-    XmlNode* pNode = XmlLinkChild(pXml, pszNewName);
+    XmlNode* pNode = XmlLinkChild(pXml, pszNewName, XmlNameKey(pszName, nNameLen));
     if (!pNode) return Fail(pXml, XML_ERR_MEMORY);
     pNode->pszText = pszNewText;
     return Done(pXml);
@@ -316,6 +290,7 @@ int XmlSetName(XmlContext* pXml, const char* pszName, std::size_t nLen)
     char* pszCopy = pXml->arena.TakeText(pszName, nLen);
     if (!pszCopy) return Fail(pXml, XML_ERR_ARGUMENT);
     pXml->pCursor->pszName = pszCopy;
+    pXml->pCursor->nKey = XmlNameKey(pszName, nLen);
     return Done(pXml);
 }
 
@@ -349,35 +324,26 @@ int XmlDeleteNode(XmlContext* pXml)
     return Done(pXml);
 }
 
-XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
-                     uint32_t nHash)
+void XmlIndexAttr(CArena& arena, XmlAttrList* pList, XmlAttr* pAttr)
 {
-    const XmlAttrList* pList = pNode->pAttrs;
-    if (!pList) return nullptr;
+    const bool bWantsGrowth = static_cast<std::size_t>(pList->nCount) > pList->nBuckets;
+    if (bWantsGrowth && GrowIndex(arena, pList)) return; // the new one is in it already
+    if (pList->ppBuckets) PutInBucket(pList, pAttr);
+}
+
+XmlAttr* XmlSearchAttr(const XmlAttrList* pList, const char* pszName, std::size_t nNameLen,
+                       uint32_t nKey)
+{
     const auto isIt = [=](const XmlAttr* p) {
-        return p->nHash == nHash && IsNamed(p->pszName, pszName, nNameLen);
+        return p->nKey == nKey && IsNamed(p->pszName, pszName, nNameLen);
     };
     if (!pList->ppBuckets) {
         XmlAttr* pAttr = pList->pHead;
         while (pAttr && !isIt(pAttr)) pAttr = pAttr->pNext;
         return pAttr;
     }
-    XmlAttr* pAttr = pList->ppBuckets[nHash % pList->nBuckets];
+    XmlAttr* pAttr = *BucketOf(pList, pszName, nNameLen);
     while (pAttr && !isIt(pAttr)) pAttr = pAttr->pNextInBucket;
-    return pAttr;
-}
-
-XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nHash, char* pszValue)
-{
-    XmlNode* pNode = pXml->pCursor;
-    auto* pAttr = pXml->arena.Take<XmlAttr>();
-    if (!pAttr) return nullptr;
-    if (!pNode->pAttrs) pNode->pAttrs = pXml->arena.Take<XmlAttrList>();
-    if (!pNode->pAttrs) return nullptr;
-    pAttr->pszName = pszName;
-    pAttr->nHash = nHash;
-    pAttr->pszValue = pszValue;
-    AppendAttr(pXml->arena, pNode->pAttrs, pAttr);
     return pAttr;
 }
 
@@ -391,13 +357,13 @@ int XmlSetAttr(XmlContext* pXml, const char* pszName, std::size_t nNameLen, cons
 
     char* pszNewValue = pXml->arena.TakeText(pszValue, nValueLen);
     if (!pszNewValue) return Fail(pXml, XML_ERR_ARGUMENT);
-    const uint32_t nHash = XmlHashName(pszName, nNameLen);
-    if (XmlAttr* pAttr = XmlFindAttr(pNode, pszName, nNameLen, nHash)) {
+    const uint32_t nKey = XmlNameKey(pszName, nNameLen);
+    if (XmlAttr* pAttr = XmlFindAttr(pNode, pszName, nNameLen, nKey)) {
         pAttr->pszValue = pszNewValue;
         return Done(pXml);
     }
     char* pszNewName = pXml->arena.TakeText(pszName, nNameLen);
-    if (!pszNewName || !XmlLinkAttr(pXml, pszNewName, nHash, pszNewValue))
+    if (!pszNewName || !XmlLinkAttr(pXml, pszNewName, nKey, pszNewValue))
         return Fail(pXml, XML_ERR_ARGUMENT);
     return Done(pXml);
 }
@@ -417,13 +383,19 @@ int32_t XmlAttrCount(XmlContext* pXml)
 
 const char* XmlGetAttr(XmlContext* pXml, const char* pszName)
 {
+    const std::size_t nLen = pszName ? std::strlen(pszName) : 0;
+    return XmlGetAttrByKey(pXml, pszName, nLen, XmlNameKey(pszName, nLen));
+}
+
+const char* XmlGetAttrByKey(XmlContext* pXml, const char* pszName, std::size_t nNameLen,
+                            uint32_t nKey)
+{
     if (!pXml) return nullptr;
     if (!pszName || !pXml->pCursor || !pXml->pCursor->pAttrs) {
         pXml->nLastError = XML_ERR_ARGUMENT;
         return nullptr;
     }
-    const std::size_t nLen = std::strlen(pszName);
-    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, nLen, XmlHashName(pszName, nLen));
+    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, nNameLen, nKey);
     pXml->nLastError = pAttr ? XML_OK : XML_ERR_NO_ATTR;
     return pAttr ? pAttr->pszValue : nullptr;
 }

@@ -47,7 +47,7 @@ struct XmlAttr {
     char* pszValue; // never empty
     XmlAttr* pNext; // in the order in which they were first set
     XmlAttr* pNextInBucket;
-    uint32_t nHash;          // XmlHashName of the name
+    uint32_t nKey;           // XmlNameKey of the name
     std::size_t nNameOffset; // where it stands in the parsed text; 0 when it was set by a call
     std::size_t nValueOffset;
 };
@@ -56,6 +56,7 @@ struct XmlAttrList {
     XmlAttr* pHead;
     XmlAttr* pTail;
     int32_t nCount;
+    uint32_t nSeen;      // a bit for the key of each name that was ever set
     XmlAttr** ppBuckets; // null while the list is short enough to be searched from the head
     std::size_t nBuckets;
 };
@@ -69,6 +70,7 @@ struct XmlNode {
     XmlNode* pNext;
     XmlNode* pFirstChild;
     XmlNode* pLastChild;
+    uint32_t nKey;           // XmlNameKey of the name
     std::size_t nOffset;     // of its "<" in the parsed text
     std::size_t nTextOffset; // of its text
 };
@@ -154,12 +156,74 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath);
 std::size_t XmlSerialize(XmlContext* pXml, char* pszBuffer);
 int XmlSaveFile(XmlContext* pXml, const char* pszPath);
 
-// A hash of a name's bytes, by which names are told apart before they are compared.
-uint32_t XmlHashName(const char* pszName, std::size_t nLen);
+// A number by which names are told apart before they are compared: cheap, since every name that is
+// read gets one.
+constexpr uint32_t XmlNameKey(const char* pszName, std::size_t nLen)
+{
+    if (!nLen) return 0;
+    const auto byteAt = [=](std::size_t n) {
+        return static_cast<uint32_t>(static_cast<unsigned char>(pszName[n]));
+    };
+    const uint32_t nEnds = byteAt(0) | byteAt(nLen / 2) << 8 | byteAt(nLen - 1) << 16;
+    return (nEnds + (static_cast<uint32_t>(nLen) << 24)) * 2654435761U; // spreads to the high bits
+}
+
+// XmlGetAttr for a caller who knows the name's length and key.
+const char* XmlGetAttrByKey(XmlContext* pXml, const char* pszName, std::size_t nNameLen,
+                            uint32_t nKey);
 
 // For the parser: a new last child of the node under the cursor, and a new last attribute of it, of
 // strings that live as long as the context. Null when memory fails.
-XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName);
-XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nHash, char* pszValue);
-XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
-                     uint32_t nHash);
+inline XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName, uint32_t nKey)
+{
+    auto* pNode = pXml->arena.Take<XmlNode>();
+    if (!pNode) return nullptr;
+    XmlNode* pParent = pXml->pCursor;
+    pNode->pszName = pszName;
+    pNode->nKey = nKey;
+    pNode->pParent = pParent;
+    pNode->pPrev = pParent->pLastChild;
+    (pParent->pLastChild ? pParent->pLastChild->pNext : pParent->pFirstChild) = pNode;
+    pParent->pLastChild = pNode;
+    return pNode;
+}
+
+// From here on an attribute list is found through buckets: a file may give one element any number
+// of attributes, and each set looks for an earlier one of the same name.
+constexpr int32_t XML_INDEXED_FROM = 32;
+void XmlIndexAttr(CArena& arena, XmlAttrList* pList, XmlAttr* pAttr);
+XmlAttr* XmlSearchAttr(const XmlAttrList* pList, const char* pszName, std::size_t nNameLen,
+                       uint32_t nKey);
+
+// The one of 32 bits that stands for a key.
+inline uint32_t XmlSeenBit(uint32_t nKey)
+{
+    return 1U << (nKey >> 27);
+}
+
+inline XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nKey, char* pszValue)
+{
+    XmlNode* pNode = pXml->pCursor;
+    auto* pAttr = pXml->arena.Take<XmlAttr>();
+    if (!pAttr) return nullptr;
+    if (!pNode->pAttrs) pNode->pAttrs = pXml->arena.Take<XmlAttrList>();
+    XmlAttrList* pList = pNode->pAttrs;
+    if (!pList) return nullptr;
+    pAttr->pszName = pszName;
+    pAttr->nKey = nKey;
+    pAttr->pszValue = pszValue;
+    (pList->pTail ? pList->pTail->pNext : pList->pHead) = pAttr;
+    pList->pTail = pAttr;
+    ++pList->nCount;
+    pList->nSeen |= XmlSeenBit(nKey);
+    if (pList->nCount > XML_INDEXED_FROM) XmlIndexAttr(pXml->arena, pList, pAttr);
+    return pAttr;
+}
+
+inline XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
+                            uint32_t nKey)
+{
+    const XmlAttrList* pList = pNode->pAttrs;
+    if (!pList || !(pList->nSeen & XmlSeenBit(nKey))) return nullptr;
+    return XmlSearchAttr(pList, pszName, nNameLen, nKey);
+}

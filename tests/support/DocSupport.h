@@ -138,11 +138,11 @@ inline CQELDocElm* FindById(CQELDocElm* pTop, const std::string& id)
 // The number of an element; whether an element stands behind it shows whether it was deleted.
 inline uintptr_t NumberOf(CQELDocElm* pElm)
 {
-    return pElm->Handle().Value();
+    return pElm->HandleValue();
 }
 inline bool IsLive(uintptr_t nNumber)
 {
-    return CHandleEntry::Find(HandleKind::Element, nNumber) != nullptr;
+    return CQELDocElm::OfHandle(nNumber) != nullptr;
 }
 
 // ---- coordinates ----

@@ -1,0 +1,92 @@
+// Small blocks of memory for what a drawing is made of. A block that is given back serves the next
+// request of its size, so that years of editing take no more than the drawing at its largest; the
+// memory itself goes back when the pool is cleared. A block costs no bookkeeping of its own.
+#pragma once
+
+#include "engine/Arena.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+class CPool {
+public:
+    // With the size 0 every block is one of the heap, so that a checker of memory sees its life.
+    explicit CPool(std::size_t nFirstChunk = ARENA_CHUNK) noexcept
+        : m_arena(nFirstChunk), m_bHeap(nFirstChunk == 0)
+    {
+    }
+    CPool(const CPool&) = delete;
+    CPool& operator=(const CPool&) = delete;
+
+    void* Take(std::size_t nSize); // null when memory fails; not zeroed
+    void Give(void* p, std::size_t nSize);
+    void Clear(); // when all blocks were given back
+
+private:
+    struct Free {
+        Free* pNext;
+    };
+
+    static constexpr std::size_t UNIT = sizeof(void*);
+    static constexpr std::size_t LARGEST = 64 * UNIT; // what is larger is a block of the heap
+
+    CArena m_arena;
+    bool m_bHeap;
+    Free* m_pFree[LARGEST / UNIT + 1] = {};
+};
+
+// A block of a pool or, without one, of the heap.
+inline void* TakeBlock(CPool* pPool, std::size_t nSize)
+{
+    return pPool ? pPool->Take(nSize) : std::malloc(nSize);
+}
+
+inline void GiveBlock(CPool* pPool, void* p, std::size_t nSize)
+{
+    if (pPool && p)
+        pPool->Give(p, nSize);
+    else
+        std::free(p);
+}
+
+// A text in a block of its own length; null when it is empty or memory fails.
+char* TakePoolText(CPool* pPool, const char* pText, std::size_t nLen);
+void GivePoolText(CPool* pPool, char* pszText);
+
+// The base of classes whose objects lie in a pool: new (pPool) T(…), and delete as always. Objects
+// on the stack or of a plain new have none. T is the class at the top, whose destructor is virtual.
+template <class T>
+class CPooled {
+public:
+    static void* operator new(std::size_t nSize, CPool* pPool) noexcept
+    {
+        void* p = TakeBlock(pPool, nSize);
+        s_pMaking = p ? pPool : nullptr;
+        return p;
+    }
+    static void* operator new(std::size_t nSize) noexcept { return std::malloc(nSize); }
+    static void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
+    {
+        return std::malloc(nSize);
+    }
+    [[nodiscard]] CPool* Pool() const { return m_pPool; }
+
+protected:
+    // What deletes an object of nSize bytes: the object is gone when its block is given back.
+    static void DeletePooled(T* p, std::size_t nSize)
+    {
+        CPool* pPool = p->m_pPool;
+        p->~T();
+        GiveBlock(pPool, p, nSize);
+    }
+
+    // The allocation right before it tells the pool: nothing comes between the two.
+    CPooled() noexcept : m_pPool(s_pMaking) { s_pMaking = nullptr; }
+    ~CPooled() = default;
+
+private:
+    CPool* m_pPool;
+    static inline CPool* s_pMaking = nullptr;
+};

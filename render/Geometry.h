@@ -1,0 +1,59 @@
+// The numbers of a shape, on the document side and on the view side: up to 33 words in a record, of
+// which only those are held that the class has or that are not zero. All others read as zero.
+#pragma once
+
+#include "engine/Pool.h"
+#include "include/QELEngine.h"
+
+#include <cstdint>
+
+class CGeometry {
+public:
+    CGeometry() noexcept : m_nHere{} {}
+    CGeometry(const CGeometry&) = delete;
+    CGeometry& operator=(const CGeometry&) = delete;
+    ~CGeometry() = default; // the owner drops it, who knows the pool
+
+    [[nodiscard]] const int32_t* Words() const { return m_nCount > HERE ? m_pnMore : m_nHere; }
+    [[nodiscard]] int32_t* Words() { return m_nCount > HERE ? m_pnMore : m_nHere; }
+    [[nodiscard]] int32_t Count() const { return m_nCount; }
+
+    // Takes nCount words and holds at least nLeast, which may be written to from then on. 0 without
+    // memory: then it is as before.
+    int Set(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast);
+    void CopyTo(void* pWords) const; // all words of a record
+    void Drop(CPool* pPool);
+
+private:
+    static constexpr int32_t HERE = 4; // as many words as most classes have need no block
+
+    union {
+        int32_t m_nHere[HERE];
+        int32_t* m_pnMore;
+    };
+    uint8_t m_nCount = HERE;
+};
+
+// All that a shape's record says, for handing it from the document side to the view side without
+// spelling the record out.
+struct ShapeData {
+    DWORD nStyle;
+    LONG nDraft;
+    DWORD clrA;
+    DWORD clrB;
+    DWORD clrPen;
+    LONG nPenStyle;
+    LONG nPenWidth;
+    DWORD nFlags;
+    const int32_t* pnWords;
+    int32_t nWords;
+    const char* pText; // not ended by a zero
+    std::size_t nText;
+};
+
+// How many words a shape of a type has at least, going by its first word, which counts the points
+// of a list.
+int32_t ShapeWordsOf(int32_t nType, int32_t nFirst);
+// How many of a record's words are to be held: those that the type has, and others up to the last
+// one that is not zero.
+int32_t UsedWords(const int32_t (&nWords)[QEL_SHAPE_WORDS], int32_t nType);

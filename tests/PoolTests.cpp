@@ -1,0 +1,211 @@
+// Blocks that serve again once they were given back: engine/Pool.cpp, and render/Geometry.cpp,
+// which keeps the words of a shape in them.
+#include "engine/Pool.h"
+#include "render/Geometry.h"
+#include "render/QELViewElm.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t CHUNK = 1024;
+constexpr std::size_t MODES[] = {0, CHUNK}; // blocks of the heap, and blocks in chunks
+
+// An element that does nothing.
+struct CElement : CQELViewElm {
+    CElement() : CQELViewElm(50, 50) {}
+    int NewInstance(CQELViewElm**) const override { return 0; }
+    int GetAttrBlockSize(int*) const override { return 0; }
+    int GetAttrBlock(void*) const override { return 0; }
+    int SetAttrBlock(const void*) override { return 0; }
+};
+
+struct CCounted : CElement {
+    explicit CCounted(int* pnLive) : m_pnLive(pnLive) { ++*m_pnLive; }
+    ~CCounted() override { --*m_pnLive; }
+    int* m_pnLive;
+};
+
+struct CThrowing : CElement {
+    CThrowing() { throw 1; }
+};
+
+std::vector<int32_t> WordsOf(const CGeometry& geometry)
+{
+    std::vector<int32_t> words(QEL_SHAPE_WORDS, -1);
+    geometry.CopyTo(words.data());
+    return words;
+}
+
+std::vector<int32_t> Padded(std::vector<int32_t> words)
+{
+    words.resize(QEL_SHAPE_WORDS);
+    return words;
+}
+
+} // namespace
+
+TEST(Pool, BlocksOfAnySizeAreApart)
+{
+    for (const std::size_t nMode : MODES) {
+        CPool pool(nMode);
+        std::vector<std::pair<unsigned char*, std::size_t>> blocks;
+        for (std::size_t nSize = 1; nSize < 800; nSize += 11) {
+            auto* p = static_cast<unsigned char*>(pool.Take(nSize));
+            ASSERT_NE(nullptr, p);
+            EXPECT_EQ(0U, reinterpret_cast<uintptr_t>(p) % alignof(void*));
+            std::memset(p, static_cast<int>(blocks.size()), nSize);
+            blocks.emplace_back(p, nSize);
+        }
+        for (std::size_t i = 0; i < blocks.size(); ++i) {
+            for (std::size_t n = 0; n < blocks[i].second; ++n)
+                ASSERT_EQ(i & 0xFF, blocks[i].first[n]);
+            pool.Give(blocks[i].first, blocks[i].second);
+        }
+        pool.Clear();
+    }
+}
+
+TEST(Pool, ABlockThatWasGivenBackServesTheNextRequestOfItsSize)
+{
+    CPool pool(CHUNK);
+    void* p = pool.Take(40);
+    void* pOther = pool.Take(40);
+    ASSERT_NE(p, pOther);
+    pool.Give(p, 40);
+    EXPECT_NE(p, pool.Take(80)); // another size
+    EXPECT_EQ(p, pool.Take(40));
+    pool.Give(p, 40);
+    pool.Give(pOther, 40);
+    EXPECT_EQ(pOther, pool.Take(40)); // the last one first
+    EXPECT_EQ(p, pool.Take(40));
+}
+
+// However long it goes on, no more is taken than was in use at once.
+TEST(Pool, MakingAndDeletingForeverTakesNoMoreMemory)
+{
+    CPool pool(CHUNK);
+    std::set<void*> seen;
+    for (int n = 0; n < 10000; ++n) {
+        void* p = pool.Take(24);
+        void* pOther = pool.Take(24);
+        seen.insert(p);
+        seen.insert(pOther);
+        pool.Give(p, 24);
+        pool.Give(pOther, 24);
+    }
+    EXPECT_EQ(2U, seen.size());
+}
+
+TEST(Pool, WithoutAPoolABlockIsOneOfTheHeap)
+{
+    void* p = TakeBlock(nullptr, 100);
+    ASSERT_NE(nullptr, p);
+    std::memset(p, 1, 100);
+    GiveBlock(nullptr, p, 100);
+    CPool pool(CHUNK);
+    GiveBlock(&pool, nullptr, 100); // nothing to give
+    EXPECT_NE(nullptr, TakeBlock(&pool, 100));
+}
+
+TEST(Pool, TextsAreKeptInBlocksOfTheirLength)
+{
+    for (const std::size_t nMode : MODES) {
+        CPool pool(nMode);
+        EXPECT_EQ(nullptr, TakePoolText(&pool, "abc", 0)); // none is needed
+        char* psz = TakePoolText(&pool, "abcdef", 3);
+        EXPECT_STREQ("abc", psz);
+        GivePoolText(&pool, psz);
+        GivePoolText(&pool, nullptr);
+    }
+}
+
+TEST(Pool, ObjectsLieInItAndGoBackToIt)
+{
+    CPool pool(CHUNK);
+    int nLive = 0;
+    CQELViewElm* pElm = new (&pool) CCounted(&nLive);
+    EXPECT_EQ(&pool, pElm->Pool());
+    EXPECT_EQ(1, nLive);
+    void* pBlock = pElm;
+    delete pElm;
+    EXPECT_EQ(0, nLive);
+    pElm = new (&pool) CCounted(&nLive);
+    EXPECT_EQ(pBlock, pElm);
+    delete pElm;
+}
+
+TEST(Pool, ObjectsWithoutOneAreOnTheHeapOrTheStack)
+{
+    int nLive = 0;
+    {
+        const CCounted onStack(&nLive);
+        EXPECT_EQ(nullptr, onStack.Pool());
+        CQELViewElm* p = new CCounted(&nLive);
+        CQELViewElm* pOther = new (std::nothrow) CCounted(&nLive);
+        CQELViewElm* pLast = new (static_cast<CPool*>(nullptr)) CCounted(&nLive);
+        EXPECT_EQ(4, nLive);
+        for (CQELViewElm* pElm : {p, pOther, pLast}) {
+            EXPECT_EQ(nullptr, pElm->Pool());
+            delete pElm;
+        }
+    }
+    EXPECT_EQ(0, nLive);
+}
+
+TEST(Pool, AnObjectWhoseConstructorThrowsIsGivenBack)
+{
+    EXPECT_THROW(new CThrowing, int);
+}
+
+TEST(Geometry, HoldsWhatItIsGivenAndReadsZeroBeyond)
+{
+    for (const std::size_t nMode : MODES) {
+        CPool pool(nMode);
+        CGeometry geometry;
+        EXPECT_EQ(Padded({}), WordsOf(geometry));
+        const std::vector<int32_t> words = {7, -2, 3, 4, 5, 6, 70, 8, 9};
+        for (const int32_t nCount : {1, 4, 5, 9, 2, 9, 6, 4}) {
+            ASSERT_EQ(1, geometry.Set(&pool, words.data(), nCount, 4));
+            EXPECT_EQ(Padded({words.begin(), words.begin() + nCount}), WordsOf(geometry));
+        }
+        ASSERT_EQ(1, geometry.Set(&pool, words.data(), 2, 8)); // more may be written to
+        EXPECT_EQ(8, geometry.Count());
+        geometry.Words()[7] = 11;
+        EXPECT_EQ(Padded({7, -2, 0, 0, 0, 0, 0, 11}), WordsOf(geometry));
+        geometry.Drop(&pool);
+        EXPECT_EQ(Padded({}), WordsOf(geometry));
+    }
+}
+
+TEST(Geometry, EachTypeHasItsNumberOfWordsAndListsGoByTheirCount)
+{
+    EXPECT_EQ(4, ShapeWordsOf(QEL_TYPE_RECT, 99));
+    EXPECT_EQ(4, ShapeWordsOf(QEL_TYPE_LINE, 99));
+    EXPECT_EQ(6, ShapeWordsOf(QEL_TYPE_ROUNDRECT, 99));
+    for (const int32_t nType : {QEL_TYPE_ARC, QEL_TYPE_PIE, QEL_TYPE_CHORD})
+        EXPECT_EQ(8, ShapeWordsOf(nType, 99));
+    for (const int32_t nType : {QEL_TYPE_POLYLINE, QEL_TYPE_POLYGON}) {
+        for (int32_t nPoints = 1; nPoints <= QEL_MAX_POINTS; ++nPoints)
+            EXPECT_EQ(1 + 2 * nPoints, ShapeWordsOf(nType, nPoints));
+        for (const int32_t nWrong : {INT32_MIN, -1, 0, QEL_MAX_POINTS + 1, INT32_MAX})
+            EXPECT_EQ(1, ShapeWordsOf(nType, nWrong)) << nWrong;
+    }
+}
+
+TEST(Geometry, OfARecordTheWordsUpToTheLastOneThatIsNotZeroAreUsed)
+{
+    int32_t nWords[QEL_SHAPE_WORDS] = {};
+    EXPECT_EQ(4, UsedWords(nWords, QEL_TYPE_RECT));
+    nWords[20] = -1;
+    EXPECT_EQ(21, UsedWords(nWords, QEL_TYPE_RECT));
+    nWords[QEL_SHAPE_WORDS - 1] = 1;
+    EXPECT_EQ(QEL_SHAPE_WORDS, UsedWords(nWords, QEL_TYPE_RECT));
+    int32_t nPoints[QEL_SHAPE_WORDS] = {QEL_MAX_POINTS};
+    EXPECT_EQ(QEL_SHAPE_WORDS, UsedWords(nPoints, QEL_TYPE_POLYGON));
+}
