@@ -8,10 +8,13 @@
 
 #include <rapidxml/rapidxml.hpp>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -410,31 +413,45 @@ void MeasureAllocations()
     g_table.Bar("GDI objects left by both", nLeft, 0, 0);
 }
 
-void MeasureAll()
+void MeasureOpenings()
 {
     for (const int nCount : {10000, 100000, 1000000})
         if (!g_bQuick || nCount < 1000000) MeasureOpening(nCount);
-    MeasureNesting();
+}
+
+void MeasureMemory()
+{
     double fNormal = 0;
     MeasureHolding(false, &fNormal);
     MeasureHolding(true, &fNormal);
-    MeasureSaving();
+}
+
+void MeasureDrawings()
+{
     MeasureDrawing(SceneKind::Mixed, 1000, "full draw of 1000 / the same calls (ns an element)",
                    1.03);
     MeasureDrawing(SceneKind::Mixed, 10000, "full draw of 10000 / the same calls", 1.03);
     if (!g_bQuick) MeasureDrawing(SceneKind::Mixed, 100000, "full draw of 100000", 1.03);
     MeasureDrawing(SceneKind::Lines, 10000, "full draw of 10000 lines / the same calls", 1.10);
-    MeasureClipping();
-    MeasureGradient();
-    MeasurePartial();
-    MeasureSettings();
-    MeasureAllocations();
 }
+
+struct Measurement {
+    const char* pszName;
+    void (*pfnMeasure)();
+};
+
+constexpr Measurement g_measurements[] = {
+    {"open", MeasureOpenings},     {"nesting", MeasureNesting},
+    {"memory", MeasureMemory},     {"save", MeasureSaving},
+    {"draw", MeasureDrawings},     {"clip", MeasureClipping},
+    {"gradient", MeasureGradient}, {"partial", MeasurePartial},
+    {"set", MeasureSettings},      {"allocations", MeasureAllocations},
+};
 
 } // namespace
 
-// qel_bench [--quick] | --make COUNT | --open. --make writes the drawing that --open opens, in a
-// process of its own whose peak the caller sees.
+// qel_bench [--quick] [NAME...] | --make COUNT | --open. Names choose measurements. --make writes
+// the drawing that --open opens, in a process of its own whose peak the caller sees.
 int main(int nArgs, char** ppszArgs)
 {
     const std::string arg = nArgs > 1 ? ppszArgs[1] : "";
@@ -448,7 +465,10 @@ int main(int nArgs, char** ppszArgs)
         return 0;
     }
     g_bQuick = arg == "--quick";
-    MeasureAll();
+    const std::span<char*> names(ppszArgs + 1 + g_bQuick, ppszArgs + nArgs);
+    for (const Measurement& row : g_measurements)
+        if (names.empty() || std::ranges::find(names, std::string_view(row.pszName)) != names.end())
+            row.pfnMeasure();
     ::DeleteFileA(PATH_IN);
     ::DeleteFileA(PATH_OUT);
     return g_table.Missed() ? 1 : 0;

@@ -26,6 +26,11 @@ endfunction()
 
 function(qel_engine_options target)
   qel_options(${target})
+  if(NOT MSVC AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Hosts call with a stack aligned to 4 bytes: kept so, and aligned only where a function needs it.
+    target_compile_options(${target} PRIVATE -mno-stackrealign -mpreferred-stack-boundary=2
+      -mincoming-stack-boundary=2)
+  endif()
   if(NOT MSVC)
     # Nothing of the engine throws; allocations that fail are answered with null. Only the exported
     # class keeps its type information, for hosts that derive from it.

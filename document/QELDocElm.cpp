@@ -99,9 +99,8 @@ int CQELDocElm::MapRect(const RECT& rcOld, const RECT& rcNew)
 
 int CQELDocElm::Load()
 {
-    const char* pszName = XmlGetName(Xml());
-    if (!pszName) return 0;
-    const TagRow* pRow = FindTag(pszName, Xml()->pCursor->nKey);
+    if (!XmlGetName(Xml())) return 0;
+    const TagRow* pRow = TagOf(Xml()->pCursor);
     if (!pRow) return 0;
     m_nType = static_cast<int16_t>(pRow->nId);
     const char* pszId = GetXmlAttr(Xml(), ATTR_ID);

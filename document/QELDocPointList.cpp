@@ -13,10 +13,12 @@ constexpr CrdForm g_form = {"", false, "0 0 10 10", "2 to 16 points, x y each"};
 // no blank is left at all, the next tab. Null when there is neither.
 const char* SkipNumber(const char* p)
 {
-    const char* pGap = std::strchr(p, ' ');
-    if (!pGap) pGap = std::strchr(p, '\t');
-    if (!pGap) return nullptr;
-    return pGap + std::strspn(pGap, " \t");
+    const char* pTab = nullptr;
+    for (; *p && *p != ' '; ++p)
+        if (*p == '\t' && !pTab) pTab = p;
+    if (!*p) p = pTab;
+    while (p && (*p == ' ' || *p == '\t')) ++p;
+    return p;
 }
 
 } // namespace

@@ -30,14 +30,19 @@ int CQELDocument::ParseTemplate()
     return XmlParseText(m_pXml, szText) ? 0 : 1;
 }
 
+// The element tree is made while the file is read: each element before its children, and loaded
+// when all of it is known.
 int CQELDocument::Load(const char* pszPath)
 {
     if (!m_pXml) m_pXml = XmlCreate();
     SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
     int nResult = 0;
     if (m_pXml) {
+        Reading reading{this};
+        const XmlConsumer consumer{OnOpened, OnClosed, &reading};
+        m_pXml->pConsumer = &consumer;
         nResult = pszPath ? !XmlLoadFile(m_pXml, pszPath) : ParseTemplate();
-        nResult = nResult && Build() && m_pRoot;
+        nResult = nResult && m_pRoot;
     }
     XmlDestroy(m_pXml);
     m_pXml = nullptr;
@@ -49,50 +54,49 @@ int CQELDocument::Load(const char* pszPath)
     return nResult;
 }
 
-// Makes the element tree from the XML tree: a walk with the cursor, each element made before its
-// children. An element without a class is skipped with all that is in it.
-int CQELDocument::Build()
+// An element without a class is skipped with all that is in it.
+bool CQELDocument::OnOpened(void* pUser)
 {
-    if (XmlGoRoot(m_pXml)) return 0;
-    CQELDocElm* pParent = nullptr;
-    int32_t nDepth = 0;
-    for (;;) {
-        bool bFailed = false;
-        CQELDocElm* pElm = BuildOne(pParent, &bFailed);
-        if (bFailed) return 0;
-        if (pElm && XmlGoFirstChild(m_pXml) == 0) {
-            pParent = pElm;
-            ++nDepth;
-            continue;
-        }
-        while (nDepth && XmlGoNextSibling(m_pXml)) {
-            XmlGoParent(m_pXml);
-            pParent = pParent->Parent();
-            --nDepth;
-        }
-        if (!nDepth) return 1;
+    auto* pReading = static_cast<Reading*>(pUser);
+    CQELDocument* pDocument = pReading->pDocument;
+    // What follows the root's end comes into the root as well.
+    CQELDocElm* pParent = pReading->pOpen ? pReading->pOpen : pDocument->m_pRoot;
+    const TagRow* pRow = pReading->nSkipped ? nullptr : pDocument->RowToRead(pParent);
+    if (!pRow) {
+        ++pReading->nSkipped;
+        return true;
     }
+    CQELDocElm* pElm = pRow->pfnMakeDoc(&pDocument->m_pXml, &pDocument->m_pool);
+    if (!pElm) return false;
+    if (pParent)
+        pParent->AppendChild(pElm);
+    else
+        pDocument->SetRoot(static_cast<CQELDocQEL*>(pElm));
+    pReading->pOpen = pElm;
+    return true;
 }
 
-CQELDocElm* CQELDocument::BuildOne(CQELDocElm* pParent, bool* pbFailed)
+// The class of the element under the cursor, null for one that is skipped.
+const TagRow* CQELDocument::RowToRead(const CQELDocElm* pParent) const
 {
-    const char* pszName = XmlGetName(m_pXml);
-    const TagRow* pRow = pszName ? FindTag(pszName, m_pXml->pCursor->nKey) : nullptr;
-    *pbFailed = !pszName;
+    XmlNode* pNode = m_pXml->pCursor;
+    const TagRow* pRow = TagOf(pNode);
     if (!pRow || !pRow->pfnMakeDoc) return nullptr;
-    const bool bIsRoot = pRow->nId == QEL_TYPE_ROOT;
-    if (bIsRoot && pParent) return nullptr;   // a drawing inside of a drawing is skipped
-    if (!bIsRoot && !pParent) return nullptr; // no drawing: the load ends without a root
+    if (pRow->nId != QEL_TYPE_ROOT) return pParent ? pRow : nullptr; // not in a drawing
+    return pNode == m_pXml->pRoot ? pRow : nullptr; // a drawing inside of a drawing
+}
 
-    CQELDocElm* pElm = pRow->pfnMakeDoc(&m_pXml, &m_pool);
-    *pbFailed = !pElm;
-    if (!pElm) return nullptr;
-    if (bIsRoot) SetRoot(static_cast<CQELDocQEL*>(pElm));
-    pElm->Load(); // what it cannot read keeps its default
-    if (pParent) pParent->AppendChild(pElm);
-    // A drawing without it would be saved without it.
-    *pbFailed = pElm->HasLostId() || pElm->LacksMemory();
-    return pElm;
+bool CQELDocument::OnClosed(void* pUser)
+{
+    auto* pReading = static_cast<Reading*>(pUser);
+    if (pReading->nSkipped) {
+        --pReading->nSkipped;
+        return true;
+    }
+    CQELDocElm* pElm = pReading->pOpen;
+    pReading->pOpen = pElm->Parent();
+    pElm->Load();                                      // what it cannot read keeps its default
+    return !pElm->HasLostId() && !pElm->LacksMemory(); // a drawing without it would be saved so
 }
 
 int CQELDocument::Save(const char* pszPath)

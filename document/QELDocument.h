@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+struct TagRow;
+
 class CQELDocument {
 public:
     CQELDocument() = default;
@@ -47,8 +49,14 @@ public:
     static void SetViewElement(CQELDocElm* pElm, CQELViewElm* pView) { pElm->SetView(pView); }
 
 private:
-    int Build();
-    CQELDocElm* BuildOne(CQELDocElm* pParent, bool* pbFailed);
+    struct Reading {
+        CQELDocument* pDocument;
+        CQELDocElm* pOpen = nullptr; // whose end is still to come
+        int32_t nSkipped = 0;        // elements that are open and skipped
+    };
+    static bool OnOpened(void* pUser);
+    static bool OnClosed(void* pUser);
+    [[nodiscard]] const TagRow* RowToRead(const CQELDocElm* pParent) const;
     int SaveTree();
     int ParseTemplate();
 

@@ -96,10 +96,15 @@ constexpr std::array<uint8_t, PLACES> g_places = [] {
 
 const TagRow* const g_tagRows = g_rows;
 
-const TagRow* FindTag(const char* pszName, uint32_t nKey)
+const TagRow* TagOf(XmlNode* pNode)
 {
-    for (std::size_t n = PlaceOf(nKey); g_places[n] != EMPTY; n = (n + 1) % PLACES)
-        if (IsSameText(g_rows[g_places[n]].pszName, pszName)) return &g_rows[g_places[n]];
+    if (pNode->pKnown) return static_cast<const TagRow*>(pNode->pKnown);
+    for (std::size_t n = PlaceOf(pNode->nKey); g_places[n] != EMPTY; n = (n + 1) % PLACES) {
+        const TagRow* pRow = &g_rows[g_places[n]];
+        if (!IsSameText(pRow->pszName, pNode->pszName)) continue;
+        pNode->pKnown = pRow;
+        return pRow;
+    }
     return nullptr;
 }
 

@@ -19,8 +19,8 @@ struct TagRow {
 
 extern const TagRow* const g_tagRows;
 
-// The row of a tag, null for an unknown one. nKey: XmlNameKey of the name.
-const TagRow* FindTag(const char* pszName, uint32_t nKey);
+// The row of an element's tag, null for an unknown one.
+const TagRow* TagOf(XmlNode* pNode);
 
 // A new document element of a type; null when the type has no class, or without memory.
 CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml, CPool* pPool = nullptr);

@@ -69,3 +69,25 @@ private:
     std::size_t m_nFirstChunk;
     std::size_t m_nNextChunk;
 };
+
+// Records of one kind in an arena; one that is given back is the next to be taken.
+template <class T>
+class CRecords {
+public:
+    T* Take(CArena& arena) // of zeros; null when memory fails
+    {
+        if (!m_pFree) return arena.Take<T>();
+        void* p = m_pFree;
+        m_pFree = m_pFree->pNext;
+        return new (p) T{};
+    }
+    void Give(T* p) { m_pFree = new (static_cast<void*>(p)) Free{m_pFree}; }
+
+private:
+    struct Free {
+        Free* pNext;
+    };
+    static_assert(sizeof(T) >= sizeof(Free));
+
+    Free* m_pFree = nullptr;
+};

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-int CGeometry::Set(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast)
+int CGeometry::SetMore(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast)
 {
     int32_t nHeld = nCount > nLeast ? nCount : nLeast;
     if (nHeld < HERE) nHeld = HERE;

@@ -20,11 +20,19 @@ public:
 
     // Takes nCount words and holds at least nLeast, which may be written to from then on. 0 without
     // memory: then it is as before.
-    int Set(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast);
+    int Set(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast)
+    {
+        if (nCount > HERE || nLeast > HERE || m_nCount > HERE)
+            return SetMore(pPool, pnWords, nCount, nLeast);
+        for (int32_t n = 0; n < HERE; ++n) m_nHere[n] = n < nCount ? pnWords[n] : 0;
+        return 1;
+    }
     void CopyTo(void* pWords) const; // all words of a record
     void Drop(CPool* pPool);
 
 private:
+    int SetMore(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast);
+
     static constexpr int32_t HERE = 4; // as many words as most classes have need no block
 
     union {

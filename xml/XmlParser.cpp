@@ -105,8 +105,7 @@ class CXmlReader {
 public:
     // bKept: the text lives as long as the context, so names and values may stay where they are.
     CXmlReader(XmlContext* pXml, char* pszText, bool bKept)
-        : m_pXml(pXml), m_pBase(pszText), m_p(pszText), m_pEnd(pszText + std::strlen(pszText)),
-          m_bKept(bKept)
+        : m_pXml(pXml), m_pConsumer(pXml->pConsumer), m_pBase(pszText), m_p(pszText), m_bKept(bKept)
     {
     }
 
@@ -137,6 +136,7 @@ private:
     TagEnd ReadStartTag();
     TagEnd ReadTagRest();
     bool OpenElement(char* pName, std::size_t nLen, std::size_t nOffset);
+    bool CloseElement();
     bool ReadTagAttribute();
     bool KeepAttribute(const Attribute& attribute);
     Stop ReadContent();
@@ -145,14 +145,15 @@ private:
     bool ReadAttribute(Attribute* pOut);
     bool ReadValue(Attribute* pOut);
     std::size_t ReadName();
-    [[nodiscard]] bool Begins(const char* pszPrefix, std::size_t nLen) const
+    // Whether the text goes on with a prefix; the zero behind it is in none.
+    [[nodiscard]] bool Begins(const char* pszPrefix) const
     {
-        return static_cast<std::size_t>(m_pEnd - m_p) >= nLen && !std::memcmp(m_p, pszPrefix, nLen);
-    }
-    // The next place of a byte, or null. Never beyond the text: its length is measured once.
-    [[nodiscard]] char* Find(char c) const
-    {
-        return static_cast<char*>(std::memchr(m_p, c, static_cast<std::size_t>(m_pEnd - m_p)));
+        const char* p = m_p;
+        while (*pszPrefix && *p == *pszPrefix) {
+            ++p;
+            ++pszPrefix;
+        }
+        return !*pszPrefix;
     }
     // A string of the text as the tree holds it: a kept text's own, else a copy.
     char* Hold(char* pText, std::size_t nLen)
@@ -196,10 +197,12 @@ private:
         m_p += nCount;
         m_counters.nColumn += static_cast<uint32_t>(nCount);
     }
-    void PassTo(const char* pEnd)
+    // Up to a byte; false at the end of the text, which has none.
+    bool PassTo(char cLast)
     {
-        for (; m_p < pEnd; ++m_p)
+        for (; *m_p && *m_p != cLast; ++m_p)
             if (Is(*m_p, SPACE)) m_counters.CountSpace(*m_p);
+        return *m_p != 0;
     }
     void SkipSpace()
     {
@@ -207,9 +210,9 @@ private:
     }
 
     XmlContext* m_pXml;
+    const XmlConsumer* m_pConsumer;
     char* m_pBase;
     char* m_p;
-    char* m_pEnd; // the zero behind the text
     bool m_bKept;
     int m_nTopElements = 0; // elements met at document level
     Counters m_counters;
@@ -232,8 +235,8 @@ CXmlReader::Kind CXmlReader::Classify() const
     const char* pAfter = m_p + 1;
     while (Is(*pAfter, SPACE)) ++pAfter; // "< rect/>" is an element
     if (Is(*pAfter, NAME_START)) return Kind::Element;
-    if (Begins("<?xml", 5)) return Kind::Declaration;
-    return Begins("<!--", 4) ? Kind::Comment : Kind::Other;
+    if (Begins("<?xml")) return Kind::Declaration;
+    return Begins("<!--") ? Kind::Comment : Kind::Other;
 }
 
 // One piece of markup at document level. False ends the reading, with or without an error.
@@ -273,9 +276,9 @@ bool CXmlReader::ReadDeclaration()
             return true;
         }
         char** ppszField = nullptr;
-        if (Begins("version", 7)) ppszField = &m_pXml->pszVersion;
-        if (Begins("encoding", 8)) ppszField = &m_pXml->pszEncoding;
-        if (Begins("standalone", 10)) ppszField = &m_pXml->pszStandalone;
+        if (Begins("version")) ppszField = &m_pXml->pszVersion;
+        if (Begins("encoding")) ppszField = &m_pXml->pszEncoding;
+        if (Begins("standalone")) ppszField = &m_pXml->pszStandalone;
         if (!ppszField) {
             while (*m_p && !Is(*m_p, SPACE) && *m_p != '>') ++m_p;
             continue;
@@ -297,22 +300,20 @@ bool CXmlReader::KeepDeclared(const Attribute& attribute, char** ppszField)
 
 bool CXmlReader::PassComment()
 {
-    PassTo(m_p + 4);
+    m_p += 4;
     const char* pContent = m_p;
-    while (char* pLast = Find('>')) {
-        const bool bEnds = pLast - pContent >= 2 && pLast[-1] == '-' && pLast[-2] == '-';
-        PassTo(pLast + 1);
-        if (bEnds) return true;
+    while (PassTo('>')) {
+        ++m_p;
+        if (m_p - pContent >= 3 && m_p[-2] == '-' && m_p[-3] == '-') return true;
     }
-    PassTo(m_pEnd);
     return false;
 }
 
 bool CXmlReader::PassOther()
 {
-    char* pLast = Find('>');
-    PassTo(pLast ? pLast + 1 : m_pEnd);
-    return pLast != nullptr;
+    if (!PassTo('>')) return false;
+    ++m_p;
+    return true;
 }
 
 // An element with all that is in it. The elements that are open are the cursor and its parents, so
@@ -324,10 +325,11 @@ bool CXmlReader::ReadElement()
     do {
         const TagEnd nEnd = ReadStartTag();
         if (nEnd == TagEnd::Failed) return false;
-        if (nEnd == TagEnd::Empty)
-            XmlGoParent(m_pXml);
-        else
+        if (m_pConsumer && !m_pConsumer->pfnOpened(m_pConsumer->pUser)) return Fail(XML_ERR_MEMORY);
+        if (nEnd == TagEnd::Content)
             ++nOpen;
+        else if (!CloseElement())
+            return false;
         Stop nStop = Stop::EndTag;
         while (nOpen && nStop == Stop::EndTag) {
             nStop = ReadContent();
@@ -408,6 +410,19 @@ bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
     return true;
 }
 
+// Goes on with the parent. A consumer has no more use for an element that is read.
+bool CXmlReader::CloseElement()
+{
+    if (!m_pConsumer) {
+        XmlGoParent(m_pXml);
+        return true;
+    }
+    if (!m_pConsumer->pfnClosed(m_pConsumer->pUser)) return Fail(XML_ERR_MEMORY);
+    m_pXml->nLastError = XML_OK; // what the consumer asked for and did not find is no fault
+    if (m_pXml->pCursor != m_pXml->pRoot) XmlDropNode(m_pXml);
+    return true;
+}
+
 bool CXmlReader::ReadTagAttribute()
 {
     Attribute attribute;
@@ -477,8 +492,7 @@ CXmlReader::Stop CXmlReader::ReadContent()
 bool CXmlReader::ReadTextRun()
 {
     char* pRun = m_p;
-    char* pEnd = Find('<');
-    PassTo(pEnd ? pEnd : m_pEnd);
+    const bool bEnds = PassTo('<');
     const std::size_t nLen = Decode(pRun, static_cast<std::size_t>(m_p - pRun));
     if (nLen) {
         XmlNode* pNode = m_pXml->pCursor;
@@ -486,19 +500,17 @@ bool CXmlReader::ReadTextRun()
         if (XmlSetText(m_pXml, pRun, nLen)) return Fail(XML_ERR_MEMORY);
         pNode->nTextOffset = Offset(pRun);
     }
-    return pEnd != nullptr;
+    return bEnds;
 }
 
 bool CXmlReader::ReadEndTag()
 {
     const char* pszName = m_pXml->pCursor->pszName;
-    const std::size_t nLen = std::strlen(pszName);
-    if (static_cast<std::size_t>(m_pEnd - m_p) < nLen + 3 ||
-        std::memcmp(m_p + 2, pszName, nLen) != 0 || m_p[2 + nLen] != '>')
-        return Fail(XML_ERR_MISMATCH);
+    std::size_t nLen = 0;
+    while (pszName[nLen] && m_p[2 + nLen] == pszName[nLen]) ++nLen;
+    if (pszName[nLen] || m_p[2 + nLen] != '>') return Fail(XML_ERR_MISMATCH);
     PassMark(nLen + 3);
-    XmlGoParent(m_pXml);
-    return true;
+    return CloseElement();
 }
 
 bool CXmlReader::ReadAttribute(Attribute* pOut)
@@ -531,8 +543,9 @@ bool CXmlReader::ReadValue(Attribute* pOut)
     char* p = pValue;
     Counters counters = m_counters;
     bool bEncoded = false;
-    for (; *p != cQuote; ++p) {
-        if (!Is(*p, VALUE_MARK)) continue;
+    for (;; ++p) {
+        while (!Is(*p, VALUE_MARK)) ++p;
+        if (*p == cQuote) break;
         if (!*p) return false;
         if (*p == '&') bEncoded = true;
         if (Is(*p, SPACE)) counters.CountSpace(*p);

@@ -291,6 +291,7 @@ int XmlSetName(XmlContext* pXml, const char* pszName, std::size_t nLen)
     if (!pszCopy) return Fail(pXml, XML_ERR_ARGUMENT);
     pXml->pCursor->pszName = pszCopy;
     pXml->pCursor->nKey = XmlNameKey(pszName, nLen);
+    pXml->pCursor->pKnown = nullptr;
     return Done(pXml);
 }
 

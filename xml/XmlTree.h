@@ -71,6 +71,7 @@ struct XmlNode {
     XmlNode* pFirstChild;
     XmlNode* pLastChild;
     uint32_t nKey;           // XmlNameKey of the name
+    const void* pKnown;      // what a reader of the tree found for the name; null when not yet
     std::size_t nOffset;     // of its "<" in the parsed text
     std::size_t nTextOffset; // of its text
 };
@@ -91,6 +92,16 @@ struct XmlObserver {
     void* pUser;
 };
 
+// Takes the elements of a text one by one while it is read, so that a large file need not lie in
+// memory as a tree: an element whose end has been read is gone, with all in it, when the call
+// returns. Only the root stays. Both are called with the cursor on the element; false, for want of
+// memory, ends the reading.
+struct XmlConsumer {
+    bool (*pfnOpened)(void* pUser); // its start tag is read
+    bool (*pfnClosed)(void* pUser); // all of it is read
+    void* pUser;
+};
+
 struct XmlContext {
     int32_t nLastError = XML_OK;
     int32_t nLine = 0; // counted by the parser from 0
@@ -106,7 +117,11 @@ struct XmlContext {
     bool bRootSeen = false;
     int32_t nDepth = 0;
     const XmlObserver* pObserver = nullptr; // null: nobody listens
+    const XmlConsumer* pConsumer = nullptr; // null: a text becomes a tree
     CArena arena;
+    CRecords<XmlNode> nodes;
+    CRecords<XmlAttrList> lists;
+    CRecords<XmlAttr> attrs;
 };
 
 XmlContext* XmlCreate();
@@ -176,7 +191,7 @@ const char* XmlGetAttrByKey(XmlContext* pXml, const char* pszName, std::size_t n
 // strings that live as long as the context. Null when memory fails.
 inline XmlNode* XmlLinkChild(XmlContext* pXml, char* pszName, uint32_t nKey)
 {
-    auto* pNode = pXml->arena.Take<XmlNode>();
+    XmlNode* pNode = pXml->nodes.Take(pXml->arena);
     if (!pNode) return nullptr;
     XmlNode* pParent = pXml->pCursor;
     pNode->pszName = pszName;
@@ -204,9 +219,9 @@ inline uint32_t XmlSeenBit(uint32_t nKey)
 inline XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nKey, char* pszValue)
 {
     XmlNode* pNode = pXml->pCursor;
-    auto* pAttr = pXml->arena.Take<XmlAttr>();
+    XmlAttr* pAttr = pXml->attrs.Take(pXml->arena);
     if (!pAttr) return nullptr;
-    if (!pNode->pAttrs) pNode->pAttrs = pXml->arena.Take<XmlAttrList>();
+    if (!pNode->pAttrs) pNode->pAttrs = pXml->lists.Take(pXml->arena);
     XmlAttrList* pList = pNode->pAttrs;
     if (!pList) return nullptr;
     pAttr->pszName = pszName;
@@ -218,6 +233,27 @@ inline XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nKey, char
     pList->nSeen |= XmlSeenBit(nKey);
     if (pList->nCount > XML_INDEXED_FROM) XmlIndexAttr(pXml->arena, pList, pAttr);
     return pAttr;
+}
+
+// For the parser: the node under the cursor, which has no children, is gone; its parent is under
+// the cursor.
+inline void XmlDropNode(XmlContext* pXml)
+{
+    XmlNode* pNode = pXml->pCursor;
+    XmlNode* pParent = pNode->pParent;
+    pParent->pLastChild = pNode->pPrev;
+    (pNode->pPrev ? pNode->pPrev->pNext : pParent->pFirstChild) = nullptr;
+    if (XmlAttrList* pList = pNode->pAttrs) {
+        for (XmlAttr* pAttr = pList->pHead; pAttr;) {
+            XmlAttr* pNext = pAttr->pNext;
+            pXml->attrs.Give(pAttr);
+            pAttr = pNext;
+        }
+        pXml->lists.Give(pList);
+    }
+    pXml->nodes.Give(pNode);
+    pXml->pCursor = pParent;
+    --pXml->nDepth;
 }
 
 inline XmlAttr* XmlFindAttr(const XmlNode* pNode, const char* pszName, std::size_t nNameLen,
