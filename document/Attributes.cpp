@@ -235,8 +235,14 @@ int32_t AttrIdOf(const XmlAttr& attr)
     return ATTR_COUNT;
 }
 
-const char* GetXmlAttr(XmlContext* pXml, AttrId nId)
+const XmlAttr* FindXmlAttr(const XmlContext* pXml, AttrId nId)
 {
     const AttrKey& key = g_keys[static_cast<std::size_t>(nId)];
-    return XmlGetAttrByKey(pXml, g_names[nId].pszName, key.nLen, key.nKey);
+    return XmlFindAttr(pXml->pCursor, g_names[nId].pszName, key.nLen, key.nKey);
+}
+
+const char* GetXmlAttr(const XmlContext* pXml, AttrId nId)
+{
+    const XmlAttr* pAttr = FindXmlAttr(pXml, nId);
+    return pAttr ? pAttr->pszValue : nullptr;
 }

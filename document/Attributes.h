@@ -52,7 +52,8 @@ extern const KeywordRow* const g_attrNameRows;
 const char* AttrName(AttrId nId);
 
 // The value of an attribute of the XML element under the cursor, null when it has none.
-const char* GetXmlAttr(XmlContext* pXml, AttrId nId);
+const XmlAttr* FindXmlAttr(const XmlContext* pXml, AttrId nId);
+const char* GetXmlAttr(const XmlContext* pXml, AttrId nId);
 
 constexpr int32_t ATTR_COUNT = ATTR_IMAX + 1; // of those that have a name
 

@@ -103,16 +103,9 @@ int CQELDocElm::Load()
     const TagRow* pRow = TagOf(Xml()->pCursor);
     if (!pRow) return 0;
     m_nType = static_cast<int16_t>(pRow->nId);
-    const char* pszId = GetXmlAttr(Xml(), ATTR_ID);
-    if (pszId && *pszId) SetId(pszId);
+    const XmlAttr* pId = FindXmlAttr(Xml(), ATTR_ID);
+    if (pId && !SetId(pId->pszValue)) m_bLostId = true;
     return 1;
-}
-
-bool CQELDocElm::HasLostId() const
-{
-    if (*Id()) return false;
-    const char* pszId = GetXmlAttr(Xml(), ATTR_ID);
-    return pszId && *pszId;
 }
 
 int CQELDocElm::Save()

@@ -47,7 +47,7 @@ public:
     virtual int MapRect(const RECT& rcOld, const RECT& rcNew);
     virtual int Load(); // from the XML element under the cursor
     // After a load: there was no memory for the identifier under the cursor.
-    [[nodiscard]] bool HasLostId() const;
+    [[nodiscard]] bool HasLostId() const { return m_bLostId; }
     virtual int Save(); // as a new XML element under the cursor, onto which the cursor moves
 
     void Remove(); // deletes all descendants, then unlinks
@@ -80,6 +80,7 @@ private:
     CQELViewElm* m_pView = nullptr;
     char* m_pszId = nullptr;
     int16_t m_nType; // last: a derived class's small fields fill what is left of the word
+    bool m_bLostId = false;
 };
 
 // For the leaf classes: a new element of class T that takes its fields from another one.

@@ -1,6 +1,7 @@
 // The document; see the header.
 #include "document/QELDocument.h"
 
+#include "document/QELDocShape.h"
 #include "document/Tags.h"
 
 namespace {
@@ -32,7 +33,7 @@ int CQELDocument::ParseTemplate()
 
 // The element tree is made while the file is read: each element before its children, and loaded
 // when all of it is known.
-int CQELDocument::Load(const char* pszPath)
+int CQELDocument::Load(const char* pszPath, CArena* pSpare)
 {
     if (!m_pXml) m_pXml = XmlCreate();
     SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
@@ -43,6 +44,8 @@ int CQELDocument::Load(const char* pszPath)
         m_pXml->pConsumer = &consumer;
         nResult = pszPath ? !XmlLoadFile(m_pXml, pszPath) : ParseTemplate();
         nResult = nResult && m_pRoot;
+        const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_pXml->nTextSize;
+        if (nResult && pSpare && bMany) pSpare->TakeOver(m_pXml->arena);
     }
     XmlDestroy(m_pXml);
     m_pXml = nullptr;
@@ -73,6 +76,7 @@ bool CQELDocument::OnOpened(void* pUser)
     else
         pDocument->SetRoot(static_cast<CQELDocQEL*>(pElm));
     pReading->pOpen = pElm;
+    ++pReading->nMade;
     return true;
 }
 

@@ -16,7 +16,9 @@ public:
     CQELDocument(const CQELDocument&) = delete;
     CQELDocument& operator=(const CQELDocument&) = delete;
 
-    int Load(const char* pszPath); // null: the built-in template, an empty drawing
+    // Null: the built-in template, an empty drawing. pSpare gets the memory in which the file was
+    // read, when there are elements enough to put it to use.
+    int Load(const char* pszPath, CArena* pSpare = nullptr);
     int New() { return Load(nullptr); }
     int Save(const char* pszPath);
     int Close();
@@ -53,6 +55,7 @@ private:
         CQELDocument* pDocument;
         CQELDocElm* pOpen = nullptr; // whose end is still to come
         int32_t nSkipped = 0;        // elements that are open and skipped
+        std::size_t nMade = 0;
     };
     static bool OnOpened(void* pUser);
     static bool OnClosed(void* pUser);

@@ -40,14 +40,20 @@ bool ScanDigits(const char** ppText, Scanned* pOut)
     if (BASE == 16 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) p += 2;
     unsigned nDigit = DigitOf(*p);
     if (nDigit >= BASE) return false;
+    constexpr int SURE = BASE == 10 ? 9 : 8;     // so many digits always fit
     constexpr uint32_t MOST = UINT32_MAX / BASE; // what can take another digit, or just cannot
-    uint32_t nSize = 0;
+    uint32_t nSize = nDigit;
+    nDigit = DigitOf(*++p);
+    for (int n = 1; n < SURE && nDigit < BASE; ++n) {
+        nSize = nSize * BASE + nDigit;
+        nDigit = DigitOf(*++p);
+    }
     bool bTooLarge = false;
-    do {
+    while (nDigit < BASE) {
         bTooLarge |= nSize > MOST || nSize * BASE > UINT32_MAX - nDigit;
         nSize = nSize * BASE + nDigit;
         nDigit = DigitOf(*++p);
-    } while (nDigit < BASE);
+    }
     pOut->nSize = nSize;
     pOut->bTooLarge = bTooLarge;
     *ppText = p;

@@ -27,26 +27,60 @@ char* CArena::NewChunk(std::size_t nSize)
 {
     if (nSize > SIZE_MAX / 2) return nullptr;
     const bool bOwn = nSize > m_nNextChunk / 4;
-    const std::size_t nChunk = bOwn ? nSize : m_nNextChunk;
-    auto* pChunk = static_cast<Chunk*>(std::malloc(HEAD + nChunk));
-    if (!pChunk) return nullptr;
+    Chunk* pChunk = nullptr;
+    if (!bOwn && m_pSpare && m_pSpare->nSize >= nSize) {
+        pChunk = m_pSpare;
+        m_pSpare = pChunk->pNext;
+    } else {
+        const std::size_t nChunk = bOwn ? nSize : m_nNextChunk;
+        pChunk = static_cast<Chunk*>(std::malloc(HEAD + nChunk));
+        if (!pChunk) return nullptr;
+        pChunk->nSize = nChunk;
+        if (!bOwn && m_nNextChunk < LAST_CHUNK) m_nNextChunk *= 2;
+    }
     pChunk->pNext = m_pChunks;
     m_pChunks = pChunk;
     char* p = reinterpret_cast<char*>(pChunk) + HEAD;
     if (bOwn) return p;
     m_pFree = p + nSize;
-    m_nFree = nChunk - nSize;
-    if (m_nNextChunk < LAST_CHUNK) m_nNextChunk *= 2;
+    m_nFree = pChunk->nSize - nSize;
     return p;
 }
 
 void CArena::Clear()
 {
-    while (Chunk* pChunk = m_pChunks) {
-        m_pChunks = pChunk->pNext;
-        std::free(pChunk);
-    }
+    FreeAll(&m_pChunks);
+    FreeSpare();
     m_pFree = nullptr;
     m_nFree = 0;
     m_nNextChunk = m_nFirstChunk;
+}
+
+void CArena::TakeOver(CArena& other)
+{
+    TakeChunks(&other.m_pChunks);
+    TakeChunks(&other.m_pSpare);
+    other.Clear();
+}
+
+void CArena::TakeChunks(Chunk** ppChunks)
+{
+    while (Chunk* pChunk = *ppChunks) {
+        *ppChunks = pChunk->pNext;
+        pChunk->pNext = m_pSpare;
+        m_pSpare = pChunk;
+    }
+}
+
+void CArena::FreeSpare()
+{
+    FreeAll(&m_pSpare);
+}
+
+void CArena::FreeAll(Chunk** ppChunks)
+{
+    while (Chunk* pChunk = *ppChunks) {
+        *ppChunks = pChunk->pNext;
+        std::free(pChunk);
+    }
 }

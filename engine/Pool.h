@@ -23,6 +23,9 @@ public:
     void* Take(std::size_t nSize); // null when memory fails; not zeroed
     void Give(void* p, std::size_t nSize);
     void Clear(); // when all blocks were given back
+    // An arena's memory for blocks to come, until FreeSpare gives back what is left of it.
+    void TakeOver(CArena& other) { m_arena.TakeOver(other); }
+    void FreeSpare() { m_arena.FreeSpare(); }
 
 private:
     struct Free {

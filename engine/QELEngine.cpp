@@ -22,11 +22,14 @@ CQELEngine::~CQELEngine()
 int CQELEngine::Open(const char* pszPath)
 {
     Close();
-    if (!m_document.Load(pszPath)) return 0;
+    CArena spare;
+    if (!m_document.Load(pszPath, &spare)) return 0;
+    m_view.TakeOver(spare);
     if (!BuildViews()) {
         Close();
         return 0;
     }
+    m_view.FreeSpare();
     m_rcDraw.right = WrapAdd(m_rcDraw.left, m_refSize.cx);
     m_rcDraw.bottom = WrapAdd(m_rcDraw.top, m_refSize.cy);
     if (m_bShowOnly) m_document.Close(); // from here on the drawing is only shown

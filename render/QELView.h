@@ -23,6 +23,9 @@ public:
 
     int SetRefSize(SIZE size); // with every element of the tree; any size is taken
     int GetRefSize(SIZE* pSize) const;
+    // Memory for the elements to come, until FreeSpare gives back what is left of it.
+    void TakeOver(CArena& spare) { m_pool.TakeOver(spare); }
+    void FreeSpare() { m_pool.FreeSpare(); }
     int NewTree(); // clears, then makes a root
     void Clear();
 

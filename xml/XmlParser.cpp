@@ -5,10 +5,15 @@
 
 #include <windows.h>
 
+#include <emmintrin.h>
+
+#include <bit>
 #include <cstring>
 
 namespace {
 
+constexpr std::size_t XML_READ_AHEAD = 16; // bytes that are looked at together
+constexpr std::size_t PAGE = 4096;
 constexpr int MAX_IDLE_READS = 16; // reads in a row without a byte before a load is given up
 
 // What a byte may be in a text. Bytes from 0x80 count as letters: multi-byte code pages pass
@@ -38,6 +43,16 @@ struct ByteClasses {
 };
 
 constexpr ByteClasses g_classes;
+
+// The number of bits that are set, of 16. Not every processor that this runs on has an instruction
+// for it.
+uint32_t CountBits(uint32_t n)
+{
+    n -= n >> 1 & 0x5555U;
+    n = (n & 0x3333U) + (n >> 2 & 0x3333U);
+    n = (n + (n >> 4)) & 0x0F0FU;
+    return (n + (n >> 8)) & 0x1FU;
+}
 
 bool Is(char c, ByteClass nClass)
 {
@@ -99,6 +114,45 @@ std::size_t Decode(char* pRun, std::size_t nLen)
         pRun[nOut++] = c;
     }
     return nOut;
+}
+
+// The line and column counters. A line feed leaves the column: deliberate. They are unsigned, so
+// that a line of any length wraps.
+struct Counters {
+    uint32_t nLine = 0;
+    uint32_t nColumn = 0;
+
+    void CountSpace(char c)
+    {
+        if (c == '\n')
+            ++nLine;
+        else if (c == '\r')
+            nColumn = 0;
+        else
+            ++nColumn;
+    }
+};
+
+// How many bytes of a value are neither references nor spaces other than blanks, which are counted.
+// Reads ahead, as only a kept text allows; up to the quote, or some bytes before what it cannot
+// pass.
+std::size_t PassPlainBytes(const char* p, char cQuote, Counters* pCounters)
+{
+    const auto all = [](char c) { return _mm_set1_epi8(c); };
+    const auto bits = [](__m128i v) { return static_cast<uint32_t>(_mm_movemask_epi8(v)); };
+    for (std::size_t nLen = 0;; nLen += XML_READ_AHEAD) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + nLen));
+        const __m128i fromTab = _mm_sub_epi8(v, all('\t'));
+        const __m128i odd =
+            _mm_or_si128(_mm_cmpeq_epi8(v, all('&')),
+                         _mm_cmpeq_epi8(_mm_min_epu8(fromTab, all('\r' - '\t')), fromTab));
+        const uint32_t nEnds =
+            bits(_mm_or_si128(_mm_cmpeq_epi8(v, all(cQuote)), _mm_cmpeq_epi8(v, all(0))));
+        const uint32_t nInside = nEnds ? (nEnds & (0U - nEnds)) - 1 : 0xFFFFU; // bits below the end
+        if (bits(odd) & nInside) return nLen;
+        pCounters->nColumn += CountBits(bits(_mm_cmpeq_epi8(v, all(' '))) & nInside);
+        if (nEnds) return nLen + static_cast<std::size_t>(std::countr_zero(nEnds));
+    }
 }
 
 class CXmlReader {
@@ -176,22 +230,7 @@ private:
         return static_cast<std::size_t>(pAt - m_pBase);
     }
 
-    // Moves on, keeping the line and column counters: a line feed leaves the column, deliberate.
-    // They are unsigned, so that a line of any length wraps.
-    struct Counters {
-        uint32_t nLine = 0;
-        uint32_t nColumn = 0;
-
-        void CountSpace(char c)
-        {
-            if (c == '\n')
-                ++nLine;
-            else if (c == '\r')
-                nColumn = 0;
-            else
-                ++nColumn;
-        }
-    };
+    // These move on, keeping the counters.
     void PassMark(std::size_t nCount = 1)
     {
         m_p += nCount;
@@ -540,22 +579,22 @@ bool CXmlReader::ReadValue(Attribute* pOut)
 {
     const char cQuote = *m_p;
     char* pValue = m_p + 1;
-    char* p = pValue;
     Counters counters = m_counters;
+    std::size_t nLen = m_bKept ? PassPlainBytes(pValue, cQuote, &counters) : 0;
     bool bEncoded = false;
-    for (;; ++p) {
-        while (!Is(*p, VALUE_MARK)) ++p;
-        if (*p == cQuote) break;
-        if (!*p) return false;
-        if (*p == '&') bEncoded = true;
-        if (Is(*p, SPACE)) counters.CountSpace(*p);
+    for (;; ++nLen) {
+        while (!Is(pValue[nLen], VALUE_MARK)) ++nLen;
+        const char c = pValue[nLen];
+        if (c == cQuote) break;
+        if (!c) return false;
+        if (c == '&') bEncoded = true;
+        if (Is(c, SPACE)) counters.CountSpace(c);
     }
     m_counters = counters;
     m_counters.nColumn += 2; // the quotes
-    m_p = p + 1;
+    m_p = pValue + nLen + 1;
     pOut->pValue = pValue;
-    pOut->nValueLen = static_cast<std::size_t>(p - pValue);
-    if (bEncoded) pOut->nValueLen = Decode(pValue, pOut->nValueLen);
+    pOut->nValueLen = bEncoded ? Decode(pValue, nLen) : nLen;
     return true;
 }
 
@@ -651,18 +690,22 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath)
         if (nSize == 0) return 1; // an empty file: no error code, deliberate
         char* pBuffer = nullptr;
         if (nSize < SIZE_MAX / 2)
-            pBuffer = pXml->arena.TakeBytes(static_cast<std::size_t>(nSize) + 1);
+            pBuffer = pXml->arena.TakeBytes(static_cast<std::size_t>(nSize) + XML_READ_AHEAD);
         if (!pBuffer) {
             pXml->nLastError = XML_ERR_MEMORY;
             return 1;
         }
         pXml->pszReadBase = pBuffer;
+        pXml->nTextSize = static_cast<std::size_t>(nSize);
+        // Touched here, page by page: where the system first reads the pages to see whether they may be
+        // written, each new page would be a fault twice.
+        for (std::size_t n = 0; n < nSize; n += PAGE) pBuffer[n] = 0;
         ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
         if (!ReadAll(file.Get(), pBuffer, static_cast<std::size_t>(nSize))) {
             pXml->nLastError = XML_ERR_OPEN;
             return 1;
         }
-        pBuffer[nSize] = 0;
+        std::memset(pBuffer + nSize, 0, XML_READ_AHEAD);
     }
     return ParseAll(pXml, pXml->pszReadBase, true);
 }

@@ -384,19 +384,13 @@ int32_t XmlAttrCount(XmlContext* pXml)
 
 const char* XmlGetAttr(XmlContext* pXml, const char* pszName)
 {
-    const std::size_t nLen = pszName ? std::strlen(pszName) : 0;
-    return XmlGetAttrByKey(pXml, pszName, nLen, XmlNameKey(pszName, nLen));
-}
-
-const char* XmlGetAttrByKey(XmlContext* pXml, const char* pszName, std::size_t nNameLen,
-                            uint32_t nKey)
-{
     if (!pXml) return nullptr;
     if (!pszName || !pXml->pCursor || !pXml->pCursor->pAttrs) {
         pXml->nLastError = XML_ERR_ARGUMENT;
         return nullptr;
     }
-    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, nNameLen, nKey);
+    const std::size_t nLen = std::strlen(pszName);
+    const XmlAttr* pAttr = XmlFindAttr(pXml->pCursor, pszName, nLen, XmlNameKey(pszName, nLen));
     pXml->nLastError = pAttr ? XML_OK : XML_ERR_NO_ATTR;
     return pAttr ? pAttr->pszValue : nullptr;
 }

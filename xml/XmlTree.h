@@ -110,6 +110,7 @@ struct XmlContext {
     char* pszEncoding = nullptr;
     char* pszStandalone = nullptr;
     char* pszReadBase = nullptr; // the file's text, freed with the context
+    std::size_t nTextSize = 0;
     char* pszReadPos = nullptr;  // where the parser stands, or stopped
     bool bDeclSeen = false;
     XmlNode* pRoot = nullptr;
@@ -182,10 +183,6 @@ constexpr uint32_t XmlNameKey(const char* pszName, std::size_t nLen)
     const uint32_t nEnds = byteAt(0) | byteAt(nLen / 2) << 8 | byteAt(nLen - 1) << 16;
     return (nEnds + (static_cast<uint32_t>(nLen) << 24)) * 2654435761U; // spreads to the high bits
 }
-
-// XmlGetAttr for a caller who knows the name's length and key.
-const char* XmlGetAttrByKey(XmlContext* pXml, const char* pszName, std::size_t nNameLen,
-                            uint32_t nKey);
 
 // For the parser: a new last child of the node under the cursor, and a new last attribute of it, of
 // strings that live as long as the context. Null when memory fails.
