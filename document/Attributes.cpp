@@ -67,6 +67,19 @@ static_assert(
     }(),
     "a name stands at the place of its id");
 
+static_assert(
+    [] {
+        uint32_t nSeen = 0;
+        for (const AttrId nId : {ATTR_ID, ATTR_STYLE, ATTR_DR, ATTR_FG, ATTR_BG, ATTR_CLR,
+                                 ATTR_LNSTYLE, ATTR_LNWID, ATTR_CRD, ATTR_FLAG}) {
+            const uint32_t nBit = XmlSeenBit(g_keys[nId].nKey);
+            if (nSeen & nBit) return false;
+            nSeen |= nBit;
+        }
+        return true;
+    }(),
+    "the attributes of shapes are told apart by one bit");
+
 // The ids by the hash of their names: each stands in the first free place from the one that its
 // hash asks for.
 constexpr std::size_t PLACES = 128;
@@ -228,8 +241,11 @@ int32_t AttrIdOf(const XmlAttr& attr)
     std::size_t n = PlaceOf(attr.nKey);
     for (; g_places[n] != ATTR_COUNT; n = (n + 1) % PLACES) {
         const int32_t nId = g_places[n];
-        if (g_keys[static_cast<std::size_t>(nId)].nKey == attr.nKey &&
-            IsSameText(g_names[nId].pszName, attr.pszName))
+        const AttrKey& key = g_keys[static_cast<std::size_t>(nId)];
+        if (key.nKey != attr.nKey) continue;
+        // All bytes of a name of up to three are in its key, but not the length of very long names.
+        if (key.nLen <= 3 ? !attr.pszName[key.nLen]
+                          : IsSameText(g_names[nId].pszName, attr.pszName))
             return nId;
     }
     return ATTR_COUNT;

@@ -46,8 +46,8 @@ public:
     char* TakeUnits(std::size_t nSize) { return TakeAligned(nSize, alignof(void*)); }
 
     void Clear(); // gives all pieces back
-    // Takes over the memory of another arena, whose pieces are lost, for pieces to come: memory that
-    // was in use is had for less than new memory. FreeSpare gives back what was not used.
+    // Takes over the memory of another arena, whose pieces are lost, for pieces to come: memory
+    // that was in use is had for less than new memory. FreeSpare gives back what was not used.
     void TakeOver(CArena& other);
     void FreeSpare();
 
@@ -72,7 +72,7 @@ private:
 
     Chunk* m_pChunks = nullptr;
     Chunk* m_pSpare = nullptr; // taken over and not in use yet
-    char* m_pFree = nullptr; // what is left of the chunk in use
+    char* m_pFree = nullptr;   // what is left of the chunk in use
     std::size_t m_nFree = 0;
     std::size_t m_nFirstChunk;
     std::size_t m_nNextChunk;

@@ -1,6 +1,6 @@
-// What the DLL needs of the language's runtime, in the few lines that it comes to where nothing throws:
-// the library's own versions bring exceptions, the unwinder and a printer of type names with them. Only
-// in the DLL; a program that has the engine linked in keeps the library's.
+// What the DLL needs of the language's runtime, in the few lines that it comes to where nothing
+// throws: the library's own versions bring exceptions, the unwinder and a printer of type names
+// with them. Only in the DLL; a program that has the engine linked in keeps the library's.
 #include <cstdlib>
 #include <new>
 
@@ -34,7 +34,8 @@ void operator delete[](void* p, std::size_t) noexcept
     std::free(p);
 }
 
-// Objects whose base is not whole any more are called by nobody; the compiler asks for it all the same.
+// Objects whose base is not whole any more are called by nobody; the compiler asks for it all the
+// same.
 extern "C" void __cxa_pure_virtual() // NOLINT(bugprone-reserved-identifier): the compiler's name
 {
     std::abort();

@@ -3,26 +3,6 @@
 
 #include <cstring>
 
-void* CPool::Take(std::size_t nSize)
-{
-    if (m_bHeap || nSize > LARGEST) return std::malloc(nSize);
-    const std::size_t nUnits = (nSize + UNIT - 1) / UNIT;
-    Free* pFree = m_pFree[nUnits];
-    if (!pFree) return m_arena.TakeUnits(nUnits * UNIT);
-    m_pFree[nUnits] = pFree->pNext;
-    return pFree;
-}
-
-void CPool::Give(void* p, std::size_t nSize)
-{
-    if (m_bHeap || nSize > LARGEST) {
-        std::free(p);
-        return;
-    }
-    const std::size_t nUnits = (nSize + UNIT - 1) / UNIT;
-    m_pFree[nUnits] = new (p) Free{m_pFree[nUnits]};
-}
-
 void CPool::Clear()
 {
     for (Free*& pFree : m_pFree) pFree = nullptr;

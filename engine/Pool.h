@@ -40,6 +40,26 @@ private:
     Free* m_pFree[LARGEST / UNIT + 1] = {};
 };
 
+inline void* CPool::Take(std::size_t nSize)
+{
+    if (m_bHeap || nSize > LARGEST) return std::malloc(nSize);
+    const std::size_t nUnits = (nSize + UNIT - 1) / UNIT;
+    Free* pFree = m_pFree[nUnits];
+    if (!pFree) return m_arena.TakeUnits(nUnits * UNIT);
+    m_pFree[nUnits] = pFree->pNext;
+    return pFree;
+}
+
+inline void CPool::Give(void* p, std::size_t nSize)
+{
+    if (m_bHeap || nSize > LARGEST) {
+        std::free(p);
+        return;
+    }
+    const std::size_t nUnits = (nSize + UNIT - 1) / UNIT;
+    m_pFree[nUnits] = new (p) Free{m_pFree[nUnits]};
+}
+
 // A block of a pool or, without one, of the heap.
 inline void* TakeBlock(CPool* pPool, std::size_t nSize)
 {

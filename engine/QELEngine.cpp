@@ -75,9 +75,12 @@ int CQELEngine::BuildViews()
 int CQELEngine::MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter)
 {
     if (!MakeView(pTop, pParent, pAfter)) return 0;
-    for (CQELDocElm* pElm = pTop->NextInTree(pTop); pElm; pElm = pElm->NextInTree(pTop))
+    bool bAnyDynamic = CQELView::IsDynamic(pTop->Type());
+    for (CQELDocElm* pElm = pTop->NextInTree(pTop); pElm; pElm = pElm->NextInTree(pTop)) {
         if (!MakeView(pElm, pElm->Parent()->View(), nullptr)) return 0;
-    if (!IsInPicture(pTop)) return 1; // it takes no host values
+        bAnyDynamic |= CQELView::IsDynamic(pElm->Type());
+    }
+    if (!bAnyDynamic || !IsInPicture(pTop)) return 1; // it takes no host values
     if (!m_view.ReservePlaces(pTop->View())) return 0;
     RegisterAll(pTop->View());
     return 1;

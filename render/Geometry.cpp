@@ -37,23 +37,6 @@ void CGeometry::Drop(CPool* pPool)
     for (int32_t& n : m_nHere) n = 0;
 }
 
-int32_t ShapeWordsOf(int32_t nType, int32_t nFirst)
-{
-    switch (nType) {
-    case QEL_TYPE_ROUNDRECT:
-        return 6;
-    case QEL_TYPE_ARC:
-    case QEL_TYPE_PIE:
-    case QEL_TYPE_CHORD:
-        return 8;
-    case QEL_TYPE_POLYLINE:
-    case QEL_TYPE_POLYGON:
-        return nFirst >= 1 && nFirst <= QEL_MAX_POINTS ? 1 + 2 * nFirst : 1;
-    default:
-        return 4;
-    }
-}
-
 int32_t UsedWords(const int32_t (&nWords)[QEL_SHAPE_WORDS], int32_t nType)
 {
     const int32_t nLeast = ShapeWordsOf(nType, nWords[0]);

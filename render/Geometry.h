@@ -61,7 +61,23 @@ struct ShapeData {
 
 // How many words a shape of a type has at least, going by its first word, which counts the points
 // of a list.
-int32_t ShapeWordsOf(int32_t nType, int32_t nFirst);
+constexpr int32_t ShapeWordsOf(int32_t nType, int32_t nFirst)
+{
+    switch (nType) {
+    case QEL_TYPE_ROUNDRECT:
+        return 6;
+    case QEL_TYPE_ARC:
+    case QEL_TYPE_PIE:
+    case QEL_TYPE_CHORD:
+        return 8;
+    case QEL_TYPE_POLYLINE:
+    case QEL_TYPE_POLYGON:
+        return nFirst >= 1 && nFirst <= QEL_MAX_POINTS ? 1 + 2 * nFirst : 1;
+    default:
+        return 4;
+    }
+}
+
 // How many of a record's words are to be held: those that the type has, and others up to the last
 // one that is not zero.
 int32_t UsedWords(const int32_t (&nWords)[QEL_SHAPE_WORDS], int32_t nType);

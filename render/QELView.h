@@ -39,6 +39,8 @@ public:
     int MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
     static int DuplicateElement(CQELViewElm* pElm, CQELViewElm** ppOut);
 
+    // Whether the host drives elements of a type; only they are registered.
+    static constexpr bool IsDynamic(int32_t nType) { return nType >= QEL_TYPE_STATUS; }
     int Register(CQELViewElm* pElm);
     // Places in the lists for an element and all in it; the slots stay as they are. 0 without
     // memory: then none of them has one.

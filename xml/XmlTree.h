@@ -111,7 +111,7 @@ struct XmlContext {
     char* pszStandalone = nullptr;
     char* pszReadBase = nullptr; // the file's text, freed with the context
     std::size_t nTextSize = 0;
-    char* pszReadPos = nullptr;  // where the parser stands, or stopped
+    char* pszReadPos = nullptr; // where the parser stands, or stopped
     bool bDeclSeen = false;
     XmlNode* pRoot = nullptr;
     XmlNode* pCursor = nullptr;
@@ -207,10 +207,11 @@ void XmlIndexAttr(CArena& arena, XmlAttrList* pList, XmlAttr* pAttr);
 XmlAttr* XmlSearchAttr(const XmlAttrList* pList, const char* pszName, std::size_t nNameLen,
                        uint32_t nKey);
 
-// The one of 32 bits that stands for a key.
-inline uint32_t XmlSeenBit(uint32_t nKey)
+// The one of 32 bits that stands for a key. It is another one for each attribute that shapes have,
+// so that their names are seldom compared.
+constexpr uint32_t XmlSeenBit(uint32_t nKey)
 {
-    return 1U << (nKey >> 27);
+    return 1U << (nKey >> 26 & 31U);
 }
 
 inline XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nKey, char* pszValue)
