@@ -236,6 +236,11 @@ const char* AttrName(AttrId nId)
     return nId == ATTR_TEXT ? "(text)" : NameOf(g_names, nId);
 }
 
+void WriteAttrText(CXmlWriter& writer, AttrId nId, const char* pszValue, std::size_t nLen)
+{
+    writer.Attr(g_names[nId].pszName, g_keys[static_cast<std::size_t>(nId)].nLen, pszValue, nLen);
+}
+
 int32_t AttrIdOf(const XmlAttr& attr)
 {
     std::size_t n = PlaceOf(attr.nKey);

@@ -5,6 +5,7 @@
 
 #include "render/Keywords.h"
 #include "xml/XmlTree.h"
+#include "xml/XmlWriter.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -105,20 +106,25 @@ int LoadAttr(T* pElm, const AttrRow<T>& row, XmlContext* pXml)
     return pszValue ? row.pForm->pfnParse(pszValue, &(pElm->*row.pField)) : 0;
 }
 
+// Writes an attribute of the element that was begun last. pszValue ends with a zero and is not
+// empty.
+void WriteAttrText(CXmlWriter& writer, AttrId nId, const char* pszValue, std::size_t nLen);
+
 // Writes one field as an attribute. 0: it could not be written.
 template <class T>
-int WriteAttr(const T* pElm, const AttrRow<T>& row, XmlContext* pXml)
+int WriteAttr(const T* pElm, const AttrRow<T>& row, CXmlWriter& writer)
 {
     char szValue[ATTR_TEXT_SIZE];
-    if (!row.pForm->pfnFormat(pElm->*row.pField, szValue, sizeof szValue)) return 0;
-    return XmlSetAttrZ(pXml, AttrName(row.nId), szValue) ? 0 : 1;
+    const std::size_t nLen = row.pForm->pfnFormat(pElm->*row.pField, szValue, sizeof szValue);
+    if (nLen) WriteAttrText(writer, row.nId, szValue, nLen);
+    return nLen ? 1 : 0;
 }
 
 // The same, unless the field holds its default.
 template <class T>
-int SaveAttr(const T* pElm, const AttrRow<T>& row, XmlContext* pXml)
+int SaveAttr(const T* pElm, const AttrRow<T>& row, CXmlWriter& writer)
 {
-    return pElm->*row.pField == row.nDefault ? 1 : WriteAttr(pElm, row, pXml);
+    return pElm->*row.pField == row.nDefault ? 1 : WriteAttr(pElm, row, writer);
 }
 
 template <class T>
@@ -128,10 +134,10 @@ void LoadAttrs(T* pElm, std::span<const AttrRow<T>> rows, XmlContext* pXml)
 }
 
 template <class T>
-int SaveAttrs(const T* pElm, std::span<const AttrRow<T>> rows, XmlContext* pXml)
+int SaveAttrs(const T* pElm, std::span<const AttrRow<T>> rows, CXmlWriter& writer)
 {
     for (const auto& row : rows)
-        if (!SaveAttr(pElm, row, pXml)) return 0;
+        if (!SaveAttr(pElm, row, writer)) return 0;
     return 1;
 }
 

@@ -36,7 +36,7 @@ int ParseCrdNumbers(const char* pszText, const char* pszLayout, int32_t* pnWords
     return 1;
 }
 
-int FormatCrdNumbers(const int32_t* pnWords, const char* pszLayout, char* pszOut)
+std::size_t FormatCrdNumbers(const int32_t* pnWords, const char* pszLayout, char* pszOut)
 {
     std::size_t nLen = 0;
     pszOut[0] = 0;
@@ -47,7 +47,7 @@ int FormatCrdNumbers(const int32_t* pnWords, const char* pszLayout, char* pszOut
                                      CRD_TEXT_SIZE - nLen)
                     : FormatDecimal(pnWords[n], pszOut + nLen, CRD_TEXT_SIZE - nLen);
     }
-    return 1;
+    return nLen;
 }
 
 CrdShifts ShiftsBetween(const RECT& rcOld, const RECT& rcNew)

@@ -39,8 +39,8 @@ struct CrdForm {
 
 // Reads all numbers of a layout. 0, and nothing is changed, when one is missing.
 int ParseCrdNumbers(const char* pszText, const char* pszLayout, int32_t* pnWords);
-// Writes them, separated by blanks, into CRD_TEXT_SIZE bytes.
-int FormatCrdNumbers(const int32_t* pnWords, const char* pszLayout, char* pszOut);
+// Writes them, separated by blanks, into CRD_TEXT_SIZE bytes; the length.
+std::size_t FormatCrdNumbers(const int32_t* pnWords, const char* pszLayout, char* pszOut);
 
 // How a resize from one rectangle to another moves every coordinate.
 struct CrdShifts {

@@ -110,16 +110,17 @@ int CQELDocElm::Load()
 
 int CQELDocElm::Save()
 {
-    const char* pszTag = NameOf(g_tagRows, m_nType);
-    if (!pszTag) return 0;
-    if (m_nType == QEL_TYPE_ROOT) {
-        if (XmlGoRoot(Xml()) || XmlSetNameZ(Xml(), pszTag) || XmlSetTextZ(Xml(), nullptr)) return 0;
-    } else {
-        // The new child is the last one; going there directly keeps saving linear.
-        if (XmlAddChildZ(Xml(), pszTag, nullptr) || XmlGoLastChild(Xml())) return 0;
-    }
-    if (*Id() && XmlSetAttrZ(Xml(), AttrName(ATTR_ID), Id())) return 0;
+    const std::string_view tag = TagName(m_nType);
+    if (tag.empty()) return 0;
+    Writer().Start(tag.data(), tag.size());
+    if (m_pszId) WriteAttrText(Writer(), ATTR_ID, m_pszId, std::strlen(m_pszId));
     return 1;
+}
+
+void CQELDocElm::EndSave()
+{
+    const std::string_view tag = TagName(m_nType);
+    Writer().End(tag.data(), tag.size());
 }
 
 void CQELDocElm::Remove()

@@ -48,7 +48,10 @@ public:
     virtual int Load(); // from the XML element under the cursor
     // After a load: there was no memory for the identifier under the cursor.
     [[nodiscard]] bool HasLostId() const { return m_bLostId; }
-    virtual int Save(); // as a new XML element under the cursor, onto which the cursor moves
+    // Writes the element with its attributes and its text, to be followed by its children and
+    // EndSave. 0: its type has no tag, and nothing is written.
+    virtual int Save();
+    void EndSave();
 
     void Remove(); // deletes all descendants, then unlinks
     [[nodiscard]] bool IsInside(const CQELDocElm* pTop) const; // pTop itself or a descendant
@@ -71,6 +74,7 @@ public:
 
 protected:
     [[nodiscard]] XmlContext* Xml() const { return *m_ppXml; }
+    [[nodiscard]] CXmlWriter& Writer() const { return *Xml()->pWriter; } // while it is saved
 
 private:
     int TakeId(const char* pText, std::size_t nLen);

@@ -50,7 +50,7 @@ int CQELDocPointList::ParseCrd(const char* pszText)
     return TakeWords(nRead, 1 + 2 * nCount); // without a half-read point
 }
 
-int CQELDocPointList::FormatCrd(char* pszOut) const
+std::size_t CQELDocPointList::FormatCrd(char* pszOut) const
 {
     if (!HasPoints()) return 0;
     std::size_t nLen = 0;
@@ -58,7 +58,7 @@ int CQELDocPointList::FormatCrd(char* pszOut) const
         if (n) pszOut[nLen++] = ' ';
         nLen += FormatDecimal(Words()[1 + n], pszOut + nLen, CRD_TEXT_SIZE - nLen);
     }
-    return 1;
+    return nLen;
 }
 
 int CQELDocPointList::GetRect(RECT* prc) const

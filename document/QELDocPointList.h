@@ -11,7 +11,7 @@ public:
     int GetRect(RECT* prc) const override;
     int MapRect(const RECT& rcOld, const RECT& rcNew) override;
     int ParseCrd(const char* pszText) override;
-    int FormatCrd(char* pszOut) const override;
+    [[nodiscard]] std::size_t FormatCrd(char* pszOut) const override;
     [[nodiscard]] const CrdForm& GetCrdForm() const override;
 
 private:

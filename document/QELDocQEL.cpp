@@ -96,5 +96,5 @@ int CQELDocQEL::Load()
 
 int CQELDocQEL::Save()
 {
-    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Xml()) ? 1 : 0;
+    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Writer()) ? 1 : 0;
 }

@@ -222,17 +222,18 @@ int CQELDocShape::Save()
     if (!CQELDocElm::Save()) return 0;
     for (const auto& row : Attrs())
         if (!SaveRow(row)) return 0;
+    if (m_pszText) Writer().Text(m_pszText, std::strlen(m_pszText)); // behind the attributes
     return 1;
 }
 
 int CQELDocShape::SaveRow(const AttrRow<CQELDocShape>& row)
 {
-    if (row.nId == ATTR_TEXT) return m_pszText && XmlSetTextZ(Xml(), m_pszText) ? 0 : 1;
-    if (row.pField) return SaveAttr(this, row, Xml());
-    char szCrd[CRD_TEXT_SIZE] = {};
+    if (row.nId == ATTR_TEXT) return 1;
+    if (row.pField) return SaveAttr(this, row, Writer());
+    char szCrd[CRD_TEXT_SIZE];
     // Points that are out of count cannot be spelled; the element is saved without them.
-    if (!FormatCrd(szCrd) || !*szCrd) return 1;
-    return XmlSetAttrZ(Xml(), AttrName(row.nId), szCrd) ? 0 : 1;
+    if (const std::size_t nLen = FormatCrd(szCrd)) WriteAttrText(Writer(), row.nId, szCrd, nLen);
+    return 1;
 }
 
 int CQELDocShape::ParseCrd(const char* pszText)
@@ -240,7 +241,7 @@ int CQELDocShape::ParseCrd(const char* pszText)
     return ParseCrdNumbers(pszText, GetCrdForm().pszLayout, Words());
 }
 
-int CQELDocShape::FormatCrd(char* pszOut) const
+std::size_t CQELDocShape::FormatCrd(char* pszOut) const
 {
     return FormatCrdNumbers(Words(), GetCrdForm().pszLayout, pszOut);
 }

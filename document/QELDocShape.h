@@ -26,7 +26,8 @@ public:
     int Save() override;
 
     virtual int ParseCrd(const char* pszText);
-    virtual int FormatCrd(char* pszOut) const; // CRD_TEXT_SIZE bytes
+    // Into CRD_TEXT_SIZE bytes; the length, 0 when they cannot be spelled.
+    [[nodiscard]] virtual std::size_t FormatCrd(char* pszOut) const;
     [[nodiscard]] virtual const CrdForm& GetCrdForm() const = 0;
 
     int TakeFields(const CQELDocShape& source); // all data of a shape

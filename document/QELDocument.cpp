@@ -3,10 +3,16 @@
 
 #include "document/QELDocShape.h"
 #include "document/Tags.h"
+#include "xml/XmlFile.h"
+#include "xml/XmlWriter.h"
 
 namespace {
 
-constexpr char g_template[] = "<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n<qel />\r\n";
+constexpr char g_template[] = "<qel />"; // an empty drawing
+
+// What every file that is saved says of itself.
+constexpr const char* XML_VERSION = "1.0";
+constexpr const char* XML_ENCODING = "gb2312";
 
 } // namespace
 
@@ -106,35 +112,35 @@ bool CQELDocument::OnClosed(void* pUser)
 int CQELDocument::Save(const char* pszPath)
 {
     if (!m_pRoot || !pszPath) return 0;
-    XmlDestroy(m_pXml);
-    m_pXml = XmlCreate();
-    const int nResult =
-        m_pXml && ParseTemplate() && SaveTree() && XmlSaveFile(m_pXml, pszPath) == 0;
-    XmlDestroy(m_pXml);
+    CXmlFile file;
+    XmlContext xml; // where the elements find the writer
+    if (file.Open(pszPath) != XML_OK) return 0;
+    CXmlWriter writer(file);
+    xml.pWriter = &writer;
+    m_pXml = &xml;
+    writer.Declaration(XML_VERSION, XML_ENCODING, nullptr);
+    const int nResult = SaveTree();
     m_pXml = nullptr;
-    return nResult;
+    file.Put('\0'); // part of the file: deliberate, readers stop there
+    return nResult && file.Commit() ? 1 : 0;
 }
 
 int CQELDocument::SaveTree()
 {
-    if (XmlGoRoot(m_pXml)) return 0;
-    int32_t nDepth = 0; // of the XML element under the cursor, counted in elements of this tree
-    for (CQELDocElm* pElm = m_pRoot; pElm;) {
+    for (CQELDocElm* pElm = m_pRoot;;) {
         if (!pElm->Save()) return 0;
         if (pElm->FirstChild()) {
             pElm = pElm->FirstChild();
-            ++nDepth;
             continue;
         }
-        XmlGoParent(m_pXml);
-        while (nDepth && !pElm->NextSibling()) {
+        pElm->EndSave();
+        while (pElm != m_pRoot && !pElm->NextSibling()) {
             pElm = pElm->Parent();
-            XmlGoParent(m_pXml);
-            --nDepth;
+            pElm->EndSave();
         }
-        pElm = nDepth ? pElm->NextSibling() : nullptr;
+        if (pElm == m_pRoot) return 1;
+        pElm = pElm->NextSibling();
     }
-    return 1;
 }
 
 CQELDocElm* CQELDocument::CreateElement(CQELDocElm* pParent, CQELDocElm* pAfter, int32_t nType)

@@ -70,6 +70,14 @@ constexpr TagRow g_rows[] = {
     {KEYWORD_NONE, nullptr, nullptr, nullptr, nullptr}};
 static_assert(IsSoundTable(g_rows), "types and tags are unique and the end mark is there");
 
+// The tags by type, with their lengths.
+constexpr std::array<std::string_view, QEL_TYPE_NONE> g_tagNames = [] {
+    std::array<std::string_view, QEL_TYPE_NONE> names{};
+    for (std::size_t n = 0; g_rows[n].pszName; ++n)
+        names[static_cast<std::size_t>(g_rows[n].nId)] = g_rows[n].pszName;
+    return names;
+}();
+
 // The rows by the hash of their tags: each stands in the first free place from the one that its
 // hash asks for.
 constexpr std::size_t PLACES = 128;
@@ -95,6 +103,12 @@ constexpr std::array<uint8_t, PLACES> g_places = [] {
 } // namespace
 
 const TagRow* const g_tagRows = g_rows;
+
+std::string_view TagName(int32_t nType)
+{
+    if (nType < 0 || nType >= QEL_TYPE_NONE) return {};
+    return g_tagNames[static_cast<std::size_t>(nType)];
+}
 
 const TagRow* TagOf(XmlNode* pNode)
 {

@@ -7,6 +7,8 @@
 #include "document/QELDocElm.h"
 #include "include/QELEngine.h"
 
+#include <string_view>
+
 struct TagRow {
     int32_t nId;
     const char* pszName;
@@ -18,6 +20,9 @@ struct TagRow {
 };
 
 extern const TagRow* const g_tagRows;
+
+// The tag of a type, empty when it has none.
+std::string_view TagName(int32_t nType);
 
 // The row of an element's tag, null for an unknown one.
 const TagRow* TagOf(XmlNode* pNode);

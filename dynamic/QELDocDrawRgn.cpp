@@ -126,12 +126,11 @@ int CQELDocDrawRgn::Save()
     if (!CQELDocElm::Save()) return 0;
     for (const auto& row : Attrs()) {
         if (row.pField) {
-            if (!SaveAttr(this, row, Xml())) return 0;
+            if (!SaveAttr(this, row, Writer())) return 0;
             continue;
         }
         char szCrd[CRD_TEXT_SIZE];
-        FormatCrdNumbers(m_nBox, g_form.pszLayout, szCrd);
-        if (XmlSetAttrZ(Xml(), AttrName(row.nId), szCrd)) return 0;
+        WriteAttrText(Writer(), row.nId, szCrd, FormatCrdNumbers(m_nBox, g_form.pszLayout, szCrd));
     }
     return 1;
 }

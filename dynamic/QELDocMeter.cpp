@@ -237,12 +237,12 @@ int CQELDocMeter::Save()
     if (!CQELDocElm::Save()) return 0;
     for (const auto& row : Attrs()) {
         if (row.pField) {
-            if (IsWritten(row) && !WriteAttr(this, row, Xml())) return 0;
+            if (IsWritten(row) && !WriteAttr(this, row, Writer())) return 0;
             continue;
         }
         char szCrd[CRD_TEXT_SIZE];
-        FormatCrdNumbers(m_nGeometry, CrdFormOf(m_nType).pszLayout, szCrd);
-        if (XmlSetAttrZ(Xml(), AttrName(row.nId), szCrd)) return 0;
+        WriteAttrText(Writer(), row.nId, szCrd,
+                      FormatCrdNumbers(m_nGeometry, CrdFormOf(m_nType).pszLayout, szCrd));
     }
     return 1;
 }

@@ -58,5 +58,5 @@ int CQELDocStatus::Load()
 
 int CQELDocStatus::Save()
 {
-    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Xml()) ? 1 : 0;
+    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Writer()) ? 1 : 0;
 }

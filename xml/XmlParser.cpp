@@ -697,8 +697,8 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath)
         }
         pXml->pszReadBase = pBuffer;
         pXml->nTextSize = static_cast<std::size_t>(nSize);
-        // Touched here, page by page: where the system first reads the pages to see whether they may be
-        // written, each new page would be a fault twice.
+        // Touched here, page by page: where the system first reads the pages to see whether they
+        // may be written, each new page would be a fault twice.
         for (std::size_t n = 0; n < nSize; n += PAGE) pBuffer[n] = 0;
         ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
         if (!ReadAll(file.Get(), pBuffer, static_cast<std::size_t>(nSize))) {

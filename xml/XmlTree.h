@@ -119,6 +119,7 @@ struct XmlContext {
     int32_t nDepth = 0;
     const XmlObserver* pObserver = nullptr; // null: nobody listens
     const XmlConsumer* pConsumer = nullptr; // null: a text becomes a tree
+    class CXmlWriter* pWriter = nullptr;    // while a document without a tree is written
     CArena arena;
     CRecords<XmlNode> nodes;
     CRecords<XmlAttrList> lists;
