@@ -2,6 +2,7 @@
 // which is measured in the same process by turns. bench.sh runs this program for both word sizes.
 #include "bench/Floor.h"
 #include "bench/Memory.h"
+#include "bench/Replay.h"
 #include "bench/Scene.h"
 #include "bench/Turns.h"
 #include "tools/qel/Canvas.h"
@@ -193,18 +194,6 @@ void MeasureSaving()
                 Compare(TurnsFor(COUNT), close, [&] { return fOpen; }), COUNT, 0.5);
 }
 
-std::string Recorded(const std::function<void(HDC)>& draw)
-{
-    const HDC hdc = ::CreateEnhMetaFileA(nullptr, nullptr, nullptr, nullptr);
-    draw(hdc);
-    const HENHMETAFILE hFile = ::CloseEnhMetaFile(hdc);
-    std::string bytes(::GetEnhMetaFileBits(hFile, 0, nullptr), 0);
-    ::GetEnhMetaFileBits(hFile, static_cast<UINT>(bytes.size()),
-                         reinterpret_cast<BYTE*>(bytes.data()));
-    ::DeleteEnhMetaFile(hFile);
-    return bytes;
-}
-
 // Without texts: the system leaves some bytes of a font's record unset.
 void ExpectSameCalls(std::vector<Shape> shapes)
 {
@@ -369,6 +358,26 @@ void SetEach(HQELENGINE hEngine, int nFirst, int nMeters, DWORD clr)
             Die("a setting was refused");
 }
 
+std::string RecordedRedraw(const CEngine& engine, int nFirst, int nMeters, DWORD clr)
+{
+    SetEach(engine, nFirst, nMeters, clr);
+    return Recorded([&](HDC hdc) { engine.Draw(hdc, 0); });
+}
+
+// On both canvases stands the same picture. After a redraw and the replay of that redraw it does
+// again.
+void ExpectSameRedraw(const CEngine& engine, const CReplay& replay, const CCanvas& mine,
+                      const CCanvas& other)
+{
+    if (!replay.IsWhole()) Die("the dials make calls that cannot be replayed");
+    engine.Draw(mine.Dc(), 0);
+    replay.Draw(other.Dc());
+    ::GdiFlush();
+    const auto nBytes = static_cast<std::size_t>(SCENE_SIZE.cx) * SCENE_SIZE.cy * 4;
+    if (std::memcmp(mine.Bits(), other.Bits(), nBytes) != 0)
+        Die("the replay does not draw the same dials");
+}
+
 // A partial redraw after every meter has got another colour, with and without static shapes in the
 // drawing.
 void MeasurePartial()
@@ -387,6 +396,16 @@ void MeasurePartial()
     };
     redraw(bare);
     redraw(full);
+    const CCanvas other(SCENE_SIZE);
+    const CReplay replay(RecordedRedraw(bare, FIRST, METERS, ++clr));
+    bare.Draw(canvas.Dc(), QEL_DRAW_FULL);
+    bare.Draw(other.Dc(), QEL_DRAW_FULL);
+    ExpectSameRedraw(bare, replay, canvas, other);
+    g_table.Bar("partial redraw of 1000 dials / the same calls (us)",
+                Compare(
+                    TurnsFor(100000), [&] { return redraw(bare); },
+                    [&] { return TimeOf([&] { replay.Draw(other.Dc()); }); }),
+                1000, 1.05);
     g_table.Bar("partial redraw of 1000 dials beside 100000 shapes / alone (us)",
                 Compare(
                     TurnsFor(100000), [&] { return redraw(full); }, [&] { return redraw(bare); }),
