@@ -154,8 +154,11 @@ std::string State(HDC hdc, unsigned nMayChange)
     const DcState& s = pDc->state;
     std::string text = "selected";
     for (const HGDIOBJ h : {s.hPen, s.hBrush, s.hFont, s.hBitmap}) text += " " + Describe(h);
-    text += Text(" mode %d rop %d poly %d arc %d align %u at %d,%d saved %zu", s.nBkMode, s.nRop,
-                 s.nPolyFill, s.nArc, s.nAlign, s.pt.x, s.pt.y, pDc->saved.size());
+    text += Text(
+        " mode %d rop %d poly %d arc %d align %u map %d graphics %d layout %u bounds %d at %d,%d "
+        "saved %zu",
+        s.nBkMode, s.nRop, s.nPolyFill, s.nArc, s.nAlign, s.nMapMode, s.nGraphicsMode, s.nLayout,
+        pDc->bBounds, s.pt.x, s.pt.y, pDc->saved.size());
     if (!(nMayChange & MAY_CHANGE_COLORS)) text += Text(" back %06x text %06x", s.clrBk, s.clrText);
     return text + " clip " + (s.clip ? s.clip->Text() : "none");
 }
@@ -329,6 +332,41 @@ UINT WINAPI SetTextAlign(HDC hdc, UINT nAlign)
     return Exchange(hdc, &DcState::nAlign, nAlign, "SetTextAlign", static_cast<UINT>(GDI_ERROR));
 }
 
+INT WINAPI SetMapMode(HDC hdc, INT nMode)
+{
+    if (nMode >= MM_MIN && nMode <= MM_MAX)
+        return Exchange(hdc, &DcState::nMapMode, nMode, "SetMapMode", 0);
+    ReportMisuse(Text("SetMapMode %d", nMode));
+    return 0;
+}
+
+INT WINAPI SetGraphicsMode(HDC hdc, INT nMode)
+{
+    if (nMode == GM_COMPATIBLE || nMode == GM_ADVANCED)
+        return Exchange(hdc, &DcState::nGraphicsMode, nMode, "SetGraphicsMode", 0);
+    ReportMisuse(Text("SetGraphicsMode %d", nMode));
+    return 0;
+}
+
+DWORD WINAPI SetLayout(HDC hdc, DWORD nLayout)
+{
+    return Exchange(hdc, &DcState::nLayout, nLayout, "SetLayout", static_cast<DWORD>(GDI_ERROR));
+}
+
+// Turned on and off and asked, no more: there is no rectangle to add.
+UINT WINAPI SetBoundsRect(HDC hdc, const RECT* prc, UINT nFlags)
+{
+    Dc* pDc = FindDc(hdc, "SetBoundsRect");
+    if (!pDc) return 0;
+    if (prc || (nFlags & ~(DCB_ENABLE | DCB_DISABLE)) || nFlags == (DCB_ENABLE | DCB_DISABLE)) {
+        ReportMisuse(Text("SetBoundsRect with the flags %u", nFlags));
+        return 0;
+    }
+    const UINT nWas = pDc->bBounds ? DCB_ENABLE : DCB_DISABLE;
+    if (nFlags) pDc->bBounds = nFlags == DCB_ENABLE;
+    return nWas | DCB_RESET;
+}
+
 BOOL WINAPI MoveToEx(HDC hdc, INT x, INT y, POINT* pPrev)
 {
     Dc* pDc = FindDc(hdc, "MoveToEx");
@@ -376,7 +414,15 @@ UINT WINAPI GetTextAlign(HDC hdc)
 }
 INT WINAPI GetMapMode(HDC hdc)
 {
-    return FindDc(hdc, "GetMapMode") ? MM_TEXT : 0;
+    return Get(hdc, &DcState::nMapMode, "GetMapMode");
+}
+INT WINAPI GetGraphicsMode(HDC hdc)
+{
+    return Get(hdc, &DcState::nGraphicsMode, "GetGraphicsMode");
+}
+DWORD WINAPI GetLayout(HDC hdc)
+{
+    return FindDc(hdc, "GetLayout") ? Get(hdc, &DcState::nLayout, "GetLayout") : GDI_ERROR;
 }
 INT WINAPI GetStretchBltMode(HDC hdc)
 {

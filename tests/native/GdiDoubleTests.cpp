@@ -227,6 +227,10 @@ TEST(GdiDouble, ReportsEveryKindOfStateThatIsLeftChanged)
         [](HDC h) { ::SetPolyFillMode(h, WINDING); },
         [](HDC h) { ::SetROP2(h, R2_XORPEN); },
         [](HDC h) { ::SetTextAlign(h, TA_CENTER); },
+        [](HDC h) { ::SetMapMode(h, MM_ISOTROPIC); },
+        [](HDC h) { ::SetGraphicsMode(h, GM_ADVANCED); },
+        [](HDC h) { ::SetLayout(h, LAYOUT_RTL); },
+        [](HDC h) { ::SetBoundsRect(h, nullptr, DCB_ENABLE); },
         [](HDC h) { ::MoveToEx(h, 1, 2, nullptr); },
         [](HDC h) { ::LineTo(h, 3, 2); },
         [](HDC h) { ::IntersectClipRect(h, 0, 0, 1, 1); },
@@ -254,6 +258,48 @@ TEST(GdiDouble, ReportsEveryKindOfStateThatIsLeftChanged)
         ::DeleteObject(h);
     }
     ::RestoreDC(dc, -1);
+}
+
+TEST(GdiDouble, TellsHowAContextMapsAndWhetherItSumsUpBounds)
+{
+    const CTestDc dc;
+    const auto asked = [&] { return ::SetBoundsRect(dc, nullptr, 0) & (DCB_ENABLE | DCB_DISABLE); };
+    EXPECT_EQ(MM_TEXT, ::GetMapMode(dc));
+    EXPECT_EQ(GM_COMPATIBLE, ::GetGraphicsMode(dc));
+    EXPECT_EQ(0U, ::GetLayout(dc));
+    EXPECT_EQ(static_cast<UINT>(DCB_DISABLE), asked());
+    EXPECT_EQ(MM_TEXT, ::SetMapMode(dc, MM_ANISOTROPIC));
+    EXPECT_EQ(GM_COMPATIBLE, ::SetGraphicsMode(dc, GM_ADVANCED));
+    EXPECT_EQ(0U, ::SetLayout(dc, LAYOUT_RTL));
+    EXPECT_TRUE(::SetBoundsRect(dc, nullptr, DCB_ENABLE) & DCB_DISABLE); // as it was before
+    EXPECT_EQ(MM_ANISOTROPIC, ::GetMapMode(dc));
+    EXPECT_EQ(GM_ADVANCED, ::GetGraphicsMode(dc));
+    EXPECT_EQ(static_cast<DWORD>(LAYOUT_RTL), ::GetLayout(dc));
+    EXPECT_EQ(static_cast<UINT>(DCB_ENABLE), asked());
+    ::SetBoundsRect(dc, nullptr, DCB_DISABLE);
+    EXPECT_EQ(static_cast<UINT>(DCB_DISABLE), asked());
+
+    const RECT rc{0, 0, 1, 1};
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::SetMapMode(dc, 0); }), "SetMapMode 0"));
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::SetGraphicsMode(dc, 9); }), "SetGraphicsMode 9"));
+    EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ::SetBoundsRect(dc, &rc, 0); }), "SetBoundsRect"));
+    EXPECT_TRUE(
+        IsOneMisuse(MisusesOf([&] { ::SetBoundsRect(dc, nullptr, DCB_ENABLE | DCB_DISABLE); }),
+                    "SetBoundsRect"));
+    for (const auto ask :
+         {+[](HDC h) { ::GetMapMode(h); }, +[](HDC h) { ::GetGraphicsMode(h); },
+          +[](HDC h) { ::GetLayout(h); }, +[](HDC h) { ::SetBoundsRect(h, nullptr, 0); }})
+        EXPECT_TRUE(IsOneMisuse(MisusesOf([&] { ask(nullptr); }), "a null handle"));
+}
+
+TEST(GdiDouble, KnowsARecordingFromAPicture)
+{
+    const CTestDc dc;
+    EXPECT_EQ(static_cast<DWORD>(OBJ_MEMDC), ::GetObjectType(static_cast<HDC>(dc)));
+    const HDC hdc = gdi::CreateRecordingDc();
+    EXPECT_EQ(static_cast<DWORD>(OBJ_ENHMETADC), ::GetObjectType(hdc));
+    gdi::EndRecording(hdc);
+    EXPECT_EQ(0U, ::GetObjectType(hdc));
 }
 
 TEST(GdiDouble, LetsTheColoursChangeWhereThatIsSaid)

@@ -477,7 +477,8 @@ BOOL WINAPI DeleteObject(HGDIOBJ hObject)
 
 DWORD WINAPI GetObjectType(HGDIOBJ hObject)
 {
-    if (TheTable().dcs.contains(NumberOf(hObject))) return OBJ_MEMDC;
+    const auto it = TheTable().dcs.find(NumberOf(hObject));
+    if (it != TheTable().dcs.end()) return it->second->bRecording ? OBJ_ENHMETADC : OBJ_MEMDC;
     const Object* pObject = Peek(hObject);
     if (!pObject) return 0;
     static constexpr DWORD types[] = {OBJ_PEN, OBJ_BRUSH, OBJ_FONT, OBJ_BITMAP, OBJ_REGION};

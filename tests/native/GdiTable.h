@@ -50,6 +50,10 @@ struct DcState {
     int nPolyFill = ALTERNATE;
     int nArc = AD_COUNTERCLOCKWISE;
     UINT nAlign = 0;
+    int nMapMode =
+        MM_TEXT; // this one and the next two are kept and told; nothing is turned by them
+    int nGraphicsMode = GM_COMPATIBLE;
+    DWORD nLayout = 0;
     POINT pt{0, 0};
     std::optional<CArea> clip;
 };
@@ -59,6 +63,7 @@ struct Dc {
     DcState state;
     std::vector<DcState> saved;
     bool bRecording = false;
+    bool bBounds = false; // whether bounds are summed up; they are not told
     bool bLogging = false;
     std::vector<std::string> calls;
     std::vector<std::string> paintings;
