@@ -22,6 +22,7 @@ int CQELViewElm::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
             pCopy->m_pPrev = this;
             m_pParent->m_pLastChild = pCopy;
         }
+        NoteChange();
     } else if (pTargetParent) {
         pTargetParent->AppendChild(pCopy);
     }
@@ -117,6 +118,7 @@ void CQELViewElm::Detach()
 
 void CQELViewElm::SetRefSize(int32_t nRefW, int32_t nRefH)
 {
+    NoteChange();
     for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) {
         pElm->m_nRefW = nRefW;
         pElm->m_nRefH = nRefH;

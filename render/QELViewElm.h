@@ -47,6 +47,16 @@ public:
     void Detach(); // destroys all children, then unlinks
 
     [[nodiscard]] int32_t Type() const { return m_nType; }
+    [[nodiscard]] bool IsShape() const // a CQELViewShape
+    {
+        return m_nType >= QEL_TYPE_TEXT && m_nType <= QEL_TYPE_POLYGON;
+    }
+
+    // Another number after all that may move what elements paint or change which colours they leave
+    // set: geometry, styles, texts, links, sizes. Not after values, colours and the blink phase.
+    [[nodiscard]] static uint64_t Changes() { return s_nChanges; }
+    static void LinksChanged() { NoteChange(); }
+
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
     [[nodiscard]] int32_t RefW() const { return m_nRefW; }
     [[nodiscard]] int32_t RefH() const { return m_nRefH; }
@@ -61,9 +71,12 @@ public:
 
 protected:
     void SetType(int32_t nType) { m_nType = static_cast<int8_t>(nType); }
+    static void NoteChange() { ++s_nChanges; }
 
 private:
     friend class CQELView; // keeps the lists of dynamic elements
+
+    static inline uint64_t s_nChanges = 1; // 0 is never reached again: 64 bits do not come round
 
     int32_t m_nRefW;
     int32_t m_nRefH;
