@@ -7,8 +7,7 @@ namespace {
 
 CQELViewShape* ShapeFrom(CQELViewElm* pElm, const CQELViewElm* pTop)
 {
-    while (pElm && (pElm->Type() < QEL_TYPE_TEXT || pElm->Type() > QEL_TYPE_POLYGON))
-        pElm = pElm->NextInTree(pTop);
+    while (pElm && !pElm->IsShape()) pElm = pElm->NextInTree(pTop);
     return static_cast<CQELViewShape*>(pElm);
 }
 

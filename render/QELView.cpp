@@ -7,6 +7,7 @@
 #include "dynamic/QELViewPattern.h"
 #include "dynamic/QELViewScale.h"
 #include "dynamic/QELViewStatus.h"
+#include "render/ClippedDraw.h"
 #include "render/QELViewArc.h"
 #include "render/QELViewChord.h"
 #include "render/QELViewCircle.h"
@@ -374,7 +375,7 @@ int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlag
         m_meters.Draw(hdc, rcQel, nFlags);
         return 1;
     }
-    return pElm->Draw(hdc, rcQel, nFlags | QEL_DRAW_FULL);
+    return CClippedDraw(hdc, rcQel, nFlags | QEL_DRAW_FULL).Draw(pElm);
 }
 
 int CQELView::SetBlink(CQELViewElm* pElm, int32_t nPhase)

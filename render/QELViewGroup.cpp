@@ -1,6 +1,7 @@
 // The group view; see the header.
 #include "render/QELViewGroup.h"
 
+#include <algorithm>
 #include <cstring>
 
 CQELViewGroup::CQELViewGroup(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
@@ -29,4 +30,53 @@ int CQELViewGroup::GetAttrBlock(void* pBlock) const
 int CQELViewGroup::SetAttrBlock(const void* pBlock)
 {
     return pBlock ? 1 : 0;
+}
+
+const PaintedBounds& CQELViewGroup::Bounds(const RECT& rcQel, uint32_t nFlags)
+{
+    if (m_nBoundsChanges == Changes() && m_nBoundsFlags == nFlags &&
+        ::EqualRect(&m_rcBoundsQel, &rcQel))
+        return m_bounds;
+    m_nBoundsChanges = Changes();
+    m_nBoundsFlags = nFlags;
+    m_rcBoundsQel = rcQel;
+    FindBounds();
+    return m_bounds;
+}
+
+void CQELViewGroup::FindBounds()
+{
+    m_bounds = {{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN}, {}, true};
+    for (CQELViewElm* pElm = FirstChild(); pElm && m_bounds.bKnown; pElm = pElm->NextSibling())
+        if (pElm->IsShape())
+            m_bounds.bKnown = AddShape(*static_cast<const CQELViewShape*>(pElm));
+        else
+            m_bounds.bKnown =
+                pElm->Type() == QEL_TYPE_GROUP && AddGroup(static_cast<CQELViewGroup*>(pElm));
+}
+
+bool CQELViewGroup::AddShape(const CQELViewShape& shape)
+{
+    RECT rc;
+    const Reach nReach = shape.PaintedArea(m_rcBoundsQel, m_nBoundsFlags, &rc);
+    if (nReach == Reach::Known) {
+        AddArea(rc);
+        shape.LeaveColors(&m_bounds.colors);
+    }
+    return nReach != Reach::Unknown;
+}
+
+bool CQELViewGroup::AddGroup(CQELViewGroup* pGroup)
+{
+    const PaintedBounds& inner = pGroup->Bounds(m_rcBoundsQel, m_nBoundsFlags);
+    AddArea(inner.rc);
+    m_bounds.colors.Add(inner.colors);
+    return inner.bKnown;
+}
+
+void CQELViewGroup::AddArea(const RECT& rc)
+{
+    RECT& all = m_bounds.rc;
+    all = {std::min(all.left, rc.left), std::min(all.top, rc.top), std::max(all.right, rc.right),
+           std::max(all.bottom, rc.bottom)};
 }

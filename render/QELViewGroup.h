@@ -1,8 +1,16 @@
-// The view of a group: draws, turns, moves and recolours its children and nothing else. The
-// document side is document/QELDocGroup.h.
+// The view of a group: draws, turns, moves and recolours its children and nothing else. It knows
+// where all of them paint, so that a clip can hide it as a whole. The document side is
+// document/QELDocGroup.h.
 #pragma once
 
-#include "render/QELViewElm.h"
+#include "render/QELViewShape.h"
+
+// What a full draw of a group does, in device units.
+struct PaintedBounds {
+    RECT rc;           // holds all that is painted; turned inside out when that is nothing
+    LeftColors colors; // by which of its shapes they are left set
+    bool bKnown;       // false: there is something in it of which the area is not known
+};
 
 class CQELViewGroup final : public CQELViewElm {
 public:
@@ -12,4 +20,18 @@ public:
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override; // takes any block and changes nothing
+
+    // Found anew only when anything has changed since the last time.
+    const PaintedBounds& Bounds(const RECT& rcQel, uint32_t nFlags);
+
+private:
+    void FindBounds();
+    [[nodiscard]] bool AddShape(const CQELViewShape& shape);
+    [[nodiscard]] bool AddGroup(CQELViewGroup* pGroup);
+    void AddArea(const RECT& rc);
+
+    PaintedBounds m_bounds{};
+    RECT m_rcBoundsQel{0, 0, 0, 0}; // what they hold for
+    uint32_t m_nBoundsFlags = 0;
+    uint64_t m_nBoundsChanges = 0; // never
 };

@@ -53,6 +53,15 @@ int CQELViewPoints::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* 
     return 1;
 }
 
+// The points alone: the box holds the device's origin as well.
+RECT CQELViewPoints::Hull(const DeviceFigure& figure) const
+{
+    const POINT& pt = figure.pts[0];
+    RECT rc{pt.x, pt.y, pt.x, pt.y};
+    for (int n = 1; n < figure.nPoints; ++n) Widen(&rc, figure.pts[n].x, figure.pts[n].y);
+    return rc;
+}
+
 int CQELViewPoints::Rotate(POINT ptCentre, int32_t nAngle)
 {
     if (!HasPoints()) return 0;

@@ -20,6 +20,8 @@ public:
 protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
 
+    [[nodiscard]] RECT Hull(const DeviceFigure& figure) const override;
+
     // Stretches a point. A reference size of 0 puts the coordinate at 0; a pressed point moves
     // where it stays inside the QEL rect.
     [[nodiscard]] POINT StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t nX,

@@ -14,6 +14,14 @@ bool CQELViewRect::HidesOutline() const
     return (Style() & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
 }
 
+// The rings of a border that is wider than the rectangle pass each other and come out beyond it.
+int CQELViewRect::PaintMargin(int32_t* pnOut) const
+{
+    if (!CQELViewBox::PaintMargin(pnOut)) return 0;
+    if (HidesOutline()) *pnOut += BorderWidthOf(Style());
+    return 1;
+}
+
 void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                          const RECT& rcQel) const
 {

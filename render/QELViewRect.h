@@ -16,6 +16,7 @@ public:
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
+    int PaintMargin(int32_t* pnOut) const override;
     [[nodiscard]] bool HidesOutline() const override; // behind a 3D border
     [[nodiscard]] bool RestoresPenFirst() const override { return true; }
 };

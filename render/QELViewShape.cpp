@@ -122,6 +122,61 @@ HRGN CQELViewShape::MakeRegion(const RECT&) const
     return nullptr;
 }
 
+Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
+{
+    DeviceFigure figure; // filled in as far as the class has it
+    if (!MapFigure(rcQel, nFlags, &figure)) return Reach::Nothing;
+    const RECT rc = Hull(figure);
+    int32_t n = 0;
+    if (!IsWithinReach(rc) || !PaintMargin(&n)) return Reach::Unknown;
+    *prcOut = {rc.left - n, rc.top - n, rc.right + n, rc.bottom + n};
+    return Reach::Known;
+}
+
+RECT CQELViewShape::Hull(const DeviceFigure& figure) const
+{
+    return NormalizedRect(figure.rcBox);
+}
+
+// The system's own pen styles have round ends and joins, so that half of the width would do; of
+// other numbers nobody knows what the system makes.
+int CQELViewShape::PaintMargin(int32_t* pnOut) const
+{
+    *pnOut = PAINT_SLACK;
+    if (m_nPenWidth == 0 || HidesOutline()) return 1;
+    if (m_nPenStyle < PS_SOLID || m_nPenStyle > PS_INSIDEFRAME) return 0;
+    if (m_nPenWidth < 0 || m_nPenWidth > REACH) return 0;
+    *pnOut += m_nPenWidth;
+    return 1;
+}
+
+// See DrawFilled and DrawOutline.
+void CQELViewShape::LeaveColors(LeftColors* pOut) const
+{
+    if (FillStyle() == QEL_STYLE_STROKE) return;
+    if (IsOutlineOnly() && FillStyle() == QEL_STYLE_FILL) return;
+    pOut->pBack = this;
+    if (!IsOutlineOnly()) pOut->pText = this;
+}
+
+COLORREF CQELViewShape::LeftBackColor() const
+{
+    return BlinkColor(IsOutlineOnly() ? m_clrB : m_clrA);
+}
+
+void LeftColors::Add(const LeftColors& later)
+{
+    if (later.pBack) pBack = later.pBack;
+    if (later.pText) pText = later.pText;
+}
+
+void LeftColors::Settle(HDC hdc)
+{
+    if (pBack) ::SetBkColor(hdc, pBack->LeftBackColor());
+    if (pText) ::SetTextColor(hdc, pText->LeftTextColor());
+    *this = {};
+}
+
 int CQELViewShape::GetAttrBlockSize(int* pnSize) const
 {
     *pnSize = sizeof(QELSHAPEATTR);
@@ -177,6 +232,7 @@ int CQELViewShape::TakeData(const ShapeData& data)
         return 0;
     }
     if (!bSameText) GivePoolText(Pool(), m_pszText);
+    NoteChange();
     m_pszText = pszText;
     m_nStyle = data.nStyle;
     m_nDraft = data.nDraft;

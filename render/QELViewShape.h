@@ -18,6 +18,32 @@ struct DeviceFigure {
     int nPoints;
 };
 
+class CQELViewShape;
+
+// What is known of the area that a draw paints on.
+enum class Reach : uint8_t {
+    Nothing, // there is no draw: the shape cannot be mapped
+    Known,   // no pixel outside of the rectangle that is told
+    Unknown  // it may be anywhere
+};
+
+// Device coordinates within these bounds can be added up without a care, by the system as well,
+// which may do it in real numbers of 24 bits.
+constexpr int32_t REACH = 1 << 22;
+constexpr bool IsWithinReach(const RECT& rc)
+{
+    return rc.left >= -REACH && rc.top >= -REACH && rc.right <= REACH && rc.bottom <= REACH;
+}
+
+// The shapes that were the last to leave a colour set on the device context; null for none.
+struct LeftColors {
+    const CQELViewShape* pBack = nullptr;
+    const CQELViewShape* pText = nullptr;
+
+    void Add(const LeftColors& later);
+    void Settle(HDC hdc); // sets them, as they are now, and owes no more
+};
+
 class CQELViewShape : public CQELViewElm {
 public:
     CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept;
@@ -42,18 +68,33 @@ public:
     // class has no interior or the mapping fails.
     [[nodiscard]] virtual HRGN MakeRegion(const RECT& rcQel) const;
 
+    // What a full draw paints on, in device units and rather too much than too little.
+    Reach PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
+    // Enters itself for the colours that a full draw of it leaves set.
+    virtual void LeaveColors(LeftColors* pOut) const;
+    [[nodiscard]] COLORREF LeftBackColor() const;
+    [[nodiscard]] COLORREF LeftTextColor() const { return BlinkColor(m_clrB); }
+
     // Host values of a frame or pattern around the shape, which do not ask its flags.
     void TakeColor(uint32_t clr);
     void TakeDraft(int32_t nDraft) { m_nDraft = nDraft; }
     void TakeBackColor(uint32_t clr) { m_clrB = clr; }
     // Outline only, while it is on, whatever the style says: for the face of a meter.
-    void SetHollow(bool bHollow) { m_bHollow = bHollow; }
+    void SetHollow(bool bHollow)
+    {
+        if (bHollow != m_bHollow) NoteChange();
+        m_bHollow = bHollow;
+    }
 
 protected:
     // Maps the geometry. 0: it cannot be drawn (a point list out of count).
     virtual int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const;
     // The one drawing call, with pen and brush selected. hBrush: null when none could be made.
     virtual void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
+    // What all points of the figure lie in, the outline apart.
+    [[nodiscard]] virtual RECT Hull(const DeviceFigure& figure) const;
+    // How far a draw may paint beyond the hull, in pixels. 0: that is not known.
+    virtual int PaintMargin(int32_t* pnOut) const;
     // Whether the outline is left out although it has a width.
     [[nodiscard]] virtual bool HidesOutline() const { return false; }
     // Whether the pen is put back before the brush.
@@ -75,12 +116,18 @@ protected:
     int MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags, RECT* prcOut) const;
 
     [[nodiscard]] const int32_t* Words() const { return m_geometry.Words(); }
-    [[nodiscard]] int32_t* Words() { return m_geometry.Words(); }
+    [[nodiscard]] int32_t* Words() // to be written to
+    {
+        NoteChange();
+        return m_geometry.Words();
+    }
     [[nodiscard]] const char* Text() const { return m_pszText ? m_pszText : ""; }
 
     // The quarter turn that the geometry has been given, in degrees.
     [[nodiscard]] int32_t Rotation() const { return m_nQuarters * 90; }
     void SetRotation(int32_t nTurn) { m_nQuarters = static_cast<int8_t>(nTurn / 90); }
+
+    static constexpr int32_t PAINT_SLACK = 2; // pixels, for the rounding of curves and slants
 
     int8_t m_nQuarters = 0;
     bool m_bHollow = false;

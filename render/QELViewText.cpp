@@ -78,6 +78,16 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     return 1;
 }
 
+void CQELViewText::LeaveColors(LeftColors*) const {}
+
+// Letters are cut off at the rectangle. The line that the system draws under the letter behind an
+// ampersand may not be, and it may move the current position: nothing is known of such a text.
+int CQELViewText::PaintMargin(int32_t* pnOut) const
+{
+    *pnOut = PAINT_SLACK;
+    return std::strchr(Text(), '&') ? 0 : 1;
+}
+
 uint32_t CQELViewText::GetParamMask() const
 {
     return CQELViewShape::GetParamMask() | QEL_MASK_TEXT;

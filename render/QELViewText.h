@@ -14,6 +14,10 @@ public:
     int NewInstance(CQELViewElm** ppOut) const override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
+    void LeaveColors(LeftColors* pOut) const override; // none
+
+protected:
+    int PaintMargin(int32_t* pnOut) const override;
 };
 
 // The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,

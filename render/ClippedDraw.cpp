@@ -1,0 +1,98 @@
+// The draw under a clip; see the header.
+#include "render/ClippedDraw.h"
+
+#include "render/QELViewGroup.h"
+
+namespace {
+
+// A metafile is to hold the whole picture, whatever the clip.
+bool IsSurface(HDC hdc)
+{
+    const DWORD nType = hdc ? ::GetObjectType(hdc) : 0;
+    return nType == OBJ_DC || nType == OBJ_MEMDC;
+}
+
+// Whether the clip box is in the units of the drawing, and what is painted outside of it is seen by
+// nobody: no current position that texts move, no bounds that are summed up.
+bool HasPlainState(HDC hdc)
+{
+    if (::GetMapMode(hdc) != MM_TEXT || ::GetGraphicsMode(hdc) != GM_COMPATIBLE) return false;
+    if (::GetLayout(hdc) || (::GetTextAlign(hdc) & TA_UPDATECP)) return false;
+    const UINT nBounds = ::SetBoundsRect(hdc, nullptr, 0); // asks alone
+    return nBounds && !(nBounds & DCB_ENABLE);
+}
+
+// Lines under and through letters are not cut off at the text's rectangle, as letters are.
+bool HasPlainFont(HDC hdc)
+{
+    LOGFONTA font{};
+    if (!::GetObjectA(::GetCurrentObject(hdc, OBJ_FONT), sizeof font, &font)) return false;
+    return !font.lfUnderline && !font.lfStrikeOut && !font.lfEscapement && !font.lfOrientation;
+}
+
+bool Covers(const RECT& rcOuter, const RECT& rc)
+{
+    return rcOuter.left <= rc.left && rcOuter.top <= rc.top && rcOuter.right >= rc.right &&
+           rcOuter.bottom >= rc.bottom;
+}
+
+} // namespace
+
+// The order of the questions keeps a draw without a clip at two of them.
+bool CClippedDraw::HidesSomething()
+{
+    if (!IsSurface(m_hdc) || ::GetClipBox(m_hdc, &m_rcClip) == ERROR) return false;
+    if (Covers(m_rcClip, m_rcQel) || !IsWithinReach(m_rcClip)) return false;
+    return HasPlainState(m_hdc) && HasPlainFont(m_hdc);
+}
+
+bool CClippedDraw::IsHidden(const RECT& rcPainted) const
+{
+    return rcPainted.left >= m_rcClip.right || rcPainted.right <= m_rcClip.left ||
+           rcPainted.top >= m_rcClip.bottom || rcPainted.bottom <= m_rcClip.top;
+}
+
+int CClippedDraw::Draw(CQELViewElm* pTop)
+{
+    const bool bWalks = pTop->Type() == QEL_TYPE_ROOT || pTop->Type() == QEL_TYPE_GROUP;
+    if (!bWalks || !HidesSomething()) return pTop->Draw(m_hdc, m_rcQel, m_nFlags);
+    DrawChildren(pTop);
+    m_owed.Settle(m_hdc);
+    return 1;
+}
+
+void CClippedDraw::DrawChildren(const CQELViewElm* pParent)
+{
+    for (CQELViewElm* pElm = pParent->FirstChild(); pElm; pElm = pElm->NextSibling())
+        if (pElm->IsShape())
+            DrawShape(static_cast<CQELViewShape*>(pElm));
+        else if (pElm->Type() == QEL_TYPE_GROUP)
+            DrawGroup(static_cast<CQELViewGroup*>(pElm));
+        else
+            DrawNow(pElm);
+}
+
+void CClippedDraw::DrawShape(CQELViewShape* pShape)
+{
+    RECT rc;
+    const Reach nReach = pShape->PaintedArea(m_rcQel, m_nFlags, &rc);
+    if (nReach == Reach::Unknown || (nReach == Reach::Known && !IsHidden(rc)))
+        DrawNow(pShape);
+    else if (nReach == Reach::Known)
+        pShape->LeaveColors(&m_owed);
+}
+
+void CClippedDraw::DrawGroup(CQELViewGroup* pGroup)
+{
+    const PaintedBounds& bounds = pGroup->Bounds(m_rcQel, m_nFlags);
+    if (bounds.bKnown && IsHidden(bounds.rc))
+        m_owed.Add(bounds.colors);
+    else
+        DrawChildren(pGroup);
+}
+
+void CClippedDraw::DrawNow(CQELViewElm* pElm)
+{
+    m_owed.Settle(m_hdc);
+    pElm->Draw(m_hdc, m_rcQel, m_nFlags);
+}
