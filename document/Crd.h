@@ -15,17 +15,17 @@ constexpr std::size_t CRD_TEXT_SIZE = 400;
 struct CrdForm {
     static constexpr int32_t MOST = 9;
 
-    const char* pszLayout;  // empty: a list of points
-    bool bBox;              // the first four numbers are a rectangle
-    const char* pszDefault; // what a new element has
-    const char* pszMeaning; // one line for the documentation
-    int32_t nDefault[MOST]; // the same in words: a list begins with the number of its points
+    const char* pszLayout;    // empty: a list of points
+    bool bBox;                // the first four numbers are a rectangle
+    const char* pszDefault;   // what a new element has
+    const char* pszMeaning;   // one line for the documentation
+    int32_t nDefault[MOST]{}; // the same in words: a list begins with the number of its points
     int32_t nWords;
 
     constexpr CrdForm(const char* pszLayoutIn, bool bBoxIn, const char* pszDefaultIn,
                       const char* pszMeaningIn)
-        : pszLayout(pszLayoutIn), bBox(bBoxIn), pszDefault(pszDefaultIn),
-          pszMeaning(pszMeaningIn), nDefault{}, nWords(*pszLayoutIn ? 0 : 1)
+        : pszLayout(pszLayoutIn), bBox(bBoxIn), pszDefault(pszDefaultIn), pszMeaning(pszMeaningIn),
+          nWords(*pszLayoutIn ? 0 : 1)
     {
         const int32_t nFirst = nWords;
         for (const char* p = pszDefaultIn; *p; ++nWords) {

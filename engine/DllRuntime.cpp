@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <new>
 
+// The forms that throw are not there, since nobody calls them.
+// NOLINTBEGIN(cert-dcl54-cpp,misc-new-delete-overloads)
 void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
 {
     return std::malloc(nSize ? nSize : 1);
@@ -33,6 +35,8 @@ void operator delete[](void* p, std::size_t) noexcept
 {
     std::free(p);
 }
+
+// NOLINTEND(cert-dcl54-cpp,misc-new-delete-overloads)
 
 // Objects whose base is not whole any more are called by nobody; the compiler asks for it all the
 // same.

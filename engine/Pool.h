@@ -83,6 +83,7 @@ void GivePoolText(CPool* pPool, char* pszText);
 template <class T>
 class CPooled {
 public:
+    // NOLINTBEGIN(cert-dcl54-cpp,misc-new-delete-overloads): the class at the top has the delete
     static void* operator new(std::size_t nSize, CPool* pPool) noexcept
     {
         void* p = TakeBlock(pPool, nSize);
@@ -94,6 +95,7 @@ public:
     {
         return std::malloc(nSize);
     }
+    // NOLINTEND(cert-dcl54-cpp,misc-new-delete-overloads)
     [[nodiscard]] CPool* Pool() const { return m_pPool; }
 
 protected:

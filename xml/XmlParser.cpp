@@ -142,10 +142,9 @@ std::size_t PassPlainBytes(const char* p, char cQuote, Counters* pCounters)
     const auto bits = [](__m128i v) { return static_cast<uint32_t>(_mm_movemask_epi8(v)); };
     for (std::size_t nLen = 0;; nLen += XML_READ_AHEAD) {
         const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + nLen));
-        const __m128i fromTab = _mm_sub_epi8(v, all('\t'));
-        const __m128i odd =
-            _mm_or_si128(_mm_cmpeq_epi8(v, all('&')),
-                         _mm_cmpeq_epi8(_mm_min_epu8(fromTab, all('\r' - '\t')), fromTab));
+        const __m128i otherSpace =
+            _mm_and_si128(_mm_cmpgt_epi8(v, all('\t' - 1)), _mm_cmpgt_epi8(all('\r' + 1), v));
+        const __m128i odd = _mm_or_si128(_mm_cmpeq_epi8(v, all('&')), otherSpace);
         const uint32_t nEnds =
             bits(_mm_or_si128(_mm_cmpeq_epi8(v, all(cQuote)), _mm_cmpeq_epi8(v, all(0))));
         const uint32_t nInside = nEnds ? (nEnds & (0U - nEnds)) - 1 : 0xFFFFU; // bits below the end
