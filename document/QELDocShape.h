@@ -57,7 +57,7 @@ private:
     int32_t m_clrPen = 0xFFFFFF;
     int32_t m_nLineStyle = 0;
     int32_t m_nLineWidth = 1;
-    int32_t m_nFlags = 0;
     char* m_pszText = nullptr; // null for none
-    CGeometry m_geometry;
+    [[no_unique_address]] CGeometry m_geometry;
+    int32_t m_nFlags = 0; // in what the geometry leaves of its last word
 };

@@ -138,7 +138,6 @@ protected:
     uint32_t m_clrPen = 0xFFFFFF;
     int32_t m_nPenWidth = 1;
     int32_t m_nPenStyle = 0;
-    uint32_t m_nFlags = 0;
 
 private:
     void DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const;
@@ -149,5 +148,8 @@ private:
     }
 
     char* m_pszText = nullptr; // null for none
-    CGeometry m_geometry;
+    [[no_unique_address]] CGeometry m_geometry;
+
+protected:
+    uint32_t m_nFlags = 0; // in what the geometry leaves of its last word
 };

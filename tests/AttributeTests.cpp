@@ -153,6 +153,22 @@ void ExpectRowsAlone(const char* pszTag, const char* pszCrd)
     }
 }
 
+// Names of 256 bytes more look like short ones to all that is not their whole text.
+TEST(AttributeNames, OfAnyLengthAreToldFromThoseOfTheFormat)
+{
+    for (const char* pszName : {"d", "fg", "clr", "style"}) {
+        const std::string name = pszName;
+        std::string longName =
+            name.substr(0, 1) + std::string(255 + name.size(), name[name.size() / 2]);
+        longName.back() = name.back();
+        EXPECT_EQ(XmlNameKey(name.data(), name.size()),
+                  XmlNameKey(longName.data(), longName.size()));
+        CTestDocument document(DrawingText("<rect " + longName + "=\"0x5\"/>"));
+        ASSERT_EQ(1, document.Loaded());
+        EXPECT_EQ("<rect crd=\"0 0 10 10\"/>\r\n", document.SavedBody()) << name;
+    }
+}
+
 TEST(AttributeRows, OfAShapeAreEachWrittenAloneAndReadBack)
 {
     ExpectRowsAlone<CQELDocShape>("rect", "0 0 10 10");

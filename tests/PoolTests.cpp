@@ -163,6 +163,76 @@ TEST(Pool, AnObjectWhoseConstructorThrowsIsGivenBack)
     EXPECT_THROW(new CThrowing, int);
 }
 
+TEST(Arena, MemoryThatIsTakenOverServesTheNextPieces)
+{
+    CArena old(CHUNK);
+    char* pFirst = old.TakeBytes(CHUNK / 8);
+    char* pLarge = old.TakeBytes(64 * CHUNK); // a chunk of its own
+    CArena arena(CHUNK);
+    arena.TakeOver(old);
+    const auto isInside = [](const char* p, const char* pStart, std::size_t nSize) {
+        return p >= pStart && p < pStart + nSize;
+    };
+    int nInside = 0;
+    for (int n = 0; n < 16; ++n) {
+        const char* p = arena.TakeBytes(CHUNK / 8);
+        ASSERT_NE(nullptr, p);
+        nInside += isInside(p, pFirst, CHUNK) || isInside(p, pLarge, 64 * CHUNK);
+    }
+    EXPECT_EQ(16, nInside);
+    EXPECT_NE(nullptr, old.TakeBytes(10)); // the other goes on with memory of its own
+}
+
+TEST(Arena, APieceThatSpareMemoryCannotHoldGetsNewMemory)
+{
+    CArena old(64);
+    ASSERT_NE(nullptr, old.TakeBytes(8));
+    CArena arena(CHUNK);
+    arena.TakeOver(old);
+    char* p = arena.TakeBytes(200); // small beside the chunks, more than the spare one holds
+    ASSERT_NE(nullptr, p);
+    std::memset(p, 1, 200);
+}
+
+TEST(Arena, SpareMemoryIsPassedOnAndGivenBack)
+{
+    CArena old(CHUNK);
+    char* pText = old.TakeBytes(8 * CHUNK);
+    ASSERT_NE(nullptr, pText);
+    CArena between(CHUNK);
+    between.TakeOver(old);
+    CPool pool(CHUNK);
+    pool.TakeOver(between);
+    const auto* p = static_cast<char*>(pool.Take(16));
+    EXPECT_TRUE(p >= pText && p < pText + 8 * CHUNK);
+    pool.FreeSpare(); // what is in use stays
+    EXPECT_NE(nullptr, pool.Take(16));
+    between.FreeSpare(); // has none any more
+}
+
+TEST(Records, OneThatIsGivenBackIsTheNextAndIsZeroed)
+{
+    struct Record {
+        int* pn;
+        int nValue;
+    };
+    CArena arena(CHUNK);
+    CRecords<Record> records;
+    Record* pFirst = records.Take(arena);
+    Record* pSecond = records.Take(arena);
+    ASSERT_TRUE(pFirst && pSecond && pFirst != pSecond);
+    *pFirst = {&pFirst->nValue, 5};
+    *pSecond = {&pSecond->nValue, 6};
+    records.Give(pFirst);
+    records.Give(pSecond);
+    EXPECT_EQ(pSecond, records.Take(arena));
+    EXPECT_EQ(pFirst, records.Take(arena));
+    for (const Record* p : {pFirst, pSecond}) {
+        EXPECT_EQ(nullptr, p->pn);
+        EXPECT_EQ(0, p->nValue);
+    }
+}
+
 TEST(Geometry, HoldsWhatItIsGivenAndReadsZeroBeyond)
 {
     for (const std::size_t nMode : MODES) {

@@ -2,6 +2,7 @@
 // memory that fails at each step in turn. The code is xml/XmlParser.cpp and xml/XmlWriter.cpp.
 #include "tests/support/Files.h"
 #include "tools/ImportTable.h"
+#include "xml/XmlFile.h"
 #include "xml/XmlTree.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +11,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
+#include <iterator>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -538,6 +541,71 @@ TEST(XmlSave, AWriteThatStallsIsGivenUpAfter16TriesAndTheOldFileStays)
         EXPECT_FALSE(Exists(folder.Path("new.qel")));
         EXPECT_EQ(1, folder.CountFiles());
     }
+}
+
+// A file's text is searched some bytes at a time, another text byte by byte.
+TEST(XmlFile, ItsTextIsReadAsAnyOtherTextIs)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    std::mt19937 random(7);
+    const auto below = [&](unsigned n) { return random() % n; };
+    const char* pieces[] = {" ",  " ",  "1",  "ab", "&amp;",   "&#x41;",
+                            "\n", "\r", "\t", "'",  "\x88\x89"};
+    for (int nRound = 0; nRound < 2000; ++nRound) {
+        std::string text = "<a>";
+        for (unsigned n = below(4); n; --n) {
+            text += "<b x=\"";
+            for (unsigned nLeft = below(40); nLeft; --nLeft)
+                text += below(3) ? "0" : pieces[below(std::size(pieces))];
+            text += "\" yy='" + std::string(below(20), ' ') + "\"'/>";
+        }
+        text += "</a>";
+        if (below(4) == 0) text.resize(below(static_cast<unsigned>(text.size())) + 1); // cut off
+        ASSERT_TRUE(WriteBytes(path, text));
+        const CXml file;
+        const CXml other;
+        EXPECT_EQ(XmlLoadFile(file, path.c_str()), XmlParseText(other, text.data())) << nRound;
+        EXPECT_EQ(other->nLastError, file->nLastError) << nRound;
+        EXPECT_EQ(other->nLine, file->nLine) << nRound;
+        EXPECT_EQ(other->nColumn, file->nColumn) << nRound;
+        EXPECT_EQ(other.Tree(), file.Tree()) << nRound;
+    }
+}
+
+TEST(XmlFile, WithoutCommitTheOldFileStaysAlone)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    ASSERT_TRUE(WriteBytes(path, OLD));
+    {
+        CXmlFile file;
+        ASSERT_EQ(XML_OK, file.Open(path.c_str()));
+        file.Put("new");
+        EXPECT_EQ(2, folder.CountFiles());
+    }
+    EXPECT_EQ(OLD, ReadBytes(path));
+    EXPECT_EQ(1, folder.CountFiles());
+}
+
+TEST(XmlFile, PiecesOfAnySizeAreWrittenInTheirOrder)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    CXmlFile file;
+    ASSERT_EQ(XML_OK, file.Open(path.c_str()));
+    std::string expected;
+    std::size_t nSize = 0;
+    for (const std::size_t n : {0,  1,  2,    3,     4,     5,     6,     7,      8, 9,     15,
+                                16, 17, 1000, 65535, 65536, 65537, 70000, 200000, 3, 65530, 13}) {
+        std::string piece(n, static_cast<char>('a' + nSize++ % 26));
+        for (std::size_t i = 0; i < n; i += 7) piece[i] = static_cast<char>('0' + i % 10);
+        file.Put(piece.data(), n);
+        expected += piece;
+    }
+    EXPECT_TRUE(file.Commit());
+    EXPECT_EQ(expected, ReadBytes(path));
+    EXPECT_EQ(1, folder.CountFiles());
 }
 
 TEST(XmlMemory, LoadingFailsCleanlyAtEachRequest)
