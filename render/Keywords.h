@@ -13,8 +13,8 @@ struct KeywordRow {
 
 constexpr int32_t KEYWORD_NONE = -1; // ends a table, and is the answer for an unknown keyword
 
-// Whether two short texts are the same: in the time of a call of the library's own comparison this is
-// done.
+// Whether two short texts are the same: in the time of a call of the library's own comparison this
+// is done.
 inline bool IsSameText(const char* pszA, const char* pszB)
 {
     while (*pszA && *pszA == *pszB) {
