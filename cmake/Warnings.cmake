@@ -26,7 +26,7 @@ endfunction()
 
 function(qel_engine_options target)
   qel_options(${target})
-  if(NOT MSVC AND CMAKE_SIZEOF_VOID_P EQUAL 4)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_SIZEOF_VOID_P EQUAL 4)
     # Hosts call with a stack aligned to 4 bytes: kept so, and aligned only where a function needs it.
     # What nobody unwinds needs no tables for it, which are a fifth of the library here.
     target_compile_options(${target} PRIVATE -mno-stackrealign -mpreferred-stack-boundary=2

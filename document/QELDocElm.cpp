@@ -25,7 +25,7 @@ CQELDocElm::~CQELDocElm()
 
 int CQELDocElm::Clone(CQELDocElm** ppOut) const
 {
-    *ppOut = new (Pool()) CQELDocElm(m_ppXml, m_nType);
+    *ppOut = new (std::nothrow) CQELDocElm(m_ppXml, m_nType);
     return *ppOut ? 1 : 0;
 }
 
@@ -159,17 +159,7 @@ int CQELDocElm::SetId(const char* pszId)
     if (!pszId) return 0;
     std::size_t nLen = 0;
     while (nLen + 1 < ID_TEXT_SIZE && pszId[nLen]) ++nLen;
-    return TakeId(pszId, nLen);
-}
-
-// The text may be this element's own identifier, so the old one goes last.
-int CQELDocElm::TakeId(const char* pText, std::size_t nLen)
-{
-    char* pszNew = TakePoolText(Pool(), pText, nLen);
-    if (nLen && !pszNew) return 0;
-    GivePoolText(Pool(), m_pszId);
-    m_pszId = pszNew;
-    return 1;
+    return ReplacePoolText(Pool(), &m_pszId, pszId, nLen);
 }
 
 // What does not fit is cut.
@@ -179,5 +169,5 @@ int CQELDocElm::TakeCopyId(const char* pszSource)
     std::size_t nLen = 0;
     for (const char* p = pszSource; *p; ++p) szId[nLen++] = *p;
     for (const char* p = COPY_SUFFIX; nLen + 1 < ID_TEXT_SIZE && *p; ++p) szId[nLen++] = *p;
-    return TakeId(szId, nLen);
+    return ReplacePoolText(Pool(), &m_pszId, szId, nLen);
 }

@@ -22,11 +22,16 @@ class CQELDocElm : public CTreeLinks<CQELDocElm>,
                    public CPooled<CQELDocElm>,
                    public CElementHandle {
 public:
-    // ppXml: the document's field that holds the XML tree while a file is read or written. It also
+    // ppXml: the document's field for the XML context while a file is read or written. It also
     // tells which document the element belongs to.
     CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept;
     virtual ~CQELDocElm();
-    static void operator delete(void* p) noexcept { std::free(p); } // a constructor threw
+    // When a constructor throws. Without a size the block stays in the pool until that is cleared.
+    static void operator delete(void* p) noexcept { std::free(p); }
+    static void operator delete(void* p, CPool* pPool) noexcept
+    {
+        if (!pPool) std::free(p);
+    }
     static void operator delete(CQELDocElm* p, std::destroying_delete_t, std::size_t nSize)
     {
         DeletePooled(p, nSize);
@@ -77,7 +82,6 @@ protected:
     [[nodiscard]] CXmlWriter& Writer() const { return *Xml()->pWriter; } // while it is saved
 
 private:
-    int TakeId(const char* pText, std::size_t nLen);
     int TakeCopyId(const char* pszSource);
 
     XmlContext** m_ppXml;
@@ -91,7 +95,7 @@ private:
 template <class T>
 int CloneAs(const T& source, CQELDocElm** ppOut)
 {
-    auto* pCopy = new (source.Pool()) T(source.XmlSlot());
+    auto* pCopy = new (std::nothrow) T(source.XmlSlot());
     if (pCopy && !pCopy->TakeFields(source)) {
         delete pCopy;
         pCopy = nullptr;

@@ -21,16 +21,6 @@ CQELDocShape::~CQELDocShape()
     m_geometry.Drop(Pool());
 }
 
-// The text may be this element's own, so the old one goes last.
-int CQELDocShape::TakeText(const char* pText, std::size_t nLen)
-{
-    char* pszNew = TakePoolText(Pool(), pText, nLen);
-    if (nLen && !pszNew) return 0;
-    GivePoolText(Pool(), m_pszText);
-    m_pszText = pszNew;
-    return 1;
-}
-
 int CQELDocShape::TakeWords(const int32_t* pnWords, int32_t nCount)
 {
     const int nResult = m_geometry.Set(Pool(), pnWords, nCount, ShapeWordsOf(Type(), pnWords[0]));
@@ -79,7 +69,7 @@ void CQELDocShape::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
 int CQELDocShape::TakeFields(const CQELDocShape& source)
 {
     const char* pszText = source.m_pszText ? source.m_pszText : "";
-    if (!TakeText(pszText, std::strlen(pszText))) return 0;
+    if (!ReplacePoolText(Pool(), &m_pszText, pszText, std::strlen(pszText))) return 0;
     if (!TakeWords(source.Words(), source.m_geometry.Count())) return 0;
     for (const auto& row : Attrs())
         if (row.pField) this->*row.pField = source.*row.pField;
@@ -199,7 +189,8 @@ int CQELDocShape::Load()
     }
     if (const char* pszText = pNode->pszText) {
         const std::size_t nLen = std::strlen(pszText);
-        if (!TakeText(pszText, nLen < QEL_TEXT_SIZE ? nLen : QEL_TEXT_SIZE - 1))
+        if (!ReplacePoolText(Pool(), &m_pszText, pszText,
+                             nLen < QEL_TEXT_SIZE ? nLen : QEL_TEXT_SIZE - 1))
             m_bLacksMemory = true;
     }
     return 1;

@@ -47,7 +47,6 @@ protected:
 private:
     static const AttrRow<CQELDocShape>* RowOf(int32_t nId);
     int SaveRow(const AttrRow<CQELDocShape>& row);
-    int TakeText(const char* pText, std::size_t nLen);
 
     bool m_bLacksMemory = false;
     int32_t m_nStyle = 0;
@@ -59,5 +58,5 @@ private:
     int32_t m_nLineWidth = 1;
     char* m_pszText = nullptr; // null for none
     [[no_unique_address]] CGeometry m_geometry;
-    int32_t m_nFlags = 0; // in what the geometry leaves of its last word
+    int32_t m_nFlags = 0; // may lie in what the geometry leaves of its last word
 };

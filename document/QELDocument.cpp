@@ -145,7 +145,7 @@ int CQELDocument::SaveTree()
 
 CQELDocElm* CQELDocument::CreateElement(CQELDocElm* pParent, CQELDocElm* pAfter, int32_t nType)
 {
-    CQELDocElm* pElm = MakeDocElement(nType, &m_pXml, &m_pool);
+    CQELDocElm* pElm = MakeDocElement(nType, &m_pXml);
     if (!pElm) return nullptr;
     if (nType == QEL_TYPE_ROOT) {
         SetRoot(static_cast<CQELDocQEL*>(pElm));
@@ -199,7 +199,7 @@ CQELDocElm* CQELDocument::CopyElement(CQELDocElm* pElm)
 
 CQELDocQEL* CQELDocument::NewRoot()
 {
-    return new (&m_pool) CQELDocQEL(&m_pXml);
+    return new (std::nothrow) CQELDocQEL(&m_pXml);
 }
 
 int CQELDocument::SetRoot(CQELDocQEL* pRoot)

@@ -1,5 +1,5 @@
 // One drawing: a tree of document elements under a root, read from and written to a file through
-// the XML library. The XML tree exists only while a file is read or written.
+// the XML library, whose context exists only while a file is read or written.
 #pragma once
 
 #include "document/QELDocElm.h"
@@ -63,7 +63,7 @@ private:
     int SaveTree();
     int ParseTemplate();
 
-    CPool m_pool; // what the elements lie in
+    CPool m_pool; // what the elements of the file lie in; those that are made later are on the heap
     XmlContext* m_pXml = nullptr;
     CQELDocQEL* m_pRoot = nullptr;
     CDetachedList<CQELDocElm> m_detached;

@@ -29,6 +29,7 @@ namespace {
 template <class T>
 CQELDocElm* Make(XmlContext** ppXml, CPool* pPool)
 {
+    static_assert(alignof(T) <= alignof(void*), "a pool aligns to no more");
     CQELDocElm* pElm = new (pPool) T(ppXml);
     if (pElm && pElm->LacksMemory()) {
         delete pElm;

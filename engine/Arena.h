@@ -35,6 +35,7 @@ public:
     template <class T>
     T* Take() // a plain record of zeros
     {
+        static_assert(alignof(T) <= alignof(void*));
         char* p = TakeUnits(sizeof(T));
         return p ? new (p) T{} : nullptr;
     }

@@ -9,10 +9,21 @@ void CPool::Clear()
     m_arena.Clear();
 }
 
+namespace {
+
+// Of the block of a text, by the size of the text with its zero.
+std::size_t TextBlock(std::size_t nSize)
+{
+    constexpr std::size_t STEP = 32;
+    return nSize <= STEP / 2 ? nSize : (nSize + STEP - 1) / STEP * STEP;
+}
+
+} // namespace
+
 char* TakePoolText(CPool* pPool, const char* pText, std::size_t nLen)
 {
     if (!nLen) return nullptr;
-    auto* pszCopy = static_cast<char*>(TakeBlock(pPool, nLen + 1));
+    auto* pszCopy = static_cast<char*>(TakeBlock(pPool, TextBlock(nLen + 1)));
     if (!pszCopy) return nullptr;
     std::memcpy(pszCopy, pText, nLen);
     pszCopy[nLen] = 0;
@@ -21,5 +32,14 @@ char* TakePoolText(CPool* pPool, const char* pText, std::size_t nLen)
 
 void GivePoolText(CPool* pPool, char* pszText)
 {
-    if (pszText) GiveBlock(pPool, pszText, std::strlen(pszText) + 1);
+    if (pszText) GiveBlock(pPool, pszText, TextBlock(std::strlen(pszText) + 1));
+}
+
+int ReplacePoolText(CPool* pPool, char** ppszText, const char* pText, std::size_t nLen)
+{
+    char* pszNew = TakePoolText(pPool, pText, nLen);
+    if (nLen && !pszNew) return 0;
+    GivePoolText(pPool, *ppszText);
+    *ppszText = pszNew;
+    return 1;
 }

@@ -1,6 +1,7 @@
-// Small blocks of memory for what a drawing is made of. A block that is given back serves the next
-// request of its size, so that years of editing take no more than the drawing at its largest; the
-// memory itself goes back when the pool is cleared. A block costs no bookkeeping of its own.
+// Small blocks of memory for what is read from a file, which is made and lost together: a block
+// costs no bookkeeping of its own, and one that is given back serves the next request of its size,
+// but the memory goes back only when the pool is cleared. What edits make comes and goes, and is on
+// the heap.
 #pragma once
 
 #include "engine/Arena.h"
@@ -74,9 +75,13 @@ inline void GiveBlock(CPool* pPool, void* p, std::size_t nSize)
         std::free(p);
 }
 
-// A text in a block of its own length; null when it is empty or memory fails.
+// A text in a block of its own, of one of few sizes: a text that changes all the time finds a block
+// that one of another length has left. Null when it is empty or memory fails.
 char* TakePoolText(CPool* pPool, const char* pText, std::size_t nLen);
 void GivePoolText(CPool* pPool, char* pszText);
+// A copy of a text takes the place of the one that stood there, of which it may be a part. 0
+// without memory: the old one stays.
+int ReplacePoolText(CPool* pPool, char** ppszText, const char* pText, std::size_t nLen);
 
 // The base of classes whose objects lie in a pool: new (pPool) T(…), and delete as always. Objects
 // on the stack or of a plain new have none. T is the class at the top, whose destructor is virtual.

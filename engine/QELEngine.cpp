@@ -24,12 +24,13 @@ int CQELEngine::Open(const char* pszPath)
     Close();
     CArena spare;
     if (!m_document.Load(pszPath, &spare)) return 0;
-    m_view.TakeOver(spare);
-    if (!BuildViews()) {
+    m_view.BeginLoad(spare);
+    const int nResult = BuildViews();
+    m_view.EndLoad();
+    if (!nResult) {
         Close();
         return 0;
     }
-    m_view.FreeSpare();
     m_rcDraw.right = WrapAdd(m_rcDraw.left, m_refSize.cx);
     m_rcDraw.bottom = WrapAdd(m_rcDraw.top, m_refSize.cy);
     if (m_bShowOnly) m_document.Close(); // from here on the drawing is only shown

@@ -111,6 +111,18 @@ void CQELView::Clear()
     m_pool.Clear();
 }
 
+void CQELView::BeginLoad(CArena& spare)
+{
+    m_pool.TakeOver(spare);
+    m_bLoads = true;
+}
+
+void CQELView::EndLoad()
+{
+    m_bLoads = false;
+    m_pool.FreeSpare();
+}
+
 void CQELView::DeleteAll()
 {
     m_scales.Clear();
@@ -128,7 +140,8 @@ CQELViewElm* CQELView::MakeElement(int32_t nType)
 {
     if (nType < 0 || nType >= QEL_TYPE_NONE) return nullptr;
     const MakerRow& row = g_makerOf[static_cast<std::size_t>(nType)];
-    return row.pfnMake ? row.pfnMake(&m_pool, m_refSize.cx, m_refSize.cy) : nullptr;
+    if (!row.pfnMake) return nullptr;
+    return row.pfnMake(m_bLoads ? &m_pool : nullptr, m_refSize.cx, m_refSize.cy);
 }
 
 int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t nType,

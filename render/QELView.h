@@ -23,9 +23,10 @@ public:
 
     int SetRefSize(SIZE size); // with every element of the tree; any size is taken
     int GetRefSize(SIZE* pSize) const;
-    // Memory for the elements to come, until FreeSpare gives back what is left of it.
-    void TakeOver(CArena& spare) { m_pool.TakeOver(spare); }
-    void FreeSpare() { m_pool.FreeSpare(); }
+    // Elements that are made between the two lie in the view's pool, beginning with the memory that
+    // is spare; all others are on the heap, so that what is deleted is given back at once.
+    void BeginLoad(CArena& spare);
+    void EndLoad();
     int NewTree(); // clears, then makes a root
     void Clear();
 
@@ -82,7 +83,8 @@ private:
     [[nodiscard]] CQELViewMeter* FindMeter(uint32_t nId) const;
     [[nodiscard]] bool WantsFullRedraw() const;
 
-    CPool m_pool; // what the elements lie in
+    CPool m_pool;
+    bool m_bLoads = false; // elements are made in the pool
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;
     CQELViewFrame* m_pFrame = nullptr; // the registered elements belong to the tree

@@ -16,7 +16,12 @@ class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> 
 public:
     CQELViewElm(int32_t nRefW, int32_t nRefH) noexcept : m_nRefW(nRefW), m_nRefH(nRefH) {}
     virtual ~CQELViewElm();
-    static void operator delete(void* p) noexcept { std::free(p); } // a constructor threw
+    // When a constructor throws. Without a size the block stays in the pool until that is cleared.
+    static void operator delete(void* p) noexcept { std::free(p); }
+    static void operator delete(void* p, CPool* pPool) noexcept
+    {
+        if (!pPool) std::free(p);
+    }
     static void operator delete(CQELViewElm* p, std::destroying_delete_t, std::size_t nSize)
     {
         DeletePooled(p, nSize);
@@ -54,7 +59,15 @@ public:
 
     // Another number after all that may move what elements paint or change which colours they leave
     // set: geometry, styles, texts, links, sizes. Not after values, colours and the blink phase.
-    [[nodiscard]] static uint64_t Changes() { return s_nChanges; }
+    struct ChangeStamp { // of words, since pools align to no more than pointers
+        uint32_t nLow = 0;
+        uint32_t nHigh = 0;
+        bool operator==(const ChangeStamp&) const = default;
+    };
+    [[nodiscard]] static ChangeStamp Changes()
+    {
+        return {static_cast<uint32_t>(s_nChanges), static_cast<uint32_t>(s_nChanges >> 32)};
+    }
     static void LinksChanged() { NoteChange(); }
 
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
@@ -90,6 +103,7 @@ private:
 template <class T>
 CQELViewElm* MakeWhole(CPool* pPool, int32_t nRefW, int32_t nRefH)
 {
+    static_assert(alignof(T) <= alignof(void*), "a pool aligns to no more");
     CQELViewElm* pElm = new (pPool) T(nRefW, nRefH);
     if (!pElm || !pElm->LacksMemory()) return pElm;
     delete pElm;
@@ -100,6 +114,6 @@ CQELViewElm* MakeWhole(CPool* pPool, int32_t nRefW, int32_t nRefH)
 template <class T>
 int NewInstanceAs(const T& source, CQELViewElm** ppOut)
 {
-    *ppOut = MakeWhole<T>(source.Pool(), source.RefW(), source.RefH());
+    *ppOut = MakeWhole<T>(nullptr, source.RefW(), source.RefH());
     return *ppOut ? 1 : 0;
 }

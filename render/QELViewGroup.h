@@ -33,5 +33,5 @@ private:
     PaintedBounds m_bounds{};
     RECT m_rcBoundsQel{0, 0, 0, 0}; // what they hold for
     uint32_t m_nBoundsFlags = 0;
-    uint64_t m_nBoundsChanges = 0; // never
+    ChangeStamp m_boundsChanges; // never
 };

@@ -44,7 +44,11 @@ int CQELViewShape::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
     if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;
     QELSHAPEATTR block;
     GetAttrBlock(&block);
-    return (*ppOut)->SetAttrBlock(&block); // the rotation is not part of the block, nor of a copy
+    if ((*ppOut)->SetAttrBlock(&block))
+        return 1; // the rotation is not part of the block, nor of a copy
+    delete *ppOut;
+    *ppOut = nullptr;
+    return 0;
 }
 
 // Static shapes take no part in a partial redraw.
@@ -138,6 +142,7 @@ RECT CQELViewShape::Hull(const DeviceFigure& figure) const
     return NormalizedRect(figure.rcBox);
 }
 
+// Where no pen can be made the context's own serves, which may be wider than is reckoned with here.
 // The system's own pen styles have round ends and joins, so that half of the width would do; of
 // other numbers nobody knows what the system makes.
 int CQELViewShape::PaintMargin(int32_t* pnOut) const

@@ -1,7 +1,7 @@
-// The base of every static drawing element: the style that a document shape hands over in its
-// attribute record, the host parameters that recolour shapes, and the sequence in which every shape
-// selects and releases its pen and brush around its one drawing call. A leaf class tells how its
-// geometry is mapped and turned, and makes its call. The document side is document/QELDocShape.h.
+// The base of every static drawing element: the style that a document shape hands over, the host
+// parameters that recolour shapes, and the sequence in which every shape selects and releases its
+// pen and brush around its one drawing call. A leaf class tells how its geometry is mapped and
+// turned, and makes its call. The document side is document/QELDocShape.h.
 #pragma once
 
 #include "render/Geometry.h"
@@ -151,5 +151,5 @@ private:
     [[no_unique_address]] CGeometry m_geometry;
 
 protected:
-    uint32_t m_nFlags = 0; // in what the geometry leaves of its last word
+    uint32_t m_nFlags = 0; // may lie in what the geometry leaves of its last word
 };

@@ -14,24 +14,13 @@ constexpr int EDGE = 20; // around the drawing: what is painted outside of it is
 constexpr RECT QEL{EDGE, EDGE, SIDE - EDGE, SIDE - EDGE};
 constexpr uint32_t FULL = QEL_DRAW_FULL;
 
-class CDrawing {
+class CDrawing : public CTestPicture {
 public:
-    CDrawing() : m_view({70, 70}) { EXPECT_EQ(1, m_view.NewTree()); }
-    CQELView* operator->() { return &m_view; }
-    CQELViewElm* Make(int nType, CQELViewElm* pParent = nullptr)
-    {
-        CQELViewElm* pElm = nullptr;
-        EXPECT_EQ(1,
-                  m_view.CreateElement(pParent ? pParent : m_view.Root(), nullptr, nType, &pElm));
-        return pElm;
-    }
+    CDrawing() : CTestPicture({70, 70}) {}
     void Draw(HDC hdc, uint32_t nFlags = FULL, const RECT& rcQel = QEL)
     {
         EXPECT_EQ(1, m_view.Draw(nullptr, hdc, rcQel, nFlags));
     }
-
-private:
-    CQELView m_view;
 };
 
 void ClipTo(HDC hdc, const RECT& rc)

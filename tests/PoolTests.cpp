@@ -125,6 +125,35 @@ TEST(Pool, TextsAreKeptInBlocksOfTheirLength)
     }
 }
 
+TEST(Pool, TextsThatChangeAllTheTimeTakeFewBlocks)
+{
+    CPool pool(CHUNK);
+    std::set<char*> blocks;
+    char* pszText = nullptr;
+    for (std::size_t n = 0; n < 2000; ++n) {
+        const std::string text(1 + n * 7 % 255, 'x');
+        ASSERT_EQ(1, ReplacePoolText(&pool, &pszText, text.data(), text.size()));
+        EXPECT_EQ(text, pszText);
+        blocks.insert(pszText);
+    }
+    // Of up to sixteen bytes each size of words has blocks of its own, above that each 32 bytes; a
+    // text that takes the place of one of its size needs another block for a moment.
+    EXPECT_GE(2 * (16 / sizeof(void*) + 256 / 32), blocks.size());
+    EXPECT_LE(8U, blocks.size());
+    GivePoolText(&pool, pszText);
+}
+
+TEST(Pool, ATextMayTakeThePlaceOfTheOneThatItIsAPartOf)
+{
+    CPool pool(CHUNK);
+    char* pszText = nullptr;
+    ASSERT_EQ(1, ReplacePoolText(&pool, &pszText, "one two", 7));
+    ASSERT_EQ(1, ReplacePoolText(&pool, &pszText, pszText + 4, 3));
+    EXPECT_STREQ("two", pszText);
+    ASSERT_EQ(1, ReplacePoolText(&pool, &pszText, pszText, 0));
+    EXPECT_EQ(nullptr, pszText);
+}
+
 TEST(Pool, ObjectsLieInItAndGoBackToIt)
 {
     CPool pool(CHUNK);
@@ -161,6 +190,9 @@ TEST(Pool, ObjectsWithoutOneAreOnTheHeapOrTheStack)
 TEST(Pool, AnObjectWhoseConstructorThrowsIsGivenBack)
 {
     EXPECT_THROW(new CThrowing, int);
+    CPool pool(CHUNK);
+    EXPECT_THROW(new (&pool) CThrowing, int); // its block goes with the pool
+    EXPECT_THROW(new (static_cast<CPool*>(nullptr)) CThrowing, int);
 }
 
 TEST(Arena, MemoryThatIsTakenOverServesTheNextPieces)

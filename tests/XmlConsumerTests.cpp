@@ -131,6 +131,7 @@ TEST(Consumer, HearsOfWhatStandsBeforeAnError)
 TEST(Consumer, AskingForWhatIsNotThereIsNoFaultOfTheText)
 {
     std::string text = "<a><b/></a>";
+    std::string cut = "<a>";
     XmlContext* pXml = XmlCreate();
     const auto ask = [](void* pUser) {
         return XmlGetAttr(static_cast<XmlContext*>(pUser), "none") == nullptr;
@@ -138,5 +139,7 @@ TEST(Consumer, AskingForWhatIsNotThereIsNoFaultOfTheText)
     const XmlConsumer consumer{ask, ask, pXml};
     pXml->pConsumer = &consumer;
     EXPECT_EQ(0, XmlParseText(pXml, text.data()));
+    EXPECT_EQ(1, XmlParseText(pXml, cut.data()));
+    EXPECT_EQ(XML_ERR_END_CONTENT, pXml->nLastError); // not that of the question
     XmlDestroy(pXml);
 }

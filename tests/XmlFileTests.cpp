@@ -1,5 +1,6 @@
 // Loading and saving files, with files and folders that refuse, reads and writes that stall, and
-// memory that fails at each step in turn. The code is xml/XmlParser.cpp and xml/XmlWriter.cpp.
+// memory that fails at each step in turn. The code is xml/XmlParser.cpp, xml/XmlWriter.cpp and
+// xml/XmlFile.cpp.
 #include "tests/support/Files.h"
 #include "tools/ImportTable.h"
 #include "xml/XmlFile.h"

@@ -428,6 +428,20 @@ TEST_F(XmlTree, ManyAttributesAreFoundReplacedAndDeletedLikeAFew)
 
 // What is found by a number made of the name is told apart by the name: the two names of each pair
 // have the same 32-bit number (FNV-1a).
+TEST_F(XmlTree, AttributesThatFollowADeletionOfManyAreFoundToo)
+{
+    const auto name = [](int n) { return "n" + std::to_string(n); };
+    for (int n = 0; n < 33; ++n) ASSERT_EQ(0, XmlSetAttrZ(m_pXml, name(n).c_str(), "1"));
+    for (int n = 0; n < 5; ++n) ASSERT_EQ(0, XmlDeleteAttr(m_pXml, name(n).c_str()));
+    ASSERT_EQ(0, XmlSetAttrZ(m_pXml, "zz", "1"));
+    EXPECT_STREQ("1", XmlGetAttr(m_pXml, "zz"));
+    ASSERT_EQ(0, XmlSetAttrZ(m_pXml, "zz", "2"));
+    EXPECT_STREQ("2", XmlGetAttr(m_pXml, "zz"));
+    EXPECT_EQ(29, XmlAttrCount(m_pXml));
+    EXPECT_EQ(0, XmlDeleteAttr(m_pXml, "zz"));
+    EXPECT_EQ(28, XmlAttrCount(m_pXml));
+}
+
 TEST_F(XmlTree, NamesOfOneHashNumberAreDifferentAttributes)
 {
     const char* const pairs[][2] = {

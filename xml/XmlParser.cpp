@@ -190,6 +190,7 @@ private:
     TagEnd ReadTagRest();
     bool OpenElement(char* pName, std::size_t nLen, std::size_t nOffset);
     bool CloseElement();
+    bool Tell(bool (*pfnTold)(void* pUser));
     bool ReadTagAttribute();
     bool KeepAttribute(const Attribute& attribute);
     Stop ReadContent();
@@ -363,7 +364,7 @@ bool CXmlReader::ReadElement()
     do {
         const TagEnd nEnd = ReadStartTag();
         if (nEnd == TagEnd::Failed) return false;
-        if (m_pConsumer && !m_pConsumer->pfnOpened(m_pConsumer->pUser)) return Fail(XML_ERR_MEMORY);
+        if (m_pConsumer && !Tell(m_pConsumer->pfnOpened)) return false;
         if (nEnd == TagEnd::Content)
             ++nOpen;
         else if (!CloseElement())
@@ -455,9 +456,15 @@ bool CXmlReader::CloseElement()
         XmlGoParent(m_pXml);
         return true;
     }
-    if (!m_pConsumer->pfnClosed(m_pConsumer->pUser)) return Fail(XML_ERR_MEMORY);
-    m_pXml->nLastError = XML_OK; // what the consumer asked for and did not find is no fault
+    if (!Tell(m_pConsumer->pfnClosed)) return false;
     if (m_pXml->pCursor != m_pXml->pRoot) XmlDropNode(m_pXml);
+    return true;
+}
+
+bool CXmlReader::Tell(bool (*pfnTold)(void* pUser))
+{
+    if (!pfnTold(m_pConsumer->pUser)) return Fail(XML_ERR_MEMORY);
+    m_pXml->nLastError = XML_OK; // what the consumer asked for and did not find is no fault
     return true;
 }
 

@@ -41,7 +41,8 @@ enum XmlError : int32_t {
 constexpr int32_t XML_MAX_DEPTH = 512;
 
 // Nodes, attributes and their strings lie in the context's arena or, those of a file, in the file's
-// own text: what is replaced or deleted is given back with the context.
+// own text: what is replaced or deleted is given back with the context. The records of an element
+// that a consumer has taken serve the next one.
 struct XmlAttr {
     char* pszName;
     char* pszValue; // never empty
@@ -230,7 +231,8 @@ inline XmlAttr* XmlLinkAttr(XmlContext* pXml, char* pszName, uint32_t nKey, char
     pList->pTail = pAttr;
     ++pList->nCount;
     pList->nSeen |= XmlSeenBit(nKey);
-    if (pList->nCount > XML_INDEXED_FROM) XmlIndexAttr(pXml->arena, pList, pAttr);
+    if (pList->ppBuckets || pList->nCount > XML_INDEXED_FROM)
+        XmlIndexAttr(pXml->arena, pList, pAttr);
     return pAttr;
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -28,9 +29,10 @@ bool RunWithout(int nNth, const Act& act)
 
 // ---- view elements ----
 
-constexpr int g_viewTypes[] = {QEL_TYPE_ROOT,    QEL_TYPE_TEXT,    QEL_TYPE_RECT,  QEL_TYPE_CIRCLE,
-                               QEL_TYPE_GROUP,   QEL_TYPE_STATUS,  QEL_TYPE_FRAME, QEL_TYPE_SCALE,
-                               QEL_TYPE_PATTERN, QEL_TYPE_DRAWRGN, QEL_TYPE_METER};
+constexpr int g_viewTypes[] = {QEL_TYPE_ROOT,     QEL_TYPE_TEXT,  QEL_TYPE_RECT,
+                               QEL_TYPE_POLYLINE, QEL_TYPE_GROUP, QEL_TYPE_STATUS,
+                               QEL_TYPE_FRAME,    QEL_TYPE_SCALE, QEL_TYPE_PATTERN,
+                               QEL_TYPE_DRAWRGN,  QEL_TYPE_METER};
 
 TEST(ClassAllocation, AViewElementIsCopiedWithItsChildrenOrNotAtAll)
 {
@@ -41,6 +43,14 @@ TEST(ClassAllocation, AViewElementIsCopiedWithItsChildrenOrNotAtAll)
         CQELViewElm* pElm = view.Root();
         if (nType != QEL_TYPE_ROOT) {
             ASSERT_EQ(1, view.CreateElement(view.Root(), nullptr, nType, &pElm));
+        }
+        if (pElm->IsShape()) { // with all that takes memory
+            QELSHAPEATTR attr{};
+            ASSERT_EQ(1, pElm->GetAttrBlock(&attr));
+            std::strcpy(attr.szText, "text");
+            attr.nGeometry[0] = QEL_MAX_POINTS;
+            attr.nGeometry[2 * QEL_MAX_POINTS] = 7;
+            ASSERT_EQ(1, pElm->SetAttrBlock(&attr));
         }
         for (int i = 0; i < 2; ++i) {
             CQELViewElm* pChild = nullptr;

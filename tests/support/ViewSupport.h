@@ -4,6 +4,7 @@
 #pragma once
 
 #include "include/QELEngine.h"
+#include "render/QELView.h"
 #include "render/QELViewShape.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Recording.h"
@@ -52,6 +53,24 @@ inline std::string RectText(const RECT& rc)
 }
 
 // A view element of class T in a drawing of the given reference size.
+// A whole picture, made element by element.
+class CTestPicture {
+public:
+    explicit CTestPicture(SIZE refSize) : m_view(refSize) { EXPECT_EQ(1, m_view.NewTree()); }
+    CQELView* operator->() { return &m_view; }
+    CQELViewElm* Make(int nType,
+                      CQELViewElm* pParent = nullptr) // as the last child; null: the root
+    {
+        CQELViewElm* pElm = nullptr;
+        if (!pParent) pParent = m_view.Root();
+        EXPECT_EQ(1, m_view.CreateElement(pParent, nullptr, nType, &pElm));
+        return pElm;
+    }
+
+protected:
+    CQELView m_view;
+};
+
 template <class T>
 class CTestView {
 public:
