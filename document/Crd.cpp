@@ -32,7 +32,11 @@ int ParseCrdNumbers(const char* pszText, const char* pszLayout, int32_t* pnWords
             return 0;
         }
     }
-    std::memcpy(pnWords, nRead, n * sizeof nRead[0]); // only now: all or nothing
+    // Only now: all or nothing. Most have four, which need no call to be copied.
+    if (n == 4)
+        std::memcpy(pnWords, nRead, 4 * sizeof nRead[0]);
+    else
+        std::memcpy(pnWords, nRead, n * sizeof nRead[0]);
     return 1;
 }
 

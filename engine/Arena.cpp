@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t ALIGNMENT = alignof(void*) < 8 ? 4 : 8;
 constexpr std::size_t HEAD = 2 * ALIGNMENT; // a chunk's own record
-constexpr std::size_t LAST_CHUNK = std::size_t{1} << 18;
+constexpr std::size_t LAST_CHUNK = std::size_t{1} << 16;
 
 } // namespace
 

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <new>
 
-// The size of an arena's first chunk; each is twice as large as the one before, up to 256 KB.
+// The size of an arena's first chunk; each is twice as large as the one before, up to 64 KB.
 // With 0 every piece is a chunk of its own, so that a checker of memory sees the ends of each.
 #ifdef QEL_SEPARATE_BLOCKS
 constexpr std::size_t ARENA_CHUNK = 0;

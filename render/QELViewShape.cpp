@@ -5,6 +5,7 @@
 #include "render/Mapping.h"
 
 #include <cstring>
+#include <string_view>
 
 namespace {
 
@@ -226,7 +227,8 @@ int CQELViewShape::SetAttrBlock(const void* pBlock)
 int CQELViewShape::TakeData(const ShapeData& data)
 {
     const bool bSameText =
-        std::strlen(Text()) == data.nText && std::memcmp(Text(), data.pText, data.nText) == 0;
+        m_pszText ? std::string_view(m_pszText) == std::string_view(data.pText, data.nText)
+                  : !data.nText;
     char* pszText = m_pszText;
     if (!bSameText) {
         pszText = TakePoolText(Pool(), data.pText, data.nText);
