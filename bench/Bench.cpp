@@ -467,6 +467,11 @@ constexpr Measurement g_measurements[] = {
     {"set", MeasureSettings},      {"allocations", MeasureAllocations},
 };
 
+const Measurement* LookupMeasurement(std::string_view name)
+{
+    return std::ranges::find(g_measurements, name, &Measurement::pszName);
+}
+
 } // namespace
 
 // qel_bench [--quick] [NAME...] | --make COUNT | --open. Names choose measurements. --make writes
@@ -485,6 +490,9 @@ int main(int nArgs, char** ppszArgs)
     }
     g_bQuick = arg == "--quick";
     const std::span<char*> names(ppszArgs + 1 + g_bQuick, ppszArgs + nArgs);
+    for (const char* pszName : names)
+        if (LookupMeasurement(pszName) == std::end(g_measurements))
+            Die("there is no such measurement");
     for (const Measurement& row : g_measurements)
         if (names.empty() || std::ranges::find(names, std::string_view(row.pszName)) != names.end())
             row.pfnMeasure();

@@ -1,6 +1,7 @@
 // The attribute names and the textual forms; see the header.
 #include "document/Attributes.h"
 
+#include "document/KeyIndex.h"
 #include "document/TextNumbers.h"
 #include "include/QELEngine.h"
 
@@ -80,25 +81,7 @@ static_assert(
     }(),
     "the attributes of shapes are told apart by one bit");
 
-// The ids by the hash of their names: each stands in the first free place from the one that its
-// hash asks for.
-constexpr std::size_t PLACES = 128;
-
-constexpr std::size_t PlaceOf(uint32_t nKey)
-{
-    return nKey >> 25;
-}
-
-constexpr std::array<uint8_t, PLACES> g_places = [] {
-    std::array<uint8_t, PLACES> places{};
-    for (uint8_t& n : places) n = ATTR_COUNT;
-    for (uint8_t nId = 0; nId < ATTR_COUNT; ++nId) {
-        std::size_t n = PlaceOf(g_keys[nId].nKey);
-        while (places[n] != ATTR_COUNT) n = (n + 1) % PLACES;
-        places[n] = nId;
-    }
-    return places;
-}();
+constexpr CKeyIndex g_index(g_names);
 
 constexpr std::string_view BLINK_WORD = "glt";
 
@@ -243,17 +226,14 @@ void WriteAttrText(CXmlWriter& writer, AttrId nId, const char* pszValue, std::si
 
 int32_t AttrIdOf(const XmlAttr& attr)
 {
-    std::size_t n = PlaceOf(attr.nKey);
-    for (; g_places[n] != ATTR_COUNT; n = (n + 1) % PLACES) {
-        const int32_t nId = g_places[n];
-        const AttrKey& key = g_keys[static_cast<std::size_t>(nId)];
-        if (key.nKey != attr.nKey) continue;
+    const std::size_t nRow = g_index.Find(attr.nKey, [&](std::size_t n) {
+        const AttrKey& key = g_keys[n];
+        if (key.nKey != attr.nKey) return false;
         // All bytes of a name of up to three are in its key, but not the length of very long names.
-        if (key.nLen <= 3 ? !attr.pszName[key.nLen]
-                          : IsSameText(g_names[nId].pszName, attr.pszName))
-            return nId;
-    }
-    return ATTR_COUNT;
+        return key.nLen <= 3 ? !attr.pszName[key.nLen]
+                             : IsSameText(g_names[n].pszName, attr.pszName);
+    });
+    return nRow == g_index.NONE ? ATTR_COUNT : static_cast<int32_t>(nRow);
 }
 
 const XmlAttr* FindXmlAttr(const XmlContext* pXml, AttrId nId)

@@ -1,6 +1,7 @@
 // The table of element tags; see the header.
 #include "document/Tags.h"
 
+#include "document/KeyIndex.h"
 #include "document/QELDocArc.h"
 #include "document/QELDocChord.h"
 #include "document/QELDocCircle.h"
@@ -79,27 +80,7 @@ constexpr std::array<std::string_view, QEL_TYPE_NONE> g_tagNames = [] {
     return names;
 }();
 
-// The rows by the hash of their tags: each stands in the first free place from the one that its
-// hash asks for.
-constexpr std::size_t PLACES = 128;
-constexpr uint8_t EMPTY = 0xFF;
-
-constexpr std::size_t PlaceOf(uint32_t nKey)
-{
-    return nKey >> 25;
-}
-
-constexpr std::array<uint8_t, PLACES> g_places = [] {
-    std::array<uint8_t, PLACES> places{};
-    for (uint8_t& n : places) n = EMPTY;
-    for (std::size_t nRow = 0; g_rows[nRow].pszName; ++nRow) {
-        const std::string_view name = g_rows[nRow].pszName;
-        std::size_t n = PlaceOf(XmlNameKey(name.data(), name.size()));
-        while (places[n] != EMPTY) n = (n + 1) % PLACES;
-        places[n] = static_cast<uint8_t>(nRow);
-    }
-    return places;
-}();
+constexpr CKeyIndex g_index(g_rows);
 
 } // namespace
 
@@ -114,13 +95,11 @@ std::string_view TagName(int32_t nType)
 const TagRow* TagOf(XmlNode* pNode)
 {
     if (pNode->pKnown) return static_cast<const TagRow*>(pNode->pKnown);
-    for (std::size_t n = PlaceOf(pNode->nKey); g_places[n] != EMPTY; n = (n + 1) % PLACES) {
-        const TagRow* pRow = &g_rows[g_places[n]];
-        if (!IsSameText(pRow->pszName, pNode->pszName)) continue;
-        pNode->pKnown = pRow;
-        return pRow;
-    }
-    return nullptr;
+    const std::size_t nRow = g_index.Find(
+        pNode->nKey, [&](std::size_t n) { return IsSameText(g_rows[n].pszName, pNode->pszName); });
+    if (nRow == g_index.NONE) return nullptr;
+    pNode->pKnown = &g_rows[nRow];
+    return &g_rows[nRow];
 }
 
 CQELDocElm* MakeDocElement(int32_t nType, XmlContext** ppXml, CPool* pPool)

@@ -102,7 +102,7 @@ int CQELEngine::LoadView(CQELDocElm* pElm)
 {
     CQELViewElm* pView = pElm->View();
     if (!pView) return 1;
-    if (pElm->Type() >= QEL_TYPE_TEXT && pElm->Type() <= QEL_TYPE_POLYGON) {
+    if (pView->IsShape()) {
         auto* pShape = static_cast<CQELViewShape*>(pView);
         return pShape->TakeData(static_cast<CQELDocShape*>(pElm)->Data());
     }

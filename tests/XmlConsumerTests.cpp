@@ -58,13 +58,19 @@ private:
     std::string m_heard;
 };
 
+void ExpectHeard(const std::string& expected, const std::string& text)
+{
+    const CListener listener(text);
+    EXPECT_EQ(0, listener.Result());
+    EXPECT_EQ(expected, listener.Heard());
+}
+
 } // namespace
 
 TEST(Consumer, HearsOfEachElementBeforeAndAfterItsChildren)
 {
-    const CListener listener("<a x='1'><b y='2'/>one<c><d/></c>two</a>");
-    EXPECT_EQ(0, listener.Result());
-    EXPECT_EQ("<a[x=1] <b[y=2] b[y=2]> <c <d d> c> a[x=1]{two}>", listener.Heard());
+    ExpectHeard("<a[x=1] <b[y=2] b[y=2]> <c <d d> c> a[x=1]{two}>",
+                "<a x='1'><b y='2'/>one<c><d/></c>two</a>");
 }
 
 TEST(Consumer, OnlyTheRootStays)
@@ -80,15 +86,13 @@ TEST(Consumer, OnlyTheRootStays)
 
 TEST(Consumer, WhatFollowsTheRootIsHeardOfBelowIt)
 {
-    const CListener listener("<a/><b/><c><d/></c>");
-    EXPECT_EQ(0, listener.Result());
-    EXPECT_EQ("<a a> <b b> <c <d d> c>", listener.Heard());
+    ExpectHeard("<a a> <b b> <c <d d> c>", "<a/><b/><c><d/></c>");
 }
 
 TEST(Consumer, AnElementHasNothingOfTheOneWhosePlaceItTakes)
 {
-    const CListener listener("<a><b x='1' y='2'>t</b><b/><c z='3'/></a>");
-    EXPECT_EQ("<a <b[x=1][y=2] b[x=1][y=2]{t}> <b b> <c[z=3] c[z=3]> a>", listener.Heard());
+    ExpectHeard("<a <b[x=1][y=2] b[x=1][y=2]{t}> <b b> <c[z=3] c[z=3]> a>",
+                "<a><b x='1' y='2'>t</b><b/><c z='3'/></a>");
 }
 
 TEST(Consumer, ManyAttributesAreGivenBackAndFoundAgain)
@@ -97,13 +101,11 @@ TEST(Consumer, ManyAttributesAreGivenBackAndFoundAgain)
     for (int n = 0; n < 100; ++n) attrs += " a" + std::to_string(n) + "='1'";
     std::string text = "<r>";
     for (int n = 0; n < 50; ++n) text += "<e" + attrs + " a7='2'/>";
-    const CListener listener(text + "</r>");
-    EXPECT_EQ(0, listener.Result());
     std::string seen;
     for (int n = 0; n < 100; ++n) seen += "[a" + std::to_string(n) + (n == 7 ? "=2]" : "=1]");
     std::string expected = "<r";
     for (int n = 0; n < 50; ++n) expected += " <e" + seen + " e" + seen + ">";
-    EXPECT_EQ(expected + " r>", listener.Heard());
+    ExpectHeard(expected + " r>", text + "</r>");
 }
 
 TEST(Consumer, StopsTheReadingAtAnyCall)
