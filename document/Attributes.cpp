@@ -233,7 +233,7 @@ int32_t AttrIdOf(const XmlAttr& attr)
         return key.nLen <= 3 ? !attr.pszName[key.nLen]
                              : IsSameText(g_names[n].pszName, attr.pszName);
     });
-    return nRow == g_index.NONE ? ATTR_COUNT : static_cast<int32_t>(nRow);
+    return nRow == NO_ROW ? ATTR_COUNT : static_cast<int32_t>(nRow);
 }
 
 const XmlAttr* FindXmlAttr(const XmlContext* pXml, AttrId nId)

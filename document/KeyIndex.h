@@ -9,29 +9,29 @@
 #include <cstdint>
 #include <string_view>
 
+inline constexpr std::size_t NO_ROW = 0xFF;
+
 template <std::size_t ROWS> // the row that ends the table counted
 class CKeyIndex {
 public:
-    static constexpr std::size_t NONE = 0xFF;
-
     template <class Row>
     constexpr explicit CKeyIndex(const Row (&rows)[ROWS])
     {
-        for (uint8_t& n : m_places) n = NONE;
+        for (uint8_t& n : m_places) n = NO_ROW;
         for (std::size_t nRow = 0; nRow + 1 < ROWS; ++nRow) {
             const std::string_view name = rows[nRow].pszName;
             std::size_t n = PlaceOf(XmlNameKey(name.data(), name.size()));
-            while (m_places[n] != NONE) n = (n + 1) % PLACES;
+            while (m_places[n] != NO_ROW) n = (n + 1) % PLACES;
             m_places[n] = static_cast<uint8_t>(nRow);
         }
     }
 
-    // The first row for which isIt, of those that a name of that key may be in; NONE for no row.
+    // The first row for which isIt, of those that a name of that key may be in; NO_ROW for none.
     template <class IsIt>
     [[nodiscard]] std::size_t Find(uint32_t nKey, const IsIt& isIt) const
     {
         std::size_t n = PlaceOf(nKey);
-        while (m_places[n] != NONE && !isIt(std::size_t{m_places[n]})) n = (n + 1) % PLACES;
+        while (m_places[n] != NO_ROW && !isIt(std::size_t{m_places[n]})) n = (n + 1) % PLACES;
         return m_places[n];
     }
 

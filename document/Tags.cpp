@@ -97,7 +97,7 @@ const TagRow* TagOf(XmlNode* pNode)
     if (pNode->pKnown) return static_cast<const TagRow*>(pNode->pKnown);
     const std::size_t nRow = g_index.Find(
         pNode->nKey, [&](std::size_t n) { return IsSameText(g_rows[n].pszName, pNode->pszName); });
-    if (nRow == g_index.NONE) return nullptr;
+    if (nRow == NO_ROW) return nullptr;
     pNode->pKnown = &g_rows[nRow];
     return &g_rows[nRow];
 }
