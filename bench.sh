@@ -2,7 +2,7 @@
 # Measures the engine against its floor, for both word sizes, under Wine. Each line shows the measured
 # figure, its floor, their ratio, the noise of the run and the bar. Ends with 1 when a bar is missed by
 # more than the noise. What is measured and how: docs/performance.md
-#   ./bench.sh           everything, about a quarter of an hour
+#   ./bench.sh           everything, about three minutes
 #   ./bench.sh --quick   without the largest drawings and with fewer turns
 set -u
 cd "$(dirname "${BASH_SOURCE[0]}")" || exit 2
