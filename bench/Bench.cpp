@@ -10,12 +10,14 @@
 #include <rapidxml/rapidxml.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -311,10 +313,12 @@ void MeasureGradient()
             BITMAPINFOHEADER header{sizeof header, SIDE, -SIDE, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
             std::memcpy(dib.data(), &header, sizeof header);
             unsigned char* p = dib.data() + sizeof header;
-            for (int y = 0; y < SIDE; ++y)
-                for (int x = 0; x < SIDE; ++x, p += 4)
+            for (const auto& down : axis)
+                for (const auto& across : axis) {
                     for (int n = 0; n < 3; ++n)
-                        p[n] = static_cast<unsigned char>((axis[x][n] + axis[y][n]) >> 1);
+                        p[n] = static_cast<unsigned char>((across[n] + down[n]) >> 1);
+                    p += 4;
+                }
             const HBRUSH hBrush = ::CreateDIBPatternBrushPt(dib.data(), DIB_RGB_COLORS);
             ::FillRect(other.Dc(), &RC, hBrush);
             ::DeleteObject(hBrush);
@@ -336,8 +340,9 @@ double TimeOfSetting(HQELENGINE hEngine, int nFirst, int nMeters)
     int nTaken = 0;
     const double fTime = TimeOf([&] {
         for (int n = 0; n < CALLS; ++n)
-            nTaken += QELSetScaleParam(hEngine, static_cast<DWORD>(nFirst + n * 7919 % nMeters),
-                                       QEL_SEL_HIGH_LIMIT, static_cast<DWORD>(n));
+            nTaken += QELSetScaleParam(
+                hEngine, static_cast<DWORD>(nFirst) + static_cast<DWORD>(n * 7919 % nMeters),
+                QEL_SEL_HIGH_LIMIT, static_cast<DWORD>(n));
     });
     if (nTaken != CALLS) Die("a setting was refused");
     return fTime / CALLS;
@@ -362,7 +367,8 @@ void MeasureSettings()
 void SetEach(HQELENGINE hEngine, int nFirst, int nMeters, DWORD clr)
 {
     for (int n = 0; n < nMeters; ++n)
-        if (!QELSetScaleParam(hEngine, static_cast<DWORD>(nFirst + n), QEL_SEL_PIN_COLOR, clr))
+        if (!QELSetScaleParam(hEngine, static_cast<DWORD>(nFirst) + static_cast<DWORD>(n),
+                              QEL_SEL_PIN_COLOR, clr))
             Die("a setting was refused");
 }
 
@@ -480,6 +486,15 @@ const Measurement* LookupMeasurement(std::string_view name)
     return std::ranges::find(g_measurements, name, &Measurement::pszName);
 }
 
+int CountOf(std::string_view text)
+{
+    int nCount = 0;
+    const char* pEnd = text.data() + text.size();
+    const std::from_chars_result result = std::from_chars(text.data(), pEnd, nCount);
+    if (result.ec != std::errc() || result.ptr != pEnd || nCount < 1) Die("that is no count");
+    return nCount;
+}
+
 } // namespace
 
 // qel_bench [--quick] [NAME...] | --make COUNT | --open. Names choose measurements. --make writes
@@ -493,7 +508,7 @@ int main(int nArgs, char** ppszArgs)
         return 0;
     }
     if (arg == "--make" && nArgs > 2) {
-        WriteFileBytes(SceneText(MakeScene(SceneKind::Mixed, std::atoi(ppszArgs[2]))));
+        WriteFileBytes(SceneText(MakeScene(SceneKind::Mixed, CountOf(ppszArgs[2]))));
         return 0;
     }
     g_bQuick = arg == "--quick";

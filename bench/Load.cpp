@@ -25,6 +25,6 @@ int main(int nArgs, char** ppszArgs)
     table.Bar("load the library / an empty one with its imports (us)",
               Compare(
                   TURNS, [&] { return load(ppszArgs[1]); }, [&] { return load(ppszArgs[2]); }),
-              1000, std::atof(ppszArgs[3]));
+              1000, std::strtod(ppszArgs[3], nullptr));
     return table.Missed();
 }

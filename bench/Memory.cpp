@@ -39,7 +39,7 @@ void* Patch(HMODULE hModule, const char* pszName, void* pNew)
 {
     ULONG_PTR* pEntry = FindImport(hModule, pszName);
     if (!pEntry) return nullptr;
-    auto* pOld = reinterpret_cast<void*>(*pEntry);
+    auto* pOld = reinterpret_cast<void*>(*pEntry); // NOLINT(performance-no-int-to-ptr): an address
     if (!SetImport(pEntry, reinterpret_cast<ULONG_PTR>(pNew))) return nullptr;
     ++g_nPatched;
     return pOld;

@@ -52,7 +52,8 @@ CReplay::CReplay(const std::string& recording)
 int CALLBACK CReplay::Take(HDC, HANDLETABLE*, const ENHMETARECORD* pRecord, int nObjects,
                            LPARAM lThis)
 {
-    auto* pThis = reinterpret_cast<CReplay*>(lThis);
+    auto* pThis =
+        reinterpret_cast<CReplay*>(lThis); // NOLINT(performance-no-int-to-ptr): what it was
     pThis->m_nObjects = static_cast<std::size_t>(nObjects);
     if (pRecord->iType == EMR_HEADER || pRecord->iType == EMR_EOF) return 1;
     Call call{};

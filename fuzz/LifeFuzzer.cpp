@@ -75,12 +75,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
     CInput input(reinterpret_cast<const uint8_t*>(split.program.data()), split.program.size());
     const CHostWorld world;
     WriteHostFile(PATH, split.text);
-    bool bSaved = false;
+    bool bSaved = false; // after the edits
     bool bCheap = false;
     {
         CLife life(input);
         life.Open();
-        bSaved = life.SaveAndCompare();
+        life.SaveAndCompare();
         life.DrawAll();
         life.PushAll();
         life.Run();
