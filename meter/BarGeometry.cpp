@@ -10,9 +10,11 @@ namespace {
 
 constexpr int32_t SLANT_PARTS = 15; // of the bar's length
 
-double Fraction(const BarScale& scale, double fValue)
+// The part of a length below a value. Divided last, so that a value that belongs on a whole pixel
+// comes out there.
+double LengthBelow(const BarScale& scale, double fValue, int32_t nLength)
 {
-    return (fValue - scale.nMin) / (static_cast<double>(scale.nMax) - scale.nMin);
+    return (fValue - scale.nMin) * nLength / (static_cast<double>(scale.nMax) - scale.nMin);
 }
 
 // (nLength * nTick) / nCount without sign.
@@ -27,7 +29,7 @@ int32_t VerticalPosition(const BarScale& scale, double fValue)
 {
     if (fValue <= scale.nMin) return scale.rc.bottom;
     if (!(fValue < scale.nMax)) return scale.rc.top;
-    return TruncToInt(scale.rc.bottom - Fraction(scale, fValue) * HeightOf(scale.rc));
+    return TruncToInt(scale.rc.bottom - LengthBelow(scale, fValue, HeightOf(scale.rc)));
 }
 
 int32_t HorizontalPosition(const BarScale& scale, double fValue)
@@ -35,7 +37,7 @@ int32_t HorizontalPosition(const BarScale& scale, double fValue)
     const int32_t nEnd = WrapSub(scale.rc.right, 1);
     if (fValue <= scale.nMin) return scale.rc.left;
     if (!(fValue < scale.nMax)) return nEnd;
-    return TruncToInt(scale.rc.left + Fraction(scale, fValue) * WrapSub(nEnd, scale.rc.left));
+    return TruncToInt(scale.rc.left + LengthBelow(scale, fValue, WrapSub(nEnd, scale.rc.left)));
 }
 
 int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)

@@ -68,6 +68,23 @@ TEST(BarPosition, HorizontalEndsOnePixelInsideItsRightEdge)
     }
 }
 
+// In whole numbers, which have no rounding of their own: left + floor(value * length / range) and,
+// from the other end, bottom - ceil(value * length / range).
+TEST(BarPosition, IsExactWhereAValueBelongsOnAWholePixel)
+{
+    for (const int nLength : {50, 100, 150, 200, 333})
+        for (const int nRange : {10, 50, 100, 150, 200, 1000})
+            for (int nValue = 1; nValue < nRange; ++nValue) {
+                const BarScale across{0, nRange, {0, 0, nLength + 1, 30}};
+                ASSERT_EQ(nValue * nLength / nRange, HorizontalPosition(across, nValue))
+                    << nValue << " of " << nRange << " along " << nLength;
+                const BarScale up{0, nRange, {0, 0, 30, nLength}};
+                ASSERT_EQ(nLength - (nValue * nLength + nRange - 1) / nRange,
+                          VerticalPosition(up, nValue))
+                    << nValue << " of " << nRange << " along " << nLength;
+            }
+}
+
 TEST(BarPosition, IsMonotonousAndOnTheScaleForEveryRange)
 {
     const std::pair<int, int> ranges[] = {{INT_MIN, INT_MAX},     {INT_MIN, 0},
