@@ -45,7 +45,7 @@ CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH) noexcept
 
 CQELViewMeter::~CQELViewMeter()
 {
-    if (m_hFace) ::DeleteObject(m_hFace);
+    DropFace();
 }
 
 int CQELViewMeter::NewInstance(CQELViewElm** ppOut) const
@@ -120,8 +120,7 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 
 void CQELViewMeter::MakeFaceRegion(const RECT& rcQel)
 {
-    if (m_hFace) ::DeleteObject(m_hFace);
-    m_hFace = nullptr;
+    DropFace();
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
         CRegion shape(p->MakeRegion(rcQel));
@@ -152,9 +151,17 @@ void CQELViewMeter::PassPins()
         pSectors->SetSectorValues(m_nPins);
 }
 
+void CQELViewMeter::DropFace()
+{
+    if (m_hFace) ::DeleteObject(m_hFace);
+    m_hFace = nullptr;
+}
+
+// The face region goes as well: the shapes that it was made of may be others by now.
 void CQELViewMeter::DropRenderer()
 {
     m_pRenderer.reset();
+    DropFace();
 }
 
 void CQELViewMeter::PassToRenderer(const SelectorRow& row)

@@ -52,6 +52,7 @@ private:
     [[nodiscard]] bool UsesFaceRegion() const;
     void PassToRenderer(const SelectorRow& row);
     void PassDraftToRenderer();
+    void DropFace();
     void DropRenderer();
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
     void MakeFaceRegion(const RECT& rcQel);

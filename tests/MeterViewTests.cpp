@@ -912,6 +912,24 @@ TEST(MeterView, FillOnlyMakesTheFaceAnOutlineAndGivesItsFillBack)
     }
 }
 
+TEST(MeterView, ANewRecordTakesTheFaceAsItIsThen)
+{
+    CTestMeter meter(0);
+    QELSHAPEATTR face = FilledAttr({10, 20, 20, 40});
+    face.nPenWidth = 0;
+    CQELViewElm* pShape = meter.AddShape(QEL_TYPE_RECT, face);
+    meter.Draw();
+    face.nGeometry[2] = 30;
+    ASSERT_EQ(1, pShape->SetAttrBlock(&face));
+    const QELMETERATTR attr = Attr(0);
+    ASSERT_EQ(1, meter->SetAttrBlock(&attr));
+    meter.Draw();
+    RECT rc{};
+    ASSERT_NE(nullptr, meter.As<CBarMeter>()->Region());
+    EXPECT_EQ(SIMPLEREGION, ::GetRgnBox(meter.As<CBarMeter>()->Region(), &rc));
+    EXPECT_EQ("20,40,60,80", RectText(rc)); // twice the units
+}
+
 TEST(MeterView, TheRegionOfTheFaceClipsBarsAndHoldsTheSectors)
 {
     for (int nType = 0; nType < 4; ++nType) {
