@@ -73,7 +73,7 @@ bool CQELViewScale::FillsRound() const
 
 int32_t CQELViewScale::Divisions() const
 {
-    return DrawnDivisions(m_nDivisions, m_attr.nMin, m_attr.nMax);
+    return HeldDivisions(m_nDivisions, m_attr.nMin, m_attr.nMax);
 }
 
 ScaleValue CQELViewScale::Value() const
@@ -134,7 +134,7 @@ void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc) const
 void CQELViewScale::DrawStraightMarks(HDC hdc, const RECT& rc) const
 {
     const int32_t nAcross = WrapAbs(IsVertical() ? WidthOf(rc) : HeightOf(rc));
-    const int32_t nCount = Divisions();
+    const int32_t nCount = DrawnDivisions(Divisions());
     const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrMark));
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const bool bBackwards = m_attr.nType == 0 || m_attr.nType == 2; // ticks to the left, or above
@@ -189,7 +189,7 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
 {
     const LONG* n = m_attr.nGeometry;
     const bool bArc = m_attr.nType == SCALE_ARC;
-    const int32_t nCount = Divisions();
+    const int32_t nCount = DrawnDivisions(Divisions());
     const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrMark));
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const POINT pt = round.ptCentre;
@@ -252,14 +252,10 @@ int CQELViewScale::SetProperty(uint32_t nSelector, uint32_t nValue)
     case QEL_SEL_SCALE_COLOR:
         m_clrMark = nValue;
         return 1;
-    case QEL_SEL_TICKS: {
-        auto nDivisions = static_cast<int32_t>(nValue);
-        if (nDivisions < 1) return 0;
-        if (nDivisions < m_attr.nMin) nDivisions = m_attr.nMin;
-        if (nDivisions > m_attr.nMax) nDivisions = m_attr.nMax;
-        m_nDivisions = nDivisions;
+    case QEL_SEL_TICKS:
+        if (static_cast<int32_t>(nValue) < 1) return 0;
+        m_nDivisions = HeldDivisions(static_cast<int32_t>(nValue), m_attr.nMin, m_attr.nMax);
         return 1;
-    }
     case QEL_SEL_START_CODE:
         m_nStartCode = nValue;
         return 1;

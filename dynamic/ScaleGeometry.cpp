@@ -48,10 +48,14 @@ int32_t ValueLength(const ScaleValue& value, int32_t nLength)
     return Proportion<int64_t>(nLength, value.nValue, value.nLow, value.nHigh);
 }
 
-int32_t DrawnDivisions(int32_t nDivisions, int32_t nLeast, int32_t nMost)
+int32_t HeldDivisions(int32_t nDivisions, int32_t nLeast, int32_t nMost)
 {
     if (nDivisions < nLeast) nDivisions = nLeast;
-    if (nDivisions > nMost) nDivisions = nMost;
+    return nDivisions < nMost ? nDivisions : nMost;
+}
+
+int32_t DrawnDivisions(int32_t nDivisions)
+{
     return nDivisions < MAX_DRAWN_DIVISIONS ? nDivisions : MAX_DRAWN_DIVISIONS;
 }
 

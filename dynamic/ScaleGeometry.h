@@ -23,9 +23,10 @@ ScaleValue RepairedRange(ScaleValue value, int32_t nDivisions);
 // Which part of a length belongs to the value: 0 below the range, all of it above.
 int32_t ValueLength(const ScaleValue& value, int32_t nLength);
 
-// The number of divisions that a scale draws: held between its least and its most, the most having
-// the last word. Below 1: none.
-int32_t DrawnDivisions(int32_t nDivisions, int32_t nLeast, int32_t nMost);
+// The number of divisions held between its least and its most, the most having the last word; and
+// how many of them are drawn. Below 1: none.
+int32_t HeldDivisions(int32_t nDivisions, int32_t nLeast, int32_t nMost);
+int32_t DrawnDivisions(int32_t nDivisions);
 
 // The centre and the radii of a round or arc scale in device units.
 struct RoundScale {

@@ -585,7 +585,7 @@ TEST(ScaleView, DivisionsAreHeldAgainWhenTheyAreDrawnTheMostHavingTheLastWord)
                 {10, 20, 5, 5},   {10, 1, 0, 0},     {10, 1, -7, 0},
                 {0, 0, 9, 0},     {-4, -9, 9, 0},    {99999, 1, 100000, 10000}};
     for (const auto& row : rows) {
-        const int n = DrawnDivisions(row.nDivisions, row.nLeast, row.nMost);
+        const int n = DrawnDivisions(HeldDivisions(row.nDivisions, row.nLeast, row.nMost));
         EXPECT_EQ(row.nDrawn, n < 1 ? 0 : n) << row.nDivisions;
     }
     for (int nType = 0; nType < 6; ++nType) { // marks without ticks
@@ -606,16 +606,20 @@ TEST(ScaleView, AnEmptyRangeCountsFromZeroToTheDivisionsAndStaysStored)
     const struct {
         uint32_t nLow, nHigh;
     } rows[] = {{0, 0}, {10, 10}, {10, 5}, {0xFFFFFFFF, 3}, {0x80000000, 0x7FFFFFFF}};
-    for (int nType = 0; nType < 6; ++nType) {
+    // More divisions than are ever drawn count as they are all the same.
+    const auto expectSame = [&](int nType, uint32_t nDivisions, uint32_t nValue) {
         for (const auto& row : rows) {
-            SCOPED_TRACE(testing::Message() << nType << ": " << row.nLow << ".." << row.nHigh);
-            const Scale broken = Make(Attr(nType)), whole = Make(Attr(nType));
+            SCOPED_TRACE(testing::Message()
+                         << nType << ": " << row.nLow << ".." << row.nHigh << " in " << nDivisions);
+            QELSCALEATTR attr = Attr(nType);
+            attr.nMax = 100000;
+            const Scale broken = Make(attr), whole = Make(attr);
             for (const Scale* p : {&broken, &whole}) {
-                (*p)->SetProperty(2, 8);
-                (*p)->SetProperty(6, 3);
+                (*p)->SetProperty(2, nDivisions);
+                (*p)->SetProperty(6, nValue);
             }
             broken->SetProperty(4, row.nHigh), broken->SetProperty(5, row.nLow);
-            whole->SetProperty(4, 8), whole->SetProperty(5, 0);
+            whole->SetProperty(4, nDivisions), whole->SetProperty(5, 0);
             CTestBitmap expected(210, 210), drawn(210, 210);
             whole->Draw(expected.Dc(), QEL, 0);
             broken->Draw(drawn.Dc(), QEL, 0);
@@ -623,6 +627,10 @@ TEST(ScaleView, AnEmptyRangeCountsFromZeroToTheDivisionsAndStaysStored)
             EXPECT_EQ(row.nHigh, Get(*broken, 4));
             EXPECT_EQ(row.nLow, Get(*broken, 5));
         }
+    };
+    for (int nType = 0; nType < 6; ++nType) {
+        expectSame(nType, 8, 3);
+        expectSame(nType, 50000, 25000);
     }
 }
 
