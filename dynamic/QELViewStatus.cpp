@@ -3,6 +3,9 @@
 
 #include <cstring>
 
+const KeywordRow g_statusKindRows[] = {
+    {0, "switch"}, {1, "meter"}, {2, "draw"}, {KEYWORD_NONE, nullptr}};
+
 CQELViewStatus::CQELViewStatus(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
 {
     SetType(QEL_TYPE_STATUS);

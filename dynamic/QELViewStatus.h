@@ -2,9 +2,13 @@
 // equals its own, or is 0xFFFFFFFF. The document side is dynamic/QELDocStatus.h.
 #pragma once
 
+#include "render/Keywords.h"
 #include "render/QELViewElm.h"
 
 constexpr uint32_t STATUS_SHOW_ALL = 0xFFFFFFFF;
+
+// The kinds of status pictures. An element has no kind of its own: the table only names them.
+extern const KeywordRow g_statusKindRows[];
 
 class CQELViewStatus final : public CQELViewElm {
 public:

@@ -238,6 +238,13 @@ TEST(StatusView, IsNeverShownWithANegativeNumber)
     EXPECT_FALSE(Calls(view).empty());
 }
 
+TEST(StatusView, KindsHaveTheirKeywords)
+{
+    const char* const names[] = {"switch", "meter", "draw"};
+    for (int n = 0; n < 3; ++n) EXPECT_STREQ(names[n], NameOf(g_statusKindRows, n));
+    EXPECT_EQ(KEYWORD_NONE, g_statusKindRows[3].nId);
+}
+
 TEST(StatusView, IsANewInstanceOfItsSizeWithoutANumber)
 {
     CQELViewStatus view(30, 40);
