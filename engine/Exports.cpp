@@ -373,7 +373,6 @@ DWORD QELAPI QELParamsSupported(HQELENGINE hEngine)
     return pRoot ? pRoot->GetParamMask() : 0;
 }
 
-// No drawing holds a scale or meter element yet, so nothing answers to an id.
 int QELAPI QELGetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD* pnValue)
 {
     CQELEngine* pEngine = EngineOf(hEngine);
