@@ -92,7 +92,6 @@ int CQELEngine::MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pA
     CQELViewElm* pView = nullptr;
     if (!m_view.CreateElement(pParent, pAfter, pElm->Type(), &pView)) return 0;
     pElm->SetView(pView);
-    if (pParent && pParent->BlinkPhase()) pView->SetBlink(1); // a new one has the phase 0
     return LoadView(pElm);
 }
 

@@ -284,6 +284,27 @@ TEST_F(Values, BlinkPhaseStaysWhenAnElementsRecordIsSet)
     EXPECT_EQ(100, CountPixels(drawn, RED));
 }
 
+TEST_F(Values, ANewElementIsBrightUntilThePhaseIsSet)
+{
+    Open(Block("bg=\"0xff glt\"", "0 0 10 10"));
+    ASSERT_EQ(1, QELSetBlinkState(m_h, 1));
+    const HQELELEM hRoot = QELGetRootElem(m_h);
+    ASSERT_NE(nullptr, QELCopyElem(m_h, QELGetFirstChild(m_h, hRoot)));
+    const HQELELEM hElem = QELCreateElem(m_h, QEL_TYPE_RECT, hRoot, nullptr);
+    QELSHAPEATTR attr{};
+    ASSERT_EQ(1, QELGetElemAttr(m_h, QELGetFirstChild(m_h, hRoot), &attr, nullptr));
+    attr.nGeometry[0] = 20;
+    attr.nGeometry[2] = 30;
+    ASSERT_EQ(1, QELSetElemAttr(m_h, hElem, &attr, sizeof attr));
+    CTestBitmap drawn(50, 50);
+    Draw(drawn);
+    EXPECT_EQ(100 + 100,
+              CountPixels(drawn, RED)); // the copy, over its dark source, and the new one
+    ASSERT_EQ(1, QELSetBlinkState(m_h, 1));
+    Draw(drawn);
+    EXPECT_EQ(0, CountPixels(drawn, RED));
+}
+
 TEST_F(Values, BlinkNeedsADrawing)
 {
     EXPECT_EQ(0, QELSetBlinkState(m_h, 1));
