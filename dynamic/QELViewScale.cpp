@@ -2,6 +2,7 @@
 #include "dynamic/QELViewScale.h"
 
 #include "dynamic/QELDocScale.h"
+#include "render/DrawLimits.h"
 #include "render/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
@@ -195,7 +196,9 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
     const POINT pt = round.ptCentre;
     const RECT rc{WrapSub(pt.x, round.nCircle), WrapSub(pt.y, round.nCircle),
                   WrapAdd(pt.x, round.nCircle), WrapAdd(pt.y, round.nCircle)};
-    if (!bArc) {
+    if (!IsDrawableCurve(rc)) {
+        // only the ticks
+    } else if (!bArc) {
         ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
     } else if (n[5] != n[6]) {
         const CArcDirectionScope direction(hdc, DirectionOf(n[6] < n[5]));
@@ -225,7 +228,7 @@ void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep
     const POINT pt2 = ScalePoint(round.ptCentre, round.nCircle, sweep.nTo);
     // One point for both ends would come out as a full disc.
     const bool bOnePoint = pt1.x == pt2.x && pt1.y == pt2.y;
-    if (sweep.nFrom != sweep.nTo && (!bOnePoint || sweep.IsFullTurn())) {
+    if (IsDrawableCurve(rc) && sweep.nFrom != sweep.nTo && (!bOnePoint || sweep.IsFullTurn())) {
         HBRUSH hBrush = nullptr;
         draft.GetDraftBrush(hBrush, &rc, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         const CSelectScope brush(hdc, hBrush);
@@ -234,7 +237,7 @@ void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep
     if (round.nHub <= 0) return;
     const CSelectScope white(hdc, ::GetStockObject(WHITE_BRUSH));
     const RECT rcHub = DiscBox(round.ptCentre, round.nHub);
-    ::Ellipse(hdc, rcHub.left, rcHub.top, rcHub.right, rcHub.bottom);
+    if (IsDrawableCurve(rcHub)) ::Ellipse(hdc, rcHub.left, rcHub.top, rcHub.right, rcHub.bottom);
 }
 
 int CQELViewScale::Rotate(POINT ptCentre, int32_t nAngle)

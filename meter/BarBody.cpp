@@ -4,6 +4,7 @@
 #include "meter/BarFill.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
+#include "render/DrawLimits.h"
 #include "render/Mapping.h"
 
 #include <algorithm>
@@ -110,7 +111,7 @@ void CBarBody::Ring(HDC hdc, const BarCylinder& cylinder, int32_t nLow) const
 {
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const RECT rc = m_column.Box(0, nLow, m_column.Across(), nLow + cylinder.nCap);
-    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    if (IsDrawableCurve(rc)) ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
 }
 
 // The half of a cap's rim that faces the lower end: the upper half is behind the body.
@@ -124,7 +125,8 @@ void CBarBody::LowerArc(HDC hdc, const BarCylinder& cylinder, int32_t nLow) cons
     const bool bVertical = pt1.y == pt2.y;
     const POINT& ptFirst = bVertical ? pt1 : pt2;
     const POINT& ptLast = bVertical ? pt2 : pt1;
-    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptFirst.x, ptFirst.y, ptLast.x, ptLast.y);
+    if (IsDrawableCurve(rc))
+        ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptFirst.x, ptFirst.y, ptLast.x, ptLast.y);
 }
 
 void CBarBody::OutlineCylinder(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const

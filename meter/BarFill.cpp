@@ -1,6 +1,7 @@
 // What bars are filled with; see the header.
 #include "meter/BarFill.h"
 
+#include "render/DrawLimits.h"
 #include "render/GdiScopes.h"
 
 CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack,
@@ -43,6 +44,6 @@ int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, BackColor());
     const CTextColorScope text(hdc, ForeColor());
-    ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
+    if (IsDrawableCurve(rcBox)) ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
     return 1;
 }

@@ -1,6 +1,7 @@
 // The circle view; see the header.
 #include "render/QELViewCircle.h"
 
+#include "render/DrawLimits.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 
@@ -84,6 +85,6 @@ int CQELViewCircle::MoveY(int32_t nDy)
 HRGN CQELViewCircle::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
-    if (!MapSquare(rcQel, 0, &rc)) return nullptr;
+    if (!MapSquare(rcQel, 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
     return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

@@ -19,6 +19,7 @@ public:
 
 protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    [[nodiscard]] bool IsCurved() const override { return true; }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
 

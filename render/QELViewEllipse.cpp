@@ -1,6 +1,8 @@
 // The ellipse view; see the header.
 #include "render/QELViewEllipse.h"
 
+#include "render/DrawLimits.h"
+
 int CQELViewEllipse::NewInstance(CQELViewElm** ppOut) const
 {
     return NewInstanceAs(*this, ppOut);
@@ -15,6 +17,6 @@ void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const R
 HRGN CQELViewEllipse::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
-    if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
+    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
     return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

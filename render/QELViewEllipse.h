@@ -14,6 +14,7 @@ public:
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
 
 protected:
+    [[nodiscard]] bool IsCurved() const override { return true; }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
 };

@@ -1,6 +1,8 @@
 // The rounded-rectangle view; see the header.
 #include "render/QELViewRoundRect.h"
 
+#include "render/DrawLimits.h"
+
 int CQELViewRoundRect::NewInstance(CQELViewElm** ppOut) const
 {
     return NewInstanceAs(*this, ppOut);
@@ -23,7 +25,7 @@ void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const
 HRGN CQELViewRoundRect::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
-    if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
+    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
     const SIZE corner = Corner();
     return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
 }

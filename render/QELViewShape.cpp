@@ -1,6 +1,7 @@
 // The shape base; see the header.
 #include "render/QELViewShape.h"
 
+#include "render/DrawLimits.h"
 #include "render/GdiScopes.h"
 #include "render/Mapping.h"
 
@@ -69,7 +70,7 @@ void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel
 {
     CQELDraft draft(
         static_cast<tagDRAFTSTYLE>(m_nDraft)); // owns the brush, so it outlives the guards
-    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, m_nPenWidth,
+    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, DrawnPenWidth(m_nPenWidth),
                   BlinkColor(m_clrPen));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
@@ -82,7 +83,7 @@ void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel
         draft.GetDraftBrush(hBrush, &pFigure->rcBox, BlinkColor(m_clrB), BlinkColor(m_clrA));
     }
     CSelectScope brush(hdc, hBrush);
-    Paint(hdc, *pFigure, hBrush, rcQel);
+    PaintWithin(hdc, *pFigure, hBrush, rcQel);
 
     // Brush and pen go back before the background mode, the rectangle's pen before its brush: the
     // order in which hosts have always seen these calls.
@@ -93,16 +94,23 @@ void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel
 
 void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
-    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, m_nPenWidth, BlinkColor(m_clrPen));
+    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, DrawnPenWidth(m_nPenWidth),
+                  BlinkColor(m_clrPen));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
     COLORREF clrPrev = 0;
     if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(m_clrB));
-    Paint(hdc, figure, nullptr, rcQel);
+    PaintWithin(hdc, figure, nullptr, rcQel);
     pen.Restore();
     ::SetBkMode(hdc, nPrevMode);
     // With the 3D fill styles the colour stays changed: deliberate.
     if (FillStyle() == QEL_STYLE_FILL) ::SetBkColor(hdc, clrPrev);
+}
+
+void CQELViewShape::PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+                                const RECT& rcQel) const
+{
+    if (!IsCurved() || IsDrawableCurve(figure.rcBox)) Paint(hdc, figure, hBrush, rcQel);
 }
 
 int CQELViewShape::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const

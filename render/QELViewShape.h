@@ -91,6 +91,8 @@ protected:
     virtual int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const;
     // The one drawing call, with pen and brush selected. hBrush: null when none could be made.
     virtual void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
+    // Whether the call draws an ellipse in the figure's box, or parts of one.
+    [[nodiscard]] virtual bool IsCurved() const { return false; }
     // What all points of the figure lie in, the outline apart.
     [[nodiscard]] virtual RECT Hull(const DeviceFigure& figure) const;
     // How far a draw may paint beyond the hull, in pixels. 0: that is not known.
@@ -142,6 +144,7 @@ protected:
 private:
     void DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const;
     void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
+    void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
     [[nodiscard]] bool TakesDraft() const
     {
         return (m_nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();

@@ -265,6 +265,19 @@ TEST(Bar3D, BodyGrowsWithTheValueAndLeavesTheRestEmpty)
 
 // ---- the cylinder ----
 
+TEST(Bar3D, CylinderLargerThanAnyPictureHasNoCurves)
+{
+    for (const bool bUp : {true, false})
+        for (const int nAcross : {131072, 131080}) {
+            SCOPED_TRACE(testing::Message() << bUp << ": " << nAcross);
+            CBar3D bar(bUp, Bar(bUp, nAcross, 300000), CYLINDER);
+            CRecording recording;
+            bar->DrawFill(recording.Dc(), 5, QEL_DRAW_FULL);
+            bar->DrawFrame(recording.Dc());
+            EXPECT_EQ(nAcross == 131072, !recording.Only({"Ellipse", "Arc"}).empty());
+        }
+}
+
 TEST(Bar3D, CylinderFillsTheColumnAcrossWithRoundEnds)
 {
     for (const bool bUp : {true, false}) {

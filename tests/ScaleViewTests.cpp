@@ -601,6 +601,31 @@ TEST(ScaleView, DivisionsAreHeldAgainWhenTheyAreDrawnTheMostHavingTheLastWord)
     }
 }
 
+TEST(ScaleView, ACircleLargerThanAnyPictureIsLeftOutAndItsTicksStay)
+{
+    // A tick radius of one unit, two pixels; the circle is so many times as large.
+    for (const int nTimes : {32767, 32769}) {
+        const std::size_t nCurves = nTimes == 32767 ? 1 : 0; // 131,072 pixels lie between
+        for (int nType = 4; nType < 6; ++nType) {
+            SCOPED_TRACE(testing::Message() << nType << ": " << nTimes);
+            QELSCALEATTR attr = Attr(nType, {50, 50, 1, nTimes, 0, -30, 210});
+            attr.nStyle = 0;
+            CRecording recording;
+            ASSERT_EQ(1, Make(attr)->Draw(recording.Dc(), QEL, 0));
+            EXPECT_EQ(nCurves, recording.Only({"Ellipse", "Arc"}).size());
+            EXPECT_LE(10u, recording.Only({"LineTo"}).size());
+            attr.bHide = 1; // the fill alone, to three tenths
+            attr.nStyle = 1;
+            const Scale filled = Make(attr);
+            filled->SetProperty(6, 3);
+            filled->SetDraftParam(1); // no gradient, which would be as large
+            CRecording fill;
+            ASSERT_EQ(1, filled->Draw(fill.Dc(), QEL, 0));
+            EXPECT_EQ(nCurves, fill.Only({"Pie"}).size());
+        }
+    }
+}
+
 TEST(ScaleView, AnEmptyRangeCountsFromZeroToTheDivisionsAndStaysStored)
 {
     const struct {

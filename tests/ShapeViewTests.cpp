@@ -7,15 +7,20 @@
 #include "render/QELViewShape.h"
 
 #include "render/QELViewArc.h"
+#include "render/QELViewChord.h"
+#include "render/QELViewCircle.h"
 #include "render/QELViewEllipse.h"
 #include "render/QELViewGroup.h"
 #include "render/QELViewLine.h"
+#include "render/QELViewPie.h"
 #include "render/QELViewPolygon.h"
 #include "render/QELViewPolyline.h"
 #include "render/QELViewRect.h"
+#include "render/QELViewRoundRect.h"
 #include "render/QELViewText.h"
 #include "tests/support/ViewSupport.h"
 
+#include <climits>
 #include <memory>
 
 namespace {
@@ -533,6 +538,80 @@ TEST(ShapeTools, DrawingManyTimesLeavesNoObjectsBehind)
     EXPECT_NE(nullptr, hPen);
     ::DeleteObject(hPen);
     EXPECT_FALSE(IsBlank(drawn));
+}
+
+// ---- limits ----
+
+TEST(ShapeLimits, PensAreDrawnTenThousandPixelsWideAtMost)
+{
+    const struct {
+        int nWidth, nDrawn;
+    } rows[] = {{9999, 9999},  {10000, 10000},  {10001, 10000},  {INT_MAX, 10000},
+                {-9999, 9999}, {-10001, 10000}, {INT_MIN, 10000}}; // recorded without sign
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.nWidth);
+        QELSHAPEATTR attr = FilledAttr({10, 10, 20, 20});
+        attr.nPenWidth = row.nWidth;
+        CTestView<CQELViewLine> line(attr);
+        CTestView<CQELViewRect> rect(attr);
+        const std::string expected =
+            "CreatePen style 0 width " + std::to_string(row.nDrawn) + " color 0000ff";
+        EXPECT_EQ(expected, line.Call("CreatePen", QEL));
+        EXPECT_EQ(expected, rect.Call("CreatePen", QEL));
+        EXPECT_EQ(row.nWidth, AttrOf(*rect).nPenWidth); // as it was set
+    }
+}
+
+// The lines of a draw that begin with the word of a call, of a shape in a drawing of one unit.
+template <class T>
+std::size_t CurvesDrawn(const QELSHAPEATTR& attr, int nWidth, int nHeight)
+{
+    CTestView<T> view(attr, 1, 1);
+    CRecording recording;
+    EXPECT_EQ(1, view->Draw(recording.Dc(), {0, 0, nWidth, nHeight}, QEL_DRAW_FULL));
+    return recording.Only({"Arc", "Pie", "Chord", "Ellipse", "RoundRect"}).size();
+}
+
+TEST(ShapeLimits, CurvesLargerThanAnyPictureAreLeftOut)
+{
+    constexpr int MOST = 131072;
+    const struct {
+        int nWidth, nHeight;
+        std::size_t nCurves;
+    } rows[] = {{MOST, MOST, 1}, {MOST + 1, 100, 0}, {100, MOST + 1, 0}, {1 << 30, 1 << 30, 0}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.nWidth << " by " << row.nHeight);
+        // The box over the whole drawing, also turned round, and the points at two corners.
+        for (const QELSHAPEATTR& attr :
+             {FilledAttr({0, 0, 1, 1, 0, 0, 1, 1}), FilledAttr({1, 1, 0, 0, 0, 0, 1, 1})}) {
+            EXPECT_EQ(row.nCurves, CurvesDrawn<CQELViewArc>(attr, row.nWidth, row.nHeight));
+            EXPECT_EQ(row.nCurves, CurvesDrawn<CQELViewPie>(attr, row.nWidth, row.nHeight));
+            EXPECT_EQ(row.nCurves, CurvesDrawn<CQELViewChord>(attr, row.nWidth, row.nHeight));
+        }
+        const QELSHAPEATTR attr = FilledAttr({0, 0, 1, 1});
+        EXPECT_EQ(row.nCurves, CurvesDrawn<CQELViewEllipse>(attr, row.nWidth, row.nHeight));
+        EXPECT_EQ(row.nCurves, CurvesDrawn<CQELViewRoundRect>(attr, row.nWidth, row.nHeight));
+        const RECT rcQel{0, 0, row.nWidth, row.nHeight};
+        for (const bool bRound : {false, true}) { // a region takes no longer, nor is it there
+            CTestView<CQELViewEllipse> ellipse(attr, 1, 1);
+            CTestView<CQELViewRoundRect> rounded(attr, 1, 1);
+            const HRGN hRegion = bRound ? rounded->MakeRegion(rcQel) : ellipse->MakeRegion(rcQel);
+            EXPECT_EQ(row.nCurves != 0, hRegion != nullptr);
+            ::DeleteObject(hRegion);
+        }
+    }
+    // A circle lies in the square of the smaller side.
+    const QELSHAPEATTR circle = FilledAttr({50, 50, 50});
+    for (const int nSide : {MOST, MOST + 2}) {
+        CTestView<CQELViewCircle> view(circle);
+        EXPECT_EQ(nSide == MOST, view.Call("Ellipse", {0, 0, nSide, 2 * MOST}) != "none");
+        const HRGN hRegion = view->MakeRegion({0, 0, nSide, 2 * MOST});
+        EXPECT_EQ(nSide == MOST, hRegion != nullptr);
+        ::DeleteObject(hRegion);
+    }
+    // What has no curve has no limit.
+    CTestView<CQELViewRect> rect(FilledAttr({0, 0, 1, 1}), 1, 1);
+    EXPECT_EQ("Rectangle 0,0,1000000,1000000", rect.Call("Rectangle", {0, 0, 1000000, 1000000}));
 }
 
 TEST(ShapeRegion, IsNullForAShapeWithoutAnInterior)

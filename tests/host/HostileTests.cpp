@@ -315,6 +315,37 @@ TEST_F(Hostile, HugeNumbersInEveryAttributeAreBorne)
         }
 }
 
+// On a surface, where every pixel is worked out. Numbers that are too large for the system at once
+// are the smaller danger: it gives up. Those between go on for minutes, or end the host.
+TEST_F(Hostile, NumbersOfEverySizeArePaintedAndThePictureGoesOn)
+{
+    const char* const numbers[] = {"40000", "5000000", "-5000000"};
+    const char* const coordinates[] = {"# # # # # # # #", "3 # 1 # # 5 40", "10 10 # # 10 10 40 40",
+                                       "25 25 # 25 25 5 #", "-# 10 30 # 1 # # 2"};
+    CTestBitmap drawn(50, 50);
+    for (const char* pszNumber : numbers)
+        for (std::string crd : coordinates) {
+            SCOPED_TRACE(crd + ": " + pszNumber);
+            for (std::size_t n = 0; (n = crd.find('#')) != std::string::npos;)
+                crd.replace(n, 1,
+                            crd[n ? n - 1 : 0] == '-' && *pszNumber == '-' ? pszNumber + 1
+                                                                           : pszNumber);
+            std::string text = "<qel>";
+            for (const char* pszShape : g_shapes)
+                for (const char* pszPen : {"4", pszNumber})
+                    text += std::string("<") + pszShape + " style=\"0x1\" lnwid=\"" + pszPen +
+                            "\" crd=\"" + crd + "\">t</" + pszShape + ">";
+            for (const char* pszType : {"horizup", "round", "Arc"})
+                text += std::string("<scale style=\"0x1\" sctype=\"") + pszType + "\" crd=\"" +
+                        crd + "\"/>";
+            // The last one covers what the others painted.
+            text += "<rect style=\"0x1\" bg=\"0xff\" lnwid=\"0\" crd=\"0 0 50 50\"/></qel>";
+            ASSERT_EQ(1, Open(text));
+            ASSERT_EQ(1, Draw(drawn.Dc(), drawn.Box()));
+            EXPECT_EQ(50 * 50, CountPixels(drawn, RED));
+        }
+}
+
 TEST_F(Hostile, NumbersBeyondThirtyTwoBitsSaturate)
 {
     ASSERT_EQ(1,
