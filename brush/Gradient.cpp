@@ -159,8 +159,7 @@ HBRUSH CGradient::MakeBrush() const
 {
     if (m_nWidth < 1 || m_nHeight < 1) return nullptr; // wider than 31 bits can say
     const uint64_t nPixels = static_cast<uint64_t>(m_nWidth) * static_cast<uint64_t>(m_nHeight);
-    // The system's own sizes are 32 bits wide, in either build.
-    if (nPixels > (0x7FFFFFFFU - sizeof(BITMAPINFOHEADER)) / 4) return nullptr;
+    if (nPixels > MAX_GRADIENT_PIXELS) return nullptr;
     const CBlock bitmap(nPixels * 4 + sizeof(BITMAPINFOHEADER));
     const CBlock across(static_cast<uint64_t>(m_nWidth) * CHANNELS);
     const CBlock down(static_cast<uint64_t>(m_nHeight) * CHANNELS);

@@ -10,6 +10,10 @@
 
 constexpr int GRADIENT_KINDS = 14;
 
+// Of a brush's bitmap: a quarter of a gigabyte, many times the largest screen. Beyond it a drawing
+// with numbers that make no sense would take the host's memory.
+constexpr uint64_t MAX_GRADIENT_PIXELS = uint64_t{1} << 26;
+
 class CGradient {
 public:
     // Null for a null or empty rectangle, a kind outside 0 to 13, or no memory. When the bitmap or

@@ -406,7 +406,7 @@ int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc);
  * there. Texts use the face of the font selected into hdc. Pen, brush, font, current position,
  * background mode and arc direction are as before afterwards; filled shapes leave their text and
  * background colour set, and lines, polylines and arcs with a 3D fill style their background
- * colour. */
+ * colour. Shapes outside the clip box are left out, also of a path that is open in hdc. */
 int QELAPI QELDraw(HQELENGINE hEngine, HDC hdc, const RECT* prcUpdate, DWORD nFlags);
 
 /* Turns the drawing to an angle in degrees, counter-clockwise, by quarter turns (100 counts as 90,
@@ -466,7 +466,8 @@ HQELGRADIENT QELAPI QELCreateGradientDescriptor(const RECT* prc, int nKind, COLO
 int QELAPI QELCloseGradientDescriptor(HQELGRADIENT hGradient);
 
 /* The descriptor's pattern brush, aligned to its rectangle for a brush origin of 0,0; null when it
- * could not be made. The descriptor owns it: do not delete it. */
+ * could not be made, as for more than 67,108,864 (2 to the 26) pixels. The descriptor owns it: do
+ * not delete it. */
 HBRUSH QELAPI QELGetGradientBrush(HQELGRADIENT hGradient);
 
 /* PolyBezier with the pen of hdc: one start point, then three points a segment. */

@@ -282,15 +282,22 @@ TEST(Gradient, GivesNoHandleOutASecondTime)
 
 TEST(Gradient, GivesADescriptorWithoutABrushWhenTheBitmapCannotBe)
 {
-    // Width 2^32 - 1 wraps to -1; the others have more bytes than 32 bits count.
-    for (const RECT& rc : {RECT{INT_MIN, 0, INT_MAX, 10}, RECT{0, 0, 65536, 65536},
-                           RECT{0, 0, INT_MAX, INT_MAX}, RECT{-1, -1, INT_MAX, INT_MAX}}) {
+    // Width 2^32 - 1 wraps to -1; the others have more than 2^26 pixels.
+    for (const RECT& rc :
+         {RECT{INT_MIN, 0, INT_MAX, 10}, RECT{0, 0, 65536, 65536}, RECT{0, 0, INT_MAX, INT_MAX},
+          RECT{-1, -1, INT_MAX, INT_MAX}, RECT{0, 0, 8192, 8193}, RECT{-9000, 0, 0, 9000}}) {
         SCOPED_TRACE(Name(rc));
         const CDescriptor gradient(rc, 6, CLR_1, CLR_2);
         ASSERT_NE(nullptr, gradient.Handle());
         EXPECT_EQ(nullptr, gradient.Brush());
         EXPECT_EQ(1, QELCloseGradientDescriptor(gradient.Handle()));
     }
+}
+
+TEST(Gradient, HasABrushOverTheLargestScreens)
+{
+    const CDescriptor gradient({0, 0, 7680, 4320}, 6, CLR_1, CLR_2);
+    EXPECT_NE(nullptr, gradient.Brush());
 }
 
 TEST(Gradient, ForcesOneRowOrColumnBeforeItLooksAtTheSize)
