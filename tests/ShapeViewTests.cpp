@@ -6,6 +6,7 @@
 // all setters make one, also when they set what is set already.
 #include "render/QELViewShape.h"
 
+#include "render/GdiScopes.h"
 #include "render/QELViewArc.h"
 #include "render/QELViewChord.h"
 #include "render/QELViewCircle.h"
@@ -595,9 +596,8 @@ TEST(ShapeLimits, CurvesLargerThanAnyPictureAreLeftOut)
         for (const bool bRound : {false, true}) { // a region takes no longer, nor is it there
             CTestView<CQELViewEllipse> ellipse(attr, 1, 1);
             CTestView<CQELViewRoundRect> rounded(attr, 1, 1);
-            const HRGN hRegion = bRound ? rounded->MakeRegion(rcQel) : ellipse->MakeRegion(rcQel);
-            EXPECT_EQ(row.nCurves != 0, hRegion != nullptr);
-            ::DeleteObject(hRegion);
+            const CRegion region(bRound ? rounded->MakeRegion(rcQel) : ellipse->MakeRegion(rcQel));
+            EXPECT_EQ(row.nCurves != 0, region.Get() != nullptr);
         }
     }
     // A circle lies in the square of the smaller side.
@@ -605,9 +605,8 @@ TEST(ShapeLimits, CurvesLargerThanAnyPictureAreLeftOut)
     for (const int nSide : {MOST, MOST + 2}) {
         CTestView<CQELViewCircle> view(circle);
         EXPECT_EQ(nSide == MOST, view.Call("Ellipse", {0, 0, nSide, 2 * MOST}) != "none");
-        const HRGN hRegion = view->MakeRegion({0, 0, nSide, 2 * MOST});
-        EXPECT_EQ(nSide == MOST, hRegion != nullptr);
-        ::DeleteObject(hRegion);
+        const CRegion region(view->MakeRegion({0, 0, nSide, 2 * MOST}));
+        EXPECT_EQ(nSide == MOST, region.Get() != nullptr);
     }
     // What has no curve has no limit.
     CTestView<CQELViewRect> rect(FilledAttr({0, 0, 1, 1}), 1, 1);
