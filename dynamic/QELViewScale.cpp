@@ -196,11 +196,10 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
     const POINT pt = round.ptCentre;
     const RECT rc{WrapSub(pt.x, round.nCircle), WrapSub(pt.y, round.nCircle),
                   WrapAdd(pt.x, round.nCircle), WrapAdd(pt.y, round.nCircle)};
-    if (!IsDrawableCurve(rc)) {
-        // only the ticks
-    } else if (!bArc) {
+    const bool bDrawable = IsDrawableCurve(rc); // else there are the ticks alone
+    if (bDrawable && !bArc) {
         ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
-    } else if (n[5] != n[6]) {
+    } else if (bDrawable && n[5] != n[6]) {
         const CArcDirectionScope direction(hdc, DirectionOf(n[6] < n[5]));
         const POINT pt1 = ScalePoint(pt, round.nCircle, n[5]);
         const POINT pt2 = ScalePoint(pt, round.nCircle, n[6]);

@@ -3,8 +3,9 @@
 
 #include <cstring>
 
-const KeywordRow g_statusKindRows[] = {
+constexpr KeywordRow g_statusKindRows[] = {
     {0, "switch"}, {1, "meter"}, {2, "draw"}, {KEYWORD_NONE, nullptr}};
+static_assert(IsSoundTable(g_statusKindRows));
 
 CQELViewStatus::CQELViewStatus(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
 {

@@ -406,7 +406,8 @@ int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc);
  * there. Texts use the face of the font selected into hdc. Pen, brush, font, current position,
  * background mode and arc direction are as before afterwards; filled shapes leave their text and
  * background colour set, and lines, polylines and arcs with a 3D fill style their background
- * colour. Shapes outside the clip box are left out, also of a path that is open in hdc. */
+ * colour. Shapes outside the clip box are left out, also of a path that is open in hdc, unless hdc
+ * records a metafile. */
 int QELAPI QELDraw(HQELENGINE hEngine, HDC hdc, const RECT* prcUpdate, DWORD nFlags);
 
 /* Turns the drawing to an angle in degrees, counter-clockwise, by quarter turns (100 counts as 90,

@@ -159,8 +159,8 @@ int CQELViewShape::PaintMargin(int32_t* pnOut) const
     *pnOut = PAINT_SLACK;
     if (m_nPenWidth == 0 || HidesOutline()) return 1;
     if (m_nPenStyle < PS_SOLID || m_nPenStyle > PS_INSIDEFRAME) return 0;
-    if (m_nPenWidth < 0 || m_nPenWidth > REACH) return 0;
-    *pnOut += m_nPenWidth;
+    if (m_nPenWidth < 0) return 0;
+    *pnOut += DrawnPenWidth(m_nPenWidth);
     return 1;
 }
 

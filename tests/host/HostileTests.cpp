@@ -327,9 +327,8 @@ TEST_F(Hostile, NumbersOfEverySizeArePaintedAndThePictureGoesOn)
         for (std::string crd : coordinates) {
             SCOPED_TRACE(crd + ": " + pszNumber);
             for (std::size_t n = 0; (n = crd.find('#')) != std::string::npos;)
-                crd.replace(n, 1,
-                            crd[n ? n - 1 : 0] == '-' && *pszNumber == '-' ? pszNumber + 1
-                                                                           : pszNumber);
+                crd.replace(n, 1, pszNumber);
+            for (std::size_t n = 0; (n = crd.find("--")) != std::string::npos;) crd.erase(n, 2);
             std::string text = "<qel>";
             for (const char* pszShape : g_shapes)
                 for (const char* pszPen : {"4", pszNumber})
