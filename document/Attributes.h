@@ -3,7 +3,7 @@
 // documentation.
 #pragma once
 
-#include "render/Keywords.h"
+#include "base/Keywords.h"
 #include "xml/XmlTree.h"
 #include "xml/XmlWriter.h"
 

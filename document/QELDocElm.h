@@ -3,9 +3,9 @@
 // copy, measure and edit elements without knowing their class.
 #pragma once
 
-#include "engine/Handles.h"
-#include "engine/Pool.h"
-#include "engine/TreeLinks.h"
+#include "base/Handles.h"
+#include "base/Pool.h"
+#include "base/TreeLinks.h"
 #include "xml/XmlTree.h"
 
 #include <windows.h>

@@ -1,8 +1,8 @@
 // The point lists; see the header.
 #include "document/QELDocPointList.h"
 
+#include "base/Rects.h"
 #include "document/TextNumbers.h"
-#include "render/Mapping.h"
 
 namespace {
 

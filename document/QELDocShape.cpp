@@ -2,7 +2,7 @@
 // of the classes with a fixed number of them. The view side is render/QELViewShape.cpp.
 #include "document/QELDocShape.h"
 
-#include "render/Mapping.h"
+#include "base/Rects.h"
 
 #include <array>
 #include <climits>

@@ -5,9 +5,9 @@
 
 #include "document/Attributes.h"
 #include "document/Crd.h"
+#include "document/Geometry.h"
 #include "document/QELDocElm.h"
 #include "include/QELEngine.h"
-#include "render/Geometry.h"
 
 #include <span>
 

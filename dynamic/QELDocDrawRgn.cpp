@@ -1,8 +1,8 @@
 // The document side of QELViewDrawRgn; see the header.
 #include "dynamic/QELDocDrawRgn.h"
 
+#include "base/Rects.h"
 #include "include/QELEngine.h"
-#include "render/Mapping.h"
 
 #include <climits>
 

@@ -1,9 +1,9 @@
 // The document side of QELViewMeter; see the header.
 #include "dynamic/QELDocMeter.h"
 
+#include "base/Rects.h"
 #include "dynamic/Selectors.h"
 #include "include/QELEngine.h"
-#include "render/Mapping.h"
 
 #include <climits>
 

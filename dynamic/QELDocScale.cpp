@@ -1,9 +1,9 @@
 // The document side of QELViewScale; see the header.
 #include "dynamic/QELDocScale.h"
 
+#include "base/Rects.h"
 #include "dynamic/Selectors.h"
 #include "include/QELEngine.h"
-#include "render/Mapping.h"
 
 #include <climits>
 

@@ -1,8 +1,8 @@
 // The draw-region view; see the header.
 #include "dynamic/QELViewDrawRgn.h"
 
+#include "base/GdiScopes.h"
 #include "render/Border3D.h"
-#include "render/GdiScopes.h"
 #include "render/Mapping.h"
 
 #include <cstring>

@@ -1,11 +1,11 @@
 // The view of a meter; see the header.
 #include "dynamic/QELViewMeter.h"
 
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
 #include "dynamic/MeterRenderer.h"
 #include "dynamic/QELDocMeter.h"
 #include "meter/SectorMeter.h"
-#include "render/GdiScopes.h"
-#include "render/WrapMath.h"
 
 #include <cstring>
 

@@ -1,9 +1,9 @@
 // The view of a scale; see the header.
 #include "dynamic/QELViewScale.h"
 
+#include "base/DrawLimits.h"
+#include "base/GdiScopes.h"
 #include "dynamic/QELDocScale.h"
-#include "render/DrawLimits.h"
-#include "render/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 

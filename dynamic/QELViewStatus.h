@@ -2,7 +2,7 @@
 // equals its own, or is 0xFFFFFFFF. The document side is dynamic/QELDocStatus.h.
 #pragma once
 
-#include "render/Keywords.h"
+#include "base/Keywords.h"
 #include "render/QELViewElm.h"
 
 constexpr uint32_t STATUS_SHOW_ALL = 0xFFFFFFFF;

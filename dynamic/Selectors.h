@@ -4,7 +4,7 @@
 // all go by these rows.
 #pragma once
 
-#include "render/Keywords.h"
+#include "base/Keywords.h"
 
 #include <cstdint>
 

@@ -3,8 +3,8 @@
 // elements are linked to the document elements that they draw.
 #pragma once
 
+#include "base/Handles.h"
 #include "document/QELDocument.h"
-#include "engine/Handles.h"
 #include "render/QELView.h"
 
 class CQELEngine {

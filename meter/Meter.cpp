@@ -1,8 +1,8 @@
 // The meter base; see the header.
 #include "meter/Meter.h"
 
+#include "base/WrapMath.h"
 #include "include/QELEngine.h"
-#include "render/WrapMath.h"
 
 #include <cstdio>
 

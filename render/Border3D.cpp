@@ -1,8 +1,8 @@
 // The 3D border; see the header.
 #include "render/Border3D.h"
 
-#include "render/GdiScopes.h"
-#include "render/WrapMath.h"
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
 
 namespace {
 

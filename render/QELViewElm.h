@@ -3,8 +3,8 @@
 // moves, loads and recolours elements. By default each passes the call on to every child in order.
 #pragma once
 
-#include "engine/Pool.h"
-#include "engine/TreeLinks.h"
+#include "base/Pool.h"
+#include "base/TreeLinks.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 // The shape base; see the header.
 #include "render/QELViewShape.h"
 
-#include "render/DrawLimits.h"
-#include "render/GdiScopes.h"
+#include "base/DrawLimits.h"
+#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 
 #include <cstring>

@@ -4,8 +4,8 @@
 // turned, and makes its call. The document side is document/QELDocShape.h.
 #pragma once
 
-#include "render/Geometry.h"
-#include "render/Keywords.h"
+#include "base/Keywords.h"
+#include "document/Geometry.h"
 #include "render/QELViewElm.h"
 
 // The fill styles by keyword, spelled as drawing tools spell them, "Stoke" included.

@@ -1,7 +1,7 @@
 // The text view; see the header.
 #include "render/QELViewText.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 
 #include <cstring>

@@ -1,7 +1,7 @@
-// Blocks that serve again once they were given back: engine/Pool.cpp, and render/Geometry.cpp,
+// Blocks that serve again once they were given back: base/Pool.cpp, and document/Geometry.cpp,
 // which keeps the words of a shape in them.
-#include "engine/Pool.h"
-#include "render/Geometry.h"
+#include "base/Pool.h"
+#include "document/Geometry.h"
 #include "render/QELViewElm.h"
 
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 // all setters make one, also when they set what is set already.
 #include "render/QELViewShape.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 #include "render/QELViewArc.h"
 #include "render/QELViewChord.h"
 #include "render/QELViewCircle.h"

@@ -1,12 +1,12 @@
 // What the checker knows of scales and meters; see the header.
 #include "tools/qel/LiveRules.h"
 
+#include "base/WrapMath.h"
 #include "document/Tags.h"
 #include "dynamic/MeterRenderer.h"
 #include "dynamic/QELDocMeter.h"
 #include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
-#include "render/WrapMath.h"
 #include "tools/qel/Hint.h"
 
 #include <cstring>

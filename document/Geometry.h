@@ -2,7 +2,7 @@
 // which only those are held that the class has or that are not zero. All others read as zero.
 #pragma once
 
-#include "engine/Pool.h"
+#include "base/Pool.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>

@@ -4,7 +4,7 @@
 // the heap.
 #pragma once
 
-#include "engine/Arena.h"
+#include "base/Arena.h"
 
 #include <cstddef>
 #include <cstdint>
