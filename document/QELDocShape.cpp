@@ -13,7 +13,11 @@ constexpr int SHAPE_ATTR_SIZE = sizeof(QELSHAPEATTR);
 
 } // namespace
 
-CQELDocShape::CQELDocShape(XmlContext** ppXml, int32_t nType) noexcept : CQELDocElm(ppXml, nType) {}
+CQELDocShape::CQELDocShape(const DocMaking& making, int32_t nType) noexcept
+    : CQELDocElm(making, nType)
+{
+    TakeWords(GetCrdForm().nDefault, GetCrdForm().nWords);
+}
 
 CQELDocShape::~CQELDocShape()
 {
@@ -235,10 +239,4 @@ int CQELDocShape::ParseCrd(const char* pszText)
 std::size_t CQELDocShape::FormatCrd(char* pszOut) const
 {
     return FormatCrdNumbers(Words(), GetCrdForm().pszLayout, pszOut);
-}
-
-void CQELDocShape::TakeDefaultCrd()
-{
-    const CrdForm& form = GetCrdForm();
-    TakeWords(form.nDefault, form.nWords);
 }

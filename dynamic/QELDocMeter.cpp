@@ -74,7 +74,7 @@ bool TakeMeterBlock(const void* pBlock, tagQELMETERATTR* pOut)
     return pOut->nMin >= 1 && pOut->nMax >= 1 && pOut->nMin <= pOut->nMax;
 }
 
-CQELDocMeter::CQELDocMeter(XmlContext** ppXml) noexcept : CQELDocElm(ppXml, QEL_TYPE_METER) {}
+CQELDocMeter::CQELDocMeter(const DocMaking& making) noexcept : CQELDocElm(making, QEL_TYPE_METER) {}
 
 const CrdForm& CQELDocMeter::CrdFormOf(int32_t nType)
 {

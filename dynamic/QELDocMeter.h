@@ -5,6 +5,8 @@
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
 
+#include "include/QELEngine.h"
+
 #include <span>
 
 constexpr int32_t METER_WORDS = 9;
@@ -17,7 +19,9 @@ extern const AttrForm g_formMeterType; // a keyword; an unknown one reads as 0, 
 
 class CQELDocMeter final : public CQELDocElm {
 public:
-    explicit CQELDocMeter(XmlContext** ppXml) noexcept;
+    using Record = QELMETERATTR;
+
+    explicit CQELDocMeter(const DocMaking& making) noexcept;
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;

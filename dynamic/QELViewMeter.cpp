@@ -37,8 +37,8 @@ bool IsDialType(int32_t nType)
 
 } // namespace
 
-CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH) noexcept
-    : CQELViewParam(nRefW, nRefH, QEL_TYPE_METER)
+CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH, CPool* pPool) noexcept
+    : CQELViewParam(nRefW, nRefH, QEL_TYPE_METER, pPool)
 {
     for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n) m_nProperties[n] = FindSelector(n)->nDefault;
 }
@@ -221,6 +221,18 @@ int CQELViewMeter::SetBase(float fValue)
     m_nProperties[QEL_SEL_BASE_VALUE] = static_cast<uint32_t>(TruncToInt(fValue));
     PassToRenderer(*FindSelector(QEL_SEL_BASE_VALUE));
     return 1;
+}
+
+int CQELViewMeter::GetBase(float* pfValue) const
+{
+    *pfValue = m_fBase;
+    return 1;
+}
+
+bool CQELViewMeter::KnowsSelector(uint32_t nSelector) const
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    return pRow && pRow->pszMeaning;
 }
 
 int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)

@@ -10,7 +10,7 @@
 class CQELEngine {
 public:
     // bShowOnly: the document's elements are dropped once the view is built.
-    explicit CQELEngine(bool bShowOnly) noexcept : m_bShowOnly(bShowOnly) {}
+    explicit CQELEngine(bool bShowOnly) noexcept;
     virtual ~CQELEngine();
     CQELEngine(const CQELEngine&) = delete;
     CQELEngine& operator=(const CQELEngine&) = delete;

@@ -22,8 +22,8 @@ static_assert(IsSoundTable(g_fillStyles),
 
 const KeywordRow* const g_fillStyleRows = g_fillStyles;
 
-CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
-    : CQELViewElm(nRefW, nRefH)
+CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool) noexcept
+    : CQELViewElm(nRefW, nRefH, pPool)
 {
     SetType(nType);
     const int32_t nNone = 0; // the words are there from the beginning, whatever fails later

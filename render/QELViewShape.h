@@ -46,7 +46,7 @@ struct LeftColors {
 
 class CQELViewShape : public CQELViewElm {
 public:
-    CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept;
+    CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool = nullptr) noexcept;
     ~CQELViewShape() override;
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;

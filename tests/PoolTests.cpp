@@ -158,13 +158,13 @@ TEST(Pool, ObjectsLieInItAndGoBackToIt)
 {
     CPool pool(CHUNK);
     int nLive = 0;
-    CQELViewElm* pElm = new (&pool) CCounted(&nLive);
+    CQELViewElm* pElm = new (&pool) CCounted(&nLive, &pool);
     EXPECT_EQ(&pool, pElm->Pool());
     EXPECT_EQ(1, nLive);
     void* pBlock = pElm;
     delete pElm;
     EXPECT_EQ(0, nLive);
-    pElm = new (&pool) CCounted(&nLive);
+    pElm = new (&pool) CCounted(&nLive, &pool);
     EXPECT_EQ(pBlock, pElm);
     delete pElm;
 }

@@ -316,7 +316,8 @@ TEST(ShapeSequence, OfARectanglePutsThePenBackFirst)
 
 class CShapeWithoutFigure final : public CQELViewShape { // it tells neither figure nor region
 public:
-    CShapeWithoutFigure(int32_t nRefW, int32_t nRefH) : CQELViewShape(nRefW, nRefH, QEL_TYPE_RECT)
+    CShapeWithoutFigure(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr)
+        : CQELViewShape(nRefW, nRefH, QEL_TYPE_RECT, pPool)
     {
     }
     int NewInstance(CQELViewElm** ppOut) const override { return NewInstanceAs(*this, ppOut); }

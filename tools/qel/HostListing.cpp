@@ -37,7 +37,7 @@ struct Listed {
     DWORD nId;
     int32_t nType;
     const char* pszType;
-    Reach reach;
+    HostReach reach;
     bool bShown;      // its value shows
     std::string note; // about the value, the pointer and the rest
     std::vector<Setting> settings;
@@ -58,7 +58,7 @@ std::string Setting::Text() const
 
 std::string Unreached(const Listed& listed)
 {
-    if (listed.reach == Reach::Pin)
+    if (listed.reach == HostReach::Pin)
         return "not reached: the ids 1 to 32 are the values of a meter with mtid 0";
     return std::string("not reached: a ") + listed.Kind() + " before it has the same id";
 }
@@ -68,7 +68,7 @@ bool OtherAnswers(const Listed& listed, const SelectorRow& row, const CHostIds& 
 {
     const bool bColour = row.nId == QEL_SEL_PIN_COLOR || row.nId == QEL_SEL_SCALE_COLOR;
     if (listed.bMeter) return ids.HasScale(listed.nId) && row.pszForScale && !bColour;
-    const bool bPin = row.nId == QEL_SEL_VALUE && listed.nId >= 1 && listed.nId <= LAST_PIN_ID;
+    const bool bPin = row.nId == QEL_SEL_VALUE && listed.nId >= 1 && listed.nId <= METER_PINS;
     return ids.HasMeter(listed.nId) && row.pszMeaning && (bColour || bPin);
 }
 
@@ -83,7 +83,7 @@ bool Follows(const Listed& listed, const SelectorRow& row)
 
 void ReadSettings(HQELENGINE hEngine, const CHostIds& ids, Listed* pListed)
 {
-    if (pListed->reach != Reach::Reached) return;
+    if (pListed->reach != HostReach::Reached) return;
     for (DWORD n = 0; n < QEL_SEL_COUNT; ++n) {
         const SelectorRow& row = *FindSelector(n);
         Setting setting{&row, 0, 0, false, OtherAnswers(*pListed, row, ids), false};
@@ -131,13 +131,13 @@ void NoteMeter(const HostMeter& meter, Listed* pListed)
 {
     if (meter.bRefused) AddNote(pListed, "imin and imax are no range: drawn with the defaults");
     const bool bClock = pListed->nType == TYPE_CLOCK;
-    if (pListed->reach != Reach::Reached) AddNote(pListed, Unreached(*pListed));
+    if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
     if (bClock) {
         pListed->bShown = meter.attr.bUsePin != 0;
         AddNote(pListed, pListed->bShown ? "shows the time" : "no hands (upin is 0)");
-    } else if (pListed->reach == Reach::Reached && pListed->nId == 0) {
+    } else if (pListed->reach == HostReach::Reached && pListed->nId == 0) {
         NoteMeterValue(meter, pListed);
-    } else if (pListed->reach == Reach::Reached) {
+    } else if (pListed->reach == HostReach::Reached) {
         AddNote(pListed, "takes settings but no value");
     }
     if (!meter.attr.bUseScale) AddNote(pListed, "no axis and ticks (usc is 0)");
@@ -148,20 +148,20 @@ void NoteScale(const HostScale& scale, Listed* pListed)
     const bool bFill =
         pListed->nType < SCALE_TYPE_ROUND || (scale.attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
     const bool bPin = scale.attr.bPin != 0;
-    if (pListed->reach != Reach::Reached) AddNote(pListed, Unreached(*pListed));
-    pListed->bShown = pListed->reach == Reach::Reached && (bFill || bPin);
+    if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
+    pListed->bShown = pListed->reach == HostReach::Reached && (bFill || bPin);
     if (pListed->bShown)
         AddNote(pListed, std::string("value shown by ") +
                              (bFill && bPin ? "fill and pointer"
                                             : (bFill ? "fill; no pointer" : "pointer; no fill")));
-    else if (pListed->reach == Reach::Reached)
+    else if (pListed->reach == HostReach::Reached)
         AddNote(pListed, "value not shown: neither fill (style) nor pointer (pin)");
     if (scale.attr.bHide) AddNote(pListed, "marks hidden");
 }
 
 void NoteSharing(const CHostIds& ids, Listed* pListed)
 {
-    if (pListed->reach != Reach::Reached) return;
+    if (pListed->reach != HostReach::Reached) return;
     if (pListed->bMeter ? ids.HasScale(pListed->nId) : ids.HasMeter(pListed->nId))
         AddNote(pListed, pListed->bMeter
                              ? "the scale of this id takes the same sets"
@@ -225,7 +225,7 @@ void PrintListedJson(const Listed& listed)
     Print(Format("{\"id\": %lu, \"type\": %d, \"typeName\": \"%s\", \"reached\": %s, "
                  "\"valueShown\": %s, \"note\": ",
                  listed.nId, listed.nType, listed.pszType,
-                 listed.reach == Reach::Reached ? "true" : "false",
+                 listed.reach == HostReach::Reached ? "true" : "false",
                  listed.bShown ? "true" : "false") +
           JsonString(listed.note) + ", \"settings\": [");
     for (std::size_t n = 0; n < listed.settings.size(); ++n) {

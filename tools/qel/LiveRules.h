@@ -42,7 +42,7 @@ private:
     struct Entry {
         bool bMeter;
         uint32_t nId;
-        Reach reach;
+        HostReach reach;
         std::size_t nOffset;
     };
 
