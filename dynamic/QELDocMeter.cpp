@@ -40,7 +40,7 @@ bool IsCleanType(const char* pszText)
 
 bool HasType(int32_t nType)
 {
-    return nType >= 0 && nType < METER_TYPE_COUNT;
+    return MeterTypeOf(nType) != nullptr;
 }
 
 } // namespace
@@ -49,19 +49,8 @@ const AttrForm g_formMeterType = {"a type of meter", ParseType, FormatType, IsCl
 
 MeterForm MeterFormOf(int32_t nType)
 {
-    switch (nType) {
-    case 4:
-    case 7:
-    case 8:
-    case 10:
-        return MeterForm::Circle;
-    case 5:
-    case 6:
-    case 9:
-        return MeterForm::Arc;
-    default:
-        return MeterForm::Rectangle;
-    }
+    const MeterTypeRow* pType = MeterTypeOf(nType);
+    return pType ? pType->form : MeterForm::Rectangle;
 }
 
 bool TakeMeterBlock(const void* pBlock, tagQELMETERATTR* pOut)

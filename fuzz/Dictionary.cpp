@@ -24,7 +24,8 @@ void Entry(std::string_view text)
     std::puts("\"");
 }
 
-void Keywords(const char* pszAttr, const KeywordRow* pRows)
+template <class Row>
+void Keywords(const char* pszAttr, const Row* pRows)
 {
     for (; pRows->pszName; ++pRows) Entry(std::string(pszAttr) + "=\"" + pRows->pszName + "\"");
 }

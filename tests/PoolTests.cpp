@@ -18,7 +18,7 @@ constexpr std::size_t MODES[] = {0, CHUNK}; // blocks of the heap, and blocks in
 
 // An element that does nothing.
 struct CElement : CQELViewElm {
-    CElement() : CQELViewElm(50, 50) {}
+    explicit CElement(CPool* pPool = nullptr) : CQELViewElm(50, 50, pPool) {}
     int NewInstance(CQELViewElm**) const override { return 0; }
     int GetAttrBlockSize(int*) const override { return 0; }
     int GetAttrBlock(void*) const override { return 0; }
@@ -26,7 +26,10 @@ struct CElement : CQELViewElm {
 };
 
 struct CCounted : CElement {
-    explicit CCounted(int* pnLive) : m_pnLive(pnLive) { ++*m_pnLive; }
+    explicit CCounted(int* pnLive, CPool* pPool = nullptr) : CElement(pPool), m_pnLive(pnLive)
+    {
+        ++*m_pnLive;
+    }
     ~CCounted() override { --*m_pnLive; }
     int* m_pnLive;
 };

@@ -73,7 +73,8 @@ void PrintTags()
 }
 
 // The coordinates of the classes whose form goes by the type.
-void PrintForms(const char* pszName, const KeywordRow* pRows, const CrdForm& (*pfnFormOf)(int32_t))
+template <class Row>
+void PrintForms(const char* pszName, const Row* pRows, const CrdForm& (*pfnFormOf)(int32_t))
 {
     Begin(pszName, "| type | number | `crd` | default `crd` |", "|---|---|---|---|");
     for (; pRows->pszName; ++pRows) {
@@ -104,7 +105,7 @@ const char* NameOfForm(SelectorForm form)
 void PrintSelectors()
 {
     std::printf("<!-- table selectors -->\n| selector | name | form | default |");
-    for (const KeywordRow* pType = g_meterTypeRows; pType->pszName; ++pType)
+    for (const MeterTypeRow* pType = g_meterTypeRows; pType->pszName; ++pType)
         std::printf(" %s |", pType->pszName);
     std::printf(" what it does |\n|---|---|---|---|");
     for (int32_t n = 0; n <= METER_TYPE_COUNT; ++n) std::printf("---|");

@@ -1,6 +1,7 @@
 // What the host can set; see the header.
 #include "tools/qel/HostListing.h"
 
+#include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
 #include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
@@ -11,13 +12,6 @@ namespace {
 
 constexpr std::size_t LINE_WIDTH = 100;
 constexpr char SETTING_INDENT[] = "    ";
-
-constexpr int32_t TYPE_PIE = 6;
-constexpr int32_t TYPE_CLOCK = 7;
-constexpr int32_t TYPE_ROUND_UPGRADE = 8;
-constexpr int32_t TYPE_PIE_UPGRADE = 9;
-constexpr int32_t TYPE_SECTOR = 10;
-constexpr int32_t SCALE_TYPE_ROUND = 4;
 
 // A setting that an element follows, as the host reads it.
 struct Setting {
@@ -75,8 +69,7 @@ bool OtherAnswers(const Listed& listed, const SelectorRow& row, const CHostIds& 
 bool Follows(const Listed& listed, const SelectorRow& row)
 {
     if (!listed.bMeter)
-        return row.pszForScale &&
-               (row.nId != QEL_SEL_START_CODE || listed.nType >= SCALE_TYPE_ROUND);
+        return row.pszForScale && (row.nId != QEL_SEL_START_CODE || listed.nType >= SCALE_ROUND);
     if (!row.pszMeaning || !(row.nMeterTypes & MeterTypeBit(listed.nType))) return false;
     return row.nId != QEL_SEL_VALUE || listed.nId == 0;
 }
@@ -101,19 +94,18 @@ void AddNote(Listed* pListed, const std::string& text)
 }
 
 // How a meter that takes a value shows it.
-void NoteMeterValue(const HostMeter& meter, Listed* pListed)
+void NoteMeterValue(const HostMeter& meter, MeterShows shows, Listed* pListed)
 {
     const bool bPin = meter.attr.bUsePin != 0;
-    const bool bBar = (MeterTypeBit(pListed->nType) & METER_BARS) != 0;
-    pListed->bShown = meter.bFace || !bBar;
-    if (bBar)
-        return AddNote(pListed, pListed->bShown ? "value shown by the bar"
-                                                : "value not shown: no figure in it for the bar");
-    switch (pListed->nType) {
-    case TYPE_PIE:
-    case TYPE_PIE_UPGRADE:
+    pListed->bShown = true;
+    switch (shows) {
+    case MeterShows::Bar:
+        pListed->bShown = meter.bFace;
+        return AddNote(pListed, meter.bFace ? "value shown by the bar"
+                                            : "value not shown: no figure in it for the bar");
+    case MeterShows::Fill:
         return AddNote(pListed, "value shown by the filled sector");
-    case TYPE_SECTOR:
+    case MeterShows::Pins:
         return AddNote(pListed,
                        "the values of the ids 1 to 32 shown as sectors, as many as 'sectors' "
                        "says");
@@ -122,7 +114,7 @@ void NoteMeterValue(const HostMeter& meter, Listed* pListed)
     }
     if (bPin) return AddNote(pListed, "value shown by the pointer");
     pListed->bShown = false;
-    AddNote(pListed, pListed->nType == TYPE_ROUND_UPGRADE
+    AddNote(pListed, shows == MeterShows::PointerOrReadOut
                          ? "value not shown until 'read-out' is 1: no pointer (upin is 0)"
                          : "value not shown: no pointer (upin is 0)");
 }
@@ -130,13 +122,14 @@ void NoteMeterValue(const HostMeter& meter, Listed* pListed)
 void NoteMeter(const HostMeter& meter, Listed* pListed)
 {
     if (meter.bRefused) AddNote(pListed, "imin and imax are no range: drawn with the defaults");
-    const bool bClock = pListed->nType == TYPE_CLOCK;
+    const MeterTypeRow* pType = MeterTypeOf(pListed->nType);
+    const MeterShows shows = pType ? pType->shows : MeterShows::Pointer;
     if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
-    if (bClock) {
+    if (shows == MeterShows::Time) {
         pListed->bShown = meter.attr.bUsePin != 0;
         AddNote(pListed, pListed->bShown ? "shows the time" : "no hands (upin is 0)");
     } else if (pListed->reach == HostReach::Reached && pListed->nId == 0) {
-        NoteMeterValue(meter, pListed);
+        NoteMeterValue(meter, shows, pListed);
     } else if (pListed->reach == HostReach::Reached) {
         AddNote(pListed, "takes settings but no value");
     }
@@ -146,7 +139,7 @@ void NoteMeter(const HostMeter& meter, Listed* pListed)
 void NoteScale(const HostScale& scale, Listed* pListed)
 {
     const bool bFill =
-        pListed->nType < SCALE_TYPE_ROUND || (scale.attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
+        pListed->nType < SCALE_ROUND || (scale.attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
     const bool bPin = scale.attr.bPin != 0;
     if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
     pListed->bShown = pListed->reach == HostReach::Reached && (bFill || bPin);

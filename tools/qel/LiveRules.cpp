@@ -97,8 +97,9 @@ std::string WhyLiveIsNotDrawn(const CQELDocElm& elm)
 
 bool LacksFace(const CQELDocElm& elm, const XmlNode& node)
 {
-    return IsMeter(elm) && (MeterTypeBit(BlockOf<QELMETERATTR>(elm).nType) & METER_BARS) &&
-           !HasFigure(node);
+    if (!IsMeter(elm)) return false;
+    const MeterTypeRow* pType = MeterTypeOf(BlockOf<QELMETERATTR>(elm).nType);
+    return pType && pType->family == MeterFamily::Bar && !HasFigure(node);
 }
 
 // A dial shows around its centre; its layout rectangle may be smaller or stand apart.
