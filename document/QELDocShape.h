@@ -46,6 +46,7 @@ protected:
     int TakeWords(const int32_t* pnWords, int32_t nCount); // 0 without memory: all is as before
 
 private:
+    static const AttrRow<CQELDocShape> ATTRS[];
     static const AttrRow<CQELDocShape>* RowOf(int32_t nId);
     int SaveRow(const AttrRow<CQELDocShape>& row);
 

@@ -61,7 +61,7 @@ int main()
             pRow != g_elementTypes.Rows() && pRow[-1].pfnVisitAttrs == pRow->pfnVisitAttrs;
         if (pRow->pfnVisitAttrs && !bSameAsLast) pRow->pfnVisitAttrs(VisitAttr, nullptr);
     }
-    for (const KeywordRow* pRow = g_attrNameRows; pRow->pszName; ++pRow)
+    for (const KeywordRow* pRow = g_attrNames; pRow->pszName; ++pRow)
         Entry(std::string(" ") + pRow->pszName + "=\"");
     Keywords(AttrName(ATTR_MTYPE), g_meterTypeRows);
     Keywords(AttrName(ATTR_SCTYPE), g_scaleTypeRows);

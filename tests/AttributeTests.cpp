@@ -74,19 +74,19 @@ TEST(AttributeNames, AreTheNumbersAndNamesOfTheFormat)
         "roll",   "xmove", "ymove", "stx",    "scid",       "hidesc", "min",  "max",
         "sctype", "pin",   "mtid",  "usc",    "upin",       "mtype",  "imin", "imax"};
     int nCount = 0;
-    for (const KeywordRow* p = g_attrNameRows; p->nId != -1; ++p, ++nCount) {
+    for (const KeywordRow* p = g_attrNames; p->nId != -1; ++p, ++nCount) {
         ASSERT_LT(nCount, 32);
         EXPECT_EQ(nCount, p->nId);
         EXPECT_STREQ(names[nCount], p->pszName);
         EXPECT_STREQ(names[nCount], AttrName(static_cast<AttrId>(nCount)));
-        EXPECT_EQ(nCount, LookupKeyword(g_attrNameRows, names[nCount]));
-        EXPECT_STREQ(names[nCount], NameOf(g_attrNameRows, nCount));
+        EXPECT_EQ(nCount, LookupKeyword(g_attrNames, names[nCount]));
+        EXPECT_STREQ(names[nCount], NameOf(g_attrNames, nCount));
     }
     EXPECT_EQ(32, nCount);
-    EXPECT_EQ(-1, LookupKeyword(g_attrNameRows, "ID"));
-    EXPECT_EQ(-1, LookupKeyword(g_attrNameRows, ""));
-    EXPECT_EQ(nullptr, NameOf(g_attrNameRows, 32));
-    EXPECT_EQ(nullptr, NameOf(g_attrNameRows, -1));
+    EXPECT_EQ(-1, LookupKeyword(g_attrNames, "ID"));
+    EXPECT_EQ(-1, LookupKeyword(g_attrNames, ""));
+    EXPECT_EQ(nullptr, NameOf(g_attrNames, 32));
+    EXPECT_EQ(nullptr, NameOf(g_attrNames, -1));
 }
 
 // ---- rows ----

@@ -168,7 +168,7 @@ bool NeedsArea(int32_t nType)
 const XmlAttr* AttrOf(const XmlNode& node, int32_t nId)
 {
     for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
-        if (LookupKeyword(g_attrNameRows, p->pszName) == nId) return p;
+        if (LookupKeyword(g_attrNames, p->pszName) == nId) return p;
     return nullptr;
 }
 
@@ -317,7 +317,7 @@ void CChecker::CheckAttrs(const XmlNode& node, const ElementType& row, const CQE
 
 void CChecker::CheckAttr(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm)
 {
-    const int32_t nId = LookupKeyword(g_attrNameRows, attr.pszName);
+    const int32_t nId = LookupKeyword(g_attrNames, attr.pszName);
     if (nId == KEYWORD_NONE) {
         Error(attr.nNameOffset, "unknown attribute " + Quoted(attr.pszName));
         return;
