@@ -53,6 +53,7 @@ step() {
 }
 
 sources() { git ls-files -co --exclude-standard '*.cpp' '*.h' '*.c'; }
+tables_are_whole() { python3 scripts/rows.py; }
 folders_go_one_way() { python3 scripts/directions.py; }
 format_holds() { sources | xargs clang-format --dry-run -Werror; }
 build_all() { qel_build "$1"; }
@@ -69,7 +70,9 @@ other_languages_call() { scripts/hosts.sh; }
 for preset in i686 x86_64 native; do step "build $preset" build_all "$preset"; done
 if [ $quick = 0 ]; then
   step "format" format_holds
-  step "includes go one way" folders_go_one_way
+  begin "includes go one way" folders_go_one_way
+  begin "a table without a row does not compile" tables_are_whole
+  finish
   step "lint" scripts/tidy.sh
 fi
 for preset in i686 x86_64; do begin "tests $preset" run_tests "$preset"; done
