@@ -53,10 +53,11 @@ int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float
 int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
 {
     if (!hPen || !IsDrawableRadius(nRadius)) return 0;
-    const CSelectScope pen(hdc, hPen);
-    const RECT rc = SquareAround(ptCentre, nRadius);
     const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);
     const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart);
+    if (fSweep < FULL_SWEEP && ptEnd.x == ptStart.x && ptEnd.y == ptStart.y) return 0;
+    const CSelectScope pen(hdc, hPen);
+    const RECT rc = SquareAround(ptCentre, nRadius);
     ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptEnd.x, ptEnd.y, ptStart.x, ptStart.y);
     return 1;
 }

@@ -558,6 +558,36 @@ TEST(RoundGauge, AlarmBandsLieOnAGreenOneAndAreMirroredWhenReversed)
     }
 }
 
+// A thousandth of the scale, 0.3 degrees, of which both ends are one pixel here.
+TEST(RoundGauge, AlarmBandsTooShortForTwoEndsAreLeftOut)
+{
+    ASSERT_EQ(Text(Polar(95, 30)), Text(Polar(95, 30.3F)));
+    ASSERT_EQ(Text(Polar(95, 329.7F)), Text(Polar(95, 330)));
+    const std::string base = Band(9, GREEN, 95, 30, 330);
+    for (const bool bReverse : {false, true}) {
+        CGauge g(100);
+        g->SetMax(10000);
+        g->SetLowLimit(10);
+        g->SetHighLimit(9990);
+        g->SetReverse(bReverse);
+        EXPECT_EQ(Lines{base}, Drawn([&](HDC hdc) { EXPECT_EQ(1, g->DrawAlarmZones(hdc)); }));
+        CTestBitmap drawn(400, 400, FACE);
+        EXPECT_EQ(1, g->DrawAlarmZones(drawn.Dc()));
+        EXPECT_EQ(0, CountPixels(drawn, LOW) + CountPixels(drawn, HIGH));
+        EXPECT_GT(CountPixels(drawn, GREEN), 3000);
+    }
+}
+
+TEST(RoundGauge, AxisOfAClosedGaugeIsAWholeRing)
+{
+    for (const int nStyle : {0, 1, 2, 3}) {
+        CGauge whole(100, true);
+        whole->SetAxisStyle(nStyle);
+        EXPECT_EQ(nStyle < 2 ? 1U : 2U,
+                  Drawn([&](HDC hdc) { EXPECT_EQ(1, whole->DrawAxis(hdc)); }).size());
+    }
+}
+
 TEST(RoundGauge, AlarmWithoutARangeIsTheGreenBandAlone)
 {
     CGauge g(200);
