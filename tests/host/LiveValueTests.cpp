@@ -736,6 +736,42 @@ TEST(PartialRedraw, AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedB
         EXPECT_NE("", SweepDifference(nType, {{QEL_SEL_FILL_ONLY, 1}})) << g_types[nType];
 }
 
+// ---- the read-out ----
+
+// The colour in which the read-out of a gauge with the zones 20 and 80 is written.
+std::string ReadOutColour(const CHost& host, DWORD nFlags)
+{
+    std::string colour, found;
+    for (const std::string& line : host.Calls(nFlags)) {
+        if (line.rfind("SetTextColor ", 0) == 0) colour = line.substr(13);
+        if (line.rfind("Text ", 0) == 0) found = colour;
+    }
+    return found == "0000ff" ? "red" : found == "00ff00" ? "green" : found;
+}
+
+TEST(ReadOut, TakesItsColourFromTheValueOfTheDrawBefore)
+{
+    for (const DWORD nFlags : {DWORD(QEL_DRAW_FULL), DWORD(0)}) {
+        const CHost host(Meter(8));
+        Prepare(host, 8);
+        host.Set(0, QEL_SEL_SHOW_LABELS, 0);
+        host.Set(0, QEL_SEL_SHOW_VALUE, 1);
+        const auto draw = [&](DWORD nValue) {
+            SetMeter(host, 8, nValue);
+            return ReadOutColour(host, nFlags);
+        };
+        EXPECT_EQ("red", draw(50)); // 0, before the first one
+        EXPECT_EQ("green", draw(50));
+        EXPECT_EQ("green", draw(90));
+        EXPECT_EQ("red", draw(50));
+        const RECT rc{0, 0, SIDE - 9, SIDE - 9};
+        ASSERT_EQ(1, QELSetQELRect(host, &rc)); // a new renderer knows it as well
+        EXPECT_EQ("green", draw(10));
+        ASSERT_EQ(1, host.Set(0, QEL_SEL_SHOW_ALARM, 0));
+        EXPECT_EQ("000000", draw(50));
+    }
+}
+
 // ---- endurance ----
 
 class LiveMeter : public testing::TestWithParam<int> {};
