@@ -115,6 +115,7 @@ int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, CO
     const CTextColorScope color(hdc, clr);
     const CBkModeScope mode(hdc, TRANSPARENT);
     const CSelectScope font(hdc, hFont);
+    const CTextPlaceScope place(hdc);
     ::TextOutA(hdc, ptTopLeft.x, ptTopLeft.y, pszText, static_cast<int>(std::strlen(pszText)));
     return 1;
 }

@@ -324,6 +324,28 @@ TEST(MeterText, IsOneTextAndNothingWithoutAFont)
               }));
 }
 
+TEST(MeterText, StandsWhereItIsPutWhateverTheHostsTextsFollow)
+{
+    const auto draw = [](HDC hdc) {
+        const CScaleMark mark(12, 24, GREEN);
+        EXPECT_EQ(1, mark.Draw(hdc, 20, 30, "75"));
+        EXPECT_EQ(1, mark.Draw(hdc, 90, 120, "-12"));
+    };
+    CTestBitmap expected(200, 180), drawn(200, 180);
+    draw(expected.Dc());
+    ::SetTextAlign(drawn.Dc(), TA_UPDATECP);
+    ::MoveToEx(drawn.Dc(), 70, 80, nullptr);
+    const std::string before = DcState(drawn.Dc());
+    draw(drawn.Dc());
+    EXPECT_FALSE(IsBlank(expected));
+    EXPECT_EQ("", FirstDifference(expected, drawn));
+    EXPECT_EQ(before, DcState(drawn.Dc()));
+    // Without it nothing is asked of the device context but the text.
+    CRecording plain;
+    draw(plain.Dc());
+    EXPECT_EQ(Lines{}, plain.Only({"Record 22", "MoveTo"})); // 22: the alignment
+}
+
 // ---- filled sectors ----
 
 Lines Pies(int nResult, int r, float fStart, float fSweep, int nStyle = 0)
@@ -530,6 +552,18 @@ TEST(DialComponents, LeaveTheDeviceContextAsItWas)
     for (const Component& component : Components()) {
         SCOPED_TRACE(component.pszName);
         ExpectStateKept(component.draw);
+    }
+}
+
+TEST(DialComponents, LeaveTheCurrentPositionWhenTextsFollowIt)
+{
+    for (const Component& component : Components()) {
+        CTestBitmap bitmap(200, 180);
+        ::SetTextAlign(bitmap.Dc(), TA_UPDATECP | TA_BOTTOM);
+        Unsettle(bitmap.Dc());
+        const std::string before = DcState(bitmap.Dc());
+        component.draw(bitmap.Dc());
+        EXPECT_EQ(before, DcState(bitmap.Dc())) << component.pszName;
     }
 }
 

@@ -772,6 +772,34 @@ TEST(ReadOut, TakesItsColourFromTheValueOfTheDrawBefore)
     }
 }
 
+// ---- the host's texts ----
+
+// Whether texts of the host follow the current position and move it is nothing to a drawing's own.
+TEST(TextsOfADrawing, StandWhereTheyDoAndLeaveTheCurrentPositionWhateverTheHostsFollow)
+{
+    for (int nType = 0; nType < TYPES; ++nType) {
+        const std::string body = Ground() + Meter(nType) + "<text crd='5 5 60 20'>a&amp;b</text>";
+        const CHost plain(body), following(body);
+        CTestBitmap expected(SIDE, SIDE), drawn(SIDE, SIDE);
+        ::SetTextAlign(drawn.Dc(), TA_UPDATECP);
+        ::MoveToEx(drawn.Dc(), 31, 32, nullptr);
+        for (const CHost* pHost : {&plain, &following}) {
+            Prepare(*pHost, nType);
+            pHost->Set(0, QEL_SEL_SHOW_VALUE, 1);
+            pHost->Set(0, QEL_SEL_SHOW_PIN, nType != 7); // the time moves on
+            SetMeter(*pHost, nType, 40);
+            const CTestBitmap& bitmap = pHost == &plain ? expected : drawn;
+            for (const DWORD nFlags : {DWORD(QEL_DRAW_FULL), DWORD(0)}) pHost->Draw(bitmap, nFlags);
+        }
+        POINT pt{};
+        ::GetCurrentPositionEx(drawn.Dc(), &pt);
+        EXPECT_TRUE(pt.x == 31 && pt.y == 32) << g_types[nType] << " " << pt.x << "," << pt.y;
+        EXPECT_EQ(UINT(TA_UPDATECP), ::GetTextAlign(drawn.Dc()));
+        EXPECT_FALSE(IsBlank(drawn));
+        EXPECT_EQ("", FirstDifference(expected, drawn)) << g_types[nType];
+    }
+}
+
 // ---- endurance ----
 
 class LiveMeter : public testing::TestWithParam<int> {};
