@@ -736,6 +736,58 @@ TEST(PartialRedraw, AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedB
         EXPECT_NE("", SweepDifference(nType, {{QEL_SEL_FILL_ONLY, 1}})) << g_types[nType];
 }
 
+TEST(PartialRedraw, LeavesWhatAStatusHidesAndTheOldBlinkPhaseOfStaticShapes)
+{
+    const std::string status = "<status>" + Rect("0 0 40 40", FACE) + "</status>";
+    const CHost host(status + "<rect style='0x1' lnwid='0' bg='0xff glt' crd='60 0 100 40'/>" +
+                     Meter(4));
+    CTestBitmap full(SIDE, SIDE), drawn(SIDE, SIDE);
+    host.Draw(drawn, QEL_DRAW_FULL);
+    ASSERT_EQ(1, QELSetStatus(host, 1));
+    ASSERT_EQ(1, QELSetBlinkState(host, 1));
+    host.Draw(drawn, 0);
+    EXPECT_EQ(FACE, drawn.At(2, 2));
+    EXPECT_EQ(0x0000FFu, drawn.At(80, 2));
+    host.Draw(full, QEL_DRAW_FULL);
+    EXPECT_EQ(0xFFFFFFu, full.At(2, 2));
+    EXPECT_EQ(0u, full.At(80, 2));
+}
+
+TEST(PartialRedraw, PaintsAMeterUnderAStatusThatHidesIt)
+{
+    for (int nType = 0; nType < TYPES; ++nType) {
+        const CHost host("<status stx='3'>" + Meter(nType) + "</status>");
+        Prepare(host, nType);
+        EXPECT_EQ(host.Calls(QEL_DRAW_FULL).size(), CHost("").Calls(QEL_DRAW_FULL).size());
+        EXPECT_LT(5u, host.Calls(0).size()) << g_types[nType];
+    }
+}
+
+TEST(PartialRedraw, ADialThatOnlyFillsLeavesTracesOfItsNeedles)
+{
+    for (const int nType : {4, 5, 8})
+        EXPECT_NE("", SweepDifference(nType, {{QEL_SEL_FILL_ONLY, 1}})) << g_types[nType];
+}
+
+// One old place an engine: what was drawn elsewhere meanwhile is erased, and the needle stays.
+TEST(PartialRedraw, AfterADrawOntoAnotherDeviceContextTheOldNeedleStays)
+{
+    for (const int nType : {4, 5, 8}) {
+        const CHost host(Ground() + Meter(nType));
+        Prepare(host, nType);
+        host.Set(0, QEL_SEL_SHOW_LABELS, 0);
+        const CPlainBitmap screen, print;
+        SetMeter(host, nType, 30);
+        screen.Draw(host, QEL_DRAW_FULL);
+        SetMeter(host, nType, 70);
+        print.Draw(host, QEL_DRAW_FULL);
+        screen.Draw(host, 0);
+        EXPECT_NE("", Difference(print, screen)) << g_types[nType];
+        screen.Draw(host, QEL_DRAW_FULL);
+        EXPECT_EQ("", Difference(print, screen)) << g_types[nType];
+    }
+}
+
 // ---- the read-out ----
 
 // The colour in which the read-out of a gauge with the zones 20 and 80 is written.
