@@ -481,6 +481,10 @@ TEST(ArcMeter, AlarmArcsTooShortForTwoEndsAreLeftOut)
         dial->SetHighLimit(row.nHigh);
         EXPECT_EQ(row.arcs, AlarmArcs(dial)) << row.nLow << ".." << row.nHigh;
     }
+}
+
+TEST(ArcMeter, AnAlarmArcTooShortForTwoEndsLeavesNoPixel)
+{
     CDial dial;
     dial->SetMax(1000);
     dial->SetHighLimit(999);

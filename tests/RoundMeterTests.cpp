@@ -571,11 +571,19 @@ TEST(RoundGauge, AlarmBandsTooShortForTwoEndsAreLeftOut)
         g->SetHighLimit(9990);
         g->SetReverse(bReverse);
         EXPECT_EQ(Lines{base}, Drawn([&](HDC hdc) { EXPECT_EQ(1, g->DrawAlarmZones(hdc)); }));
-        CTestBitmap drawn(400, 400, FACE);
-        EXPECT_EQ(1, g->DrawAlarmZones(drawn.Dc()));
-        EXPECT_EQ(0, CountPixels(drawn, LOW) + CountPixels(drawn, HIGH));
-        EXPECT_GT(CountPixels(drawn, GREEN), 3000);
     }
+}
+
+TEST(RoundGauge, AnAlarmBandTooShortForTwoEndsLeavesNoPixel)
+{
+    CGauge g(100);
+    g->SetMax(10000);
+    g->SetLowLimit(10);
+    g->SetHighLimit(9990);
+    CTestBitmap drawn(400, 400, FACE);
+    EXPECT_EQ(1, g->DrawAlarmZones(drawn.Dc()));
+    EXPECT_EQ(0, CountPixels(drawn, LOW) + CountPixels(drawn, HIGH));
+    EXPECT_GT(CountPixels(drawn, GREEN), 3000);
 }
 
 TEST(RoundGauge, AxisOfAClosedGaugeIsAWholeRing)
