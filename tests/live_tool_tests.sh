@@ -10,7 +10,8 @@ cat >gif.py <<'PY'
    gif.py same GIF N BMP     whether the picture of frame N is that of the BMP: "same", or where not
    gif.py near GIF N BMP     how far a channel is off at most
    gif.py changed BMP BMP    left,top,width,height of where two pictures differ
-   gif.py colours BMP        how many there are"""
+   gif.py colours BMP        how many there are
+   gif.py has BMP RRGGBB     whether there is a pixel of that colour"""
 import struct
 import sys
 
@@ -147,7 +148,8 @@ def facts(path):
 print({"facts": facts, "same": same, "near": near, "changed": changed,
        "delays": lambda path: " ".join(str(frame[0]) for frame in Gif(path).frames),
        "rects": lambda path: " ".join("%d,%d,%d,%d" % frame[1:5] for frame in Gif(path).frames),
-       "colours": lambda path: len(set(bitmap(path)[2]))}[sys.argv[1]](*sys.argv[2:]))
+       "colours": lambda path: len(set(bitmap(path)[2])),
+       "has": lambda path, colour: tuple(bytes.fromhex(colour)) in bitmap(path)[2]}[sys.argv[1]](*sys.argv[2:]))
 PY
 gif() { python3 gif.py "$@" 2>&1 | tail -n 1; }
 shot() { # BMP DRAWING OPTION...: a picture of 40 by 30, one unit to a pixel
@@ -241,6 +243,14 @@ run render share.qel t.bmp --size 200x200 --set 0.sectors=2 --value 1=10 --value
 differs "the ids from 1 on are sectors" s.bmp t.bmp
 run render share.qel t.bmp --size 200x200 --set 32.sectors=2 --value 2=3 --value 1=3
 same "equal shares are equal, and every id to 32 is that meter" s.bmp t.bmp
+# A picture is of a gauge that has stood at its value: the engine colours the read-out by the value before.
+printf '<qel width="200" height="200"><meter mtype="roundUpgrade" crd="100 100 90 0 0 200 200"/></qel>' >gauge.qel
+gauge() { # VALUE: whether the read-out, beside a green band with blue ends, is red
+  run render gauge.qel g.bmp --size 200x200 --set 0.max=100 --set 0.alarm=1 --set 0.low-limit=20 --set 0.high-limit=80 \
+    --set 0.low-color=0xff0000 --set 0.high-color=0xff0000 --set 0.read-out=1 --value "0=$1"
+  gif has g.bmp ff0000
+}
+is "a read-out is in the colour of its own value's zone" "True False True" "$(gauge 5) $(gauge 50) $(gauge 90)"
 
 # ---- render: what is refused
 drawing ids.qel '<meter mtid="5" crd="1 1 9 9"/>' '<meter mtid="40" crd="1 1 9 9"/>' '<scale scid="41" crd="1 1 9 9"/>' \

@@ -8,6 +8,7 @@ set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp)
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT
   ArcAxis.CoversTheAnglesOfItsSweep
+  ArcMeter.AnAlarmArcTooShortForTwoEndsLeavesNoPixel
   ArcFill.AWholeSweepIsADisc
   ArcShape.IsDrawnCounterClockwiseWhateverTheDirectionWas
   Bar3D.BodyFromABaseStaysInTheColumnToo
@@ -34,6 +35,7 @@ list(APPEND QEL_LEFT_OUT
   PieShape.IsDrawnCounterClockwiseWhateverTheDirectionWas
   PieUpgradeMeter.FrameLeavesTheFillToBeSeen
   PieUpgradeMeter.PaintsMarksInScaleColourInsideTheRadiusAlone
+  RoundGauge.AnAlarmBandTooShortForTwoEndsLeavesNoPixel
   ScaleView.BlinkingColoursAreBlackInTheDarkPhase
   ScaleView.HiddenMarksLeaveFillAndPointer
   ScaleView.RoundTypesFillOnlyByTheStyle
@@ -106,9 +108,11 @@ set(QEL_HOST_FILES_LEFT_OUT CompatibilityTests.cpp ExportTests.cpp FileFaultTest
 
 # They look at pixels of figures that have none here, or at the memory of a bitmap.
 set(QEL_HOST_LEFT_OUT
+  PartialRedraw.ADialThatOnlyFillsLeavesTracesOfItsNeedles
   PartialRedraw.ADrawingWithAScaleIsAlwaysPaintedWhole
   PartialRedraw.AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedBefore
   PartialRedraw.ASweep*
+  PartialRedraw.AfterADrawOntoAnotherDeviceContextTheOldNeedleStays
   PartialRedraw.TheClockMovesItsHandsFromSecondToSecond
   Rotation.BeginsAtZeroWithEveryOpen
   Rotation.GoesFromEveryAngleToEveryOther
