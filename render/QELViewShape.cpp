@@ -18,6 +18,13 @@ constexpr KeywordRow g_fillStyles[] = {{QEL_STYLE_STROKE, "Stoke"},
 static_assert(IsSoundTable(g_fillStyles),
               "styles and keywords are unique and the end mark is there");
 
+// Each step can be undone, so that a change of one word never gets lost.
+void AddWord(uint64_t* pnSum, int32_t nWord)
+{
+    *pnSum = (*pnSum ^ static_cast<uint32_t>(nWord)) * 0x9E3779B97F4A7C15ULL;
+    *pnSum ^= *pnSum >> 32;
+}
+
 } // namespace
 
 const KeywordRow* const g_fillStyleRows = g_fillStyles;
@@ -133,6 +140,14 @@ void CQELViewShape::Paint(HDC, const DeviceFigure&, HBRUSH, const RECT&) const {
 HRGN CQELViewShape::MakeRegion(const RECT&) const
 {
     return nullptr;
+}
+
+void CQELViewShape::AddRegionSource(uint64_t* pnSum) const
+{
+    for (const int32_t n : {Type(), static_cast<int32_t>(Style()), m_nPenWidth,
+                            static_cast<int32_t>(m_nFlags), RefW(), RefH(), m_geometry.Count()})
+        AddWord(pnSum, n);
+    for (int32_t n = 0; n < m_geometry.Count(); ++n) AddWord(pnSum, Words()[n]);
 }
 
 Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const

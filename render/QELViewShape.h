@@ -68,6 +68,10 @@ public:
     // class has no interior or the mapping fails.
     [[nodiscard]] virtual HRGN MakeRegion(const RECT& rcQel) const;
 
+    // Adds all that MakeRegion goes by, apart from its argument, to a sum: two sums that agree
+    // stand for one region, but for a chance of one in 2 to the power 64.
+    void AddRegionSource(uint64_t* pnSum) const;
+
     // What a full draw paints on, in device units and rather too much than too little.
     Reach PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
     // Enters itself for the colours that a full draw of it leaves set.

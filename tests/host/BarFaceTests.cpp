@@ -325,4 +325,103 @@ TEST(BarFace, TheReadOutStaysWhereItStandsBesideTheFaceAlone)
     EXPECT_LT(0, nStayedBeside);
 }
 
+// ---- edits ----
+
+struct Edit {
+    const char* pszWhat;
+    void (*edit)(HQELENGINE h, HQELELEM hMeter, HQELELEM hFace);
+};
+const Edit g_edits[] = {
+    {"turned left", [](HQELENGINE h, HQELELEM, HQELELEM) { EXPECT_EQ(1, QELRotate(h, 90)); }},
+    {"turned upside down",
+     [](HQELENGINE h, HQELELEM, HQELELEM) { EXPECT_EQ(1, QELRotate(h, 180)); }},
+    {"turned and back",
+     [](HQELENGINE h, HQELELEM, HQELELEM) {
+         EXPECT_EQ(1, QELRotate(h, -90));
+         const CTestBitmap between(ROOM, ROOM);
+         EXPECT_EQ(1, QELDraw(h, between.Dc(), &QEL, QEL_DRAW_FULL));
+         EXPECT_EQ(1, QELRotate(h, 0));
+         EXPECT_EQ(1, QELRotate(h, 270));
+     }},
+    {"moved and grown",
+     [](HQELENGINE h, HQELELEM, HQELELEM hFace) {
+         const RECT rc{25, 5, 75, 80};
+         EXPECT_EQ(1, QELSetElemRect(h, hFace, &rc));
+     }},
+    {"another record",
+     [](HQELENGINE h, HQELELEM, HQELELEM hFace) {
+         QELSHAPEATTR attr{};
+         EXPECT_EQ(1, QELGetElemAttr(h, hFace, &attr, nullptr));
+         attr.nGeometry[1] += 17;
+         attr.nPenWidth = 6;
+         EXPECT_EQ(1, QELSetElemAttr(h, hFace, &attr, sizeof attr));
+     }},
+    {"copied, the copy moved",
+     [](HQELENGINE h, HQELELEM, HQELELEM hFace) {
+         const HQELELEM hCopy = QELCopyElem(h, hFace);
+         const RECT rc{60, 60, 100, 110};
+         EXPECT_EQ(1, QELSetElemRect(h, hCopy, &rc));
+     }},
+    {"added to",
+     [](HQELENGINE h, HQELELEM hMeter, HQELELEM) {
+         const HQELELEM hNew = QELCreateElem(h, QEL_TYPE_ELLIPSE, hMeter, nullptr);
+         QELSHAPEATTR attr{};
+         EXPECT_EQ(1, QELGetElemAttr(h, hNew, &attr, nullptr));
+         const LONG box[] = {50, 50, 118, 90};
+         std::copy(box, box + 4, attr.nGeometry);
+         EXPECT_EQ(1, QELSetElemAttr(h, hNew, &attr, sizeof attr));
+     }},
+    {"deleted",
+     [](HQELENGINE h, HQELELEM, HQELELEM hFace) { EXPECT_EQ(1, QELDeleteElem(h, hFace)); }},
+    {"out of the meter",
+     [](HQELENGINE h, HQELELEM, HQELELEM hFace) {
+         EXPECT_EQ(1, QELMoveElem(h, hFace, QELGetRootElem(h), nullptr));
+     }},
+};
+
+void ExpectEditsShow(const char* pszType, const char* pszCrd)
+{
+    for (const Edit& edit : g_edits) {
+        SCOPED_TRACE(testing::Message() << pszType << ": " << edit.pszWhat);
+        CTestFolder folder;
+        const std::string path = folder.Path("in.qel");
+        WriteBytes(path, std::string("<qel width='120' height='120'><meter mtype='") + pszType +
+                             "' crd='" + pszCrd +
+                             "'><rect style='0x1' crd='30 10 65 50'/>"
+                             "<rect style='0x1' crd='35 60 70 100'/></meter></qel>");
+        const HQELENGINE h = CreateQELEngine();
+        ASSERT_EQ(1, QELOpenFile(h, path.c_str()));
+        ASSERT_EQ(1, QELSetQELRect(h, &QEL));
+        for (const auto& [nSelector, nValue] : {std::pair<DWORD, DWORD>{QEL_SEL_FACE_COLOR, FACE},
+                                                {QEL_SEL_SHOW_FRAME, 1},
+                                                {QEL_SEL_SECTOR_COUNT, 3},
+                                                {QEL_SEL_SHOW_LABELS, 0}})
+            EXPECT_EQ(1, QELSetScaleParam(h, 0, nSelector, nValue));
+        EXPECT_EQ(1, QELSetScaleStatus(h, 0, 7));
+        QELSetParam(h, QEL_PARAM_DRAFT_FORE, BAR);
+        const auto draw = [&](const RECT& rc) {
+            EXPECT_EQ(1, QELSetQELRect(h, &rc));
+            const CTestBitmap picture(ROOM, ROOM);
+            EXPECT_EQ(1, QELDraw(h, picture.Dc(), &rc, QEL_DRAW_FULL));
+            return PixelsOf(picture);
+        };
+        const auto before = draw(QEL);
+        const HQELELEM hMeter = QELGetFirstChild(h, QELGetRootElem(h));
+        edit.edit(h, hMeter, QELGetFirstChild(h, hMeter));
+        const auto after = draw(QEL);
+        // In a window of another size nothing that was kept is used again.
+        draw({0, 0, 77, 93});
+        EXPECT_TRUE(draw(QEL) == after);
+        EXPECT_FALSE(before == after);
+        DestroyQELEngine(h);
+    }
+}
+
+TEST(BarFace, EveryEditOfTheFaceAndEveryTurnShowAtOnce)
+{
+    for (const char* pszType : {"vert", "vert3d", "horz", "horz3d"})
+        ExpectEditsShow(pszType, "20 5 100 115");
+    ExpectEditsShow("sector", "50 55 40 5 5 95 105");
+}
+
 } // namespace
