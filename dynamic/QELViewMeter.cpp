@@ -115,9 +115,7 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
-        p->TakeBackColor(m_nProperties[QEL_SEL_FACE_COLOR]);
-        p->TakeDraft(DRAFT_SOLID_TEXT);
-        p->SetHollow(m_nProperties[QEL_SEL_FILL_ONLY] != 0);
+        p->DressAsFace(m_nProperties[QEL_SEL_FACE_COLOR], m_nProperties[QEL_SEL_FILL_ONLY] != 0);
         p->Draw(hdc, rcQel, nFlags);
     }
 }

@@ -263,6 +263,8 @@ int CQELViewShape::TakeData(const ShapeData& data)
     }
     if (!bSameText) GivePoolText(Pool(), m_pszText);
     NoteChange();
+    m_bFace = false;
+    m_bHollow = false;
     m_pszText = pszText;
     m_nStyle = data.nStyle;
     m_nDraft = data.nDraft;
@@ -302,6 +304,23 @@ int CQELViewShape::SetDraftBackParam(uint32_t nValue)
     if (!TakesDraft()) return 0;
     m_clrB = nValue;
     return 1;
+}
+
+void CQELViewShape::DressAsFace(uint32_t clr, bool bHollow)
+{
+    TakeBackColor(clr);
+    TakeDraft(DRAFT_SOLID_TEXT);
+    SetHollow(bHollow);
+    m_bFace = true;
+}
+
+void CQELViewShape::GiveFillBack(int32_t nOwnDraft, uint32_t clrOwnB)
+{
+    if (!m_bFace) return; // it never was drawn as a face
+    TakeBackColor(clrOwnB);
+    TakeDraft(nOwnDraft);
+    SetHollow(false);
+    m_bFace = false;
 }
 
 void CQELViewShape::TakeColor(uint32_t clr)

@@ -13,6 +13,7 @@
 #include "meter/SectorMeter.h"
 #include "meter/UpBarMeter3D.h"
 #include "render/QELView.h"
+#include "render/QELViewRect.h"
 #include "tests/support/ViewSupport.h"
 
 #include <cmath>
@@ -910,6 +911,28 @@ TEST(MeterView, FillOnlyMakesTheFaceAnOutlineAndGivesItsFillBack)
             EXPECT_EQ(RGB(255, 0, 0), drawn.At(2, 4)); // the outline
         }
     }
+}
+
+TEST(MeterView, AShapeOfTheFaceThatIsGivenARecordHasItsFillAgain)
+{
+    CTestMeter meter(4);
+    const QELSHAPEATTR attr = FilledAttr({1, 2, 5, 6});
+    CQELViewElm* pShape = meter.AddShape(QEL_TYPE_RECT, attr);
+    CTestView<CQELViewRect> alone(attr);
+    ASSERT_EQ(1, meter->SetProperty(QEL_SEL_FILL_ONLY, 1));
+    meter.Draw();
+    CTestBitmap expected(220, 220), hollow(220, 220), drawn(220, 220);
+    EXPECT_EQ(1, alone->Draw(expected.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ(1, pShape->Draw(hollow.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_NE("", FirstDifference(expected, hollow));
+    ASSERT_EQ(1, pShape->SetAttrBlock(&attr));
+    EXPECT_EQ(1, pShape->Draw(drawn.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ("", FirstDifference(expected, drawn));
+    // Drawn by the meter it is a part of the face as before.
+    meter.Draw();
+    CTestBitmap again(220, 220);
+    EXPECT_EQ(1, pShape->Draw(again.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ("", FirstDifference(hollow, again));
 }
 
 TEST(MeterView, ANewRecordTakesTheFaceAsItIsThen)
