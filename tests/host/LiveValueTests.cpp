@@ -461,6 +461,78 @@ TEST(LiveValues, HandlesThatShareADrawingShareItsValues)
     DestroyQELEngine(h1);
 }
 
+// ---- the face ----
+
+// Ways out of a meter, for a shape and the group that it stands in.
+struct WayOut {
+    const char* pszWhat;
+    bool bLeaves;
+    void (*go)(const CHost& host, HQELELEM hGroup, HQELELEM hShape);
+};
+const WayOut g_waysOut[] = {
+    {"the shape", true,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, QELGetRootElem(host), host.Child(1)));
+     }},
+    {"its group", true,
+     [](const CHost& host, HQELELEM hGroup, HQELELEM) {
+         EXPECT_EQ(1, QELMoveElem(host, hGroup, QELGetRootElem(host), host.Child(1)));
+     }},
+    {"out of the picture and back", true,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, nullptr, nullptr));
+         EXPECT_EQ(1, QELMoveElem(host, hShape, QELGetRootElem(host), host.Child(1)));
+     }},
+    {"to another meter, which fills its face", true,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, host.Child(2), nullptr));
+     }},
+    {"within the meter", false,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, host.Child(1), nullptr));
+     }},
+    {"with its meter", false,
+     [](const CHost& host, HQELELEM, HQELELEM) {
+         HQELELEM hGroup = QELCreateElem(host, QEL_TYPE_GROUP, nullptr, nullptr);
+         EXPECT_EQ(1, QELMoveElem(host, host.Child(1), hGroup, nullptr));
+     }},
+};
+
+TEST(MeterFace, WhatLeavesItIsDrawnAsTheFileHasIt)
+{
+    for (int nType = 0; nType < TYPES; ++nType)
+        for (const WayOut& way : g_waysOut) {
+            SCOPED_TRACE(testing::Message() << g_types[nType] << ": " << way.pszWhat);
+            std::string meter = Meter(nType);
+            meter.insert(meter.rfind("</meter>"),
+                         "<g><ellipse style='0x1' dr='4' lnwid='1' bg='0x11aa33' fg='0x5566ee' "
+                         "crd='1 100 60 139'/></g>");
+            const CHost host(Ground() + meter + "<meter mtid='40' crd='0 0 0 0'/>");
+            const auto prepare = [nType](const CHost& h) {
+                Prepare(h, nType);
+                SetMeter(h, nType, 40);
+                EXPECT_EQ(1, h.Set(0, QEL_SEL_SHOW_PIN, nType != 7)); // the time moves on
+                EXPECT_EQ(1, h.Set(0, QEL_SEL_FILL_ONLY, 1));
+            };
+            prepare(host);
+            CTestBitmap before(SIDE, SIDE), after(SIDE, SIDE), reopened(SIDE, SIDE);
+            host.Draw(before, QEL_DRAW_FULL);
+            const HQELELEM hGroup = QELGetNextElem(host, QELGetFirstChild(host, host.Child(1)));
+            way.go(host, hGroup, QELGetFirstChild(host, hGroup));
+            host.Draw(after, QEL_DRAW_FULL);
+
+            const std::string path = host.Folder().Path("out.qel");
+            ASSERT_EQ(1, QELSaveFile(host, path.c_str()));
+            const CHost again("");
+            ASSERT_EQ(1, QELOpenFile(again, path.c_str()));
+            ASSERT_EQ(1, QELSetQELRect(again, &QEL));
+            prepare(again);
+            again.Draw(reopened, QEL_DRAW_FULL);
+            EXPECT_EQ("", FirstDifference(reopened, after));
+            EXPECT_EQ(way.bLeaves, !FirstDifference(before, after).empty());
+        }
+}
+
 // ---- partial redraw ----
 
 bool HasWord(const std::vector<std::string>& calls, const std::string& word)
