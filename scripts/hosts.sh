@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the sample hosts of examples/hosts, runs them and compares what they draw with the pictures of
-# `qel render`; checks the declarations of scripts/bindings.py with the compilers and runtimes they are for.
+# `qel render`; checks the declarations of scripts/bindings with the compilers and runtimes they are for.
 # C, C++ and Pascal run under Wine, in both word sizes, and the samples with a window on a display of their
 # own. There is no .NET and no Python for Windows here: these two run on Linux against a stand-in of the DLL
 # that records what arrives.
@@ -97,7 +97,7 @@ pascal() { # ARCH SOURCE PROGRAM
 
 # ---- declarations: current, and right about both DLLs
 
-does "declarations" python3 scripts/bindings.py --check "$build"
+does "declarations" python3 scripts/bindings --check "$build"
 
 # ---- compiling: for each architecture a folder with the DLL and the programs
 
@@ -181,7 +181,7 @@ done
 # ---- records: the layout is that of the C header, in every language
 
 stand_in=$work/stand-in
-python3 scripts/bindings.py --stand-in "$stand_in" || exit 2
+python3 scripts/bindings --stand-in "$stand_in" || exit 2
 for arch in i686 x86_64; do
   does "layout.c, $arch" "$arch-w64-mingw32-gcc-posix" -Iinclude "$stand_in/layout.c" -o "$work/$arch/layout-c.exe"
   does "layout.pas, $arch" pascal $arch "$stand_in/layout.pas" "$work/$arch/layout-pascal.exe"
@@ -217,14 +217,14 @@ PYTHON
 }
 does "C# calls" csharp "$work/calls.exe" "$stand_in/Calls.cs"
 QEL_TRACE=$work/csharp.trace mono "$work/calls.exe" >"$work/csharp.printed"
-QEL_TRACE=$work/python.trace python3 scripts/bindings.py --calls "$stand_in/libstandin.so" >"$work/python.printed"
+QEL_TRACE=$work/python.trace python3 scripts/bindings --calls "$stand_in/libstandin.so" >"$work/python.printed"
 for language in csharp python; do
   same "what arrives from $language" "$stand_in/trace.txt" "$work/$language.trace"
   same "what comes back to $language" "$stand_in/printed.txt" "$work/$language.printed"
 done
 mono "$work/calls.exe" layout >"$work/csharp.layout"
 same "records of C#" "$work/i686/layout-c.txt" "$work/csharp.layout"
-python3 scripts/bindings.py --layout >"$work/python.layout"
+python3 scripts/bindings --layout >"$work/python.layout"
 same "records of Python" "$work/i686/layout-c.txt" "$work/python.layout"
 
 # The samples themselves: their calls of the engine, in order, and the head of the picture file.
