@@ -57,7 +57,7 @@ def check_pages(problems):
 
 
 def check(interface, build):
-    problems = [f"examples/hosts/{path} is not current: run scripts/bindings.py" for path, make in TARGETS.items()
+    problems = [f"examples/hosts/{path} is not current: run python3 scripts/bindings" for path, make in TARGETS.items()
                 if not (HOSTS / path).exists() or (HOSTS / path).read_text("utf-8") != make(interface)]
     if not problems:
         exports = check_binaries(interface, build, problems)

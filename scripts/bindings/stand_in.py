@@ -2,7 +2,7 @@
 from bindings import csharp_calls, pascal
 from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, layout_lines, test_calls, test_result
 
-HEAD = """/* A stand-in of QELEngine.dll for Linux, made by scripts/bindings.py from the header that it
+HEAD = """/* A stand-in of QELEngine.dll for Linux, made by scripts/bindings from the header that it
  * includes. It writes every call with its arguments into the file $QEL_TRACE and answers with numbers
  * that tell themselves apart. A few functions of the system that the sample hosts use are here, too. */
 #include "QELEngine.h"
