@@ -265,26 +265,6 @@ display_server=$!
 read -r number <"$work/display"
 export DISPLAY=:$number
 
-# Its inside, somewhere on the screen, is the picture: prints where.
-inside() { # SCREENSHOT PICTURE
-  python3 - "$1" "$2" <<'PYTHON'
-import subprocess, sys
-def read(path):
-    data = subprocess.run(["convert", path, "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout
-    _, size, _, pixels = data.split(b"\n", 3)
-    return (*map(int, size.split()), pixels)
-width, height, screen = read(sys.argv[1])
-w, h, picture = read(sys.argv[2])
-rows = [picture[y * w * 3:(y + 1) * w * 3] for y in range(h)]
-for top in range(60):  # a frame and a title come first
-    for left in range(20):
-        starts = (((top + y) * width + left) * 3 for y in range(h))
-        if all(screen[start:start + w * 3] == row for start, row in zip(starts, rows)):
-            print(left, top)
-            sys.exit(0)
-sys.exit(1)
-PYTHON
-}
 # The window after 25 steps of 2 shows what the window-less host draws in the same steps.
 steps=$(seq -f 0=%g 0 2 50)
 # shellcheck disable=SC2086
@@ -301,7 +281,8 @@ window() { # ARCH PROGRAM: exit status 0 when the picture came and a click on th
   for _ in $(seq 60); do
     sleep 0.25
     import -window root "$folder/screen.png"
-    inside "$folder/screen.png" "$work/steps.bmp" >/dev/null && { status=0; break; }
+    # Its inside, somewhere on the screen, is the picture.
+    python3 scripts/find_picture.py "$folder/screen.png" "$work/steps.bmp" >/dev/null && { status=0; break; }
   done
   for id in $(xdotool search --onlyvisible --name boiler-room); do
     eval "$(xdotool getwindowgeometry --shell "$id")"
