@@ -814,10 +814,7 @@ TEST(ArcMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
     CTestBitmap bitmap(240, 240);
     const HDC hdc = bitmap.Dc();
     CTestSelect pen(hdc, ::CreatePen(PS_DOT, 1, 0x123456), true);
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     CDial dial;
     Prepared(dial);
     dial->Draw(hdc, 5, QEL_DRAW_FULL);

@@ -71,10 +71,7 @@ void ExpectSamePixels(const Painter& raw, const Painter& draw)
 // A device context in which nothing is as a component wants it.
 void Unsettle(HDC hdc)
 {
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     ::SetPolyFillMode(hdc, WINDING);
 }
 

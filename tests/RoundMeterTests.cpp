@@ -826,10 +826,7 @@ TEST(RoundGauge, LeavesTheDeviceContextAsItWas)
         g->SetAxisStyle(nStyle);
         CTestBitmap bitmap(400, 400);
         const HDC hdc = bitmap.Dc();
-        ::SetBkMode(hdc, OPAQUE);
-        ::MoveToEx(hdc, 3, 4, nullptr);
-        ::SetBkColor(hdc, RGB(1, 2, 3));
-        ::SetTextColor(hdc, RGB(4, 5, 6));
+        MarkState(hdc);
         const std::string before = DcState(hdc);
         EXPECT_EQ(1, g->Draw(hdc, 40, QEL_DRAW_FULL));
         EXPECT_EQ(1, g->Draw(hdc, 60.5F, 0));

@@ -435,10 +435,7 @@ TEST(SectorMeter, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
     chart->SetShowValue(1);
     CTestBitmap bitmap(300, 280);
     const HDC hdc = bitmap.Dc();
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     const std::string before = DcState(hdc);
     const auto draw = [&] {
         EXPECT_EQ(1, chart->Draw(hdc, 40, QEL_DRAW_FULL));

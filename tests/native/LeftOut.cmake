@@ -23,7 +23,7 @@ list(APPEND QEL_LEFT_OUT
   Bar3D.OutlineIsInTheScaleColours
   Bar3D.OutlineStaysInTheColumnAtEveryValue
   BarFill3D.CapIsAnEllipseInBrushAndColours
-  ChordShape.IsDrawnCounterClockwiseWhateverTheDirectionWas
+  ChordOrPieShape/*.IsDrawnCounterClockwiseWhateverTheDirectionWas
   CircleShape.StaysRoundInTheMiddleOfAWideOrHighBox
   ClockMarks.HoursStandOutAmongTheMinutes
   Curve.LeavesTheDeviceContextAsItWasAndUsesItsPen
@@ -33,7 +33,6 @@ list(APPEND QEL_LEFT_OUT
   MeterView.TheFaceIsDrawnInItsColourWithoutHatchInAFullDrawOnly
   PieMeters/*.AHatchedSectorHasBothColoursAndTheEraseIsSolid
   PieMeters/*.PaintsSectorAndEraseWithoutOutline
-  PieShape.IsDrawnCounterClockwiseWhateverTheDirectionWas
   PieUpgradeMeter.FrameLeavesTheFillToBeSeen
   PieUpgradeMeter.PaintsMarksInScaleColourInsideTheRadiusAlone
   RoundGauge.AnAlarmBandTooShortForTwoEndsLeavesNoPixel
@@ -48,16 +47,12 @@ list(APPEND QEL_LEFT_OUT
 
 # They compare the edge of a region with that of the figure, pixel by pixel.
 list(APPEND QEL_LEFT_OUT
-  ChordShape.RegionIsTheFilledFigureAtALargeSize
-  ChordShape.RegionIsTheFilledFigureForEveryStartAndEnd
-  ChordShape.RegionIsTheFilledFigureForFlatEllipses
-  ChordShape.RegionIsTheFilledFigureForVeryFlatEllipses
+  ChordOrPieShape/*.RegionIsTheFilledFigureAtALargeSize
+  ChordOrPieShape/*.RegionIsTheFilledFigureForEveryStartAndEnd
+  ChordOrPieShape/*.RegionIsTheFilledFigureForFlatEllipses
+  ChordOrPieShape/*.RegionIsTheFilledFigureForVeryFlatEllipses
   CircleShape.RegionIsThatOfTheSquare
   EllipseShape.RegionIsElliptic
-  PieShape.RegionIsTheFilledFigureAtALargeSize
-  PieShape.RegionIsTheFilledFigureForEveryStartAndEnd
-  PieShape.RegionIsTheFilledFigureForFlatEllipses
-  PieShape.RegionIsTheFilledFigureForVeryFlatEllipses
   PolygonShape.RegionIsTheFilledFigure
   RoundRectShape.RegionIsThatOfTheMappedRectangle)
 
