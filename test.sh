@@ -43,7 +43,7 @@ finish() {
       tail -n 60 "$logs/$n"
     fi
     # The runners' own counts are worth a line.
-    grep -hE '^\[  PASSED  \]|^\[  FAILED  \] [0-9]+ test|tests passed|^[0-9]+ passed' "$logs/$n" | sed 's/^/    /'
+    grep -hE '^\[  PASSED  \]|^\[  FAILED  \] [0-9]+ test|tests passed|^[0-9]+ (passed|failed)|^[0-9]+ errors?' "$logs/$n" | sed 's/^/    /'
   done
   begun=()
 }
@@ -58,7 +58,11 @@ folders_go_one_way() { python3 scripts/directions.py; }
 format_holds() { sources | xargs clang-format --dry-run -Werror; }
 build_all() { qel_build "$1"; }
 run_tests() { ctest --test-dir "build/$1" --output-on-failure --verbose; }
-tool_tests() { QEL="$PWD/scripts/wine.sh $PWD/build/i686/bin/qel.exe" bash tests/tool_tests.sh; }
+# Debian's own Python: another one that comes first in PATH has no pytest.
+tool_tests() {
+  QEL="$PWD/scripts/wine.sh $PWD/build/i686/bin/qel.exe" PYTHONDONTWRITEBYTECODE=1 \
+    /usr/bin/python3 -m pytest -q --tb=short --basetemp="$logs/tool" tests/tool
+}
 drawings_are_clean() { ./qel check examples/*.qel examples/gallery/*.qel; }
 docs_are_current() { scripts/docs.sh --check; }
 dictionary_is_current() { fuzz/dictionary.sh --check; }

@@ -128,6 +128,53 @@ private:
     bool m_bMoved;
 };
 
+// Texts stand where they are put: the host may have them follow the current position, and move it.
+class CTextPlaceScope {
+public:
+    explicit CTextPlaceScope(HDC hdc) noexcept : m_hdc(hdc), m_nAlign(::GetTextAlign(hdc))
+    {
+        if (IsFollowing()) ::SetTextAlign(hdc, m_nAlign & ~static_cast<UINT>(TA_UPDATECP));
+    }
+    ~CTextPlaceScope()
+    {
+        if (IsFollowing()) ::SetTextAlign(m_hdc, m_nAlign);
+    }
+    CTextPlaceScope(const CTextPlaceScope&) = delete;
+    CTextPlaceScope& operator=(const CTextPlaceScope&) = delete;
+
+private:
+    [[nodiscard]] bool IsFollowing() const
+    {
+        return m_nAlign != GDI_ERROR && (m_nAlign & TA_UPDATECP);
+    }
+
+    HDC m_hdc;
+    UINT m_nAlign;
+};
+
+// Goes back to the current position when something has moved it, and makes no call else.
+class CPositionBackScope {
+public:
+    explicit CPositionBackScope(HDC hdc) noexcept
+        : m_hdc(hdc), m_bKnown(::GetCurrentPositionEx(hdc, &m_ptBefore) != FALSE)
+    {
+    }
+    ~CPositionBackScope()
+    {
+        POINT pt{};
+        if (!m_bKnown || !::GetCurrentPositionEx(m_hdc, &pt)) return;
+        if (pt.x != m_ptBefore.x || pt.y != m_ptBefore.y)
+            ::MoveToEx(m_hdc, m_ptBefore.x, m_ptBefore.y, nullptr);
+    }
+    CPositionBackScope(const CPositionBackScope&) = delete;
+    CPositionBackScope& operator=(const CPositionBackScope&) = delete;
+
+private:
+    HDC m_hdc;
+    POINT m_ptBefore{0, 0};
+    bool m_bKnown;
+};
+
 // A region that is deleted unless it is taken out.
 class CRegion {
 public:

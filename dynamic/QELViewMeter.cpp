@@ -8,6 +8,7 @@
 #include "meter/SectorMeter.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -72,10 +73,13 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
         !::EqualRect(&rcQel, &m_rcLast) || m_lastRef.cx != RefW() || m_lastRef.cy != RefH();
     if (WantsFullRedraw()) nFlags |= QEL_DRAW_FULL;
     if (nFlags & QEL_DRAW_FULL) DrawFace(hdc, rcQel, nFlags);
-    const bool bNewFace = UsesFaceRegion() && (bChanged || !m_hFace);
+    const bool bHadFace = m_hFace != nullptr;
+    const bool bOtherFace = UsesFaceRegion() && HasOtherFace();
+    const bool bNewFace = UsesFaceRegion() && (bChanged || bOtherFace || !m_hFace);
     if (bNewFace) MakeFaceRegion(rcQel);
-    // A renderer that was made without a face takes one as soon as there is one.
-    if (bChanged || !m_pRenderer || (bNewFace && m_hFace)) MakeRenderer(rcQel);
+    // The renderer goes by the region that it was made with: as soon as there is another one, or
+    // none any more, it is made anew.
+    if (bChanged || !m_pRenderer || (bNewFace && (m_hFace || bHadFace))) MakeRenderer(rcQel);
     if (m_pRenderer) {
         if (m_nPassedBlink != BlinkPhase()) PassColours(m_pRenderer.get(), Settings());
         m_nPassedBlink = BlinkPhase();
@@ -95,11 +99,25 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
-        p->TakeBackColor(m_nProperties[QEL_SEL_FACE_COLOR]);
-        p->TakeDraft(DRAFT_SOLID_TEXT);
-        p->SetHollow(m_nProperties[QEL_SEL_FILL_ONLY] != 0);
+        p->DressAsFace(m_nProperties[QEL_SEL_FACE_COLOR], m_nProperties[QEL_SEL_FILL_ONLY] != 0);
         p->Draw(hdc, rcQel, nFlags);
     }
+}
+
+// Whether the shapes make another region than when they were last looked at. Values change none of
+// them, so that most draws end with the first question.
+bool CQELViewMeter::HasOtherFace()
+{
+    if (m_faceChanges == Changes()) return false;
+    m_faceChanges = Changes();
+    uint64_t nSum = 0;
+    for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this))
+        if (!p->FirstChild()) p->AddRegionSource(&nSum);
+    const auto nLow = static_cast<uint32_t>(nSum);
+    const auto nHigh = static_cast<uint32_t>(nSum >> 32);
+    const bool bLow = std::exchange(m_nFaceSource[0], nLow) != nLow;
+    const bool bHigh = std::exchange(m_nFaceSource[1], nHigh) != nHigh;
+    return bLow || bHigh;
 }
 
 void CQELViewMeter::MakeFaceRegion(const RECT& rcQel)

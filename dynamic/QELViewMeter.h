@@ -59,6 +59,7 @@ private:
     void DropFace();
     void DropRenderer();
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    [[nodiscard]] bool HasOtherFace();
     void MakeFaceRegion(const RECT& rcQel);
     void MakeRenderer(const RECT& rcQel);
     void PassPins();
@@ -81,5 +82,7 @@ private:
     SIZE m_lastRef{0, 0};      // the reference size then: the place follows it as well
     int32_t m_nPassedBlink = 0;
     HRGN m_hFace = nullptr;
+    ChangeStamp m_faceChanges;          // when the shapes were last looked at; never
+    uint32_t m_nFaceSource[2] = {0, 0}; // the sum of what they had then, as words like the stamp
     std::unique_ptr<CMeter> m_pRenderer;
 };

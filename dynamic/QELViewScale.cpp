@@ -5,6 +5,7 @@
 #include "base/GdiScopes.h"
 #include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
+#include "meter/DialGeometry.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 
@@ -37,6 +38,17 @@ RECT DiscBox(POINT pt, int32_t nRadius)
 int DirectionOf(bool bClockwise)
 {
     return bClockwise ? AD_CLOCKWISE : AD_COUNTERCLOCKWISE;
+}
+
+// One point for both ends would come out as a whole circle.
+void ArcLine(HDC hdc, const RECT& rc, const RoundScale& round, int32_t nFrom, int32_t nTo)
+{
+    const POINT pt1 = ScalePoint(round.ptCentre, round.nCircle, nFrom);
+    const POINT pt2 = ScalePoint(round.ptCentre, round.nCircle, nTo);
+    const bool bWhole = static_cast<float>(WrapAbs(WrapSub(nTo, nFrom))) >= FULL_SWEEP;
+    if (!bWhole && pt1.x == pt2.x && pt1.y == pt2.y) return;
+    const CArcDirectionScope direction(hdc, DirectionOf(nTo < nFrom));
+    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt2.x, pt2.y);
 }
 
 } // namespace
@@ -201,10 +213,7 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
     if (bDrawable && !bArc) {
         ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
     } else if (bDrawable && n[5] != n[6]) {
-        const CArcDirectionScope direction(hdc, DirectionOf(n[6] < n[5]));
-        const POINT pt1 = ScalePoint(pt, round.nCircle, n[5]);
-        const POINT pt2 = ScalePoint(pt, round.nCircle, n[6]);
-        ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt2.x, pt2.y);
+        ArcLine(hdc, rc, round, n[5], n[6]);
     }
     if (nCount < 1) return;
     const int32_t nFirst = bArc ? n[5] : StartOf(m_nStartCode).nAngle + m_nOffset;

@@ -19,6 +19,14 @@ bool TakesHostValues(const CQELDocElm& elm)
     return pType && pType->Is(TRAIT_HOST_VALUES);
 }
 
+// The meter that an element is in; null for none.
+const CQELDocElm* MeterAround(const CQELDocElm* pElm)
+{
+    do pElm = pElm->Parent();
+    while (pElm && pElm->Type() != QEL_TYPE_METER);
+    return pElm;
+}
+
 } // namespace
 
 CQELEngine::CQELEngine(bool bShowOnly) noexcept
@@ -196,6 +204,7 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
 int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter)
 {
     const bool bWasInPicture = IsInPicture(pElm);
+    const CQELDocElm* pMeter = MeterAround(pElm);
     CQELViewElm* pView = pElm->View();
     const bool bComesIn = pView && !bWasInPicture && pParent && IsInPicture(pParent);
     if (bComesIn && !m_view.ReservePlaces(pView)) return 0;
@@ -209,7 +218,20 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
     m_view.MoveElement(pView, pParent ? pParent->View() : nullptr,
                        pAfter ? pAfter->View() : nullptr);
     if (bIsInPicture && !bWasInPicture) RegisterAll(pView);
+    if (pMeter && MeterAround(pElm) != pMeter) GiveFillsBack(pElm);
     return 1;
+}
+
+// What was the face of a meter, and is in it no more, is drawn as its record says. The geometry
+// stays: that of the picture may have been turned.
+void CQELEngine::GiveFillsBack(CQELDocElm* pTop)
+{
+    const CQELDocElm* pMeter = MeterAround(pTop);
+    for (CQELDocElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
+        if (!pElm->View() || !pElm->View()->IsShape() || MeterAround(pElm) != pMeter) continue;
+        const ShapeData data = static_cast<const CQELDocShape*>(pElm)->Data();
+        static_cast<CQELViewShape*>(pElm->View())->GiveFillBack(data.nDraft, data.clrB);
+    }
 }
 
 CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)

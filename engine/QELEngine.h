@@ -54,6 +54,7 @@ private:
     int LoadView(CQELDocElm* pElm);
     int ReloadView(CQELDocElm* pElm);
     void GiveUp(CQELDocElm* pElm);
+    static void GiveFillsBack(CQELDocElm* pTop);
     [[nodiscard]] bool IsInPicture(const CQELDocElm* pElm) const;
     void TakeRefSize();
     void RegisterAll(CQELViewElm* pTop);

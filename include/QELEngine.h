@@ -414,7 +414,9 @@ int QELAPI QELDraw(HQELENGINE hEngine, HDC hdc, const RECT* prcUpdate, DWORD nFl
  * -100 as -90); 0 is as opened. The reference size turns along; the saved drawing does not. */
 int QELAPI QELRotate(HQELENGINE hEngine, int nAngle);
 
-/* 0: blinking colours are shown; else they are black. 0 without a drawing. */
+/* 0: blinking colours are shown; else they are black. An element that is made or copied later is
+ * bright until the next call; one that QELMoveElem brings into the picture is as the drawing is.
+ * Result: 0 without a drawing. */
 int QELAPI QELSetBlinkState(HQELENGINE hEngine, int nState);
 
 /* ---- live values ---- */

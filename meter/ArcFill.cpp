@@ -7,7 +7,6 @@
 namespace {
 
 constexpr float MIN_SWEEP = 0.99F;
-constexpr float FULL_SWEEP = 355.0F; // from here on a full disc is what is meant
 
 } // namespace
 

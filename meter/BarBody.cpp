@@ -6,6 +6,7 @@
 #include "meter/BarFill.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
+#include "meter/FaceClip.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,6 +24,8 @@ constexpr FontCell g_smallerCells[] = {{12, 24}, {8, 16}, {6, 12}};
 int CBarBody::Paint(HDC hdc, const RECT& rcSegment) const
 {
     if (::IsRectEmpty(&rcSegment)) return 0;
+    const CFaceClip clip(hdc, m_meter.Region(), m_meter.Column());
+    if (!clip.MayPaint()) return 0;
     const int32_t nFrom = m_column.AlongFrom(rcSegment);
     const int32_t nTo = m_column.AlongTo(rcSegment);
     return m_meter.GetFrameOption() == FRAME_CYLINDER ? PaintCylinder(hdc, nFrom, nTo)
@@ -67,6 +70,8 @@ int CBarBody::PaintCylinder(HDC hdc, int32_t nFrom, int32_t nTo) const
 
 int CBarBody::Outline(HDC hdc, const RECT& rcSegment) const
 {
+    const CFaceClip clip(hdc, m_meter.Region(), m_meter.Column());
+    if (!clip.MayPaint()) return 0;
     const bool bBody = !::IsRectEmpty(&rcSegment);
     const int32_t nFrom = bBody ? m_column.AlongFrom(rcSegment) : 0;
     const int32_t nTo = bBody ? m_column.AlongTo(rcSegment) : 0;

@@ -1,6 +1,7 @@
 // The three-dimensional body of a bar: a box or a cylinder that stands on the filled segment, the
 // outline that makes it look solid, and the read-out in its column. No colour is computed for
-// shading: the faces have the bar's colour, and the outline gives the depth.
+// shading: the faces have the bar's colour, and the outline gives the depth. Body and outline stay
+// inside of the meter's face, as the fill of a flat bar does.
 #pragma once
 
 #include "meter/BarMeter.h"

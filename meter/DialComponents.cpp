@@ -53,10 +53,11 @@ int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float
 int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
 {
     if (!hPen || !IsDrawableRadius(nRadius)) return 0;
-    const CSelectScope pen(hdc, hPen);
-    const RECT rc = SquareAround(ptCentre, nRadius);
     const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);
     const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart);
+    if (fSweep < FULL_SWEEP && ptEnd.x == ptStart.x && ptEnd.y == ptStart.y) return 0;
+    const CSelectScope pen(hdc, hPen);
+    const RECT rc = SquareAround(ptCentre, nRadius);
     ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptEnd.x, ptEnd.y, ptStart.x, ptStart.y);
     return 1;
 }
@@ -114,6 +115,7 @@ int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, CO
     const CTextColorScope color(hdc, clr);
     const CBkModeScope mode(hdc, TRANSPARENT);
     const CSelectScope font(hdc, hFont);
+    const CTextPlaceScope place(hdc);
     ::TextOutA(hdc, ptTopLeft.x, ptTopLeft.y, pszText, static_cast<int>(std::strlen(pszText)));
     return 1;
 }

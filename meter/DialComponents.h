@@ -27,14 +27,16 @@ public:
     CArcAxis(const CArcAxis&) = delete;
     CArcAxis& operator=(const CArcAxis&) = delete;
 
-    // From fStart over fSweep degrees. Nothing is drawn for a radius of 0.
+    // From fStart over fSweep degrees. Nothing is drawn for a radius of 0, and of an arc too short
+    // to have two ends.
     int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const;
 
 private:
     HPEN m_hPen;
 };
 
-// The arc that the classes with a pen of their own draw; 0 without a pen, and for a radius of 0.
+// The arc that the classes with a pen of their own draw; 0 without a pen, for a radius of 0, and
+// for an arc too short to have two ends, which GDI would draw as a whole ring.
 int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep);
 
 // The disc in the middle of a plain dial.

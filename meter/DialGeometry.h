@@ -59,6 +59,10 @@ constexpr int32_t BladeLength(int32_t r) // r - 17
     return ClampRadius(RimRadius(r) - 3);
 }
 
+// From so many degrees on, two ends on one point are a whole disc or ring. Of a smaller sweep they
+// are next to nothing, which GDI cannot tell from a whole turn.
+constexpr float FULL_SWEEP = 355.0F;
+
 // The point of a circle. A radius out of 0 to 3000 is replaced by 10.
 POINT PolarPoint(POINT ptCentre, int32_t nRadius, float fAngle);
 

@@ -103,11 +103,12 @@ int CRoundMeter::FormatReadOut(char (&szOut)[VALUE_TEXT_SIZE], double fValue) co
     return 1;
 }
 
-COLORREF CRoundMeter::ReadOutColor(double fValue) const
+// The zone of the value before: the new one is stored when all layers are painted. Deliberate.
+COLORREF CRoundMeter::ReadOutColor() const
 {
     if (!GetShowAlarm()) return BLACK;
     const AlarmZones zones = GetAlarmZones();
-    const float fAngle = AngleOf(fValue);
+    const float fAngle = AngleOf(GetShownValue());
     return zones.fLow < fAngle && fAngle < zones.fHigh ? GREEN : RED;
 }
 
@@ -123,7 +124,7 @@ int CRoundMeter::DrawReadOut(HDC hdc, double fValue) const
     return DrawMeterText(hdc,
                          {WrapSub(Centre().x, nLength * cell.nWidth / 2),
                           WrapAdd(Centre().y, Radius() / 2 - cell.nHeight * 2 / 3)},
-                         szText, font.Get(), ReadOutColor(fValue));
+                         szText, font.Get(), ReadOutColor());
 }
 
 int CRoundMeter::DrawValueText(HDC hdc, float fValue)

@@ -27,5 +27,5 @@ protected:
 
 private:
     int DrawReadOut(HDC hdc, double fValue) const;
-    [[nodiscard]] COLORREF ReadOutColor(double fValue) const;
+    [[nodiscard]] COLORREF ReadOutColor() const;
 };

@@ -13,7 +13,8 @@ public:
     CRoundMeterArcAxis(const CRoundMeterArcAxis&) = delete;
     CRoundMeterArcAxis& operator=(const CRoundMeterArcAxis&) = delete;
 
-    // The band's middle lies at nRadius. 0 without a pen, and for a radius of 0.
+    // The band's middle lies at nRadius. 0 without a pen, for a radius of 0, and for
+    // a band too short to have two ends.
     int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const;
 
 private:

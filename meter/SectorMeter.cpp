@@ -111,6 +111,7 @@ template <class Value>
 int CSectorMeter::PrintValues(HDC hdc, const Value (&values)[MAX_SECTORS])
 {
     const double fTotal = TakeShares(values);
+    if (!IsDrawableRadius(ChartRadius())) return 0; // no chart, so there is nothing to say of it
     FontCell cell{};
     GetFontSize(ChartRadius() / FONT_HINT_PARTS, &cell);
     const CFont font(MakeMeterFont(cell, FW_BOLD));

@@ -13,7 +13,7 @@ bool IsSurface(HDC hdc)
 }
 
 // Whether the clip box is in the units of the drawing, and what is painted outside of it is seen by
-// nobody: no current position that texts move, no bounds that are summed up.
+// nobody: no bounds that are summed up, nor an alignment in which texts may move the position.
 bool HasPlainState(HDC hdc)
 {
     if (::GetMapMode(hdc) != MM_TEXT || ::GetGraphicsMode(hdc) != GM_COMPATIBLE) return false;

@@ -101,18 +101,25 @@ int CQELView::DeleteElement(CQELViewElm* pElm)
     return 1;
 }
 
+bool CQELView::IsInPicture(const CQELViewElm* pElm) const
+{
+    while (pElm && pElm != m_pRoot) pElm = pElm->Parent();
+    return pElm != nullptr;
+}
+
 int CQELView::MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter)
 {
+    const bool bWasInPicture = IsInPicture(pElm);
     m_detached.Unlink(pElm);
-    if (pParent) {
-        pElm->Move(pParent, pAfter);
-        // An element that was out of the picture has missed what the drawing went through
-        // meanwhile.
-        pElm->SetRefSize(pParent->RefW(), pParent->RefH());
-        pElm->SetBlink(pParent->BlinkPhase());
+    if (!pParent) {
+        m_detached.Keep(pElm);
         return 1;
     }
-    m_detached.Keep(pElm);
+    pElm->Move(pParent, pAfter);
+    // An element that was out of the picture has missed what the drawing went through meanwhile.
+    // The phase is the drawing's: a group that was made in the dark phase is bright itself.
+    pElm->SetRefSize(pParent->RefW(), pParent->RefH());
+    if (!bWasInPicture && IsInPicture(pElm)) pElm->SetBlink(m_pRoot->BlinkPhase());
     return 1;
 }
 

@@ -35,7 +35,8 @@ public:
                       CQELViewElm** ppOut);
     int DeleteElement(CQELViewElm* pElm);
     // Without pAfter the element becomes the first child; with a null parent it leaves the picture
-    // and stays owned by the view.
+    // and stays owned by the view. What comes into the picture takes the drawing's blink phase, and
+    // what moves inside of it keeps its own.
     int MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
     static int DuplicateElement(CQELViewElm* pElm, CQELViewElm** ppOut);
 
@@ -74,6 +75,7 @@ public:
 private:
     void DeleteAll();
     [[nodiscard]] CQELViewElm* MakeElement(int32_t nType);
+    [[nodiscard]] bool IsInPicture(const CQELViewElm* pElm) const;
     int SetSlot(CQELViewElm* pElm, bool bOn);
     int SetElementParam(int32_t nIndex, uint32_t nValue);
     CQELViewList* ListOf(int32_t nType);

@@ -18,6 +18,13 @@ constexpr KeywordRow g_fillStyles[] = {{QEL_STYLE_STROKE, "Stoke"},
 static_assert(IsSoundTable(g_fillStyles),
               "styles and keywords are unique and the end mark is there");
 
+// Each step can be undone, so that a change of one word never gets lost.
+void AddWord(uint64_t* pnSum, int32_t nWord)
+{
+    *pnSum = (*pnSum ^ static_cast<uint32_t>(nWord)) * 0x9E3779B97F4A7C15ULL;
+    *pnSum ^= *pnSum >> 32;
+}
+
 } // namespace
 
 const KeywordRow* const g_fillStyleRows = g_fillStyles;
@@ -135,6 +142,14 @@ HRGN CQELViewShape::MakeRegion(const RECT&) const
     return nullptr;
 }
 
+void CQELViewShape::AddRegionSource(uint64_t* pnSum) const
+{
+    for (const int32_t n : {Type(), static_cast<int32_t>(Style()), m_nPenWidth,
+                            static_cast<int32_t>(m_nFlags), RefW(), RefH(), m_geometry.Count()})
+        AddWord(pnSum, n);
+    for (int32_t n = 0; n < m_geometry.Count(); ++n) AddWord(pnSum, Words()[n]);
+}
+
 Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
 {
     DeviceFigure figure; // filled in as far as the class has it
@@ -248,6 +263,8 @@ int CQELViewShape::TakeData(const ShapeData& data)
     }
     if (!bSameText) GivePoolText(Pool(), m_pszText);
     NoteChange();
+    m_bFace = false;
+    m_bHollow = false;
     m_pszText = pszText;
     m_nStyle = data.nStyle;
     m_nDraft = data.nDraft;
@@ -287,6 +304,23 @@ int CQELViewShape::SetDraftBackParam(uint32_t nValue)
     if (!TakesDraft()) return 0;
     m_clrB = nValue;
     return 1;
+}
+
+void CQELViewShape::DressAsFace(uint32_t clr, bool bHollow)
+{
+    TakeBackColor(clr);
+    TakeDraft(DRAFT_SOLID_TEXT);
+    SetHollow(bHollow);
+    m_bFace = true;
+}
+
+void CQELViewShape::GiveFillBack(int32_t nOwnDraft, uint32_t clrOwnB)
+{
+    if (!m_bFace) return; // it never was drawn as a face
+    TakeBackColor(clrOwnB);
+    TakeDraft(nOwnDraft);
+    SetHollow(false);
+    m_bFace = false;
 }
 
 void CQELViewShape::TakeColor(uint32_t clr)

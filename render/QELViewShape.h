@@ -68,6 +68,10 @@ public:
     // class has no interior or the mapping fails.
     [[nodiscard]] virtual HRGN MakeRegion(const RECT& rcQel) const;
 
+    // Adds all that MakeRegion goes by, apart from its argument, to a sum: two sums that agree
+    // stand for one region, but for a chance of one in 2 to the power 64.
+    void AddRegionSource(uint64_t* pnSum) const;
+
     // What a full draw paints on, in device units and rather too much than too little.
     Reach PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
     // Enters itself for the colours that a full draw of it leaves set.
@@ -85,6 +89,9 @@ public:
         if (bHollow != m_bHollow) NoteChange();
         m_bHollow = bHollow;
     }
+    // As the face of a meter is drawn, until a record is loaded or the own fill is given back.
+    void DressAsFace(uint32_t clr, bool bHollow);
+    void GiveFillBack(int32_t nOwnDraft, uint32_t clrOwnB);
 
 protected:
     // Maps the geometry. 0: it cannot be drawn (a point list out of count).
@@ -132,7 +139,8 @@ protected:
     static constexpr int32_t PAINT_SLACK = 2; // pixels, for the rounding of curves and slants
 
     int8_t m_nQuarters = 0;
-    bool m_bHollow = false;
+    bool m_bHollow : 1 = false;
+    bool m_bFace : 1 = false; // it has the fill of a meter's face instead of its own
     uint32_t m_nStyle = 0;
     int32_t m_nDraft = 0;
     uint32_t m_clrA = 0xFFFFFF;

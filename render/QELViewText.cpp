@@ -73,15 +73,23 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     CSizedFontScope font(hdc, TextCell(rc, nCount));
     const CBkColorScope back(hdc, BlinkColor(m_clrB));
     const CTextColorScope text(hdc, BlinkColor(m_clrA));
-    ::DrawTextA(hdc, Text(), static_cast<int>(nCount), &rc, 0);
+    PaintText(hdc, &rc, static_cast<int>(nCount));
     font.Restore(); // before the colours: the order in which hosts have always seen these calls
     return 1;
+}
+
+// The system may draw the line under the letter behind an ampersand from the current position.
+void CQELViewText::PaintText(HDC hdc, RECT* prc, int nCount) const
+{
+    const CTextPlaceScope place(hdc);
+    const CPositionBackScope position(hdc);
+    ::DrawTextA(hdc, Text(), nCount, prc, 0);
 }
 
 void CQELViewText::LeaveColors(LeftColors*) const {}
 
 // Letters are cut off at the rectangle. The line that the system draws under the letter behind an
-// ampersand may not be, and it may move the current position: nothing is known of such a text.
+// ampersand may not be: nothing is known of such a text.
 int CQELViewText::PaintMargin(int32_t* pnOut) const
 {
     *pnOut = PAINT_SLACK;

@@ -19,6 +19,9 @@ public:
 
 protected:
     int PaintMargin(int32_t* pnOut) const override;
+
+private:
+    void PaintText(HDC hdc, RECT* prc, int nCount) const;
 };
 
 // The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,

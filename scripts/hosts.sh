@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the sample hosts of examples/hosts, runs them and compares what they draw with the pictures of
-# `qel render`; checks the declarations of scripts/bindings.py with the compilers and runtimes they are for.
+# `qel render`; checks the declarations of scripts/bindings with the compilers and runtimes they are for.
 # C, C++ and Pascal run under Wine, in both word sizes, and the samples with a window on a display of their
 # own. There is no .NET and no Python for Windows here: these two run on Linux against a stand-in of the DLL
 # that records what arrives.
@@ -97,7 +97,7 @@ pascal() { # ARCH SOURCE PROGRAM
 
 # ---- declarations: current, and right about both DLLs
 
-does "declarations" python3 scripts/bindings.py --check "$build"
+does "declarations" python3 scripts/bindings --check "$build"
 
 # ---- compiling: for each architecture a folder with the DLL and the programs
 
@@ -181,7 +181,7 @@ done
 # ---- records: the layout is that of the C header, in every language
 
 stand_in=$work/stand-in
-python3 scripts/bindings.py --stand-in "$stand_in" || exit 2
+python3 scripts/bindings --stand-in "$stand_in" || exit 2
 for arch in i686 x86_64; do
   does "layout.c, $arch" "$arch-w64-mingw32-gcc-posix" -Iinclude "$stand_in/layout.c" -o "$work/$arch/layout-c.exe"
   does "layout.pas, $arch" pascal $arch "$stand_in/layout.pas" "$work/$arch/layout-pascal.exe"
@@ -217,14 +217,14 @@ PYTHON
 }
 does "C# calls" csharp "$work/calls.exe" "$stand_in/Calls.cs"
 QEL_TRACE=$work/csharp.trace mono "$work/calls.exe" >"$work/csharp.printed"
-QEL_TRACE=$work/python.trace python3 scripts/bindings.py --calls "$stand_in/libstandin.so" >"$work/python.printed"
+QEL_TRACE=$work/python.trace python3 scripts/bindings --calls "$stand_in/libstandin.so" >"$work/python.printed"
 for language in csharp python; do
   same "what arrives from $language" "$stand_in/trace.txt" "$work/$language.trace"
   same "what comes back to $language" "$stand_in/printed.txt" "$work/$language.printed"
 done
 mono "$work/calls.exe" layout >"$work/csharp.layout"
 same "records of C#" "$work/i686/layout-c.txt" "$work/csharp.layout"
-python3 scripts/bindings.py --layout >"$work/python.layout"
+python3 scripts/bindings --layout >"$work/python.layout"
 same "records of Python" "$work/i686/layout-c.txt" "$work/python.layout"
 
 # The samples themselves: their calls of the engine, in order, and the head of the picture file.
@@ -265,26 +265,6 @@ display_server=$!
 read -r number <"$work/display"
 export DISPLAY=:$number
 
-# Its inside, somewhere on the screen, is the picture: prints where.
-inside() { # SCREENSHOT PICTURE
-  python3 - "$1" "$2" <<'PYTHON'
-import subprocess, sys
-def read(path):
-    data = subprocess.run(["convert", path, "-depth", "8", "ppm:-"], capture_output=True, check=True).stdout
-    _, size, _, pixels = data.split(b"\n", 3)
-    return (*map(int, size.split()), pixels)
-width, height, screen = read(sys.argv[1])
-w, h, picture = read(sys.argv[2])
-rows = [picture[y * w * 3:(y + 1) * w * 3] for y in range(h)]
-for top in range(60):  # a frame and a title come first
-    for left in range(20):
-        starts = (((top + y) * width + left) * 3 for y in range(h))
-        if all(screen[start:start + w * 3] == row for start, row in zip(starts, rows)):
-            print(left, top)
-            sys.exit(0)
-sys.exit(1)
-PYTHON
-}
 # The window after 25 steps of 2 shows what the window-less host draws in the same steps.
 steps=$(seq -f 0=%g 0 2 50)
 # shellcheck disable=SC2086
@@ -301,7 +281,8 @@ window() { # ARCH PROGRAM: exit status 0 when the picture came and a click on th
   for _ in $(seq 60); do
     sleep 0.25
     import -window root "$folder/screen.png"
-    inside "$folder/screen.png" "$work/steps.bmp" >/dev/null && { status=0; break; }
+    # Its inside, somewhere on the screen, is the picture.
+    python3 scripts/find_picture.py "$folder/screen.png" "$work/steps.bmp" >/dev/null && { status=0; break; }
   done
   for id in $(xdotool search --onlyvisible --name boiler-room); do
     eval "$(xdotool getwindowgeometry --shell "$id")"

@@ -57,6 +57,8 @@ qel_need_test_tools() {
   qel_need script bsdutils
   qel_need git git
   qel_need python3 python3
+  qel_need /usr/lib/python3/dist-packages/pytest python3-pytest
+  qel_need /usr/lib/python3/dist-packages/PIL python3-pil
 }
 
 # Installs what is missing, or says in one message what is to be installed.

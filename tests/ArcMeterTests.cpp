@@ -262,8 +262,11 @@ TEST(ArcMeter, SmallRadiiCountAsOneStepByStep)
     dial->SetTickCount(1);
     dial->SetMajorEvery(0);
     EXPECT_EQ((Lines{Line(1, SCALE, 1, 1, 30), Line(1, SCALE, 1, 1, 330)}), Scale(dial));
-    EXPECT_EQ((Lines{Arc(1, SCALE, 1, 30, 330)}),
-              Drawn([&](HDC hdc) { EXPECT_EQ(1, dial->DrawAxis(hdc)); }));
+    // Its axis would have both ends on the centre; a closed one is a ring all the same.
+    EXPECT_EQ(Lines{}, Drawn([&](HDC hdc) { EXPECT_EQ(0, dial->DrawAxis(hdc)); }));
+    CDial closed(10, 0, 360);
+    EXPECT_EQ((Lines{Arc(1, SCALE, 1, 0, 360)}),
+              Drawn([&](HDC hdc) { EXPECT_EQ(1, closed->DrawAxis(hdc)); }));
 }
 
 // ---- numbers ----
@@ -452,6 +455,43 @@ TEST(ArcMeter, AlarmArcsLieBelowBetweenAndAboveTheLimits)
         dial->SetHighLimit(row.nHigh);
         EXPECT_EQ(row.arcs, AlarmArcs(dial)) << row.nLow << ".." << row.nHigh;
     }
+}
+
+// 0.3 degrees, of which both ends are one pixel here: GDI would draw the whole ring.
+TEST(ArcMeter, AlarmArcsTooShortForTwoEndsAreLeftOut)
+{
+    const int z = R - 25;
+    ASSERT_EQ(Text(Polar(z, 30)), Text(Polar(z, 30.3F)));
+    ASSERT_EQ(Text(Polar(z, 329.7F)), Text(Polar(z, 330)));
+    struct Row {
+        int nLow, nHigh;
+        Lines arcs;
+    };
+    const Row rows[] = {
+        {0, 999, {Arc(2, SCALE, z, 30, 329.7F)}},
+        {1, 1000, {Arc(2, SCALE, z, 30.3F, 330)}},
+        {0, 1, {Arc(2, HIGH, z, 30.3F, 330)}},
+        {999, 1000, {Arc(2, LOW, z, 30, 329.7F)}},
+        {0, 900, {Arc(2, SCALE, z, 30, 300), Arc(2, HIGH, z, 300, 330)}},
+    };
+    for (const Row& row : rows) {
+        CDial dial;
+        dial->SetMax(1000);
+        dial->SetLowLimit(row.nLow);
+        dial->SetHighLimit(row.nHigh);
+        EXPECT_EQ(row.arcs, AlarmArcs(dial)) << row.nLow << ".." << row.nHigh;
+    }
+}
+
+TEST(ArcMeter, AnAlarmArcTooShortForTwoEndsLeavesNoPixel)
+{
+    CDial dial;
+    dial->SetMax(1000);
+    dial->SetHighLimit(999);
+    CTestBitmap drawn(240, 240);
+    EXPECT_EQ(1, dial->DrawAlarmZones(drawn.Dc()));
+    EXPECT_EQ(0, CountPixels(drawn, HIGH));
+    EXPECT_GT(CountPixels(drawn, SCALE), 300);
 }
 
 TEST(ArcMeter, ReversedAlarmZonesAreMirroredAndExchangeTheirColours)
@@ -774,10 +814,7 @@ TEST(ArcMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
     CTestBitmap bitmap(240, 240);
     const HDC hdc = bitmap.Dc();
     CTestSelect pen(hdc, ::CreatePen(PS_DOT, 1, 0x123456), true);
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     CDial dial;
     Prepared(dial);
     dial->Draw(hdc, 5, QEL_DRAW_FULL);

@@ -192,6 +192,40 @@ TEST(Bar3D, BodyFromABaseStaysInTheColumnToo)
                     }
 }
 
+// What is painted of the body lies between the clip and its end. Where the face covers the column
+// there is nothing to cut off and no clip.
+TEST(Bar3D, BodyAndOutlineAreClippedToTheFaceWhereItDoesNotCoverTheColumn)
+{
+    const RECT rcBar{30, 30, 80, 180};
+    const HRGN faces[] = {::CreateEllipticRgn(30, 30, 80, 180), ::CreateRectRgn(30, 31, 80, 180),
+                          ::CreateRectRgn(30, 30, 80, 180)};
+    const char* const clips[] = {"Record 75", "Record 30", nullptr}; // a region, a rectangle
+    for (int n = 0; n < 3; ++n)
+        for (const int nOption : {BOX, CYLINDER}) {
+            CUpBarMeter3D bar(faces[n], rcBar);
+            bar.SetFrameOption(nOption);
+            bar.SetFillOnly(1);
+            for (const bool bOutline : {false, true}) {
+                SCOPED_TRACE(testing::Message() << n << nOption << bOutline);
+                CRecording recording;
+                EXPECT_EQ(1, bOutline ? bar.DrawFrame(recording.Dc())
+                                      : bar.DrawFill(recording.Dc(), 5, 0));
+                const std::vector<std::string> calls = recording.Calls();
+                ASSERT_LT(4U, calls.size());
+                EXPECT_EQ(clips[n] != nullptr, calls.front() == "Record 33"); // save
+                EXPECT_EQ(clips[n] != nullptr, calls.back() == "Record 34");  // restore
+                if (clips[n]) {
+                    EXPECT_EQ(clips[n], calls[1]);
+                }
+                for (std::size_t i = 2; i + 1 < calls.size(); ++i)
+                    EXPECT_TRUE(calls[i] != "Record 33" && calls[i] != "Record 34" &&
+                                calls[i] != "Record 75" && calls[i] != "Record 30")
+                        << calls[i];
+            }
+        }
+    for (const HRGN hFace : faces) ::DeleteObject(hFace);
+}
+
 // ---- the box ----
 
 TEST(Bar3D, BoxHasAFrontASlantedSideAndATop)
@@ -574,10 +608,7 @@ TEST(Bar3D, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
                 bar->SetBarStyle(nStyle);
                 CTestBitmap bitmap(230, 230);
                 const HDC hdc = bitmap.Dc();
-                ::SetBkMode(hdc, OPAQUE);
-                ::MoveToEx(hdc, 3, 4, nullptr);
-                ::SetBkColor(hdc, RGB(1, 2, 3));
-                ::SetTextColor(hdc, RGB(4, 5, 6));
+                MarkState(hdc);
                 const std::string before = DcState(hdc);
                 const auto draw = [&] {
                     EXPECT_EQ(1, bar->Draw(hdc, 4, QEL_DRAW_FULL));

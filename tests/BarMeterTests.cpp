@@ -568,10 +568,7 @@ TEST(Bar, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
             bar->SetBarStyle(nStyle);
             CTestBitmap bitmap(260, 260);
             const HDC hdc = bitmap.Dc();
-            ::SetBkMode(hdc, OPAQUE);
-            ::MoveToEx(hdc, 3, 4, nullptr);
-            ::SetBkColor(hdc, RGB(1, 2, 3));
-            ::SetTextColor(hdc, RGB(4, 5, 6));
+            MarkState(hdc);
             const std::string before = DcState(hdc);
             const auto draw = [&] {
                 EXPECT_EQ(1, bar->Draw(hdc, 4, QEL_DRAW_FULL));

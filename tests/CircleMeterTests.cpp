@@ -268,10 +268,7 @@ TEST(CircleMeter, LeavesTheDeviceContextAsItWasAndGivesItsObjectsBack)
     const HDC hdc = bitmap.Dc();
     CTestSelect pen(hdc, ::CreatePen(PS_DOT, 1, 0x123456), true);
     CTestSelect brush(hdc, ::CreateSolidBrush(0x654321), true);
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     ::SetPolyFillMode(hdc, WINDING);
     CCircleMeter m(R, false, 0);
     ShowAll(Prepared(m));

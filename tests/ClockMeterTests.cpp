@@ -633,10 +633,7 @@ TEST(Clock, LeavesTheDeviceContextAsItWas)
         clock->SetAxisStyle(nStyle);
         CTestBitmap bitmap(420, 420);
         const HDC hdc = bitmap.Dc();
-        ::SetBkMode(hdc, OPAQUE);
-        ::MoveToEx(hdc, 3, 4, nullptr);
-        ::SetBkColor(hdc, RGB(1, 2, 3));
-        ::SetTextColor(hdc, RGB(4, 5, 6));
+        MarkState(hdc);
         ::SetPolyFillMode(hdc, WINDING);
         const std::string before = DcState(hdc);
         EXPECT_EQ(1, clock->Draw(hdc, 40, QEL_DRAW_FULL));

@@ -6,6 +6,7 @@
 #include "base/DegTrig.h"
 #include "meter/AnglePin.h"
 #include "meter/ArcFill.h"
+#include "meter/RoundMeterArcAxis.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 
@@ -45,6 +46,12 @@ bool Contains(const Lines& lines, const std::string& line)
     return std::find(lines.begin(), lines.end(), line) != lines.end();
 }
 
+std::ptrdiff_t CountOf(const Lines& lines, const std::string& word)
+{
+    return std::count_if(lines.begin(), lines.end(),
+                         [&](const std::string& line) { return line.rfind(word, 0) == 0; });
+}
+
 Lines Calls(const Painter& draw)
 {
     CRecording recording;
@@ -64,10 +71,7 @@ void ExpectSamePixels(const Painter& raw, const Painter& draw)
 // A device context in which nothing is as a component wants it.
 void Unsettle(HDC hdc)
 {
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     ::SetPolyFillMode(hdc, WINDING);
 }
 
@@ -185,6 +189,30 @@ TEST(ArcAxis, WithoutRadiusOrPenDrawsNothing)
               }));
 }
 
+// GDI draws the whole ring when both ends are one point.
+TEST(ArcAxis, WithBothEndsOnOnePixelIsLeftOutUnlessItIsWhole)
+{
+    int nLeftOut = 0, nRings = 0;
+    for (const int r : {1, 5, 42, 80})
+        for (const float fStart : {0.0F, 30.0F, 44.5F, 327.0F})
+            for (const float fSweep : {-2.0F, -0.25F, 0.25F, 0.5F, 2.0F, 20.0F, 180.0F, 354.0F,
+                                       354.75F, 355.0F, 359.75F, 360.0F}) {
+                const POINT p1 = Polar(r, fStart + fSweep), p0 = Polar(r, fStart);
+                const bool bOnePoint = p1.x == p0.x && p1.y == p0.y;
+                const int nDraws = !bOnePoint || fSweep >= 355;
+                const auto draw = [&](HDC hdc) {
+                    EXPECT_EQ(nDraws, CArcAxis(2, RED).Draw(hdc, r, C, fStart, fSweep));
+                    EXPECT_EQ(nDraws, CRoundMeterArcAxis(5, RED).Draw(hdc, r, C, fStart, fSweep));
+                };
+                EXPECT_EQ(nDraws * 2, CountOf(Calls(draw), "Arc "))
+                    << r << " from " << fStart << " over " << fSweep;
+                nLeftOut += bOnePoint && fSweep < 355;
+                nRings += bOnePoint && fSweep >= 355;
+            }
+    EXPECT_GT(nLeftOut, 20);
+    EXPECT_GT(nRings, 20);
+}
+
 // ---- discs ----
 
 TEST(ScaleCentre, IsADiscInItsTwoColours)
@@ -291,6 +319,28 @@ TEST(MeterText, IsOneTextAndNothingWithoutAFont)
     EXPECT_EQ(Lines{}, Calls([](HDC hdc) {
                   EXPECT_EQ(0, DrawMeterText(hdc, {5, 6}, "7.5", nullptr, GREEN));
               }));
+}
+
+TEST(MeterText, StandsWhereItIsPutWhateverTheHostsTextsFollow)
+{
+    const auto draw = [](HDC hdc) {
+        const CScaleMark mark(12, 24, GREEN);
+        EXPECT_EQ(1, mark.Draw(hdc, 20, 30, "75"));
+        EXPECT_EQ(1, mark.Draw(hdc, 90, 120, "-12"));
+    };
+    CTestBitmap expected(200, 180), drawn(200, 180);
+    draw(expected.Dc());
+    ::SetTextAlign(drawn.Dc(), TA_UPDATECP);
+    ::MoveToEx(drawn.Dc(), 70, 80, nullptr);
+    const std::string before = DcState(drawn.Dc());
+    draw(drawn.Dc());
+    EXPECT_FALSE(IsBlank(expected));
+    EXPECT_EQ("", FirstDifference(expected, drawn));
+    EXPECT_EQ(before, DcState(drawn.Dc()));
+    // Without it nothing is asked of the device context but the text.
+    CRecording plain;
+    draw(plain.Dc());
+    EXPECT_EQ(Lines{}, plain.Only({"Record 22", "MoveTo"})); // 22: the alignment
 }
 
 // ---- filled sectors ----
@@ -499,6 +549,18 @@ TEST(DialComponents, LeaveTheDeviceContextAsItWas)
     for (const Component& component : Components()) {
         SCOPED_TRACE(component.pszName);
         ExpectStateKept(component.draw);
+    }
+}
+
+TEST(DialComponents, LeaveTheCurrentPositionWhenTextsFollowIt)
+{
+    for (const Component& component : Components()) {
+        CTestBitmap bitmap(200, 180);
+        ::SetTextAlign(bitmap.Dc(), TA_UPDATECP | TA_BOTTOM);
+        Unsettle(bitmap.Dc());
+        const std::string before = DcState(bitmap.Dc());
+        component.draw(bitmap.Dc());
+        EXPECT_EQ(before, DcState(bitmap.Dc())) << component.pszName;
     }
 }
 

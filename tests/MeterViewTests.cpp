@@ -14,6 +14,7 @@
 #include "meter/SectorMeter.h"
 #include "meter/UpBarMeter3D.h"
 #include "render/QELView.h"
+#include "render/QELViewRect.h"
 #include "tests/support/ViewSupport.h"
 
 #include <cmath>
@@ -913,6 +914,28 @@ TEST(MeterView, FillOnlyMakesTheFaceAnOutlineAndGivesItsFillBack)
     }
 }
 
+TEST(MeterView, AShapeOfTheFaceThatIsGivenARecordHasItsFillAgain)
+{
+    CTestMeter meter(4);
+    const QELSHAPEATTR attr = FilledAttr({1, 2, 5, 6});
+    CQELViewElm* pShape = meter.AddShape(QEL_TYPE_RECT, attr);
+    CTestView<CQELViewRect> alone(attr);
+    ASSERT_EQ(1, meter->SetProperty(QEL_SEL_FILL_ONLY, 1));
+    meter.Draw();
+    CTestBitmap expected(220, 220), hollow(220, 220), drawn(220, 220);
+    EXPECT_EQ(1, alone->Draw(expected.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ(1, pShape->Draw(hollow.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_NE("", FirstDifference(expected, hollow));
+    ASSERT_EQ(1, pShape->SetAttrBlock(&attr));
+    EXPECT_EQ(1, pShape->Draw(drawn.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ("", FirstDifference(expected, drawn));
+    // Drawn by the meter it is a part of the face as before.
+    meter.Draw();
+    CTestBitmap again(220, 220);
+    EXPECT_EQ(1, pShape->Draw(again.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ("", FirstDifference(hollow, again));
+}
+
 TEST(MeterView, ANewRecordTakesTheFaceAsItIsThen)
 {
     CTestMeter meter(0);
@@ -963,6 +986,176 @@ TEST(MeterView, TheRegionOfTheFaceClipsBarsAndHoldsTheSectors)
     faced.AddFace(50, 40, 70, 60);
     faced.Draw();
     EXPECT_EQ("40,60,140,120", RectText(faced.As<CSectorMeter>()->SectorRect()));
+}
+
+// What the renderer goes by: a bar's region, by rows, or the rectangle of the sectors.
+std::string FaceOf(CTestMeter& meter, int nType)
+{
+    if (nType == 10) return RectText(meter.As<CSectorMeter>()->SectorRect());
+    const HRGN hRegion = meter.As<CBarMeter>()->Region();
+    if (!hRegion) return "none";
+    CTestBitmap picture(220, 220);
+    PaintRegion(picture, hRegion);
+    std::string text;
+    for (int y = 0; y < 220; ++y) {
+        int nFrom = 220, nTo = -1, nCount = 0;
+        for (int x = 0; x < 220; ++x) {
+            if (picture.At(x, y) != 0) continue;
+            nFrom = std::min(nFrom, x);
+            nTo = x;
+            ++nCount;
+        }
+        if (nCount)
+            text += std::to_string(y) + ":" + std::to_string(nFrom) + "-" + std::to_string(nTo) +
+                    "/" + std::to_string(nCount) + " ";
+    }
+    return text;
+}
+
+constexpr int FACE_TYPES[] = {0, 1, 2, 3, 10};
+
+// A meter whose face is a rectangle with a raised border, an ellipse in a group and a polygon.
+struct Faced {
+    explicit Faced(int nType) : meter(nType)
+    {
+        QELSHAPEATTR attr = FilledAttr({10, 20, 30, 50});
+        attr.nStyle = QEL_STYLE_FILL_3DUP | 5 << 16;
+        pRect = meter.AddShape(QEL_TYPE_RECT, attr);
+        EXPECT_EQ(
+            1, meter.View().CreateElement(&*meter.operator->(), nullptr, QEL_TYPE_GROUP, &pGroup));
+        pEllipse = meter.AddShape(QEL_TYPE_ELLIPSE, FilledAttr({40, 30, 70, 60}), pGroup);
+        pPolygon = meter.AddShape(QEL_TYPE_POLYGON, FilledAttr({3, 20, 60, 60, 65, 30, 90}));
+        pOther = nullptr;
+        EXPECT_EQ(1,
+                  meter.View().CreateElement(meter.View().Root(), nullptr, QEL_TYPE_RECT, &pOther));
+    }
+    CTestMeter meter;
+    CQELViewElm *pRect, *pGroup = nullptr, *pEllipse, *pPolygon, *pOther;
+
+    void Change(CQELViewElm* pShape, void (*change)(QELSHAPEATTR&))
+    {
+        QELSHAPEATTR attr{};
+        EXPECT_EQ(1, pShape->GetAttrBlock(&attr));
+        change(attr);
+        EXPECT_EQ(1, pShape->SetAttrBlock(&attr));
+    }
+};
+
+struct FaceChange {
+    const char* pszWhat;
+    void (*change)(Faced& f);
+};
+const FaceChange g_faceChanges[] = {
+    {"moved across", [](Faced& f) { f.pRect->MoveX(-7); }},
+    {"moved down", [](Faced& f) { f.pEllipse->MoveY(4); }},
+    {"turned",
+     [](Faced& f) {
+         f.meter.View().Rotate(nullptr, {50, 50}, 90);
+     }},
+    {"a point", [](Faced& f) { f.Change(f.pPolygon, [](auto& a) { a.nGeometry[1] = 5; }); }},
+    {"one point less", [](Faced& f) { f.Change(f.pPolygon, [](auto& a) { a.nGeometry[0] = 2; }); }},
+    {"no border", [](Faced& f) { f.Change(f.pRect, [](auto& a) { a.nStyle = QEL_STYLE_FILL; }); }},
+    {"another border",
+     [](Faced& f) {
+         f.Change(f.pRect, [](auto& a) { a.nStyle = QEL_STYLE_FILL_3DUP | 3 << 16; });
+     }},
+    {"a pen under no border",
+     [](Faced& f) {
+         f.Change(f.pRect, [](auto& a) { a.nStyle = QEL_STYLE_FILL, a.nPenWidth = 13; });
+     }},
+    {"kept", [](Faced& f) { f.Change(f.pEllipse, [](auto& a) { a.nFlags = QEL_KEEP_ALL; }); }},
+    {"added",
+     [](Faced& f) {
+         f.meter.AddShape(QEL_TYPE_RECT, FilledAttr({5, 5, 15, 12}), f.pGroup);
+     }},
+    {"deleted", [](Faced& f) { f.meter.View().DeleteElement(f.pEllipse); }},
+    {"out of the meter",
+     [](Faced& f) { f.meter.View().MoveElement(f.pRect, f.meter.View().Root(), nullptr); }},
+    {"out of the picture",
+     [](Faced& f) { f.meter.View().MoveElement(f.pGroup, nullptr, nullptr); }},
+    {"with a child", [](Faced& f) { f.meter.View().MoveElement(f.pRect, f.pPolygon, nullptr); }},
+    {"hollow, then without border",
+     [](Faced& f) {
+         f.meter->SetProperty(QEL_SEL_FILL_ONLY, 1);
+         f.meter.Draw();
+     }},
+    {"another size of the drawing",
+     [](Faced& f) {
+         f.meter.View().SetRefSize({80, 120});
+     }},
+    {"of one part", [](Faced& f) { f.pEllipse->SetRefSize(60, 60); }},
+};
+
+// The rectangle changes by nearly each of them; of two that pass each other it may stay.
+TEST(MeterView, ARegionIsMadeAnewWhenWhatItIsMadeOfHasChanged)
+{
+    for (const int nType : FACE_TYPES) {
+        int nOther = 0;
+        for (const FaceChange& row : g_faceChanges) {
+            SCOPED_TRACE(testing::Message() << nType << ": " << row.pszWhat);
+            Faced f(nType);
+            f.meter.Draw();
+            const std::string before = FaceOf(f.meter, nType);
+            row.change(f);
+            f.meter.Draw(QEL, 0); // a partial redraw is enough
+            const std::string after = FaceOf(f.meter, nType);
+            // A window of another size and back: nothing that was kept is used again.
+            f.meter.Draw({0, 0, 100, 100});
+            f.meter.Draw(QEL, 0);
+            EXPECT_TRUE(FaceOf(f.meter, nType) == after); // too long to be printed
+            EXPECT_TRUE(nType == 10 || before != after);
+            nOther += before != after;
+        }
+        EXPECT_LT(7, nOther);
+    }
+}
+
+TEST(MeterView, AFaceThatIsGoneLeavesABarWithoutRegionAndAChartWithItsOwnSquare)
+{
+    for (const int nType : FACE_TYPES) {
+        SCOPED_TRACE(nType);
+        CTestMeter meter(nType);
+        CQELViewElm* pShape = meter.AddShape(QEL_TYPE_RECT, FilledAttr({10, 20, 30, 50}));
+        meter.Draw();
+        EXPECT_NE("none", FaceOf(meter, nType));
+        meter.View().DeleteElement(pShape);
+        meter.Draw(QEL, 0);
+        // 50,50 with 40, all borders kept in 200 by 200.
+        EXPECT_EQ(nType == 10 ? "10,10,190,190" : "none", FaceOf(meter, nType));
+    }
+}
+
+TEST(MeterView, WhatDoesNotTouchTheFaceLeavesRegionAndRendererAsTheyAre)
+{
+    constexpr FaceChange rows[] = {
+        {"nothing", [](Faced&) {}},
+        {"a value", [](Faced& f) { f.meter->SetValue(0, 5U); }},
+        {"colours",
+         [](Faced& f) {
+             f.Change(f.pRect, [](auto& a) { a.clrA = 1, a.clrB = 2, a.clrPen = 3, a.nDraft = 4; });
+         }},
+        {"the colour of the face",
+         [](Faced& f) {
+             f.meter->SetProperty(QEL_SEL_FACE_COLOR, FACE);
+             f.meter.Draw();
+         }},
+        {"an element elsewhere", [](Faced& f) { f.pOther->MoveX(3); }},
+        {"a new one elsewhere",
+         [](Faced& f) { f.meter.AddShape(QEL_TYPE_RECT, FilledAttr({}), f.pOther->Parent()); }},
+        {"there and back", [](Faced& f) { f.pRect->MoveX(3), f.pRect->MoveX(-3); }},
+        {"another picture", [](Faced&) { Faced other(0); }},
+    };
+    for (const int nType : FACE_TYPES)
+        for (const FaceChange& row : rows) {
+            SCOPED_TRACE(testing::Message() << nType << ": " << row.pszWhat);
+            Faced f(nType);
+            f.meter.Draw();
+            const CMeter* pRenderer = f.meter->Renderer();
+            row.change(f);
+            f.meter.Draw(QEL, 0);
+            f.meter.Draw();
+            EXPECT_EQ(pRenderer, f.meter->Renderer());
+        }
 }
 
 // ---- values ----

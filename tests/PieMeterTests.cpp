@@ -337,10 +337,7 @@ TYPED_TEST(PieMeters, LeaveTheDeviceContextAsItWasAndGiveTheirObjectsBack)
     const HDC hdc = bitmap.Dc();
     CTestSelect pen(hdc, ::CreatePen(PS_DOT, 1, 0x123456), true);
     CTestSelect brush(hdc, ::CreateSolidBrush(0x654321), true);
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     for (const int nStyle : {0, 6, 12, 38}) {
         CPie<TypeParam> pie(60);
         pie.ShowAll()->SetSectorStyle(nStyle);

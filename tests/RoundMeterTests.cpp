@@ -558,6 +558,44 @@ TEST(RoundGauge, AlarmBandsLieOnAGreenOneAndAreMirroredWhenReversed)
     }
 }
 
+// A thousandth of the scale, 0.3 degrees, of which both ends are one pixel here.
+TEST(RoundGauge, AlarmBandsTooShortForTwoEndsAreLeftOut)
+{
+    ASSERT_EQ(Text(Polar(95, 30)), Text(Polar(95, 30.3F)));
+    ASSERT_EQ(Text(Polar(95, 329.7F)), Text(Polar(95, 330)));
+    const std::string base = Band(9, GREEN, 95, 30, 330);
+    for (const bool bReverse : {false, true}) {
+        CGauge g(100);
+        g->SetMax(10000);
+        g->SetLowLimit(10);
+        g->SetHighLimit(9990);
+        g->SetReverse(bReverse);
+        EXPECT_EQ(Lines{base}, Drawn([&](HDC hdc) { EXPECT_EQ(1, g->DrawAlarmZones(hdc)); }));
+    }
+}
+
+TEST(RoundGauge, AnAlarmBandTooShortForTwoEndsLeavesNoPixel)
+{
+    CGauge g(100);
+    g->SetMax(10000);
+    g->SetLowLimit(10);
+    g->SetHighLimit(9990);
+    CTestBitmap drawn(400, 400, FACE);
+    EXPECT_EQ(1, g->DrawAlarmZones(drawn.Dc()));
+    EXPECT_EQ(0, CountPixels(drawn, LOW) + CountPixels(drawn, HIGH));
+    EXPECT_GT(CountPixels(drawn, GREEN), 3000);
+}
+
+TEST(RoundGauge, AxisOfAClosedGaugeIsAWholeRing)
+{
+    for (const int nStyle : {0, 1, 2, 3}) {
+        CGauge whole(100, true);
+        whole->SetAxisStyle(nStyle);
+        EXPECT_EQ(nStyle < 2 ? 1U : 2U,
+                  Drawn([&](HDC hdc) { EXPECT_EQ(1, whole->DrawAxis(hdc)); }).size());
+    }
+}
+
 TEST(RoundGauge, AlarmWithoutARangeIsTheGreenBandAlone)
 {
     CGauge g(200);
@@ -629,26 +667,74 @@ TEST(RoundGauge, ReadOutNeedsTicksAndAMaximum)
     }
 }
 
-TEST(RoundGauge, ReadOutIsGreenStrictlyBetweenTheLimitsAndRedElse)
+// The text that a whole draw ends with, without what it says.
+std::string ReadOutColour(CGauge& g, const std::function<void(HDC)>& draw)
+{
+    g->SetShowValue(1);
+    const Lines lines = Drawn(draw);
+    const std::vector<std::string> words = lines.empty() ? Lines{} : Split(lines.back());
+    return words.size() > 2 && words[0] == "Text" ? words[2] : "no text";
+}
+
+void SetZones(CGauge& g, bool bReverse)
+{
+    g->SetLowLimit(20);
+    g->SetHighLimit(65);
+    g->SetReverse(bReverse);
+}
+
+// The colour is that of the zone in which the value before is: the new one is stored last.
+TEST(RoundGauge, ReadOutIsGreenWhenTheValueBeforeWasStrictlyBetweenTheLimitsAndRedElse)
 {
     for (const bool bReverse : {false, true})
         for (int nValue = 0; nValue <= 100; nValue += 5) {
-            CGauge g(90);
-            g->SetMeterRect({0, 0, 400, 400});
-            g->SetLowLimit(20);
-            g->SetHighLimit(65);
-            g->SetReverse(bReverse);
-            g->SetShowValue(1);
-            const auto draw = [&] {
-                return Drawn([&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, nValue, QEL_DRAW_FULL)); });
-            };
-            ASSERT_EQ(1U, draw().size());
-            EXPECT_NE(std::string::npos, draw()[0].find(" " + Hex(BLACK) + " "));
-            g->SetShowAlarm(1);
             // Reversed, value and limits are both mirrored: the zones stay with the value.
-            const COLORREF clr = nValue > 20 && nValue < 65 ? GREEN : RED;
-            EXPECT_NE(std::string::npos, draw().back().find("/255 " + Hex(clr) + " "))
-                << nValue << " " << draw().back();
+            const auto zone = [](int n) { return Hex(n > 20 && n < 65 ? GREEN : RED); };
+            const int nNext = nValue > 20 && nValue < 65 ? 80 : 40;
+            CGauge g(90);
+            SetZones(g, bReverse);
+            const auto draw = [&](int n, uint32_t nFlags) {
+                return ReadOutColour(g, [&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, n, nFlags)); });
+            };
+            EXPECT_EQ(Hex(BLACK), draw(nValue, QEL_DRAW_FULL));
+            g->SetShowAlarm(1);
+            for (const uint32_t nFlags : {static_cast<uint32_t>(QEL_DRAW_FULL), 0U}) {
+                EXPECT_EQ(zone(nValue), draw(nNext, nFlags)) << nValue << " reverse " << bReverse;
+                EXPECT_EQ(zone(nNext), draw(nNext, nFlags)) << "one draw later";
+                EXPECT_EQ(zone(nNext), draw(nValue, nFlags));
+            }
+        }
+}
+
+TEST(RoundGauge, ReadOutOfARealValueTakesItsColourFromTheWholePartOfTheOneBefore)
+{
+    for (const bool bReverse : {false, true}) {
+        CGauge g(90);
+        SetZones(g, bReverse);
+        g->SetShowAlarm(1);
+        const auto draw = [&](float f) {
+            return ReadOutColour(g, [&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, f, 0)); });
+        };
+        EXPECT_EQ(Hex(RED), draw(20.75F)); // the angle of 0 before the first one
+        EXPECT_EQ(Hex(RED), draw(64.5F));  // 20, which is a limit
+        EXPECT_EQ(Hex(GREEN), draw(65.5F));
+        EXPECT_EQ(Hex(RED), draw(30)); // 65
+        EXPECT_EQ(Hex(GREEN), draw(0));
+    }
+}
+
+TEST(RoundGauge, ReadOutOfTheFirstDrawHasTheColourOfZero)
+{
+    for (const bool bReverse : {false, true})
+        for (const int nLow : {-50, 5}) {
+            CGauge g(90);
+            g->SetMin(-100);
+            SetZones(g, bReverse);
+            g->SetLowLimit(nLow);
+            g->SetShowAlarm(1);
+            EXPECT_EQ(Hex(nLow < 0 ? GREEN : RED), ReadOutColour(g, [&](HDC hdc) {
+                          EXPECT_EQ(1, g->Draw(hdc, 90, QEL_DRAW_FULL));
+                      }));
         }
 }
 
@@ -740,10 +826,7 @@ TEST(RoundGauge, LeavesTheDeviceContextAsItWas)
         g->SetAxisStyle(nStyle);
         CTestBitmap bitmap(400, 400);
         const HDC hdc = bitmap.Dc();
-        ::SetBkMode(hdc, OPAQUE);
-        ::MoveToEx(hdc, 3, 4, nullptr);
-        ::SetBkColor(hdc, RGB(1, 2, 3));
-        ::SetTextColor(hdc, RGB(4, 5, 6));
+        MarkState(hdc);
         const std::string before = DcState(hdc);
         EXPECT_EQ(1, g->Draw(hdc, 40, QEL_DRAW_FULL));
         EXPECT_EQ(1, g->Draw(hdc, 60.5F, 0));

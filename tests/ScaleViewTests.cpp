@@ -429,6 +429,30 @@ TEST(ScaleView, ArcScalesRunFromEndToEndAndCountBackWithTheFirstFourCodes)
     }
 }
 
+// Where both ends of the arc fall on one point, it would come out as a whole circle. From 355
+// degrees on it is meant as one.
+TEST(ScaleView, AnArcTooShortForTwoEndsIsLeftOutAndItsTicksStay)
+{
+    int nLeftOut = 0;
+    for (const LONG nStart : {40, 0, 130})
+        for (const LONG nSweep : {1, 2, 5, 30, 354, 355, 359, 360, -1, -5, -354, -355, -360}) {
+            SCOPED_TRACE(testing::Message() << nStart << " over " << nSweep);
+            QELSCALEATTR attr = Attr(5, {50, 50, 40, 30, 10, nStart, nStart + nSweep});
+            attr.bPin = 0;
+            attr.nStyle = 0;
+            const Scale scale = Make(attr);
+            CRecording recording; // a circle of 6 pixels
+            EXPECT_EQ(1, scale->Draw(recording.Dc(), {0, 0, 20, 20}, QEL_DRAW_FULL));
+            const POINT from = At(6, nStart), to = At(6, nStart + nSweep);
+            const bool bOnePoint = from.x == to.x && from.y == to.y;
+            const bool bDrawn = !bOnePoint || std::abs(nSweep) >= 355;
+            EXPECT_EQ(bDrawn ? 1U : 0U, recording.Only({"Arc"}).size());
+            EXPECT_EQ(11U, recording.Only({"LineTo"}).size());
+            nLeftOut += !bDrawn;
+        }
+    EXPECT_GT(nLeftOut, 5);
+}
+
 // Where both ends of the part fall on one point, that would come out as a full disc. A full turn
 // does so too, and is one.
 TEST(ScaleView, APartWithoutAnExtentIsNotFilled)

@@ -408,6 +408,25 @@ TEST(SectorMeter, PrintsValuesAsLabelsArePrinted)
     EXPECT_EQ(12, Print(chart, true)[0].nCellHeight);
 }
 
+TEST(SectorMeter, PrintsNothingWhereThereIsNoChart)
+{
+    for (const RECT& rc :
+         {RECT{150, 140, 150, 140}, RECT{150, 140, 151, 300}, RECT{30, 140, 270, 141},
+          RECT{270, 20, 30, 260}, RECT{0, 0, 0, 0}, RECT{0, 0, 80000, 80000}}) {
+        CChart chart({4, 3, 2, 1}, rc);
+        EXPECT_EQ(Lines{}, Recorded(
+                               [&](HDC hdc) {
+                                   EXPECT_EQ(0, chart->DrawFill(hdc, 0, 0));
+                                   EXPECT_EQ(0, chart->DrawValueText(hdc, 0));
+                                   EXPECT_EQ(0, chart->DrawValueText(hdc, 0.0F));
+                               },
+                               FILL_WORDS));
+    }
+    CChart smallest({4, 3, 2, 1}, {150, 140, 152, 142});
+    EXPECT_EQ(1, smallest->ChartRadius());
+    EXPECT_FALSE(Print(smallest, false).empty());
+}
+
 // ---- nothing is left behind, nothing does harm ----
 
 TEST(SectorMeter, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
@@ -416,10 +435,7 @@ TEST(SectorMeter, LeavesTheDeviceContextAsItWasAndNoObjectBehind)
     chart->SetShowValue(1);
     CTestBitmap bitmap(300, 280);
     const HDC hdc = bitmap.Dc();
-    ::SetBkMode(hdc, OPAQUE);
-    ::MoveToEx(hdc, 3, 4, nullptr);
-    ::SetBkColor(hdc, RGB(1, 2, 3));
-    ::SetTextColor(hdc, RGB(4, 5, 6));
+    MarkState(hdc);
     const std::string before = DcState(hdc);
     const auto draw = [&] {
         EXPECT_EQ(1, chart->Draw(hdc, 40, QEL_DRAW_FULL));

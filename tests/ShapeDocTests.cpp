@@ -1,6 +1,6 @@
 // What all shape elements share: the style in the file and its defaults, the record field by field,
 // clones. The code is document/QELDocShape.cpp; coordinates are tested class by class, in
-// PieTests.cpp and its like, and the rows of attributes in AttributeTests.cpp.
+// LineTests.cpp and its like, and the rows of attributes in AttributeTests.cpp.
 #include "tests/support/DocSupport.h"
 
 #include <cstddef>

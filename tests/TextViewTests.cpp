@@ -281,10 +281,52 @@ TEST(TextShape, ColoursBlink)
 
 TEST(TextShape, LeavesTheDeviceContextAsItWas)
 {
-    for (const char* pszText : {"", "hello", "a\nb"}) {
+    for (const char* pszText : {"", "hello", "a\nb", "&", "&a", "a&&b", "a&b", "a&\nb&c&d"}) {
         for (const DWORD nStyle : {0UL, 1UL, 3UL}) {
+            SCOPED_TRACE(pszText);
             View view(TextAttr({10, 20, 70, 50}, pszText, nStyle));
             ExpectStateKept(view, QEL, BACK_BEFORE, TEXT_BEFORE);
+        }
+    }
+}
+
+// The system draws the line under a letter with the current position.
+TEST(TextShape, ALineUnderALetterIsFollowedByTheWayBackAndOtherTextsMakeNoSuchCall)
+{
+    View plain(TextAttr({10, 20, 70, 50}, "a&&b"));
+    View underlined(TextAttr({10, 20, 70, 50}, "a&b"));
+    for (View* pView : {&plain, &underlined}) {
+        CRecording recording;
+        ::MoveToEx(recording.Dc(), 3, 4, nullptr);
+        EXPECT_EQ(1, (*pView)->Draw(recording.Dc(), QEL, QEL_DRAW_FULL));
+        POINT pt{};
+        EXPECT_TRUE(::GetCurrentPositionEx(recording.Dc(), &pt));
+        EXPECT_EQ("3,4", std::to_string(pt.x) + "," + std::to_string(pt.y));
+        const Lines moves = recording.Only({"MoveTo", "LineTo"});
+        EXPECT_EQ("MoveTo 3,4", moves.back());
+        if (pView == &plain) {
+            EXPECT_EQ(1U, moves.size());
+        }
+        EXPECT_EQ(Lines{}, recording.Only({"Record 22"})); // the alignment
+    }
+}
+
+TEST(TextShape, StandsInItsRectangleWhateverTheHostsTextsFollow)
+{
+    for (const char* pszText : {"hello", "a\nb", "a&b"}) {
+        for (const UINT nAlign : {UINT(TA_LEFT), UINT(TA_CENTER)}) {
+            SCOPED_TRACE(testing::Message() << pszText << " " << nAlign);
+            View view(TextAttr({20, 20, 80, 50}, pszText, 1));
+            CTestBitmap expected(100, 100), drawn(100, 100);
+            ::SetTextAlign(expected.Dc(), nAlign);
+            ::SetTextAlign(drawn.Dc(), nAlign | TA_UPDATECP);
+            ::MoveToEx(drawn.Dc(), 7, 70, nullptr);
+            const std::string before = DcState(drawn.Dc());
+            EXPECT_EQ(1, view->Draw(expected.Dc(), QEL, QEL_DRAW_FULL));
+            EXPECT_EQ(1, view->Draw(drawn.Dc(), QEL, QEL_DRAW_FULL));
+            EXPECT_FALSE(IsBlank(expected));
+            EXPECT_EQ("", FirstDifference(expected, drawn));
+            EXPECT_EQ(before, DcState(drawn.Dc()));
         }
     }
 }

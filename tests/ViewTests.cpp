@@ -368,6 +368,58 @@ TEST(ViewOperations, BlinkTurnAndMoveTheWholeTreeOrOneElement)
               scene.Drawn(nullptr, QEL_DRAW_FULL));
 }
 
+TEST(ViewOperations, WhatMovesInsideOfThePictureKeepsItsPhase)
+{
+    for (const int nPhase : {1, 0}) {
+        Scene scene;
+        CQELViewElm* pOther = scene.Make(QEL_TYPE_GROUP);
+        CQELViewElm* pOuter = scene.Make(QEL_TYPE_GROUP);
+        CQELViewElm* pRect = scene.MakeRect(20, pOuter);
+        scene->SetBlink(nullptr, nPhase);
+        scene->SetBlink(pOther, !nPhase); // as a group that was made since then has it
+        EXPECT_EQ(1, scene->MoveElement(pOuter, pOther, nullptr));
+        EXPECT_EQ(nPhase, pOuter->BlinkPhase());
+        EXPECT_EQ(nPhase, pRect->BlinkPhase());
+        EXPECT_EQ(1, scene->MoveElement(pRect, pOther, pOuter));
+        EXPECT_EQ(nPhase, pRect->BlinkPhase());
+        scene->SetBlink(pRect, !nPhase);
+        EXPECT_EQ(1, scene->MoveElement(pRect, scene->Root(), nullptr));
+        EXPECT_EQ(!nPhase, pRect->BlinkPhase());
+    }
+}
+
+TEST(ViewOperations, WhatComesIntoThePictureTakesThePhaseOfTheDrawing)
+{
+    for (const int nPhase : {1, 0}) {
+        Scene scene;
+        CQELViewElm* pOuter = scene.Make(QEL_TYPE_GROUP);
+        CQELViewElm* pRect = scene.MakeRect(20, pOuter);
+        scene->SetBlink(nullptr, !nPhase);
+        EXPECT_EQ(1, scene->MoveElement(pOuter, nullptr, nullptr));
+        scene->SetBlink(nullptr, nPhase);
+        CQELViewElm* pOther = scene.Make(QEL_TYPE_GROUP);
+        scene->SetBlink(pOther, !nPhase);
+        EXPECT_EQ(!nPhase, pRect->BlinkPhase()); // it is not reached where it is
+        EXPECT_EQ(1, scene->MoveElement(pOuter, pOther, nullptr));
+        EXPECT_EQ(nPhase, pOuter->BlinkPhase());
+        EXPECT_EQ(nPhase, pRect->BlinkPhase()); // with all that is in it
+    }
+}
+
+TEST(ViewOperations, WhatMovesOutsideOfThePictureTakesThePhaseWhenItComesIn)
+{
+    Scene scene;
+    CQELViewElm* pOuter = scene.Make(QEL_TYPE_GROUP);
+    CQELViewElm* pRect = scene.MakeRect(20);
+    EXPECT_EQ(1, scene->MoveElement(pOuter, nullptr, nullptr));
+    scene->SetBlink(nullptr, 1);
+    EXPECT_EQ(1, scene->MoveElement(pRect, pOuter, nullptr)); // dark, and out of the picture
+    scene->SetBlink(nullptr, 0);
+    EXPECT_EQ(1, pRect->BlinkPhase());
+    EXPECT_EQ(1, scene->MoveElement(pRect, scene->Root(), nullptr));
+    EXPECT_EQ(0, pRect->BlinkPhase());
+}
+
 TEST(ViewOperations, BlinkingColoursAreDrawnBlackInTheDarkPhase)
 {
     Scene scene;

@@ -2,6 +2,7 @@
 // memory that fails at each step in turn. The code is xml/XmlParser.cpp, xml/XmlWriter.cpp and
 // xml/XmlFile.cpp.
 #include "tests/support/Files.h"
+#include "tests/support/XmlDump.h"
 #include "tools/ImportTable.h"
 #include "xml/XmlFile.h"
 #include "xml/XmlTree.h"
@@ -18,18 +19,6 @@
 #include <vector>
 
 namespace {
-
-std::string Dump(const XmlNode* pNode)
-{
-    if (!pNode) return "nothing";
-    std::string out = pNode->pszName ? pNode->pszName : "?";
-    for (const XmlAttr* p = pNode->pAttrs ? pNode->pAttrs->pHead : nullptr; p; p = p->pNext)
-        out.append("[").append(p->pszName).append("=").append(p->pszValue).append("]");
-    if (pNode->pszText) out.append("{").append(pNode->pszText).append("}");
-    for (const XmlNode* p = pNode->pFirstChild; p; p = p->pNext)
-        out.append(p->pPrev ? " " : "(").append(Dump(p)).append(p->pNext ? "" : ")");
-    return out;
-}
 
 class CXml { // a context that goes with the test
 public:

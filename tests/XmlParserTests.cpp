@@ -2,6 +2,8 @@
 // the counters, and hostile input. The code is xml/XmlParser.cpp.
 #include "xml/XmlTree.h"
 
+#include "tests/support/XmlDump.h"
+
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -12,20 +14,6 @@
 #include <vector>
 
 namespace {
-
-// A tree in one line: name, [attribute=value], {text}, (children).
-std::string Dump(const XmlNode* pNode)
-{
-    std::string out = pNode->pszName ? pNode->pszName : "?";
-    for (const XmlAttr* p = pNode->pAttrs ? pNode->pAttrs->pHead : nullptr; p; p = p->pNext)
-        out.append("[").append(p->pszName).append("=").append(p->pszValue).append("]");
-    if (pNode->pszText) out.append("{").append(pNode->pszText).append("}");
-    if (!pNode->pFirstChild) return out;
-    out += "(";
-    for (const XmlNode* p = pNode->pFirstChild; p; p = p->pNext)
-        out += Dump(p) + (p->pNext ? " " : ")");
-    return out;
-}
 
 // Text that ends with the last byte of its memory: a read beyond it is a crash.
 class CFencedText {

@@ -2,6 +2,8 @@
 // failure must leave alone. The code is xml/XmlTree.cpp; failing memory is in XmlFileTests.cpp.
 #include "xml/XmlTree.h"
 
+#include "tests/support/XmlDump.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -10,21 +12,6 @@
 #include <vector>
 
 namespace {
-
-// A tree in one line: name, [attribute=value], {text}, (children).
-std::string Dump(const XmlNode* pNode)
-{
-    if (!pNode) return "nothing";
-    std::string out = pNode->pszName ? pNode->pszName : "?";
-    for (const XmlAttr* p = pNode->pAttrs ? pNode->pAttrs->pHead : nullptr; p; p = p->pNext)
-        out.append("[").append(p->pszName).append("=").append(p->pszValue).append("]");
-    if (pNode->pszText) out.append("{").append(pNode->pszText).append("}");
-    if (!pNode->pFirstChild) return out;
-    out += "(";
-    for (const XmlNode* p = pNode->pFirstChild; p; p = p->pNext)
-        out += Dump(p) + (p->pNext ? " " : ")");
-    return out;
-}
 
 std::string Numbered(const char* pszName, int n)
 {

@@ -461,6 +461,78 @@ TEST(LiveValues, HandlesThatShareADrawingShareItsValues)
     DestroyQELEngine(h1);
 }
 
+// ---- the face ----
+
+// Ways out of a meter, for a shape and the group that it stands in.
+struct WayOut {
+    const char* pszWhat;
+    bool bLeaves;
+    void (*go)(const CHost& host, HQELELEM hGroup, HQELELEM hShape);
+};
+const WayOut g_waysOut[] = {
+    {"the shape", true,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, QELGetRootElem(host), host.Child(1)));
+     }},
+    {"its group", true,
+     [](const CHost& host, HQELELEM hGroup, HQELELEM) {
+         EXPECT_EQ(1, QELMoveElem(host, hGroup, QELGetRootElem(host), host.Child(1)));
+     }},
+    {"out of the picture and back", true,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, nullptr, nullptr));
+         EXPECT_EQ(1, QELMoveElem(host, hShape, QELGetRootElem(host), host.Child(1)));
+     }},
+    {"to another meter, which fills its face", true,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, host.Child(2), nullptr));
+     }},
+    {"within the meter", false,
+     [](const CHost& host, HQELELEM, HQELELEM hShape) {
+         EXPECT_EQ(1, QELMoveElem(host, hShape, host.Child(1), nullptr));
+     }},
+    {"with its meter", false,
+     [](const CHost& host, HQELELEM, HQELELEM) {
+         HQELELEM hGroup = QELCreateElem(host, QEL_TYPE_GROUP, nullptr, nullptr);
+         EXPECT_EQ(1, QELMoveElem(host, host.Child(1), hGroup, nullptr));
+     }},
+};
+
+TEST(MeterFace, WhatLeavesItIsDrawnAsTheFileHasIt)
+{
+    for (int nType = 0; nType < TYPES; ++nType)
+        for (const WayOut& way : g_waysOut) {
+            SCOPED_TRACE(testing::Message() << g_types[nType] << ": " << way.pszWhat);
+            std::string meter = Meter(nType);
+            meter.insert(meter.rfind("</meter>"),
+                         "<g><ellipse style='0x1' dr='4' lnwid='1' bg='0x11aa33' fg='0x5566ee' "
+                         "crd='1 100 60 139'/></g>");
+            const CHost host(Ground() + meter + "<meter mtid='40' crd='0 0 0 0'/>");
+            const auto prepare = [nType](const CHost& h) {
+                Prepare(h, nType);
+                SetMeter(h, nType, 40);
+                EXPECT_EQ(1, h.Set(0, QEL_SEL_SHOW_PIN, nType != 7)); // the time moves on
+                EXPECT_EQ(1, h.Set(0, QEL_SEL_FILL_ONLY, 1));
+            };
+            prepare(host);
+            CTestBitmap before(SIDE, SIDE), after(SIDE, SIDE), reopened(SIDE, SIDE);
+            host.Draw(before, QEL_DRAW_FULL);
+            const HQELELEM hGroup = QELGetNextElem(host, QELGetFirstChild(host, host.Child(1)));
+            way.go(host, hGroup, QELGetFirstChild(host, hGroup));
+            host.Draw(after, QEL_DRAW_FULL);
+
+            const std::string path = host.Folder().Path("out.qel");
+            ASSERT_EQ(1, QELSaveFile(host, path.c_str()));
+            const CHost again("");
+            ASSERT_EQ(1, QELOpenFile(again, path.c_str()));
+            ASSERT_EQ(1, QELSetQELRect(again, &QEL));
+            prepare(again);
+            again.Draw(reopened, QEL_DRAW_FULL);
+            EXPECT_EQ("", FirstDifference(reopened, after));
+            EXPECT_EQ(way.bLeaves, !FirstDifference(before, after).empty());
+        }
+}
+
 // ---- partial redraw ----
 
 bool HasWord(const std::vector<std::string>& calls, const std::string& word)
@@ -734,6 +806,122 @@ TEST(PartialRedraw, AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedB
     EXPECT_NE("", SweepDifference(8, {{QEL_SEL_SHOW_VALUE, 1}}));
     for (const int nType : {0, 2})
         EXPECT_NE("", SweepDifference(nType, {{QEL_SEL_FILL_ONLY, 1}})) << g_types[nType];
+}
+
+TEST(PartialRedraw, LeavesWhatAStatusHidesAndTheOldBlinkPhaseOfStaticShapes)
+{
+    const std::string status = "<status>" + Rect("0 0 40 40", FACE) + "</status>";
+    const CHost host(status + "<rect style='0x1' lnwid='0' bg='0xff glt' crd='60 0 100 40'/>" +
+                     Meter(4));
+    CTestBitmap full(SIDE, SIDE), drawn(SIDE, SIDE);
+    host.Draw(drawn, QEL_DRAW_FULL);
+    ASSERT_EQ(1, QELSetStatus(host, 1));
+    ASSERT_EQ(1, QELSetBlinkState(host, 1));
+    host.Draw(drawn, 0);
+    EXPECT_EQ(FACE, drawn.At(2, 2));
+    EXPECT_EQ(0x0000FFu, drawn.At(80, 2));
+    host.Draw(full, QEL_DRAW_FULL);
+    EXPECT_EQ(0xFFFFFFu, full.At(2, 2));
+    EXPECT_EQ(0u, full.At(80, 2));
+}
+
+TEST(PartialRedraw, PaintsAMeterUnderAStatusThatHidesIt)
+{
+    for (int nType = 0; nType < TYPES; ++nType) {
+        const CHost host("<status stx='3'>" + Meter(nType) + "</status>");
+        Prepare(host, nType);
+        EXPECT_EQ(host.Calls(QEL_DRAW_FULL).size(), CHost("").Calls(QEL_DRAW_FULL).size());
+        EXPECT_LT(5u, host.Calls(0).size()) << g_types[nType];
+    }
+}
+
+TEST(PartialRedraw, ADialThatOnlyFillsLeavesTracesOfItsNeedles)
+{
+    for (const int nType : {4, 5, 8})
+        EXPECT_NE("", SweepDifference(nType, {{QEL_SEL_FILL_ONLY, 1}})) << g_types[nType];
+}
+
+// One old place an engine: what was drawn elsewhere meanwhile is erased, and the needle stays.
+TEST(PartialRedraw, AfterADrawOntoAnotherDeviceContextTheOldNeedleStays)
+{
+    for (const int nType : {4, 5, 8}) {
+        const CHost host(Ground() + Meter(nType));
+        Prepare(host, nType);
+        host.Set(0, QEL_SEL_SHOW_LABELS, 0);
+        const CPlainBitmap screen, print;
+        SetMeter(host, nType, 30);
+        screen.Draw(host, QEL_DRAW_FULL);
+        SetMeter(host, nType, 70);
+        print.Draw(host, QEL_DRAW_FULL);
+        screen.Draw(host, 0);
+        EXPECT_NE("", Difference(print, screen)) << g_types[nType];
+        screen.Draw(host, QEL_DRAW_FULL);
+        EXPECT_EQ("", Difference(print, screen)) << g_types[nType];
+    }
+}
+
+// ---- the read-out ----
+
+// The colour in which the read-out of a gauge with the zones 20 and 80 is written.
+std::string ReadOutColour(const CHost& host, DWORD nFlags)
+{
+    std::string colour, found;
+    for (const std::string& line : host.Calls(nFlags)) {
+        if (line.rfind("SetTextColor ", 0) == 0) colour = line.substr(13);
+        if (line.rfind("Text ", 0) == 0) found = colour;
+    }
+    return found == "0000ff" ? "red" : found == "00ff00" ? "green" : found;
+}
+
+TEST(ReadOut, TakesItsColourFromTheValueOfTheDrawBefore)
+{
+    for (const DWORD nFlags : {DWORD(QEL_DRAW_FULL), DWORD(0)}) {
+        const CHost host(Meter(8));
+        Prepare(host, 8);
+        host.Set(0, QEL_SEL_SHOW_LABELS, 0);
+        host.Set(0, QEL_SEL_SHOW_VALUE, 1);
+        const auto draw = [&](DWORD nValue) {
+            SetMeter(host, 8, nValue);
+            return ReadOutColour(host, nFlags);
+        };
+        EXPECT_EQ("red", draw(50)); // 0, before the first one
+        EXPECT_EQ("green", draw(50));
+        EXPECT_EQ("green", draw(90));
+        EXPECT_EQ("red", draw(50));
+        const RECT rc{0, 0, SIDE - 9, SIDE - 9};
+        ASSERT_EQ(1, QELSetQELRect(host, &rc)); // a new renderer knows it as well
+        EXPECT_EQ("green", draw(10));
+        ASSERT_EQ(1, host.Set(0, QEL_SEL_SHOW_ALARM, 0));
+        EXPECT_EQ("000000", draw(50));
+    }
+}
+
+// ---- the host's texts ----
+
+// Whether texts of the host follow the current position and move it is nothing to a drawing's own.
+TEST(TextsOfADrawing, StandWhereTheyDoAndLeaveTheCurrentPositionWhateverTheHostsFollow)
+{
+    for (int nType = 0; nType < TYPES; ++nType) {
+        const std::string body = Ground() + Meter(nType) + "<text crd='5 5 60 20'>a&amp;b</text>";
+        const CHost plain(body), following(body);
+        CTestBitmap expected(SIDE, SIDE), drawn(SIDE, SIDE);
+        ::SetTextAlign(drawn.Dc(), TA_UPDATECP);
+        ::MoveToEx(drawn.Dc(), 31, 32, nullptr);
+        for (const CHost* pHost : {&plain, &following}) {
+            Prepare(*pHost, nType);
+            pHost->Set(0, QEL_SEL_SHOW_VALUE, 1);
+            pHost->Set(0, QEL_SEL_SHOW_PIN, nType != 7); // the time moves on
+            SetMeter(*pHost, nType, 40);
+            const CTestBitmap& bitmap = pHost == &plain ? expected : drawn;
+            for (const DWORD nFlags : {DWORD(QEL_DRAW_FULL), DWORD(0)}) pHost->Draw(bitmap, nFlags);
+        }
+        POINT pt{};
+        ::GetCurrentPositionEx(drawn.Dc(), &pt);
+        EXPECT_TRUE(pt.x == 31 && pt.y == 32) << g_types[nType] << " " << pt.x << "," << pt.y;
+        EXPECT_EQ(UINT(TA_UPDATECP), ::GetTextAlign(drawn.Dc()));
+        EXPECT_FALSE(IsBlank(drawn));
+        EXPECT_EQ("", FirstDifference(expected, drawn)) << g_types[nType];
+    }
 }
 
 // ---- endurance ----

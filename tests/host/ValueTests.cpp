@@ -305,6 +305,43 @@ TEST_F(Values, ANewElementIsBrightUntilThePhaseIsSet)
     EXPECT_EQ(0, CountPixels(drawn, RED));
 }
 
+TEST_F(Values, AnElementIsAsDarkInAGroupThatIsNewAsItWasBefore)
+{
+    Open(Block("bg=\"0xff glt\"", "0 0 10 10") + Block("bg=\"0xff00 glt\"", "20 0 30 10"));
+    const HQELELEM hRoot = QELGetRootElem(m_h);
+    const HQELELEM hMoved = QELGetFirstChild(m_h, hRoot);
+    const HQELELEM hBack = QELGetNextElem(m_h, hMoved);
+    ASSERT_EQ(1, QELMoveElem(m_h, hBack, nullptr, nullptr)); // bright, out of the picture
+    ASSERT_EQ(1, QELSetBlinkState(m_h, 1));
+    const HQELELEM hGroup = QELCreateElem(m_h, QEL_TYPE_GROUP, hRoot, nullptr);
+    ASSERT_EQ(1, QELMoveElem(m_h, hMoved, hGroup, nullptr));
+    ASSERT_EQ(1, QELMoveElem(m_h, hBack, hGroup, hMoved));
+    CTestBitmap drawn(50, 50);
+    Draw(drawn);
+    EXPECT_EQ(200, CountPixels(drawn, 0)); // both are as dark as the drawing
+    ASSERT_EQ(1, QELSetBlinkState(m_h, 0));
+    Draw(drawn);
+    EXPECT_EQ(100, CountPixels(drawn, RED));
+    EXPECT_EQ(100, CountPixels(drawn, GREEN));
+}
+
+TEST_F(Values, ANewElementStaysBrightWhereverItMovesUntilThePhaseIsSet)
+{
+    Open("<g>" + Block("bg=\"0xff glt\"", "0 0 10 10") + "</g>");
+    ASSERT_EQ(1, QELSetBlinkState(m_h, 1));
+    const HQELELEM hRoot = QELGetRootElem(m_h);
+    const HQELELEM hGroup = QELGetFirstChild(m_h, hRoot);
+    const HQELELEM hCopy = QELCopyElem(m_h, QELGetFirstChild(m_h, hGroup));
+    ASSERT_EQ(1, QELMoveElem(m_h, hCopy, hRoot, hGroup)); // over its dark source
+    CTestBitmap drawn(50, 50);
+    Draw(drawn);
+    EXPECT_EQ(100, CountPixels(drawn, RED));
+    ASSERT_EQ(1, QELMoveElem(m_h, hCopy, nullptr, nullptr));
+    ASSERT_EQ(1, QELMoveElem(m_h, hCopy, hRoot, hGroup)); // it comes in
+    Draw(drawn);
+    EXPECT_EQ(100, CountPixels(drawn, 0));
+}
+
 TEST_F(Values, BlinkNeedsADrawing)
 {
     EXPECT_EQ(0, QELSetBlinkState(m_h, 1));

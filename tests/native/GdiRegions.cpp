@@ -144,6 +144,21 @@ INT WINAPI GetRgnBox(HRGN hRegion, RECT* prc)
     return TypeOf(pRegion->area);
 }
 
+DWORD WINAPI GetRegionData(HRGN hRegion, DWORD nSize, RGNDATA* pData)
+{
+    const Object* pRegion = Find(hRegion, Kind::Region, "GetRegionData");
+    if (!pRegion) return 0;
+    const std::vector<RECT>& rects = pRegion->area.Rects();
+    const auto nBytes = static_cast<DWORD>(rects.size() * sizeof(RECT));
+    const auto nNeeded = static_cast<DWORD>(sizeof(RGNDATAHEADER) + nBytes);
+    if (!pData) return nNeeded;
+    if (nSize < nNeeded) return 0;
+    pData->rdh = {sizeof(RGNDATAHEADER), RDH_RECTANGLES, static_cast<DWORD>(rects.size()), nBytes,
+                  pRegion->area.Box()};
+    if (nBytes) std::memcpy(pData->Buffer, rects.data(), nBytes);
+    return nNeeded;
+}
+
 BOOL WINAPI EqualRgn(HRGN hA, HRGN hB)
 {
     const Object* pA = Find(hA, Kind::Region, "EqualRgn");
@@ -178,6 +193,20 @@ INT WINAPI SelectClipRgn(HDC hdc, HRGN hRegion)
     }
     Record(*pDc, "Record 75");
     return TypeOf(pDc->state.clip ? *pDc->state.clip : Surface(*pDc));
+}
+
+INT WINAPI ExtSelectClipRgn(HDC hdc, HRGN hRegion, INT nMode)
+{
+    Dc* pDc = FindDc(hdc, "ExtSelectClipRgn");
+    const Object* pRegion = Find(hRegion, Kind::Region, "ExtSelectClipRgn");
+    if (!pDc || !pRegion) return ERROR;
+    if (nMode != RGN_AND) {
+        ReportMisuse(Text("ExtSelectClipRgn mode %d", nMode));
+        return ERROR;
+    }
+    pDc->state.clip = pDc->state.clip ? pDc->state.clip->And(pRegion->area) : pRegion->area;
+    Record(*pDc, "Record 75");
+    return TypeOf(pDc->state.clip->And(Surface(*pDc)));
 }
 
 INT WINAPI GetClipRgn(HDC hdc, HRGN hRegion)

@@ -57,6 +57,14 @@ private:
 
 // All state of a device context that a drawing call could leave changed, as text to compare.
 std::string DcState(HDC hdc);
+// A state to find again after drawing: nothing draws with this position and these colours.
+inline void MarkState(HDC hdc)
+{
+    ::SetBkMode(hdc, OPAQUE);
+    ::MoveToEx(hdc, 3, 4, nullptr);
+    ::SetBkColor(hdc, RGB(1, 2, 3));
+    ::SetTextColor(hdc, RGB(4, 5, 6));
+}
 
 // How many GDI objects can still be made. The system tells no counts, but a process has a fixed
 // number of places: what was not given back is missing here.

@@ -197,6 +197,17 @@ CScene::CScene(const SceneOptions& options)
       m_font(FontOf(options.font.empty() ? DefaultFont() : options.font))
 {
     options.live.Apply(m_drawing);
+    Settle();
+}
+
+// A gauge's read-out has the colour of the value before. A picture is to show one that has stood at
+// its value: it is drawn once onto a single pixel that nobody sees.
+void CScene::Settle() const
+{
+    const HDC hdc = ::CreateCompatibleDC(nullptr);
+    if (!hdc) return;
+    Draw(hdc, QEL_DRAW_FULL);
+    ::DeleteDC(hdc);
 }
 
 bool CScene::Draw(HDC hdc, DWORD nFlags) const

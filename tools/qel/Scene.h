@@ -42,6 +42,7 @@ public:
     bool PaintMoving(HDC hdc) const; // over what stands there
 
 private:
+    void Settle() const;
     bool Draw(HDC hdc, DWORD nFlags) const;
 
     const SceneOptions& m_options;

@@ -1,6 +1,6 @@
 // QELEngine: the exported interface for C# and the other .NET languages, 32 and 64 bits.
 //
-// Made from include/QELEngine.h by scripts/bindings.py; the header tells what each function does.
+// Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
 // Handles are opaque, all calls come from one thread, and a result of 0 means failure. Texts are
 // handed over in the system's ANSI code page; one that it cannot express throws ArgumentException
 // instead of reaching the engine with wrong letters. A text that a function returns stays the

@@ -1,6 +1,6 @@
 { QELEngine: the exported interface for Free Pascal and Delphi, 32 and 64 bits.
 
-  Made from include/QELEngine.h by scripts/bindings.py; the header tells what each function does.
+  Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
   Handles are opaque, texts are 8-bit in the system's ANSI code page, all calls come from one thread,
   and a result of 0 (nil) means failure. }
 unit QELEngine;

@@ -1,6 +1,6 @@
 """QELEngine: the exported interface for Python on Windows, 32 and 64 bits (ctypes).
 
-Made from include/QELEngine.h by scripts/bindings.py; the header tells what each function does.
+Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
 load() gives the DLL with the types of all its functions set:
 
     dll = qelengine.load("QELEngine.dll")

@@ -1,5 +1,5 @@
-// The polyline element: 2 to 16 points. The code is document/QELDocPointList.cpp, shared by polygon
-// and polyline; tests/PolylineViewTests.cpp looks at the drawing.
+// The polygon and the polyline element: 2 to 16 points. The code is document/QELDocPointList.cpp;
+// tests/PolygonViewTests.cpp and tests/PolylineViewTests.cpp look at the drawing.
 #include "tests/support/DocSupport.h"
 
 namespace {
@@ -24,43 +24,63 @@ std::vector<int32_t> Repeated(int32_t nCount, int32_t nValue)
     return words;
 }
 
-TEST(PolylineElement, BeginsAsTheDiagonalOfASquareOfTen)
+struct Row {
+    int32_t nType;
+    const char* pszTag;
+};
+
+void PrintTo(const Row& row, std::ostream* pStream)
 {
-    CTestShape shape(QEL_TYPE_POLYLINE);
-    EXPECT_EQ("2 0 0 10 10", GeometryOf(*shape, 5));
-    EXPECT_EQ("<polyline crd=\"0 0 10 10\"/>\r\n", SavedBody("<polyline/>\r\n"));
+    *pStream << row.pszTag;
 }
 
-TEST(PolylineElement, ReadsTwoToSixteenPointsAndIgnoresTheRest)
+class PointsElement : public testing::TestWithParam<Row> {
+protected:
+    static int32_t Type() { return GetParam().nType; }
+    // The element with what follows its name, as a drawing has it.
+    static std::string Text(const std::string& attributes)
+    {
+        return std::string("<") + GetParam().pszTag + attributes + "/>\r\n";
+    }
+};
+
+TEST_P(PointsElement, BeginsAsTheDiagonalOfASquareOfTen)
+{
+    CTestShape shape(Type());
+    EXPECT_EQ("2 0 0 10 10", GeometryOf(*shape, 5));
+    EXPECT_EQ(Text(" crd=\"0 0 10 10\""), SavedBody(Text("")));
+}
+
+TEST_P(PointsElement, ReadsTwoToSixteenPointsAndIgnoresTheRest)
 {
     for (int nCount = 2; nCount <= 20; ++nCount) {
         SCOPED_TRACE(nCount);
         const int nKept = nCount > 16 ? 16 : nCount;
         for (const char* pszBetween : {" ", "\t", "   ", "\t\t", " \t ", "\t "}) {
-            CTestShape shape(QEL_TYPE_POLYLINE);
+            CTestShape shape(Type());
             EXPECT_EQ(1, shape->ParseCrd(Points(nCount, pszBetween).c_str()));
             EXPECT_EQ(PointWords(nKept), GeometryOf(*shape, 1 + 2 * nKept));
         }
-        EXPECT_EQ("<polyline crd=\"" + Points(nKept) + "\"/>\r\n",
-                  SavedBody("<polyline crd=\"" + Points(nCount, "\t") + "\"/>\r\n"));
+        EXPECT_EQ(Text(" crd=\"" + Points(nKept) + "\""),
+                  SavedBody(Text(" crd=\"" + Points(nCount, "\t") + "\"")));
     }
-    CTestShape shape(QEL_TYPE_POLYLINE);
+    CTestShape shape(Type());
     EXPECT_EQ(1, shape->ParseCrd((Points(16) + " what follows").c_str()));
     EXPECT_EQ(PointWords(16), GeometryOf(*shape));
 }
 
-TEST(PolylineElement, KeepsItsPointsWhenFewerThanTwoCanBeRead)
+TEST_P(PointsElement, KeepsItsPointsWhenFewerThanTwoCanBeRead)
 {
     const CrdRow rows[] = {
         {"", nullptr},          {" \t", nullptr},        {"1", nullptr},       {"1 2", nullptr},
         {"1 2 3", nullptr},     {"1 2 x 4", nullptr},    {"x 1 2 3", nullptr}, {"1,2,3,4", nullptr},
         {"1 2 3.5 4", nullptr}, {"1\n2\n3\n4", nullptr}, // a line feed is not stepped over
     };
-    ExpectCrdRows(QEL_TYPE_POLYLINE, "9 8 7 6 5 4", 7, rows);
-    EXPECT_EQ("<polyline crd=\"0 0 10 10\"/>\r\n", SavedBody("<polyline crd=\"30 40\"/>\r\n"));
+    ExpectCrdRows(Type(), "9 8 7 6 5 4", 7, rows);
+    EXPECT_EQ(Text(" crd=\"0 0 10 10\""), SavedBody(Text(" crd=\"30 40\"")));
 }
 
-TEST(PolylineElement, StopsAtTheFirstPairThatIsNone)
+TEST_P(PointsElement, StopsAtTheFirstPairThatIsNone)
 {
     const CrdRow rows[] = {
         {"1 2 3 4 5", "2 1 2 3 4"},
@@ -71,7 +91,7 @@ TEST(PolylineElement, StopsAtTheFirstPairThatIsNone)
     };
     for (const CrdRow& row : rows) {
         SCOPED_TRACE(row.pszCrd);
-        CTestShape shape(QEL_TYPE_POLYLINE);
+        CTestShape shape(Type());
         EXPECT_EQ(1, shape->ParseCrd(row.pszCrd));
         const int nCount = ShapeAttr(*shape).nGeometry[0];
         ASSERT_TRUE(nCount >= 0 && nCount <= QEL_MAX_POINTS);
@@ -79,7 +99,7 @@ TEST(PolylineElement, StopsAtTheFirstPairThatIsNone)
     }
 }
 
-TEST(PolylineElement, StepsOverNumbersByBlanksAndByTabsOnlyWhereNoBlankFollows)
+TEST_P(PointsElement, StepsOverNumbersByBlanksAndByTabsOnlyWhereNoBlankFollows)
 {
     const CrdRow rows[] = {
         // To the blank after 2, then to the one after 4: the pair 3 4 is passed over.
@@ -99,7 +119,7 @@ TEST(PolylineElement, StepsOverNumbersByBlanksAndByTabsOnlyWhereNoBlankFollows)
     };
     for (const CrdRow& row : rows) {
         SCOPED_TRACE(row.pszCrd);
-        CTestShape shape(QEL_TYPE_POLYLINE);
+        CTestShape shape(Type());
         EXPECT_EQ(row.pszWords ? 1 : 0, shape->ParseCrd(row.pszCrd));
         const int nCount = ShapeAttr(*shape).nGeometry[0];
         ASSERT_TRUE(nCount >= 0 && nCount <= QEL_MAX_POINTS);
@@ -107,29 +127,27 @@ TEST(PolylineElement, StepsOverNumbersByBlanksAndByTabsOnlyWhereNoBlankFollows)
     }
 }
 
-TEST(PolylineElement, SixteenPointsOfAnySizeAreWrittenWhole)
+TEST_P(PointsElement, SixteenPointsOfAnySizeAreWrittenWhole)
 {
     std::string widest = "-2147483648";
     for (int n = 1; n < 32; ++n) widest += " -2147483648"; // 383 characters
-    CTestShape shape(QEL_TYPE_POLYLINE);
+    CTestShape shape(Type());
     SetGeometry(shape.Get(), Repeated(16, LONG_LEAST));
     EXPECT_EQ(widest, shape.Crd());
-    EXPECT_EQ("<polyline crd=\"" + widest + "\"/>\r\n",
-              SavedBody("<polyline crd='" + widest + "'/>\r\n"));
+    EXPECT_EQ(Text(" crd=\"" + widest + "\""), SavedBody(Text(" crd='" + widest + "'")));
 
     std::string beyond = "9999999999";
     std::string saturated = "2147483647";
     for (int n = 1; n < 32; ++n) beyond += " 9999999999";
     for (int n = 1; n < 32; ++n) saturated += " 2147483647";
-    EXPECT_EQ("<polyline crd=\"" + saturated + "\"/>\r\n",
-              SavedBody("<polyline crd='" + beyond + "'/>\r\n"));
+    EXPECT_EQ(Text(" crd=\"" + saturated + "\""), SavedBody(Text(" crd='" + beyond + "'")));
 }
 
-TEST(PolylineElement, ACountOutsideTwoToSixteenFailsAllThatUsesThePoints)
+TEST_P(PointsElement, ACountOutsideTwoToSixteenFailsAllThatUsesThePoints)
 {
     for (const int32_t nCount : {0, 1, 17, 33, -1, 2147483647, static_cast<int32_t>(LONG_LEAST)}) {
         SCOPED_TRACE(nCount);
-        CTestShape shape(QEL_TYPE_POLYLINE);
+        CTestShape shape(Type());
         SetGeometry(shape.Get(), Repeated(nCount, 4)); // a record may hold any count
         const std::string before = GeometryOf(*shape);
         EXPECT_EQ("refused", shape.Crd());
@@ -142,17 +160,17 @@ TEST(PolylineElement, ACountOutsideTwoToSixteenFailsAllThatUsesThePoints)
     }
 }
 
-TEST(PolylineElement, WithAWrongCountIsSavedWithoutCoordinates)
+TEST_P(PointsElement, WithAWrongCountIsSavedWithoutCoordinates)
 {
-    CTestDocument document(DrawingText("<polyline id=\"p\"/>\r\n"));
+    CTestDocument document(DrawingText(Text(" id=\"p\"")));
     ASSERT_EQ(1, document.Loaded());
     SetGeometry(document.First(), {17});
-    EXPECT_EQ("<polyline id=\"p\"/>\r\n", document.SavedBody());
+    EXPECT_EQ(Text(" id=\"p\""), document.SavedBody());
 }
 
-TEST(PolylineElement, IsBoundedByTheLeastAndTheGreatestOfItsPoints)
+TEST_P(PointsElement, IsBoundedByTheLeastAndTheGreatestOfItsPoints)
 {
-    CTestShape shape(QEL_TYPE_POLYLINE);
+    CTestShape shape(Type());
     ASSERT_EQ(1, shape->ParseCrd("5 -7 -3 20 8 1"));
     EXPECT_EQ("-3 -7 8 20", RectOf(*shape));
     ASSERT_EQ(1, shape->ParseCrd("10 10 0 0"));
@@ -170,23 +188,28 @@ TEST(PolylineElement, IsBoundedByTheLeastAndTheGreatestOfItsPoints)
     EXPECT_EQ("-40 3 3 50", RectOf(*shape));
 }
 
-TEST(PolylineElement, AResizeShiftsEveryPointAndNeverFlattens)
+TEST_P(PointsElement, AResizeShiftsEveryPointAndNeverFlattens)
 {
-    ExpectResized(QEL_TYPE_POLYLINE, "nxyxyxy", {3, 1, 2, 31, 22, 15, -8});
+    ExpectResized(Type(), "nxyxyxy", {3, 1, 2, 31, 22, 15, -8});
     std::string layout = "n";
     for (int n = 0; n < 16; ++n) layout += "xy";
     std::vector<int32_t> words = {16};
     for (int n = 0; n < 32; ++n) words.push_back(7 * n - 50);
-    ExpectResized(QEL_TYPE_POLYLINE, layout, words);
+    ExpectResized(Type(), layout, words);
 }
 
-TEST(PolylineElement, APlaceIsMeasuredFromTheBoxAroundItsPoints)
+TEST_P(PointsElement, APlaceIsMeasuredFromTheBoxAroundItsPoints)
 {
-    CTestShape shape(QEL_TYPE_POLYLINE);
+    CTestShape shape(Type());
     ASSERT_EQ(1, shape->ParseCrd("20 10 40 30 30 20"));
     // 0 - 20 + (30 - 20) * 30 / 20 is -5; 0 - 10 + (10 - 20) * 10 / 20 is -15.
     ASSERT_EQ(1, shape->SetRect({0, 0, 30, 10}));
     EXPECT_EQ("3 15 -5 35 15 25 5", GeometryOf(*shape, 7));
 }
+
+INSTANTIATE_TEST_SUITE_P(Of, PointsElement,
+                         testing::Values(Row{QEL_TYPE_POLYGON, "polygon"},
+                                         Row{QEL_TYPE_POLYLINE, "polyline"}),
+                         testing::PrintToStringParamName());
 
 } // namespace
