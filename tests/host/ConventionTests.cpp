@@ -1,7 +1,6 @@
 // Where a call differs from what holds for the others: failures that change something, results that
-// tell little, and what a save does to the file that it replaces.
+// tell little, and who of several takes what the host sets.
 #include "tests/support/Host.h"
-#include "tests/support/Wide.h"
 
 #include <cstdint>
 #include <cstring>
@@ -68,25 +67,6 @@ TEST(Conventions, APathThatCannotBeConvertedLeavesTheDrawingAndOneThatCannotBeOp
     EXPECT_EQ(3, QELGetType(host));
 }
 
-TEST(Conventions, AWideOpenTakesNoCharacterThatTheCodePageLacks)
-{
-    ASSERT_EQ(936u, ::GetACP()) << "run with LC_ALL=zh_CN.UTF-8";
-    // U+0E01 is a Thai letter. The file is there, and the system opens it.
-    const CTextHost host(Block("0xff", "0 0 20 20"), 50);
-    std::vector<wchar_t> path = Wide(host.Folder().Path("?.qel"));
-    for (wchar_t& c : path)
-        if (c == L'?') c = L'\x0E01';
-    const HANDLE hFile = ::CreateFileW(path.data(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                       FILE_ATTRIBUTE_NORMAL, nullptr);
-    ASSERT_NE(INVALID_HANDLE_VALUE, hFile);
-    DWORD nWritten = 0;
-    EXPECT_TRUE(::WriteFile(hFile, "<qel/>", 6, &nWritten, nullptr));
-    ::CloseHandle(hFile);
-    EXPECT_EQ(0, QELOpenFileU(host, path.data()));
-    EXPECT_EQ(RED, host.Pixel(5, 5)); // and the drawing is still there
-    EXPECT_TRUE(::DeleteFileW(path.data()));
-}
-
 TEST(Conventions, PlacingAGroupStopsAtAnEmptyGroupInsideOfIt)
 {
     const CTextHost host("<g>" + Block("0xff", "0 0 10 10") + "<g/>" +
@@ -139,6 +119,7 @@ TEST(Conventions, ARectangleOfAMeterIsThatOfItsScaleAndLeavesTheFaceAlone)
     const CTextHost host("<meter crd='5 10 15 40'>" + Block("0xff", "20 10 30 40") + "</meter>",
                          50);
     EXPECT_EQ(1, host.Set(QEL_SEL_FACE_COLOR, RED)); // the empty part of the bar too
+    EXPECT_EQ(1, host.Set(QEL_SEL_SHOW_LABELS, 0));
     EXPECT_EQ("5 10 15 40", RectOf(host, host.Child(0)));
     EXPECT_EQ(RED, host.Pixel(25, 25)); // the bar stands where the face is
     EXPECT_EQ(1, SetRect(host, host.Child(0), {35, 10, 45, 40}));
@@ -273,46 +254,6 @@ TEST(Conventions, TheLastDrawRegionAnswersForItsPlace)
     EXPECT_EQ(1, SetRect(host, host.Child(0), {1, 1, 11, 11})); // which registers it anew
     ASSERT_EQ(1, QELGetDrawGraphRect(host, &rc));
     EXPECT_EQ(1, rc.left);
-}
-
-// ---- what a save does to the file that it replaces
-
-TEST(Conventions, ASaveReplacesTheFileAndNotItsOtherNames)
-{
-    const CTextHost host("", 50);
-    const std::string path = host.Folder().Path("one.qel");
-    const std::string other = host.Folder().Path("other.qel");
-    ASSERT_TRUE(WriteBytes(path, "old"));
-    ASSERT_TRUE(::CreateHardLinkA(other.c_str(), path.c_str(), nullptr));
-    ASSERT_TRUE(WriteBytes(path, "older")); // one file with two names
-    ASSERT_EQ("older", ReadBytes(other));
-    EXPECT_EQ(1, QELSaveFile(host, path.c_str()));
-    EXPECT_NE("older", ReadBytes(path));
-    EXPECT_EQ("older", ReadBytes(other));
-}
-
-TEST(Conventions, ASaveOntoAHiddenFileSucceedsAndTheFileIsHiddenNoLonger)
-{
-    const CTextHost host("", 50);
-    const std::string path = host.Folder().Path("hidden.qel");
-    ASSERT_TRUE(WriteBytes(path, "old"));
-    // There are disks that keep no such attribute; what follows holds on them as well.
-    ASSERT_TRUE(::SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_HIDDEN));
-    EXPECT_EQ(1, QELSaveFile(host, path.c_str()));
-    EXPECT_NE("old", ReadBytes(path));
-    EXPECT_EQ(0u, ::GetFileAttributesA(path.c_str()) & FILE_ATTRIBUTE_HIDDEN);
-}
-
-TEST(Conventions, TheNameOfADeviceIsNoFileInAnyFolder)
-{
-    const CTextHost host("", 50);
-    for (const char* pszName : {"NUL", "nul", "CON", "PRN", "COM1", "LPT1", "NUL.qel"}) {
-        SCOPED_TRACE(pszName);
-        const int nFiles = host.Folder().CountFiles();
-        EXPECT_EQ(0, QELSaveFile(host, pszName));
-        EXPECT_EQ(0, QELSaveFile(host, host.Folder().Path(pszName).c_str()));
-        EXPECT_EQ(nFiles, host.Folder().CountFiles());
-    }
 }
 
 // ---- which spellings of a path share
