@@ -107,6 +107,7 @@ set(QEL_HOST_FILES_LEFT_OUT BarFaceTests.cpp CompatibilityTests.cpp ExportTests.
 
 # They look at pixels of figures that have none here, or at the memory of a bitmap.
 set(QEL_HOST_LEFT_OUT
+  MeterFace.WhatLeavesItIsDrawnAsTheFileHasIt
   PartialRedraw.ADrawingWithAScaleIsAlwaysPaintedWhole
   PartialRedraw.AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedBefore
   PartialRedraw.ASweep*
