@@ -114,6 +114,7 @@ set(QEL_HOST_LEFT_OUT
   Format.GradientsOfBarsAndPiesRunFromParameterTwoAndOfShapesFromParameterThree
   Format.HatchZeroOfBarsPiesAndScalesIsParameterTwoAndOfAllOthersParameterThree
   PartialRedraw.ADialThatOnlyFillsLeavesTracesOfItsNeedles
+  MeterFace.WhatLeavesItIsDrawnAsTheFileHasIt
   PartialRedraw.ADrawingWithAScaleIsAlwaysPaintedWhole
   PartialRedraw.AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedBefore
   PartialRedraw.ASweep*
