@@ -142,9 +142,10 @@ protected:
     int32_t m_nPenStyle = 0;
 
 private:
-    void DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const;
+    void DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
     void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
     void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
+    [[nodiscard]] int32_t PenWidth() const; // as it is drawn
     [[nodiscard]] bool TakesDraft() const
     {
         return (m_nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();
