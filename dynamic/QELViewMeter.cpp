@@ -5,6 +5,7 @@
 #include "dynamic/QELDocMeter.h"
 #include "meter/SectorMeter.h"
 #include "render/GdiScopes.h"
+#include "render/Shown.h"
 #include "render/WrapMath.h"
 
 #include <cstring>
@@ -88,10 +89,11 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
         !::EqualRect(&rcQel, &m_rcLast) || m_lastRef.cx != RefW() || m_lastRef.cy != RefH();
     if (WantsFullRedraw()) nFlags |= QEL_DRAW_FULL;
     if (nFlags & QEL_DRAW_FULL) DrawFace(hdc, rcQel, nFlags);
-    const bool bNewFace = UsesFaceRegion() && (bChanged || !m_hFace);
-    if (bNewFace) MakeFaceRegion(rcQel);
+    const bool bHadFace = m_hFace != nullptr;
+    const bool bNewFace = UsesFaceRegion() && (bChanged || !m_hFace || !HasFaceFor(hdc));
+    if (bNewFace) MakeFaceRegion(hdc, rcQel);
     // A renderer that was made without a face takes one as soon as there is one.
-    if (bChanged || !m_pRenderer || (bNewFace && m_hFace)) MakeRenderer(rcQel);
+    if (bChanged || !m_pRenderer || (bNewFace && (m_hFace || bHadFace))) MakeRenderer(rcQel);
     if (m_pRenderer) {
         if (m_nPassedBlink != BlinkPhase()) PassColours(m_pRenderer.get(), Settings());
         m_nPassedBlink = BlinkPhase();
@@ -118,12 +120,22 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     }
 }
 
-void CQELViewMeter::MakeFaceRegion(const RECT& rcQel)
+// Of a large face the region was made for what showed then.
+bool CQELViewMeter::HasFaceFor(HDC hdc) const
+{
+    RECT rc{};
+    return !m_bPartOfFace || (FindShown(hdc, &rc) && Covers(m_rcFaceShown, rc));
+}
+
+void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel)
 {
     DropFace();
+    m_bPartOfFace = false;
+    const bool bOnSurface = FindShown(hdc, &m_rcFaceShown);
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
-        CRegion shape(p->MakeRegion(rcQel));
+        CRegion shape(bOnSurface ? p->MakeShownRegion(rcQel, m_rcFaceShown, &m_bPartOfFace)
+                                 : p->MakeRegion(rcQel));
         if (!shape.Get()) continue;
         if (m_hFace)
             ::CombineRgn(m_hFace, m_hFace, shape.Get(), RGN_OR);

@@ -55,7 +55,8 @@ private:
     void DropFace();
     void DropRenderer();
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
-    void MakeFaceRegion(const RECT& rcQel);
+    [[nodiscard]] bool HasFaceFor(HDC hdc) const;
+    void MakeFaceRegion(HDC hdc, const RECT& rcQel);
     void MakeRenderer(const RECT& rcQel);
     void PassPins();
 
@@ -77,5 +78,7 @@ private:
     SIZE m_lastRef{0, 0};      // the reference size then: the place follows it as well
     int32_t m_nPassedBlink = 0;
     HRGN m_hFace = nullptr;
+    bool m_bPartOfFace = false; // it is right where m_rcFaceShown is; its box is the whole's
+    RECT m_rcFaceShown{0, 0, 0, 0};
     std::unique_ptr<CMeter> m_pRenderer;
 };

@@ -20,12 +20,6 @@ bool HasPlainFont(HDC hdc)
     return !font.lfUnderline && !font.lfStrikeOut && !font.lfEscapement && !font.lfOrientation;
 }
 
-bool Covers(const RECT& rcOuter, const RECT& rc)
-{
-    return rcOuter.left <= rc.left && rcOuter.top <= rc.top && rcOuter.right >= rc.right &&
-           rcOuter.bottom >= rc.bottom;
-}
-
 } // namespace
 
 // The order of the questions keeps a draw without a clip at two of them.

@@ -140,6 +140,11 @@ HRGN CQELViewShape::MakeRegion(const RECT&) const
     return nullptr;
 }
 
+HRGN CQELViewShape::MakeShownRegion(const RECT& rcQel, const RECT&, bool*) const
+{
+    return MakeRegion(rcQel);
+}
+
 Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
 {
     DeviceFigure figure; // filled in as far as the class has it

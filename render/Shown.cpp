@@ -15,6 +15,12 @@ bool HasPlainState(HDC hdc)
     return nBounds && !(nBounds & DCB_ENABLE);
 }
 
+bool Covers(const RECT& rcOuter, const RECT& rc)
+{
+    return rcOuter.left <= rc.left && rcOuter.top <= rc.top && rcOuter.right >= rc.right &&
+           rcOuter.bottom >= rc.bottom;
+}
+
 bool FindShown(HDC hdc, RECT* prcOut)
 {
     return IsSurface(hdc) && HasPlainState(hdc) && ::GetClipBox(hdc, prcOut) != ERROR;

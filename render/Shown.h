@@ -11,6 +11,8 @@ bool IsSurface(HDC hdc);
 // box is seen by nobody: no bounds are summed up.
 bool HasPlainState(HDC hdc);
 
+bool Covers(const RECT& rcOuter, const RECT& rc);
+
 // The clip box, in the units of the figures. False where more than it may count: then all of every
 // figure is to be drawn.
 bool FindShown(HDC hdc, RECT* prcOut);
