@@ -4,7 +4,7 @@ set(QEL_LEFT_OUT)
 
 # Pixels of every class under a clip, and calls counted in the import table.
 # The same of bodies under the clip of a face, on surfaces that map.
-set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp FaceClipTests.cpp)
+set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp FaceClipTests.cpp ShownPictureTests.cpp)
 
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT
@@ -98,11 +98,11 @@ list(APPEND QEL_LEFT_OUT
 list(APPEND QEL_LEFT_OUT
   BarFill.DrawsNothingWithoutSegmentBrushOrRegion)
 
-# Of the tests that see what hosts see: those that look at the DLL as a file, at what other processes
-# hold open, at what only a real disk keeps of a file, at what the system itself counts, and at pixels on surfaces that
-# map.
+# Of the tests that see what hosts see: those that look at the DLL as a file, at its calls, at what other
+# processes hold open, at what only a real disk keeps of a file, at what the system itself counts, and at pixels on
+# surfaces that map.
 set(QEL_HOST_FILES_LEFT_OUT BarFaceTests.cpp CompatibilityTests.cpp ExportTests.cpp FileFaultTests.cpp
-  FileSystemTests.cpp LeakTests.cpp)
+  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp)
 
 # They look at pixels of figures that have none here, or at the memory of a bitmap.
 set(QEL_HOST_LEFT_OUT
