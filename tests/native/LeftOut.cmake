@@ -86,8 +86,8 @@ list(APPEND QEL_LEFT_OUT
   XmlMemory.LoadingFailsCleanlyAtEachRequest
   XmlMemory.SavingFailsCleanlyAtEachRequest
   XmlMemory.TheFilesOwnBufferIsError2
-  XmlSave.ATakenNameBesideTheTargetIsNotOverwritten
   XmlSave.AWriteThatStallsIsGivenUpAfter16TriesAndTheOldFileStays
+  XmlSave.ItsFileIsHeldFromItsCreationUntilItHasItsName
   XmlSave.ShortWritesAreContinued)
 
 # Two shallow copies delete one brush, which the strict stand-in does not let pass. It is deliberate.
