@@ -3,7 +3,7 @@
 set(QEL_LEFT_OUT)
 
 # Pixels of every class under a clip, and calls counted in the import table.
-set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp)
+set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp LegibleTests.cpp)
 
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT
