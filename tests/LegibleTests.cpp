@@ -2,6 +2,7 @@
 // takes for texts, nor in the one that the system takes for the numbers of scales. The fonts are
 // chosen in tools/qel/TextFont.cpp and scripts/setup.sh.
 #include "meter/Meter.h"
+#include "meter/UpBarMeter.h"
 #include "tools/qel/TextFont.h"
 
 #include "tests/support/Bitmap.h"
@@ -242,6 +243,40 @@ TEST(Legible, NumbersOfScalesKeepToTheirCells)
     for (const FontCell& cell : g_numberCells)
         EXPECT_GE(12 * cell.nWidth,
                   CTextWriter(MakeMeterFont(cell, FW_DONTCARE)).Width("0123456789-."));
+}
+
+// The rightmost column in which a vertical bar of these sides paints its numbers.
+int LastColumnOfNumbers(const RECT& rc, uint32_t nFontCode, int nFirst, int nExtra)
+{
+    const CTestBitmap bitmap(rc.right + 20, rc.bottom + 40);
+    CUpBarMeter bar(nullptr, rc);
+    bar.SetFontSize(nFontCode);
+    bar.SetScaleStart(nFirst);
+    bar.SetScaleEnd(nFirst + 10); // each number ends with the same digit
+    bar.SetLabelColor(RGB(0, 0, 0));
+    bar.SetTickCount(1);
+    ::SetTextCharacterExtra(bitmap.Dc(), nExtra);
+    EXPECT_EQ(1, bar.DrawLabels(bitmap.Dc()));
+    int nLast = -1;
+    for (int y = 0; y < bitmap.Height(); ++y)
+        for (int x = 0; x < bitmap.Width(); ++x)
+            if (bitmap.At(x, y) != RGB(255, 255, 255)) nLast = std::max(nLast, x);
+    return nLast;
+}
+
+// The axis stands 7 pixels inside of the right side. Further apart than the font has them, as in
+// a font that is wider than its cells, characters begin more to the left.
+TEST(Legible, NumbersOfAVerticalBarAreClearOfItsAxisByTwoPixels)
+{
+    constexpr RECT BAR{20, 40, 220, 120};
+    for (const uint32_t nFontCode : {1U, 2U, 3U, 4U, 5U, 6U, 7U, 8U, 9U, 10U})
+        for (int nDigit = 0; nDigit < 10; ++nDigit)
+            for (const int nExtra : {0, 5}) {
+                const int nLast = LastColumnOfNumbers(BAR, nFontCode, 100 + nDigit, nExtra);
+                EXPECT_LT(BAR.left, nLast);
+                EXPECT_GE(BAR.right - 7 - 3, nLast)
+                    << "code " << nFontCode << " digit " << nDigit << " extra " << nExtra;
+            }
 }
 
 // A number that is painted over itself, as after every new value, is to stay as it was.
