@@ -4,7 +4,9 @@
 
 QEL_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 QEL_FONT=/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc
+QEL_NUMBER_FONT=/usr/share/fonts/truetype/wqy/wqy-microhei.ttc
 export WINEPREFIX=${QEL_WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/wine}
+export FONTCONFIG_FILE=$QEL_ROOT/scripts/fonts.conf
 export WINEDEBUG=${WINEDEBUG:--all}
 
 # Code page 936 is to be the ANSI one, since drawings declare gb2312. Wine takes it from the locale, which
@@ -29,6 +31,7 @@ qel_need_tools() {
   qel_need wine wine
   qel_need /usr/lib/wine/wine wine32:i386
   qel_need "$QEL_FONT" fonts-wqy-zenhei
+  qel_need "$QEL_NUMBER_FONT" fonts-wqy-microhei
   qel_need /usr/share/i18n/locales/zh_CN locales
 }
 
@@ -71,7 +74,7 @@ qel_install() {
   if [ "$id" != debian ] || [ "$VERSION_CODENAME" != bookworm ] || [ "$(id -u)" != 0 ]; then
     qel_say "Missing: ${qel_missing[*]} (names of Debian 12 packages). Only as root on Debian 12 can" \
       "this script install them itself; elsewhere install MinGW-w64 for i686 and x86_64 with posix" \
-      "threads, CMake 3.25, Ninja, Wine with its 32-bit half and the font WenQuanYi Zen Hei, and for" \
+      "threads, CMake 3.25, Ninja, Wine with its 32-bit half, the fonts WenQuanYi Zen Hei and Micro Hei, and for" \
       "the tests clang-format 14, clang-tidy 14 and the sources of GoogleTest. On Debian 12:" \
       "dpkg --add-architecture i386 && apt-get update && apt-get install --no-install-recommends" \
       "-t bookworm ${qel_missing[*]}"
@@ -92,19 +95,31 @@ qel_install() {
   rm -f "$log"
 }
 
+# The numbers of scales have no face and no smoothing of their own. Wine takes what stands for Arial; the
+# digits of this one keep to their cells, and are told apart in 6 x 12 and 8 x 8. Without smoothing a number
+# that is painted over itself stays as it was; a smoothed one grows bolder.
+qel_set_fonts() {
+  [ -e "$WINEPREFIX/.qel-fonts" ] && return 0
+  "${QEL_WINE[@]}" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v Arial /d 'WenQuanYi Micro Hei' /f &&
+    "${QEL_WINE[@]}" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 0 /f || return 1
+  wineserver -w
+  touch "$WINEPREFIX/.qel-fonts"
+} >/dev/null 2>&1 </dev/null
+
 # Wine keeps its own idea of a Windows machine in a folder, made once; the locale likewise.
 qel_make_prefix() {
   if [ ! -e "$QEL_LOCALES/zh_CN.UTF-8/LC_CTYPE" ]; then
     mkdir -p "$QEL_LOCALES"
     localedef -i zh_CN -f UTF-8 "$QEL_LOCALES/zh_CN.UTF-8" || return 1
   fi
-  [ -e "$WINEPREFIX/.qel-ready" ] && return 0
+  [ -e "$WINEPREFIX/.qel-ready" ] && { qel_set_fonts; return; }
   qel_say "Setting up Wine (once, about 20 seconds) ..."
   mkdir -p "$WINEPREFIX"
   LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 WINEDLLOVERRIDES="mscoree=;mshtml=" wineboot -i >/dev/null 2>&1 </dev/null
   wineserver -w
   [ -e "$WINEPREFIX/system.reg" ] || { qel_say "Wine could not be set up in $WINEPREFIX."; return 1; }
   touch "$WINEPREFIX/.qel-ready"
+  qel_set_fonts
 }
 
 # Builds what is stale of a preset: qel_build PRESET [TARGET...]. Quiet unless something fails.

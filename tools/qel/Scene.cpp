@@ -2,6 +2,7 @@
 #include "tools/qel/Scene.h"
 
 #include "tools/qel/Text.h"
+#include "tools/qel/TextFont.h"
 
 #include <cwchar>
 #include <cwctype>
@@ -12,12 +13,6 @@ namespace {
 constexpr LONG WANTED_WIDTH = 800;
 constexpr LONG MAX_SIDE = 16384;
 constexpr LONG MAX_PIXELS = 8192 * 8192; // so many fit a process of 32 bits, and their file as well
-constexpr int FONT_HEIGHT = 16;          // texts take the face and choose their own size
-
-// The first one that the system has. All have Chinese glyphs but the last; those of even width come
-// first, since the engine gives every byte of a text the same width and cuts what is wider.
-constexpr const wchar_t* g_defaultFonts[] = {L"WenQuanYi Zen Hei Mono", L"NSimSun", L"SimSun",
-                                             L"WenQuanYi Zen Hei", L"Courier New"};
 
 // Digits alone.
 bool ReadSide(const std::wstring& text, long* pnSide)
@@ -58,46 +53,11 @@ int ReadAngle(const std::wstring& text)
     return static_cast<int>(nValue);
 }
 
-LOGFONTW FontOf(const std::wstring& name)
-{
-    LOGFONTW font{};
-    font.lfHeight = FONT_HEIGHT;
-    font.lfCharSet = DEFAULT_CHARSET;
-    std::wcsncpy(font.lfFaceName, name.c_str(), LF_FACESIZE - 1);
-    return font;
-}
-
-int CALLBACK NoteScalable(const LOGFONTW*, const TEXTMETRICW*, DWORD nType, LPARAM pFound)
-{
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system passes the pointer on as a number
-    if (!(nType & RASTER_FONTTYPE)) *reinterpret_cast<bool*>(pFound) = true;
-    return 1;
-}
-
-// Texts come in any size, so a face of fixed bitmaps does not serve.
-bool HasScalableFont(const std::wstring& name)
-{
-    if (name.empty() || name.size() >= LF_FACESIZE) return false;
-    bool bFound = false;
-    LOGFONTW font = FontOf(name);
-    const HDC hdc = ::CreateCompatibleDC(nullptr);
-    ::EnumFontFamiliesExW(hdc, &font, NoteScalable, reinterpret_cast<LPARAM>(&bFound), 0);
-    ::DeleteDC(hdc);
-    return bFound;
-}
-
 std::wstring ReadFont(const std::wstring& name)
 {
-    if (!HasScalableFont(name))
+    if (!IsScalableFace(name))
         throw CTrouble("--font: the system has no scalable font '" + ToUtf8(name) + "'");
     return name;
-}
-
-std::wstring DefaultFont()
-{
-    for (const wchar_t* pszName : g_defaultFonts)
-        if (HasScalableFont(pszName)) return pszName;
-    return {}; // then the system chooses
 }
 
 bool TakePictureOption(CArgumentReader& reader, SceneOptions* pOptions)
@@ -204,7 +164,7 @@ bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
 CScene::CScene(const SceneOptions& options)
     : m_options(options), m_drawing(options.in), m_size(SetUp(m_drawing, options)),
       m_time(options.live.Time()),
-      m_font(FontOf(options.font.empty() ? DefaultFont() : options.font))
+      m_font(TextFont(options.font.empty() ? DefaultTextFace() : options.font))
 {
     options.live.Apply(m_drawing);
     Settle();

@@ -103,8 +103,9 @@ static int Apply(HQELENGINE hEngine, const char* pszSetting)
 
 static int Draw(HQELENGINE hEngine, const CANVAS* pCanvas, const RECT* prc, const char* pszFont)
 {
-    HFONT hFont =
-        CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, pszFont);
+    HFONT hFont = /* smoothed: two colours lose strokes in small sizes */
+        CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0,
+                    pszFont);
     HGDIOBJ hPrev = SelectObject(pCanvas->hdc, hFont);
     int bDrawn = QELDraw(hEngine, pCanvas->hdc, prc, QEL_DRAW_FULL);
     SelectObject(pCanvas->hdc, hPrev);

@@ -56,8 +56,9 @@ public:
         m_info.biYPelsPerMeter = PIXELS_PER_METRE;
         m_hBitmap = ::CreateDIBSection(m_hdc, reinterpret_cast<const BITMAPINFO*>(&m_info),
                                        DIB_RGB_COLORS, &m_pBits, nullptr, 0);
-        m_hFont =
-            ::CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, pszFont);
+        m_hFont = // smoothed: two colours lose strokes in small sizes
+            ::CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0,
+                          CLEARTYPE_QUALITY, 0, pszFont);
         m_hPrevBitmap = ::SelectObject(m_hdc, m_hBitmap);
         m_hPrevFont = ::SelectObject(m_hdc, m_hFont);
     }

@@ -25,6 +25,7 @@ public:
         LOGFONTA font{};
         font.lfHeight = 16; // texts take the face only
         font.lfCharSet = DEFAULT_CHARSET;
+        font.lfQuality = CLEARTYPE_QUALITY; // two colours lose strokes in small sizes
         std::snprintf(font.lfFaceName, sizeof font.lfFaceName, "%s", "Courier New");
         m_hFont = ::CreateFontIndirectA(&font);
         m_hPrevFont = ::SelectObject(m_hdc, m_hFont);

@@ -16,6 +16,7 @@ const
   STEP = 2;         { of the value from frame to frame }
   FRAME_TIME = 40;  { milliseconds }
   USUAL_DPI = 96;
+  CLEARTYPE_QUALITY = 5; { two colours lose strokes in small sizes }
   CLASS_NAME = 'LiveDrawing';
 
 function SetProcessDPIAware: LongBool; stdcall; external 'user32.dll';
@@ -43,7 +44,8 @@ constructor TPicture.Create;
 begin
   FDC := CreateCompatibleDC(0);
   { Texts take the face of this font and choose their own size. }
-  FFont := CreateFontA(16, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, 'Courier New');
+  FFont := CreateFontA(16, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0,
+    'Courier New');
   FPreviousFont := SelectObject(FDC, FFont);
 end;
 
