@@ -10,23 +10,10 @@ set -u
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 cd "$QEL_ROOT" || exit 2
 
-FPC_VERSION=3.2.2
-FPC_SOURCES=/usr/share/fpcsrc/$FPC_VERSION
-FPC_HERE=/usr/lib/x86_64-linux-gnu/fpc/$FPC_VERSION
-FPC_HOME=${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/fpc-$FPC_VERSION
+FPC_HOME=${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/fpc-$QEL_FPC_VERSION
 FONT="WenQuanYi Zen Hei Mono"
 
-qel_need_test_tools
-qel_need gcc gcc
-qel_need ppcx64 fp-compiler-$FPC_VERSION
-qel_need "$FPC_HERE/units/x86_64-linux/rtl/system.ppu" fp-units-rtl-$FPC_VERSION
-qel_need "$FPC_SOURCES/compiler/pp.pas" fpc-source-$FPC_VERSION
-qel_need mcs mono-mcs
-qel_need mono mono-runtime
-qel_need /usr/lib/mono/4.5/System.Windows.Forms.dll libmono-system-windows-forms4.0-cil
-qel_need Xvfb xvfb
-qel_need xdotool xdotool
-qel_need import imagemagick
+qel_need_host_tools
 qel_install && qel_make_prefix || exit 2
 
 build=${QEL_BUILD:-}
@@ -65,18 +52,18 @@ trap end EXIT
 fpc_units() { # COMPILER OS CPU UNITS: the runtime units of one target
   local compile=("$1" -n -v0 "-T$2" -O1 -Xs "-FU$4" "-FE$4" -Fi../win -Fi../inc "-Fi../$3" -Fi../objpas)
   mkdir -p "$4"
-  (cd "$FPC_SOURCES/rtl/$2" && "${compile[@]}" -Us -Sg system.pp && "${compile[@]}" ../objpas/objpas.pp &&
+  (cd "$QEL_FPC_SOURCES/rtl/$2" && "${compile[@]}" -Us -Sg system.pp && "${compile[@]}" ../objpas/objpas.pp &&
     "${compile[@]}" -Fi../objpas/sysutils -Fi../objpas/classes -Fi../win/wininc "-Fu../$3" -Fu../win/wininc \
       -Fu../win -Fu../inc -Fu../objpas buildrtl.pp)
 }
 fpc_make() {
-  local new=$FPC_HOME.new native=(ppcx64 -n -v0 "-Fu$FPC_HERE/units/x86_64-linux/rtl")
+  local new=$FPC_HOME.new native=(ppcx64 -n -v0 "-Fu$QEL_FPC_HERE/units/x86_64-linux/rtl")
   rm -rf "$new"
   mkdir -p "$new/objects" "$new/messages"
   # The texts of the compiler's messages are compiled in; the sources come without this generated file.
-  "${native[@]}" "-FU$new/objects" "-FE$new" "$FPC_SOURCES/compiler/utils/msg2inc.pp" &&
-    (cd "$new/messages" && ../msg2inc "$FPC_HERE/msg/errore.msg" msg msg) &&
-    (cd "$FPC_SOURCES/compiler" && rm -f "$new/objects"/* &&
+  "${native[@]}" "-FU$new/objects" "-FE$new" "$QEL_FPC_SOURCES/compiler/utils/msg2inc.pp" &&
+    (cd "$new/messages" && ../msg2inc "$QEL_FPC_HERE/msg/errore.msg" msg msg) &&
+    (cd "$QEL_FPC_SOURCES/compiler" && rm -f "$new/objects"/* &&
       "${native[@]}" -di386 -dGDB -Mobjfpc -O1 -Fusystems -Fux86 -Fui386 "-Fi$new/messages" -Fii386 -Fisystems \
         "-FU$new/objects" "-FE$new" "-o$new/ppcross386" pp.pas) &&
     fpc_units "$new/ppcross386" win32 i386 "$new/i686" && fpc_units ppcx64 win64 x86_64 "$new/x86_64" &&
