@@ -46,7 +46,8 @@ run_all() {
     [ -z "$inside" ] || [ "$start" -lt $LIMIT ] || { status=1; break; }
     say "$line"
     # By way of a file: what a command leaves running would hold up a pipe.
-    "$@" "$line" >"$log" 2>&1 </dev/null &
+    : >"$log"
+    "$@" "$line" >>"$log" 2>&1 </dev/null &
     tail -f -n +1 --pid=$! "$log"
     wait $!
     code=$?

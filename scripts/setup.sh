@@ -20,9 +20,10 @@ qel_say() { printf '%s\n' "$*" >&2; }
 qel_missing=()
 qel_need() { # FILE-OR-COMMAND PACKAGE
   case $1 in
-    /*) [ -e "$1" ] || qel_missing+=("$2") ;;
-    *) command -v "$1" >/dev/null 2>&1 || qel_missing+=("$2") ;;
+    /*) [ ! -e "$1" ] || return 0 ;;
+    *) ! command -v "$1" >/dev/null 2>&1 || return 0 ;;
   esac
+  case " ${qel_missing[*]} " in *" $2 "*) ;; *) qel_missing+=("$2") ;; esac
 }
 
 qel_need_tools() {
@@ -33,6 +34,12 @@ qel_need_tools() {
   qel_need /usr/lib/wine/wine wine32:i386
   qel_need "$QEL_FONT" fonts-wqy-zenhei
   qel_need /usr/share/i18n/locales/zh_CN locales
+}
+
+# For what is made of the documentation.
+qel_need_doc_tools() {
+  qel_need_tools
+  qel_need python3 python3
 }
 
 # For both word sizes; the Wine folder has to have its 64-bit half then.
@@ -89,6 +96,7 @@ qel_need_host_tools() {
 # measurements as well.
 qel_need_test_tools() {
   qel_need_native_tools
+  qel_need_doc_tools
   qel_need_bench_tools
   qel_need_host_tools
   qel_need clang-format clang-format
@@ -253,7 +261,7 @@ qel_build() {
 qel_ninja() { # PRESET FOLDER [TARGET...]: says once that there is something to wait for
   local preset=$1 dir=$2 said='' line
   shift 2
-  ninja -C "$dir" "$@" 2>&1 | while IFS= read -r line; do
+  ninja -C "$dir" ${QEL_JOBS:+"-j$QEL_JOBS"} "$@" 2>&1 | while IFS= read -r line; do
     printf '%s\n' "$line"
     case $line in *' Building '*) [ -n "$said" ] || qel_say "Building ($preset) ..."; said=1 ;; esac
   done
