@@ -89,7 +89,7 @@ docs_are_current() { scripts/docs.sh --check; }
 dictionary_is_current() { fuzz/dictionary.sh --check; }
 c_compilers_take_the_header() { scripts/header.sh; }
 both_families_link() { scripts/abi.sh; }
-package_serves_hosts() { scripts/package.sh; }
+package_serves_hosts() { scripts/package_tests.sh; }
 other_languages_call() { scripts/hosts.sh; }
 setup_mends_itself() { scripts/setup_tests.sh; }
 

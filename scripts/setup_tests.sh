@@ -42,7 +42,7 @@ quick=$(asked_by qel_need_tools)
 contains "a picture needs the 32-bit half" wine32:i386 "$quick"
 is "a picture needs nothing for 64 bits" "" "$(grep -E 'wine64|x86-64' <<<"$quick")"
 whole=$(asked_by qel_need_test_tools)
-for script in scripts/{tidy,docs,hosts,package,abi,header}.sh native.sh endurance.sh bench.sh fuzz/dictionary.sh; do
+for script in scripts/{tidy,docs,hosts,package,package_tests,abi,header}.sh native.sh endurance.sh bench.sh fuzz/dictionary.sh; do
   mapfile -t functions < <(grep -oE '^qel_need_[a-z_]+' "$script")
   [ ${#functions[@]} -gt 0 ] || continue
   is "./test.sh asks for all that $script needs" "" "$(comm -13 <(echo "$whole") <(asked_by "${functions[@]}"))"
