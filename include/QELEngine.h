@@ -10,6 +10,8 @@
  *         QELDraw(hEngine, hdc, &rcDevice, QEL_DRAW_FULL);
  *     DestroyQELEngine(hEngine);
  *
+ * It takes C89 and every later C, C++98 and every later C++, as far as <windows.h> does.
+ *
  * Conventions, where a function does not say otherwise:
  * - A result of 1 (non-zero) means success, 0 failure. No function tells a reason, throws, or
  *   shows anything. A failed call changes nothing, with these exceptions: QELOpenFile, QELOpenFileU
@@ -565,21 +567,15 @@ private:
     HQELGRADIENT m_hGradient;
     RECT m_rcGradient;
 };
+#endif /* __cplusplus */
 
-static_assert(sizeof(QELSHAPEATTR) == 424, "the shape record is 424 bytes");
-static_assert(sizeof(QELROOTATTR) == 24, "the root record is 24 bytes");
-static_assert(sizeof(QELWORDATTR) == 4, "the one-word record is 4 bytes");
-static_assert(sizeof(QELSCALEATTR) == 60, "the scale record is 60 bytes");
-static_assert(sizeof(QELDRAWRGNATTR) == 28, "the draw-region record is 28 bytes");
-static_assert(sizeof(QELMETERATTR) == 68, "the meter record is 68 bytes");
-#else
-/* C compilers without static_assert: an array of negative size is refused. */
+/* The records have the same size in every language and on both word sizes. (An array of negative
+ * size is refused; older compilers have no static_assert.) */
 typedef char QELSHAPEATTR_is_424_bytes[sizeof(QELSHAPEATTR) == 424 ? 1 : -1];
 typedef char QELROOTATTR_is_24_bytes[sizeof(QELROOTATTR) == 24 ? 1 : -1];
 typedef char QELWORDATTR_is_4_bytes[sizeof(QELWORDATTR) == 4 ? 1 : -1];
 typedef char QELSCALEATTR_is_60_bytes[sizeof(QELSCALEATTR) == 60 ? 1 : -1];
 typedef char QELDRAWRGNATTR_is_28_bytes[sizeof(QELDRAWRGNATTR) == 28 ? 1 : -1];
 typedef char QELMETERATTR_is_68_bytes[sizeof(QELMETERATTR) == 68 ? 1 : -1];
-#endif /* __cplusplus */
 
 #endif /* QELENGINE_H */

@@ -8,7 +8,8 @@
  *     ID.SELECTOR=VALUE   another of its properties, by the number of QEL_SEL_...
  *     gradient=KIND       a gradient (0 to 13) behind the drawing instead of plain grey
  *
- * Built with MinGW: i686-w64-mingw32-gcc host.c -I../../../include -lQELEngine -lgdi32
+ * Built with MinGW, in this folder:
+ *     i686-w64-mingw32-gcc host.c -I../../../include -L../../../build/i686/lib -lQELEngine -lgdi32 -o host.exe
  */
 #include "QELEngine.h"
 

@@ -5,7 +5,8 @@
 //
 //     host DRAWING PICTURE.bmp WIDTH HEIGHT FONT [ID=VALUE | ID.SELECTOR=VALUE | gradient=KIND]...
 //
-// Built with MinGW: i686-w64-mingw32-g++ host.cpp -I../../../include -lQELEngine -lgdi32
+// Built with MinGW, in this folder:
+//     i686-w64-mingw32-g++ -std=c++17 host.cpp -I../../../include -L../../../build/i686/lib -lQELEngine -lgdi32 -static -o host.exe
 #include "QELEngine.h"
 
 #include <cstdio>

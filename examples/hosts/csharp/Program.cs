@@ -6,7 +6,8 @@
 // (another of its properties, by the number of QEL_SEL_...) or gradient=KIND (0 to 13, painted
 // behind the drawing). Values with a point are real numbers.
 //
-// Compiled with QELEngine.cs, which has the declarations; for 32 and for 64 bits.
+// QELEngine.cs has the declarations; for 32 and for 64 bits. Built in this folder:
+//     csc -platform:x86 -out:host.exe Program.cs QELEngine.cs
 using System;
 using System.Globalization;
 using System.IO;

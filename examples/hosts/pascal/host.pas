@@ -6,7 +6,9 @@
   of its properties, by the number of QEL_SEL_...) or gradient=KIND (0 to 13, painted behind the drawing).
   Values with a point are real numbers.
 
-  For Free Pascal (fpc -Twin32 or -Twin64) and for Delphi; QELEngine.pas has the declarations. }
+  For Free Pascal and for Delphi; QELEngine.pas has the declarations. Built in this folder:
+      fpc -Twin32 host.pas
+}
 program host;
 
 {$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
