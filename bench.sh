@@ -13,11 +13,7 @@ if [ $# -gt 1 ] || { [ $# = 1 ] && [ "$1" != --quick ]; }; then
 fi
 quick=${1:-}
 
-qel_need_tools
-qel_need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64
-qel_need /usr/lib/wine/wine64 wine64
-qel_need /usr/include/rapidxml/rapidxml.hpp librapidxml-dev
-qel_need python3 python3
+qel_need_bench_tools
 qel_install && qel_make_prefix || exit 2
 presets=(i686 x86_64)
 for preset in "${presets[@]}"; do

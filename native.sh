@@ -18,4 +18,4 @@ case ${1:-all} in
 esac
 qel_need_native_tools
 qel_install && qel_build native || exit 2
-exec ctest --test-dir build/native --output-on-failure -j "$(nproc)" -R "$only"
+exec ctest --test-dir build/native --output-on-failure -j "${QEL_JOBS:-$(nproc)}" -R "$only"

@@ -17,39 +17,66 @@ failed=()
 logs=$(mktemp -d)
 trap 'rm -rf "$logs"' EXIT
 
-# Steps that use one core run two at a time: begin starts one, finish waits for all and reports them.
-begun=()
-begin() { # NAME COMMAND...
-  local name=$1 log=$logs/${#begun[@]}
-  shift
-  begun+=("$name")
+# Steps run two at a time, each on its half of the cores: `step` says what there is to do and after which
+# other steps, `run_steps` does it, in the order of saying as far as that allows.
+QEL_JOBS=$((($(nproc) + 1) / 2))
+export QEL_JOBS
+names=() needs=() commands=() states=()
+step() { # NAME NEEDED-NAME,... COMMAND...
+  names+=("$1")
+  needs+=("$2")
+  commands+=("${*:3}")
+  states+=(waiting)
+}
+begin() { # NUMBER
+  local log=$logs/$1 start=$SECONDS
+  states[$1]=running
   {
-    start=$SECONDS
-    "$@" >"$log" 2>&1 </dev/null
-    echo "$? $((SECONDS - start))" >"$log.result"
+    ${commands[$1]} >"$log" 2>&1 </dev/null
+    echo "$? $((SECONDS - start))" >"$log.new" && mv "$log.new" "$log.result"
   } &
 }
-finish() {
-  local n code seconds
-  wait
-  for n in "${!begun[@]}"; do
-    read -r code seconds <"$logs/$n.result"
-    if [ "$code" = 0 ]; then
-      printf '%-44s%s  (%d s)\n' "${begun[$n]}" passed "$seconds"
-      passed=$((passed + 1))
-    else
-      printf '%-44s%s  (%d s)\n' "${begun[$n]}" FAILED "$seconds"
-      failed+=("${begun[$n]}")
-      tail -n 60 "$logs/$n"
-    fi
-    # The runners' own counts are worth a line.
-    grep -hE '^\[  PASSED  \]|^\[  FAILED  \] [0-9]+ test|tests passed|^[0-9]+ (passed|failed)|^[0-9]+ errors?' "$logs/$n" | sed 's/^/    /'
-  done
-  begun=()
+finish() { # NUMBER
+  local code seconds name=${names[$1]} log=$logs/$1
+  read -r code seconds <"$log.result"
+  states[$1]=ended
+  if [ "$code" = 0 ]; then
+    printf '%-44s%s  (%d s)\n' "$name" passed "$seconds"
+    passed=$((passed + 1))
+  else
+    printf '%-44s%s  (%d s)\n' "$name" FAILED "$seconds"
+    failed+=("$name")
+    tail -n 60 "$log"
+  fi
+  # The runners' own counts are worth a line.
+  grep -hE '^\[  PASSED  \]|^\[  FAILED  \] [0-9]+ test|tests passed|^[0-9]+ (passed|failed)|^[0-9]+ errors?' "$log" | sed 's/^/    /'
 }
-step() {
-  begin "$@"
-  finish
+may_begin() { # NUMBER
+  local other
+  [ "${states[$1]}" = waiting ] || return 1
+  for other in "${!names[@]}"; do
+    case ",${needs[$1]}," in *",${names[$other]},"*) [ "${states[$other]}" = ended ] || return 1 ;; esac
+  done
+}
+run_steps() {
+  local n left running=0 finished=0
+  while [ $finished -lt ${#names[@]} ]; do
+    for n in "${!names[@]}"; do
+      [ $running -lt 2 ] || break
+      may_begin "$n" && begin "$n" && running=$((running + 1))
+    done
+    wait -n
+    left=$?
+    for n in "${!names[@]}"; do
+      [ "${states[$n]}" = running ] && [ -e "$logs/$n.result" ] || continue
+      finish "$n"
+      running=$((running - 1))
+      finished=$((finished + 1))
+      left=0
+    done
+    # No process is left, and its result neither: no room for it.
+    [ $left != 127 ] || { failed+=("the steps themselves"); return; }
+  done
 }
 
 sources() { git ls-files -co --exclude-standard '*.cpp' '*.h' '*.c'; }
@@ -68,33 +95,30 @@ docs_are_current() { scripts/docs.sh --check; }
 dictionary_is_current() { fuzz/dictionary.sh --check; }
 c_compilers_take_the_header() { scripts/header.sh; }
 both_families_link() { scripts/abi.sh; }
-package_serves_hosts() { scripts/package.sh; }
+package_serves_hosts() { scripts/package_tests.sh; }
 other_languages_call() { scripts/hosts.sh; }
+setup_mends_itself() { scripts/setup_tests.sh; }
 
-for preset in i686 x86_64 native; do step "build $preset" build_all "$preset"; done
+for preset in i686 x86_64 native; do step "build $preset" "" build_all "$preset"; done
 if [ $quick = 0 ]; then
-  step "format" format_holds
-  begin "includes go one way" folders_go_one_way
-  begin "a table without a row does not compile" tables_are_whole
-  finish
-  step "lint" scripts/tidy.sh
+  step "lint" "build i686" scripts/tidy.sh
+  step "format" "" format_holds
+  step "includes go one way" "" folders_go_one_way
+  step "a table without a row does not compile" "build i686" tables_are_whole
 fi
-for preset in i686 x86_64; do begin "tests $preset" run_tests "$preset"; done
-finish
-begin "sanitizers, faults and the fuzzers' corpus" ./native.sh
-begin "qel, the command-line program" tool_tests
-finish
-begin "endurance, a hundredth of it" ./endurance.sh --quick
-begin "hosts in other languages" other_languages_call
-finish
-begin "header as C and C++, old and new" c_compilers_take_the_header
-begin "the installed package" package_serves_hosts
-finish
-step "hosts of both C++ families" both_families_link
-begin "examples are clean" drawings_are_clean
-begin "documentation is current" docs_are_current
-begin "dictionary of the fuzzers is current" dictionary_is_current
-finish
+step "sanitizers, faults and the fuzzers' corpus" "build native" ./native.sh
+for preset in i686 x86_64; do step "tests $preset" "build $preset" run_tests "$preset"; done
+step "hosts in other languages" "build i686,build x86_64" other_languages_call
+step "qel, the command-line program" "build i686" tool_tests
+step "set-up" "build i686,build x86_64" setup_mends_itself
+step "endurance, a hundredth of it" "build i686,build x86_64" ./endurance.sh --quick
+step "the installed package" "build i686,build x86_64" package_serves_hosts
+step "hosts of both C++ families" "build i686,build x86_64" both_families_link
+step "documentation is current" "build i686" docs_are_current
+step "header as C and C++, old and new" "" c_compilers_take_the_header
+step "examples are clean" "build i686" drawings_are_clean
+step "dictionary of the fuzzers is current" "build native" dictionary_is_current
+run_steps
 
 [ ${#failed[@]} -eq 0 ] || printf 'failed: %s\n' "${failed[@]}"
 printf '%d passed, %d failed\n' "$passed" "${#failed[@]}"

@@ -9,6 +9,11 @@
 
 constexpr int32_t MAX_CURVE_SIDE = 131072; // pixels; larger ellipses and parts are left out
 constexpr int32_t MAX_PEN_WIDTH = 10000;   // pixels; wider pens are drawn as wide as this
+// Of a pen with dashes or dots, which the system puts together from pieces, each with its own ends.
+constexpr int32_t MAX_BROKEN_PEN_WIDTH = 100;
+// Pixels, of a character; larger ones are left out. A system without limits works for minutes on a
+// single letter.
+constexpr int32_t MAX_FONT_CELL = 8192;
 
 constexpr bool IsDrawableCurve(const RECT& rc)
 {
@@ -18,8 +23,16 @@ constexpr bool IsDrawableCurve(const RECT& rc)
            nHeight >= -MAX_CURVE_SIDE;
 }
 
-constexpr int32_t DrawnPenWidth(int32_t nWidth)
+// What a pen may be wide follows from what it costs.
+constexpr int32_t DrawnPenWidth(int32_t nStyle, int32_t nWidth)
 {
-    if (nWidth > MAX_PEN_WIDTH) return MAX_PEN_WIDTH;
-    return nWidth < -MAX_PEN_WIDTH ? -MAX_PEN_WIDTH : nWidth;
+    const bool bBroken = nStyle >= PS_DASH && nStyle <= PS_DASHDOTDOT;
+    const int32_t nMost = bBroken ? MAX_BROKEN_PEN_WIDTH : MAX_PEN_WIDTH;
+    if (nWidth > nMost) return nMost;
+    return nWidth < -nMost ? -nMost : nWidth;
+}
+
+constexpr bool IsDrawableCell(int32_t nWidth, int32_t nHeight)
+{
+    return nWidth <= MAX_FONT_CELL && nHeight <= MAX_FONT_CELL;
 }

@@ -15,9 +15,9 @@ int wmain(int nArgs, wchar_t** ppszArgs)
         const HBRUSH hBrush = ::CreateSolidBrush(0xC0C0C0);
         ::FillRect(hdc, &ALL, hBrush);
         ::DeleteObject(hBrush);
-        // The face that qel takes for texts, or they would be other pictures.
-        const HFONT hFont = ::CreateFontW(-12, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0,
-                                          L"WenQuanYi Zen Hei Mono");
+        // The font that qel takes for texts, or they would be other pictures.
+        const HFONT hFont = ::CreateFontW(-12, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0,
+                                          CLEARTYPE_QUALITY, 0, L"WenQuanYi Zen Hei Mono");
         const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
         DrawFloor(hdc, shapes);
         ::SelectObject(hdc, hPrev);

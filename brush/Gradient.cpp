@@ -99,14 +99,88 @@ int32_t JoinTerms(Join nJoin, int32_t nAcross, int32_t nDown, int32_t a, int32_t
     return std::abs(nAcross - a) <= std::abs(nDown - a) ? nAcross : nDown;
 }
 
-// The terms of one direction: nLength triples.
-void FillTerms(uint8_t* pOut, Term nTerm, int32_t nOrigin, int32_t nLength, const Colour& first,
-               const Colour& second)
+// One direction of a gradient: the whole period, and what of it a bitmap holds.
+struct Direction {
+    Term nTerm;
+    int32_t nOrigin;
+    int32_t nLength;
+    GradientPart part;
+};
+
+int32_t Remainder(int64_t n, int32_t nBy) // never negative
 {
-    for (int32_t p = 0; p < nLength; ++p)
+    const auto nRest = static_cast<int32_t>(n % nBy);
+    return nRest < 0 ? nRest + nBy : nRest;
+}
+
+// The terms of one direction: a triple for each pixel of the bitmap. The system lays bitmap and
+// period from the same origin.
+void FillTerms(uint8_t* pOut, const Direction& direction, const Colour& first, const Colour& second)
+{
+    const int32_t nCount = direction.part.nCount;
+    int32_t nAt = Remainder(direction.part.nFirst, nCount);
+    int32_t p = Remainder(direction.part.nFirst, direction.nLength);
+    for (int32_t i = 0; i < nCount; ++i) {
         for (int n = 0; n < CHANNELS; ++n)
-            *pOut++ = static_cast<uint8_t>(
-                TermAt(nTerm, p, nOrigin, nLength, first.nChannel[n], second.nChannel[n]));
+            pOut[static_cast<std::size_t>(nAt) * CHANNELS + static_cast<std::size_t>(n)] =
+                static_cast<uint8_t>(TermAt(direction.nTerm, p, direction.nOrigin,
+                                            direction.nLength, first.nChannel[n],
+                                            second.nChannel[n]));
+        if (++nAt == nCount) nAt = 0;
+        if (++p == direction.nLength) p = 0;
+    }
+}
+
+// One row of the bitmap. A function for each join, so that none is chosen anew for each pixel.
+template <Join JOIN>
+void FillRow(uint8_t* pPixel, int32_t nCount, const uint8_t* pAcross, const uint8_t* pDown,
+             const Colour& first, const Colour& second)
+{
+    for (int32_t p = 0; p < nCount; ++p, pPixel += 4, pAcross += CHANNELS) {
+        for (int n = 0; n < CHANNELS; ++n)
+            pPixel[n] = static_cast<uint8_t>(
+                JoinTerms(JOIN, pAcross[n], pDown[n], first.nChannel[n], second.nChannel[n]));
+        pPixel[CHANNELS] = 0;
+    }
+}
+
+using RowFiller = void (*)(uint8_t*, int32_t, const uint8_t*, const uint8_t*, const Colour&,
+                           const Colour&);
+constexpr RowFiller g_fillers[] = {FillRow<Join::Across>, FillRow<Join::Down>,
+                                   FillRow<Join::Average>, FillRow<Join::Reflect>,
+                                   FillRow<Join::Nearer>}; // in the order of the joins
+
+HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, const Colour& first,
+                 const Colour& second)
+{
+    const int32_t nWidth = across.part.nCount;
+    const int32_t nHeight = down.part.nCount;
+    const uint64_t nPixels = static_cast<uint64_t>(nWidth) * static_cast<uint64_t>(nHeight);
+    const CBlock bitmap(nPixels * 4 + sizeof(BITMAPINFOHEADER));
+    const CBlock acrossTerms(static_cast<uint64_t>(nWidth) * CHANNELS);
+    const CBlock downTerms(static_cast<uint64_t>(nHeight) * CHANNELS);
+    if (!bitmap.As<uint8_t>() || !acrossTerms.As<uint8_t>() || !downTerms.As<uint8_t>())
+        return nullptr;
+
+    BITMAPINFOHEADER header{};
+    header.biSize = sizeof header;
+    header.biWidth = nWidth;
+    header.biHeight = -nHeight; // rows from the top
+    header.biPlanes = 1;
+    header.biBitCount = 32;
+    header.biCompression = BI_RGB;
+    std::memcpy(bitmap.As<uint8_t>(), &header, sizeof header);
+
+    FillTerms(acrossTerms.As<uint8_t>(), across, first, second);
+    FillTerms(downTerms.As<uint8_t>(), down, first, second);
+    const RowFiller pfnFill = g_fillers[static_cast<int>(nJoin)];
+    uint8_t* pPixel = bitmap.As<uint8_t>() + sizeof header;
+    const uint8_t* pDown = downTerms.As<uint8_t>();
+    for (int32_t q = 0; q < nHeight; ++q, pDown += CHANNELS) {
+        pfnFill(pPixel, nWidth, acrossTerms.As<uint8_t>(), pDown, first, second);
+        pPixel += static_cast<std::size_t>(nWidth) * 4;
+    }
+    return ::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS);
 }
 
 } // namespace
@@ -134,12 +208,22 @@ int32_t GradientThereAndBack(int32_t p, int32_t nOrigin, int32_t nLength, int32_
     return static_cast<int32_t>(nValue);
 }
 
-CGradient::CGradient(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2) noexcept
-    : m_nX(rc.left), m_nY(rc.top), m_nWidth(WidthOf(rc)), m_nHeight(HeightOf(rc)), m_nKind(nKind),
-      m_clr1(clr1), m_clr2(clr2)
+SIZE GradientSize(const RECT& rc, int nKind)
 {
-    if (g_kinds[nKind].nAcross == Term::None) m_nWidth = 1;
-    if (g_kinds[nKind].nDown == Term::None) m_nHeight = 1;
+    return {g_kinds[nKind].nAcross == Term::None ? 1 : WidthOf(rc),
+            g_kinds[nKind].nDown == Term::None ? 1 : HeightOf(rc)};
+}
+
+HBRUSH MakeGradientBrush(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2,
+                         const GradientPart& across, const GradientPart& down)
+{
+    const SIZE size = GradientSize(rc, nKind);
+    if (size.cx < 1 || size.cy < 1) return nullptr; // wider than 31 bits can say
+    if (static_cast<uint64_t>(size.cx) * static_cast<uint64_t>(size.cy) > MAX_GRADIENT_PIXELS)
+        return nullptr;
+    const KindRow& kind = g_kinds[nKind];
+    return MakeBrush({kind.nAcross, rc.left, size.cx, across}, {kind.nDown, rc.top, size.cy, down},
+                     kind.nJoin, ToChannels(clr1), ToChannels(clr2));
 }
 
 CGradient::~CGradient()
@@ -150,47 +234,12 @@ CGradient::~CGradient()
 CGradient* CGradient::Create(const RECT* prc, int nKind, COLORREF clr1, COLORREF clr2)
 {
     if (!prc || nKind < 0 || nKind >= GRADIENT_KINDS || ::IsRectEmpty(prc)) return nullptr;
-    auto* pGradient = new (std::nothrow) CGradient(*prc, nKind, clr1, clr2);
-    if (pGradient) pGradient->m_hBrush = pGradient->MakeBrush();
+    const SIZE size = GradientSize(*prc, nKind);
+    auto* pGradient = new (std::nothrow) CGradient;
+    if (pGradient)
+        pGradient->m_hBrush =
+            MakeGradientBrush(*prc, nKind, clr1, clr2, {0, size.cx}, {0, size.cy});
     return pGradient;
-}
-
-HBRUSH CGradient::MakeBrush() const
-{
-    if (m_nWidth < 1 || m_nHeight < 1) return nullptr; // wider than 31 bits can say
-    const uint64_t nPixels = static_cast<uint64_t>(m_nWidth) * static_cast<uint64_t>(m_nHeight);
-    if (nPixels > MAX_GRADIENT_PIXELS) return nullptr;
-    const CBlock bitmap(nPixels * 4 + sizeof(BITMAPINFOHEADER));
-    const CBlock across(static_cast<uint64_t>(m_nWidth) * CHANNELS);
-    const CBlock down(static_cast<uint64_t>(m_nHeight) * CHANNELS);
-    if (!bitmap.As<uint8_t>() || !across.As<uint8_t>() || !down.As<uint8_t>()) return nullptr;
-
-    BITMAPINFOHEADER header{};
-    header.biSize = sizeof header;
-    header.biWidth = m_nWidth;
-    header.biHeight = -m_nHeight; // rows from the top
-    header.biPlanes = 1;
-    header.biBitCount = 32;
-    header.biCompression = BI_RGB;
-    std::memcpy(bitmap.As<uint8_t>(), &header, sizeof header);
-
-    const KindRow& kind = g_kinds[m_nKind];
-    const Colour first = ToChannels(m_clr1);
-    const Colour second = ToChannels(m_clr2);
-    FillTerms(across.As<uint8_t>(), kind.nAcross, m_nX, m_nWidth, first, second);
-    FillTerms(down.As<uint8_t>(), kind.nDown, m_nY, m_nHeight, first, second);
-    uint8_t* pPixel = bitmap.As<uint8_t>() + sizeof header;
-    for (int32_t q = 0; q < m_nHeight; ++q) {
-        const uint8_t* pDown = down.As<uint8_t>() + static_cast<std::size_t>(q) * CHANNELS;
-        const uint8_t* pAcross = across.As<uint8_t>();
-        for (int32_t p = 0; p < m_nWidth; ++p, pPixel += 4, pAcross += CHANNELS) {
-            for (int n = 0; n < CHANNELS; ++n)
-                pPixel[n] = static_cast<uint8_t>(JoinTerms(kind.nJoin, pAcross[n], pDown[n],
-                                                           first.nChannel[n], second.nChannel[n]));
-            pPixel[CHANNELS] = 0;
-        }
-    }
-    return ::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS);
 }
 
 int CGradient::Fill(HDC hdc, int32_t nX, int32_t nY, int32_t nWidth, int32_t nHeight) const

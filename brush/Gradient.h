@@ -14,6 +14,14 @@ constexpr int GRADIENT_KINDS = 14;
 // with numbers that make no sense would take the host's memory.
 constexpr uint64_t MAX_GRADIENT_PIXELS = uint64_t{1} << 26;
 
+// Of a brush's bitmap in one direction: the pixels of the whole period that it holds. A bitmap of
+// fewer has them at their places only within nCount device pixels from nFirst on, which is enough
+// for what lies there; the others are nobody's business.
+struct GradientPart {
+    int64_t nFirst; // from the origin of the brush
+    int32_t nCount; // as many as the period for all of it
+};
+
 class CGradient {
 public:
     // Null for a null or empty rectangle, a kind outside 0 to 13, or no memory. When the bitmap or
@@ -31,16 +39,8 @@ public:
     int Fill(HDC hdc, int32_t nX, int32_t nY, int32_t nWidth, int32_t nHeight) const;
 
 private:
-    CGradient(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2) noexcept;
-    [[nodiscard]] HBRUSH MakeBrush() const;
+    CGradient() noexcept = default;
 
-    int32_t m_nX; // device units
-    int32_t m_nY;
-    int32_t m_nWidth;  // 1 for the kinds that run down only
-    int32_t m_nHeight; // 1 for the kinds that run across only
-    int32_t m_nKind;
-    COLORREF m_clr1;
-    COLORREF m_clr2;
     HBRUSH m_hBrush = nullptr;
     CHandleEntry m_handle{HandleKind::Gradient, this};
 };
@@ -51,6 +51,15 @@ int32_t GradientRamp(int32_t p, int32_t nOrigin, int32_t nLength, int32_t a, int
 
 // The same from a to b in the middle and back.
 int32_t GradientThereAndBack(int32_t p, int32_t nOrigin, int32_t nLength, int32_t a, int32_t b);
+
+// How large the bitmap of a gradient over rc is: a single row or column where the other direction
+// does not matter.
+SIZE GradientSize(const RECT& rc, int nKind);
+
+// The brush of a gradient over rc, for device pixels in the two parts. Null for one that is larger
+// than a gradient may be as a whole, and when there is no memory.
+HBRUSH MakeGradientBrush(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2,
+                         const GradientPart& across, const GradientPart& down);
 
 // A gradient that no host will see under its own handle, for the inside of a brush object.
 HQELGRADIENT CreatePrivateGradient(const RECT* prc, int nKind, COLORREF clr1, COLORREF clr2);

@@ -2,6 +2,7 @@
 #include "dynamic/QELViewDrawRgn.h"
 
 #include "base/GdiScopes.h"
+#include "brush/ShownDraft.h"
 #include "render/Border3D.h"
 #include "render/Mapping.h"
 
@@ -50,7 +51,7 @@ int CQELViewDrawRgn::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     return 1;
 }
 
-void CQELViewDrawRgn::Fill(HDC hdc, RECT rc) const
+void CQELViewDrawRgn::Fill(HDC hdc, const RECT& rc) const
 {
     auto* const hHollow = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
     if (!(m_nStyle & QEL_STYLE_FILL_MASK)) {
@@ -59,9 +60,8 @@ void CQELViewDrawRgn::Fill(HDC hdc, RECT rc) const
     }
     const CBkColorScope back(hdc, BlinkColor(m_clrA));
     const CTextColorScope text(hdc, BlinkColor(m_clrB));
-    CQELDraft draft(static_cast<tagDRAFTSTYLE>(m_nDraft));
-    HBRUSH hBrush = nullptr;
-    draft.GetDraftBrush(hBrush, &rc, BlinkColor(m_clrB), BlinkColor(m_clrA));
+    CShownDraft draft(m_nDraft);
+    const HBRUSH hBrush = draft.Brush(hdc, rc, rc, BlinkColor(m_clrB), BlinkColor(m_clrA));
     ::FillRect(hdc, &rc, hBrush ? hBrush : hHollow);
 }
 

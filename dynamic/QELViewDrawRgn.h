@@ -28,7 +28,7 @@ public:
 
 private:
     [[nodiscard]] bool HasBorder() const;
-    void Fill(HDC hdc, RECT rc) const;
+    void Fill(HDC hdc, const RECT& rc) const;
 
     RECT m_rc{0, 0, 10, 10};
     uint32_t m_nStyle = 0;

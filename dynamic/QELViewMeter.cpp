@@ -2,6 +2,7 @@
 #include "dynamic/QELViewMeter.h"
 
 #include "base/GdiScopes.h"
+#include "base/Shown.h"
 #include "base/WrapMath.h"
 #include "dynamic/MeterRenderer.h"
 #include "dynamic/QELDocMeter.h"
@@ -75,8 +76,9 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     if (nFlags & QEL_DRAW_FULL) DrawFace(hdc, rcQel, nFlags);
     const bool bHadFace = m_hFace != nullptr;
     const bool bOtherFace = UsesFaceRegion() && HasOtherFace();
-    const bool bNewFace = UsesFaceRegion() && (bChanged || bOtherFace || !m_hFace);
-    if (bNewFace) MakeFaceRegion(rcQel);
+    const bool bNewFace =
+        UsesFaceRegion() && (bChanged || bOtherFace || !m_hFace || !HasFaceFor(hdc));
+    if (bNewFace) MakeFaceRegion(hdc, rcQel);
     // The renderer goes by the region that it was made with: as soon as there is another one, or
     // none any more, it is made anew.
     if (bChanged || !m_pRenderer || (bNewFace && (m_hFace || bHadFace))) MakeRenderer(rcQel);
@@ -120,12 +122,22 @@ bool CQELViewMeter::HasOtherFace()
     return bLow || bHigh;
 }
 
-void CQELViewMeter::MakeFaceRegion(const RECT& rcQel)
+// Of a large face the region was made for what showed then.
+bool CQELViewMeter::HasFaceFor(HDC hdc) const
+{
+    RECT rc{};
+    return !m_bPartOfFace || (FindShown(hdc, &rc) && Covers(m_rcFaceShown, rc));
+}
+
+void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel)
 {
     DropFace();
+    m_bPartOfFace = false;
+    const bool bOnSurface = FindShown(hdc, &m_rcFaceShown);
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
-        CRegion shape(p->MakeRegion(rcQel));
+        CRegion shape(bOnSurface ? p->MakeShownRegion(rcQel, m_rcFaceShown, &m_bPartOfFace)
+                                 : p->MakeRegion(rcQel));
         if (!shape.Get()) continue;
         if (m_hFace)
             ::CombineRgn(m_hFace, m_hFace, shape.Get(), RGN_OR);

@@ -60,7 +60,8 @@ private:
     void DropRenderer();
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
     [[nodiscard]] bool HasOtherFace();
-    void MakeFaceRegion(const RECT& rcQel);
+    [[nodiscard]] bool HasFaceFor(HDC hdc) const;
+    void MakeFaceRegion(HDC hdc, const RECT& rcQel);
     void MakeRenderer(const RECT& rcQel);
     void PassPins();
 
@@ -84,5 +85,7 @@ private:
     HRGN m_hFace = nullptr;
     ChangeStamp m_faceChanges;          // when the shapes were last looked at; never
     uint32_t m_nFaceSource[2] = {0, 0}; // the sum of what they had then, as words like the stamp
+    bool m_bPartOfFace = false; // it is right where m_rcFaceShown is; its box is the whole's
+    RECT m_rcFaceShown{0, 0, 0, 0};
     std::unique_ptr<CMeter> m_pRenderer;
 };

@@ -3,6 +3,7 @@
 
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "brush/ShownDraft.h"
 #include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
 #include "meter/DialGeometry.h"
@@ -120,14 +121,13 @@ void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc) const
     const int32_t nY = WrapSub(rc.bottom, nAlong);
     if (!m_attr.bHide) DrawStraightMarks(hdc, rc);
     {
-        CQELDraft draft(static_cast<tagDRAFTSTYLE>(m_nDraft));
+        CShownDraft draft(m_nDraft);
         const CBkColorScope back(hdc, BlinkColor(m_clrBack));
         const CTextColorScope text(hdc, BlinkColor(m_clrFore));
-        RECT rcScale = rc;
-        HBRUSH hBrush = nullptr;
-        draft.GetDraftBrush(hBrush, &rcScale, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         const RECT rcFill = IsVertical() ? RECT{rc.left, nY, rc.right, rc.bottom}
                                          : RECT{rc.left, rc.top, nX, rc.bottom};
+        const HBRUSH hBrush =
+            draft.Brush(hdc, rc, rcFill, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         if (hBrush && !::IsRectEmpty(&rcFill)) ::FillRect(hdc, &rcFill, hBrush);
     }
     if (!m_attr.bPin) return;
@@ -227,19 +227,19 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
 
 void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep) const
 {
-    CQELDraft draft(static_cast<tagDRAFTSTYLE>(m_nDraft)); // owns the brush, so it stands first
+    CShownDraft draft(m_nDraft); // owns the brush, so it stands first
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CArcDirectionScope direction(hdc, DirectionOf(sweep.bClockwise));
     const CBkColorScope back(hdc, BlinkColor(m_clrBack));
     const CTextColorScope text(hdc, BlinkColor(m_clrFore));
-    RECT rc = DiscBox(round.ptCentre, round.nCircle);
+    const RECT rc = DiscBox(round.ptCentre, round.nCircle);
     const POINT pt1 = ScalePoint(round.ptCentre, round.nCircle, sweep.nFrom);
     const POINT pt2 = ScalePoint(round.ptCentre, round.nCircle, sweep.nTo);
     // One point for both ends would come out as a full disc.
     const bool bOnePoint = pt1.x == pt2.x && pt1.y == pt2.y;
     if (IsDrawableCurve(rc) && sweep.nFrom != sweep.nTo && (!bOnePoint || sweep.IsFullTurn())) {
-        HBRUSH hBrush = nullptr;
-        draft.GetDraftBrush(hBrush, &rc, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
+        const HBRUSH hBrush =
+            draft.Brush(hdc, rc, rc, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         const CSelectScope brush(hdc, hBrush);
         if (hBrush) ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt2.x, pt2.y);
     }

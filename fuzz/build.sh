@@ -15,8 +15,7 @@ fuzz_build() { # [TARGET...]
   qel_need /usr/include/wine/wine/windows/windows.h libwine-dev
   qel_install || return 1
   mkdir -p "$FUZZ_BUILD"
-  if ! { { [ -e "$FUZZ_BUILD/build.ninja" ] || cmake --preset fuzz -B "$FUZZ_BUILD"; } &&
-         cmake --build "$FUZZ_BUILD" --target "${@:-fuzzers}"; } >"$log" 2>&1 </dev/null; then
+  if ! { qel_configure fuzz "$FUZZ_BUILD" && cmake --build "$FUZZ_BUILD" --target "${@:-fuzzers}"; } >"$log" 2>&1 </dev/null; then
     tail -n 40 "$log" >&2
     return 1
   fi

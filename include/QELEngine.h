@@ -10,9 +10,14 @@
  *         QELDraw(hEngine, hdc, &rcDevice, QEL_DRAW_FULL);
  *     DestroyQELEngine(hEngine);
  *
+ * It takes C89 and every later C, C++98 and every later C++, as far as <windows.h> does.
+ *
  * Conventions, where a function does not say otherwise:
  * - A result of 1 (non-zero) means success, 0 failure. No function tells a reason, throws, or
- *   shows anything. A failed call changes nothing.
+ *   shows anything. A failed call changes nothing, with these exceptions: QELOpenFile, QELOpenFileU
+ *   and QELNewFile close the open drawing first; QELSetElemRect keeps what it has moved before it
+ *   failed; a 0 of QELSetParam tells that no element answered, and shapes may have changed;
+ *   QELDrawCurve answers 0 always.
  * - Handles are opaque. A null handle, one that is not live (never made, destroyed, deleted, closed
  *   with its drawing) or one that belongs to another engine fails the call like a null handle; it
  * is never followed. A number that once was a handle is not given out again.
@@ -145,8 +150,8 @@ enum tagQELPARAMMASK {
 enum tagQELPARAM {
     QEL_PARAM_COLOR = 0,      /* frame colour, COLORREF */
     QEL_PARAM_DRAFT = 1,      /* hatch style, 0 to 37 */
-    QEL_PARAM_DRAFT_FORE = 2, /* first hatch colour, COLORREF */
-    QEL_PARAM_DRAFT_BACK = 3, /* second hatch colour, COLORREF */
+    QEL_PARAM_DRAFT_FORE = 2, /* hatch colour, COLORREF: A of shapes, first of bars, pies, scales */
+    QEL_PARAM_DRAFT_BACK = 3, /* the other one: B of shapes, second of bars, pies, scales */
     QEL_PARAM_COUNT = 4
 };
 
@@ -290,24 +295,33 @@ DWORD QELAPI QELGetVersion(void);
  * before the first engine is made. Result: always 1. */
 int QELAPI QELShowOnly(int bShowOnly);
 
-/* Closes the open drawing, if any, and starts a new, empty one of 50 by 50 units. Editing. */
+/* Closes the open drawing, if any, and starts a new, empty one of 50 by 50 units. On failure (no
+ * memory) the engine has no drawing. Editing. */
 int QELAPI QELNewFile(HQELENGINE hEngine);
 
 /* Closes the open drawing, if any, and opens the file. The whole file is read; it is not kept open.
- * The QEL rect keeps its origin and takes the drawing's reference size. A null path starts a new
- * drawing. On failure (file missing or empty, not well-formed, root not "qel", elements nested
- * deeper than 512 levels, no memory) the engine has no drawing. Show-only mode: handles that open
- * the same path (letter case does not matter) share one drawing, which is read once; a null path
- * gives 0; the element functions then find no elements. */
+ * While it is read the file is asked for alone, so that the call fails while anyone else has it
+ * open, for reading too. The QEL rect keeps its origin and takes the drawing's reference size. A
+ * null path starts a new drawing. On failure (file missing, empty or held by others, not
+ * well-formed, root not "qel", elements nested deeper than 512 levels, no memory) the engine has no
+ * drawing, whatever was open before. Show-only mode: handles that open the same path share one
+ * drawing, which is read once. Paths are the same when their texts are, letter case aside: another
+ * spelling of the same file ("a.qel", ".\a.qel", "./a.qel", a full path) is read on its own, and a
+ * relative path is shared although the current folder has changed. A null path gives 0, and the
+ * handle has no drawing; the element functions find no elements. */
 int QELAPI QELOpenFile(HQELENGINE hEngine, const char* pszPath);
 
 /* The same for a wide path, converted to the ANSI code page of the calling thread. 0 for a null
- * path, for one that cannot be converted, and for one of 260 bytes or more after the conversion. */
+ * path, for one that cannot be converted, and for one of 260 bytes or more after the conversion;
+ * the open drawing stays then. */
 int QELAPI QELOpenFileU(HQELENGINE hEngine, const wchar_t* pszPath);
 
 /* Saves the drawing. The bytes go to a new file beside the target, which replaces the target only
- * when all are written; on failure the old file is as it was. 0 for a null path, without a drawing,
- * and when the target cannot be replaced. Editing. */
+ * when all are written; on failure the old file is as it was. What replaces it is a new file: it is
+ * not hidden where the old one was, and other names (hard links) of the old file keep the old
+ * contents. 0 for a null path, without a drawing, and when the target cannot be replaced: it is
+ * read-only, a folder, open elsewhere, or the name of a device, such as "NUL" in any folder.
+ * Editing. */
 int QELAPI QELSaveFile(HQELENGINE hEngine, const char* pszPath);
 
 /* Closes the drawing; element handles die, the QEL rect stays. Show-only mode: drops this handle's
@@ -373,22 +387,33 @@ int QELAPI QELSetElemId(HQELENGINE hEngine, HQELELEM hElem, const char* pszId);
 int QELAPI QELGetElemAttr(HQELENGINE hEngine, HQELELEM hElem, void* pBuffer, int* pnSize);
 
 /* Sets the attribute record. nSize is the size of the buffer, at least that of the record; the size
- * word in the record must be right. The picture follows at the next full draw. Editing. */
+ * word in the record must be right. The picture follows at the next full draw. A record may be
+ * taken that a file cannot hold: a polygon or polyline of fewer than 2 or more than 16 points is
+ * not drawn and is saved without its points, a meter of a type above 10 is saved without its type.
+ * Opened again they have the defaults. Editing. */
 int QELAPI QELSetElemAttr(HQELENGINE hEngine, HQELELEM hElem, const void* pBuffer, int nSize);
 
-/* The bounding rectangle in drawing units; of a group or the root, that of its children. */
+/* The bounding rectangle in drawing units; of a group or the root, that of its children. Of a meter
+ * it is the rectangle in its coordinates, which is not what it paints: of a bar the place of the
+ * scale, while the bar stands where the shapes of the face are; of a dial what clips it. */
 int QELAPI QELGetElemRect(HQELENGINE hEngine, HQELELEM hElem, RECT* prc);
 
-/* Places the element into a rectangle: every x moves by the difference of the left edges and, when
- * both widths are not 0, by (new - old) * new / old of the widths; y likewise. Nothing is scaled.
- * A group passes its own old and new rectangle to its children. Editing. */
+/* Moves the element, by how its rectangle (old) differs from the given one (new). It is not placed
+ * into that: every x moves by the difference of the left edges and, when both widths are not 0, by
+ * (new - old) * new / old of the widths; y likewise. Nothing is scaled. So 0 0 10 10 set to
+ * 5 5 15 15 stands there, but set to 5 5 25 25 it stands at 25 25 35 35. Where one of the widths is
+ * 0, a rectangle becomes 0 wide. A meter's face does not move along. A group passes its own old and
+ * new rectangle to its children, one after the other, and stops at the first that fails: an empty
+ * group, or a polygon or polyline without points. The children before that one have moved then,
+ * and the result is 0, as it is for a group without children. Editing. */
 int QELAPI QELSetElemRect(HQELENGINE hEngine, HQELELEM hElem, const RECT* prc);
 
-/* The drawing's reference size in drawing units, as turned by QELRotate. */
+/* The drawing's reference size in drawing units, as turned by QELRotate; 50 by 50 before a drawing
+ * is opened. */
 int QELAPI QELGetRefSize(HQELENGINE hEngine, SIZE* pSize);
 
-/* Sets the reference size; a size that is not positive is taken, and nothing is drawn then.
- * Editing. */
+/* Sets the reference size; a size that is not positive is taken, and nothing is drawn then. Without
+ * a drawing 0, but 1 for the size that QELGetRefSize gives. Editing. */
 int QELAPI QELSetRefSize(HQELENGINE hEngine, const SIZE* pSize);
 
 /* The QEL rect: the device rectangle that the whole drawing is mapped into. */
@@ -403,15 +428,20 @@ int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc);
 
 /* Draws. prcUpdate only gates the call: 0 when it does not meet the QEL rect; it is not a clip.
  * nFlags: QEL_DRAW_.... Without QEL_DRAW_FULL only the moving parts are painted over what stands
- * there. Texts use the face of the font selected into hdc. Pen, brush, font, current position,
- * background mode and arc direction are as before afterwards; filled shapes leave their text and
- * background colour set, and lines, polylines and arcs with a 3D fill style their background
- * colour. Shapes outside the clip box are left out, also of a path that is open in hdc, unless hdc
- * records a metafile. */
+ * there; what they stood at last is kept once for the engine, so that a draw onto another hdc
+ * between two partial ones spoils the second (docs/live-values.md). Texts use the face of the font
+ * selected into hdc. Pen, brush, font, current position, background mode and arc direction are as
+ * before afterwards; filled shapes leave their text and background colour set, and lines, polylines
+ * and arcs with a 3D fill style their background colour. Shapes outside the clip box are left out,
+ * also of a path that is open in hdc, unless hdc records a metafile. Outlines are at most 10,000
+ * pixels wide, and ellipses, circles, arcs, pies, chords and round rectangles of more than 131,072
+ * pixels a side are left out. */
 int QELAPI QELDraw(HQELENGINE hEngine, HDC hdc, const RECT* prcUpdate, DWORD nFlags);
 
 /* Turns the drawing to an angle in degrees, counter-clockwise, by quarter turns (100 counts as 90,
- * -100 as -90); 0 is as opened. The reference size turns along; the saved drawing does not. */
+ * -100 as -90), counted from the drawing as it was opened. A turn also pushes inside what stands
+ * outside of the reference size, at 0 too, and a later turn does not push it back; lines, arcs and
+ * circles stay outside. The reference size turns along; the saved drawing does not. */
 int QELAPI QELRotate(HQELENGINE hEngine, int nAngle);
 
 /* 0: blinking colours are shown; else they are black. An element that is made or copied later is
@@ -428,8 +458,12 @@ int QELAPI QELSetStatus(HQELENGINE hEngine, DWORD nStatus);
 
 /* The four host parameters (QEL_PARAM_...). A set is kept and reaches every shape whose flags ask
  * for it; its result is that of the frame, pattern or draw region that took it, so 0 when the
- * drawing has none of these. An index outside 0 to 3 gives 0 and changes nothing. A hatch style
- * outside 0 to 37 is not kept. */
+ * drawing has none of these, although shapes have changed. Of several patterns or draw regions the
+ * one that was registered last takes the value: at first the last of the file, then whichever was
+ * made, copied or brought back into the picture, or got a record or a rectangle. When one of
+ * several is deleted or leaves the picture, none takes values until one is registered again. All
+ * frames take the colour, and the last one answers QELGetParam. An index outside 0 to 3 gives 0 and
+ * changes nothing. A hatch style outside 0 to 37 is not kept. */
 int QELAPI QELGetParam(HQELENGINE hEngine, int nIndex, DWORD* pnValue);
 int QELAPI QELSetParam(HQELENGINE hEngine, int nIndex, DWORD nValue);
 
@@ -477,7 +511,7 @@ HBRUSH QELAPI QELGetGradientBrush(HQELGRADIENT hGradient);
 BOOL QELAPI QELDrawBezier(HDC hdc, const POINT* pPoints, DWORD nCount);
 
 /* A smooth curve through all points with the pen of hdc, ten straight pieces a segment. The current
- * position is as before afterwards. Result: always 0. */
+ * position is as before afterwards. Result: always 0, also when the curve was drawn. */
 int QELAPI QELDrawCurve(HDC hdc, const POINT* pPoints, DWORD nCount);
 
 #ifdef __cplusplus
@@ -533,21 +567,15 @@ private:
     HQELGRADIENT m_hGradient;
     RECT m_rcGradient;
 };
+#endif /* __cplusplus */
 
-static_assert(sizeof(QELSHAPEATTR) == 424, "the shape record is 424 bytes");
-static_assert(sizeof(QELROOTATTR) == 24, "the root record is 24 bytes");
-static_assert(sizeof(QELWORDATTR) == 4, "the one-word record is 4 bytes");
-static_assert(sizeof(QELSCALEATTR) == 60, "the scale record is 60 bytes");
-static_assert(sizeof(QELDRAWRGNATTR) == 28, "the draw-region record is 28 bytes");
-static_assert(sizeof(QELMETERATTR) == 68, "the meter record is 68 bytes");
-#else
-/* C compilers without static_assert: an array of negative size is refused. */
+/* The records have the same size in every language and on both word sizes. (An array of negative
+ * size is refused; older compilers have no static_assert.) */
 typedef char QELSHAPEATTR_is_424_bytes[sizeof(QELSHAPEATTR) == 424 ? 1 : -1];
 typedef char QELROOTATTR_is_24_bytes[sizeof(QELROOTATTR) == 24 ? 1 : -1];
 typedef char QELWORDATTR_is_4_bytes[sizeof(QELWORDATTR) == 4 ? 1 : -1];
 typedef char QELSCALEATTR_is_60_bytes[sizeof(QELSCALEATTR) == 60 ? 1 : -1];
 typedef char QELDRAWRGNATTR_is_28_bytes[sizeof(QELDRAWRGNATTR) == 28 ? 1 : -1];
 typedef char QELMETERATTR_is_68_bytes[sizeof(QELMETERATTR) == 68 ? 1 : -1];
-#endif /* __cplusplus */
 
 #endif /* QELENGINE_H */

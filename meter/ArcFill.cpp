@@ -17,9 +17,9 @@ int CArcFill::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float
     const POINT pt0 = PolarPoint(ptCentre, nRadius, fStart);
     if (fSweep < FULL_SWEEP && IsDegenerateSector(ptCentre, pt1, pt0)) return 0;
 
-    RECT rc = SquareAround(ptCentre, nRadius);
-    HBRUSH hBrush = nullptr;
-    if (!m_draft.GetDraftBrush(hBrush, &rc, m_clrFore, m_clrBack) || !hBrush) return 0;
+    const RECT rc = SquareAround(ptCentre, nRadius);
+    const HBRUSH hBrush = m_draft.Brush(hdc, rc, rc, m_clrFore, m_clrBack);
+    if (!hBrush) return 0;
     const CSelectScope brush(hdc, hBrush);
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, m_clrBack);

@@ -1,14 +1,14 @@
 // The filled sector of the pie meters: a hatch or gradient over a part of a disc.
 #pragma once
 
-#include "include/QELEngine.h"
+#include "brush/ShownDraft.h"
 
 #include <cstdint>
 
 class CArcFill {
 public:
     CArcFill(int32_t nStyle, COLORREF clrBack, COLORREF clrFore) noexcept
-        : m_draft(static_cast<tagDRAFTSTYLE>(nStyle)), m_clrBack(clrBack), m_clrFore(clrFore)
+        : m_draft(nStyle), m_clrBack(clrBack), m_clrFore(clrFore)
     {
     }
     virtual ~CArcFill() = default;
@@ -20,7 +20,7 @@ public:
     int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep);
 
 private:
-    CQELDraft m_draft;
+    CShownDraft m_draft;
     COLORREF m_clrBack;
     COLORREF m_clrFore;
 };

@@ -6,7 +6,7 @@
 
 CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack,
                    COLORREF clrFore) noexcept
-    : m_draft(static_cast<tagDRAFTSTYLE>(nStyle)), m_rcSegment(rcSegment),
+    : m_draft(nStyle), m_rcSegment(rcSegment),
       m_hSegment(::IsRectEmpty(&rcSegment) ? nullptr : ::CreateRectRgnIndirect(&rcSegment)),
       m_clrBack(clrBack), m_clrFore(clrFore)
 {
@@ -17,15 +17,14 @@ CBarFill::~CBarFill()
     if (m_hSegment) ::DeleteObject(m_hSegment);
 }
 
-HBRUSH CBarFill::Brush()
+HBRUSH CBarFill::Brush(HDC hdc)
 {
-    HBRUSH hBrush = nullptr;
-    return m_draft.GetDraftBrush(hBrush, &m_rcSegment, m_clrFore, m_clrBack) ? hBrush : nullptr;
+    return m_draft.Brush(hdc, m_rcSegment, m_rcSegment, m_clrFore, m_clrBack);
 }
 
 int CBarFill::Draw(HDC hdc, HRGN hMeterRegion)
 {
-    HBRUSH hBrush = m_hSegment ? Brush() : nullptr;
+    HBRUSH hBrush = m_hSegment ? Brush(hdc) : nullptr;
     if (!hBrush) return 0;
     const CRegion visible(::CreateRectRgn(0, 0, 0, 0));
     if (visible.Get() && ::CombineRgn(visible.Get(), m_hSegment, hMeterRegion, RGN_AND) != ERROR) {
@@ -38,7 +37,7 @@ int CBarFill::Draw(HDC hdc, HRGN hMeterRegion)
 
 int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
 {
-    HBRUSH hBrush = Brush();
+    HBRUSH hBrush = Brush(hdc);
     if (!hBrush) return 0;
     const CSelectScope brush(hdc, hBrush);
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));

@@ -1,7 +1,7 @@
 // What bars are filled with: a hatch or gradient over one segment, clipped to the meter's region.
 #pragma once
 
-#include "include/QELEngine.h"
+#include "brush/ShownDraft.h"
 
 #include <cstdint>
 
@@ -16,12 +16,12 @@ public:
     int Draw(HDC hdc, HRGN hMeterRegion);
 
 protected:
-    HBRUSH Brush(); // null when there is none; the object owns it
+    HBRUSH Brush(HDC hdc); // null when there is none; the object owns it
     [[nodiscard]] COLORREF BackColor() const { return m_clrBack; }
     [[nodiscard]] COLORREF ForeColor() const { return m_clrFore; }
 
 private:
-    CQELDraft m_draft;
+    CShownDraft m_draft;
     RECT m_rcSegment;
     HRGN m_hSegment; // null for an empty segment
     COLORREF m_clrBack;

@@ -40,7 +40,7 @@ int CBarMeter::DrawLabels(HDC hdc)
         char szText[VALUE_TEXT_SIZE];
         FormatValue(szText, TickNumber(i));
         const SIZE text{static_cast<LONG>(std::strlen(szText)) * cell.nWidth, cell.nHeight};
-        const POINT pt = LabelPlace(i, text, LABELS_FROM_SIDE);
+        const POINT pt = LabelPlace(i, text, mark.WidthOf(hdc, szText), LABELS_FROM_SIDE);
         mark.Draw(hdc, pt.x, pt.y, szText);
     }
     return 1;

@@ -51,10 +51,11 @@ public:
 protected:
     // The straight scale, as the two directions have it: its extent across, a point at so many
     // pixels from its right or lower side beside tick nTick, and where the number beside a tick
-    // begins.
+    // begins. text: its cells; nWidth: how wide the font makes it, which may be more.
     [[nodiscard]] virtual int32_t ScaleBreadth() const = 0;
     [[nodiscard]] virtual POINT BesideTick(uint32_t nTick, int32_t nFromSide) const = 0;
-    [[nodiscard]] virtual POINT LabelPlace(uint32_t nTick, SIZE text, int32_t nFromSide) const = 0;
+    [[nodiscard]] virtual POINT LabelPlace(uint32_t nTick, SIZE text, int32_t nWidth,
+                                           int32_t nFromSide) const = 0;
     struct Line {
         POINT ptFrom;
         POINT ptTo;

@@ -32,7 +32,7 @@ POINT CLongBarMeter::BesideTick(uint32_t nTick, int32_t nFromSide) const
 }
 
 // Centred on the tick, above the lower side.
-POINT CLongBarMeter::LabelPlace(uint32_t nTick, SIZE text, int32_t nFromSide) const
+POINT CLongBarMeter::LabelPlace(uint32_t nTick, SIZE text, int32_t, int32_t nFromSide) const
 {
     const POINT pt = BesideTick(nTick, nFromSide);
     return {WrapSub(pt.x, text.cx / 2), WrapSub(pt.y, text.cy)};

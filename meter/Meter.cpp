@@ -1,6 +1,7 @@
 // The meter base; see the header.
 #include "meter/Meter.h"
 
+#include "base/DrawLimits.h"
 #include "base/WrapMath.h"
 #include "include/QELEngine.h"
 
@@ -119,6 +120,7 @@ int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
 
 HFONT MakeMeterFont(FontCell cell, int nWeight)
 {
+    if (!IsDrawableCell(cell.nWidth, cell.nHeight)) return nullptr;
     return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
                          METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                          DEFAULT_PITCH | FF_DONTCARE, nullptr);

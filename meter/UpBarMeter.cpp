@@ -42,11 +42,12 @@ POINT CUpBarMeter::BesideTick(uint32_t nTick, int32_t nFromSide) const
     return {WrapSub(BarRect().right, nFromSide), VerticalTick(BarRect(), nTick, DrawnTicks())};
 }
 
-// Right-aligned against the ticks.
-POINT CUpBarMeter::LabelPlace(uint32_t nTick, SIZE text, int32_t nFromSide) const
+// Right-aligned against the ticks. A font that makes a number wider than its cells does not bring
+// it over axis and ticks.
+POINT CUpBarMeter::LabelPlace(uint32_t nTick, SIZE text, int32_t nWidth, int32_t nFromSide) const
 {
     const POINT pt = BesideTick(nTick, nFromSide);
-    return {WrapSub(pt.x, text.cx), WrapSub(pt.y, text.cy / 2)};
+    return {WrapSub(pt.x, std::max<int32_t>(text.cx, nWidth)), WrapSub(pt.y, text.cy / 2)};
 }
 
 CBarMeter::Line CUpBarMeter::LineAlong(int32_t nFromSide) const

@@ -13,7 +13,8 @@ public:
 protected:
     [[nodiscard]] int32_t ScaleBreadth() const override;
     [[nodiscard]] POINT BesideTick(uint32_t nTick, int32_t nFromSide) const override;
-    [[nodiscard]] POINT LabelPlace(uint32_t nTick, SIZE text, int32_t nFromSide) const override;
+    [[nodiscard]] POINT LabelPlace(uint32_t nTick, SIZE text, int32_t nWidth,
+                                   int32_t nFromSide) const override;
     [[nodiscard]] Line LineAlong(int32_t nFromSide) const override;
 
 private:

@@ -1,25 +1,15 @@
 // The draw under a clip; see the header.
 #include "render/ClippedDraw.h"
 
+#include "base/Shown.h"
 #include "render/QELViewGroup.h"
 
 namespace {
 
-// A metafile is to hold the whole picture, whatever the clip.
-bool IsSurface(HDC hdc)
+// Texts that do not follow the current position.
+bool HasPlainTexts(HDC hdc)
 {
-    const DWORD nType = hdc ? ::GetObjectType(hdc) : 0;
-    return nType == OBJ_DC || nType == OBJ_MEMDC;
-}
-
-// Whether the clip box is in the units of the drawing, and what is painted outside of it is seen by
-// nobody: no bounds that are summed up, nor an alignment in which texts may move the position.
-bool HasPlainState(HDC hdc)
-{
-    if (::GetMapMode(hdc) != MM_TEXT || ::GetGraphicsMode(hdc) != GM_COMPATIBLE) return false;
-    if (::GetLayout(hdc) || (::GetTextAlign(hdc) & TA_UPDATECP)) return false;
-    const UINT nBounds = ::SetBoundsRect(hdc, nullptr, 0); // asks alone
-    return nBounds && !(nBounds & DCB_ENABLE);
+    return !(::GetTextAlign(hdc) & TA_UPDATECP);
 }
 
 // Lines under and through letters are not cut off at the text's rectangle, as letters are.
@@ -30,12 +20,6 @@ bool HasPlainFont(HDC hdc)
     return !font.lfUnderline && !font.lfStrikeOut && !font.lfEscapement && !font.lfOrientation;
 }
 
-bool Covers(const RECT& rcOuter, const RECT& rc)
-{
-    return rcOuter.left <= rc.left && rcOuter.top <= rc.top && rcOuter.right >= rc.right &&
-           rcOuter.bottom >= rc.bottom;
-}
-
 } // namespace
 
 // The order of the questions keeps a draw without a clip at two of them.
@@ -43,7 +27,7 @@ bool CClippedDraw::HidesSomething()
 {
     if (!IsSurface(m_hdc) || ::GetClipBox(m_hdc, &m_rcClip) == ERROR) return false;
     if (Covers(m_rcClip, m_rcQel) || !IsWithinReach(m_rcClip)) return false;
-    return HasPlainState(m_hdc) && HasPlainFont(m_hdc);
+    return HasPlainState(m_hdc) && HasPlainTexts(m_hdc) && HasPlainFont(m_hdc);
 }
 
 bool CClippedDraw::IsHidden(const RECT& rcPainted) const

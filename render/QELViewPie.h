@@ -18,4 +18,5 @@ protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
     [[nodiscard]] bool CollapsesToEdge() const override { return true; }
+    [[nodiscard]] bool ReachesMiddle() const override { return true; }
 };

@@ -12,6 +12,8 @@ public:
 
     int NewInstance(CQELViewElm** ppOut) const override;
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+                                       bool* pbPart) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,

@@ -6,87 +6,16 @@
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 constexpr int32_t BOX_WORDS = 4;
-constexpr int32_t ALL_WORDS = 8;   // the box and the two points, x and y by turns
-constexpr LONG MAX_CANVAS = 16384; // pixels a side: 32 MB in black and white
-
-// A black-and-white bitmap to draw one figure on, all white.
-class CMonoCanvas {
-public:
-    CMonoCanvas(LONG nWidth, LONG nHeight) noexcept
-        : m_nWidth(nWidth), m_nHeight(nHeight), m_hdc(::CreateCompatibleDC(nullptr)),
-          m_hBitmap(::CreateBitmap(nWidth, nHeight, 1, 1, nullptr))
-    {
-        if (m_hdc && m_hBitmap) m_hPrev = ::SelectObject(m_hdc, m_hBitmap);
-        if (m_hPrev) ::PatBlt(m_hdc, 0, 0, nWidth, nHeight, WHITENESS);
-    }
-    ~CMonoCanvas()
-    {
-        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
-        if (m_hBitmap) ::DeleteObject(m_hBitmap);
-        if (m_hdc) ::DeleteDC(m_hdc);
-    }
-    CMonoCanvas(const CMonoCanvas&) = delete;
-    CMonoCanvas& operator=(const CMonoCanvas&) = delete;
-
-    // Null when it could not be made.
-    [[nodiscard]] HDC Dc() const { return m_hPrev ? m_hdc : nullptr; }
-    [[nodiscard]] HRGN BlackRegion(LONG nLeft, LONG nTop) const;
-
-private:
-    [[nodiscard]] LONG Stride() const { return (m_nWidth + 15) / 16 * 2; } // rows end at a word
-    static DWORD FindRuns(const unsigned char* pBits, LONG nStride, SIZE size, RECT* pOut);
-
-    LONG m_nWidth;
-    LONG m_nHeight;
-    HDC m_hdc;
-    HBITMAP m_hBitmap;
-    HGDIOBJ m_hPrev = nullptr;
-};
-
-// The black runs of all rows, counted, and written where pOut is given.
-DWORD CMonoCanvas::FindRuns(const unsigned char* pBits, LONG nStride, SIZE size, RECT* pOut)
-{
-    DWORD nCount = 0;
-    for (LONG y = 0; y < size.cy; ++y, pBits += nStride) {
-        const auto isBlack = [&](LONG x) {
-            return x < size.cx && !(pBits[x / 8] & (0x80 >> x % 8));
-        };
-        for (LONG x = 0; x < size.cx; ++x) {
-            if (!isBlack(x)) continue;
-            const LONG nStart = x;
-            while (isBlack(x)) ++x;
-            if (pOut) pOut[nCount] = {nStart, y, x, y + 1};
-            ++nCount;
-        }
-    }
-    return nCount;
-}
-
-HRGN CMonoCanvas::BlackRegion(LONG nLeft, LONG nTop) const
-{
-    const LONG nSize = Stride() * m_nHeight;
-    const CBlock bits(static_cast<uint64_t>(nSize));
-    if (!bits.As<void>() || ::GetBitmapBits(m_hBitmap, nSize, bits.As<void>()) != nSize)
-        return nullptr;
-    const SIZE size{m_nWidth, m_nHeight};
-    const DWORD nRuns = FindRuns(bits.As<unsigned char>(), Stride(), size, nullptr);
-    const auto nBytes = static_cast<DWORD>(sizeof(RGNDATAHEADER) + nRuns * sizeof(RECT));
-    const CBlock block(nBytes);
-    if (!block.As<void>()) return nullptr;
-    auto* pData = block.As<RGNDATA>();
-    pData->rdh = {sizeof(RGNDATAHEADER),
-                  RDH_RECTANGLES,
-                  nRuns,
-                  static_cast<DWORD>(nRuns * sizeof(RECT)),
-                  {0, 0, m_nWidth, m_nHeight}};
-    FindRuns(bits.As<unsigned char>(), Stride(), size, reinterpret_cast<RECT*>(pData->Buffer));
-    const HRGN hRegion = ::ExtCreateRegion(nullptr, nBytes, pData);
-    if (hRegion) ::OffsetRgn(hRegion, nLeft, nTop);
-    return hRegion;
-}
+constexpr int32_t ALL_WORDS = 8;       // the box and the two points, x and y by turns
+constexpr LONG MAX_CANVAS = 16384;     // pixels a side: 32 MB in black and white
+constexpr LONG CHEAP_CANVAS = 1 << 22; // pixels; up to here the whole is filled whatever shows
+constexpr LONG STRIP = 16;             // pixels to both sides of where a figure should end
 
 } // namespace
 
@@ -166,8 +95,68 @@ void CQELViewRadial::KeepInside()
     Shift(SlideInside(rc.left, rc.right, RefW()), SlideInside(rc.top, rc.bottom, RefH()));
 }
 
-// GDI itself fills the figure, and its black pixels are the region: where GDI lets a ray meet a
-// flat ellipse is its own affair, and no polygon cut from outside agrees with it everywhere.
+namespace {
+
+constexpr double PI = 3.14159265358979323846;
+
+// The middle of an ellipse and half of its extents, and where rays from the middle meet it: as
+// angles of the circle that it is a picture of, counter-clockwise.
+struct Ellipse {
+    explicit Ellipse(const RECT& rc)
+        : fX((static_cast<double>(rc.left) + rc.right) / 2),
+          fY((static_cast<double>(rc.top) + rc.bottom) / 2),
+          fRadiusX((static_cast<double>(rc.right) - rc.left) / 2),
+          fRadiusY((static_cast<double>(rc.bottom) - rc.top) / 2)
+    {
+    }
+    [[nodiscard]] double AngleTo(POINT pt) const
+    {
+        return std::atan2((fY - pt.y) / fRadiusY, (pt.x - fX) / fRadiusX);
+    }
+
+    double fX, fY, fRadiusX, fRadiusY;
+};
+
+// The box of points with fractions.
+struct Extent {
+    void Add(double fX, double fY)
+    {
+        fLeft = std::min(fLeft, fX);
+        fTop = std::min(fTop, fY);
+        fRight = std::max(fRight, fX);
+        fBottom = std::max(fBottom, fY);
+    }
+
+    double fLeft = 1e9, fTop = 1e9, fRight = -1e9, fBottom = -1e9;
+};
+
+// How far a sector or a segment of an ellipse reaches, by the rule and not to the pixel.
+Extent ExtentOf(const RECT& rc, POINT ptStart, POINT ptEnd, bool bWithMiddle)
+{
+    const Ellipse ellipse(rc);
+    Extent extent;
+    const auto add = [&](double fAngle) {
+        extent.Add(ellipse.fX + ellipse.fRadiusX * std::cos(fAngle),
+                   ellipse.fY - ellipse.fRadiusY * std::sin(fAngle));
+    };
+    const double fStart = ellipse.AngleTo(ptStart);
+    double fEnd = ellipse.AngleTo(ptEnd);
+    if (fEnd <= fStart) fEnd += 2 * PI; // one ray for both ends is the whole ellipse
+    add(fStart);
+    add(fEnd);
+    for (int n = -2; n <= 8; ++n) // the ends of the axes
+        if (n * PI / 2 > fStart && n * PI / 2 < fEnd) add(n * PI / 2);
+    if (bWithMiddle) extent.Add(ellipse.fX, ellipse.fY);
+    return extent;
+}
+
+LONG Whole(double f)
+{
+    return static_cast<LONG>(std::floor(f));
+}
+
+} // namespace
+
 HRGN CQELViewRadial::MakeFilledRegion(const RECT& rcQel) const
 {
     DeviceFigure figure{};
@@ -176,12 +165,45 @@ HRGN CQELViewRadial::MakeFilledRegion(const RECT& rcQel) const
     const LONG nWidth = WidthOf(rc);
     const LONG nHeight = HeightOf(rc);
     if (nWidth < 1 || nHeight < 1 || nWidth > MAX_CANVAS || nHeight > MAX_CANVAS) return nullptr;
-    const CMonoCanvas canvas(nWidth, nHeight);
-    if (!canvas.Dc()) return nullptr;
-    figure.rcBox = {0, 0, nWidth, nHeight};
-    for (POINT& pt : figure.pts) pt = {WrapSub(pt.x, rc.left), WrapSub(pt.y, rc.top)};
-    const CSelectScope pen(canvas.Dc(), ::GetStockObject(NULL_PEN));
-    const CSelectScope brush(canvas.Dc(), ::GetStockObject(BLACK_BRUSH));
-    Paint(canvas.Dc(), figure, nullptr, rcQel);
-    return canvas.BlackRegion(rc.left, rc.top);
+    return FillOnCanvas(figure, rc, rcQel);
+}
+
+HRGN CQELViewRadial::MakeShownRegion(const RECT& rcQel, const RECT& rcShown, bool* pbPart) const
+{
+    DeviceFigure figure{};
+    MapFigure(rcQel, 0, &figure);
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const LONG nWidth = WidthOf(rc);
+    const LONG nHeight = HeightOf(rc);
+    RECT rcWhole{};
+    if (nWidth < 1 || nHeight < 1 || nWidth > MAX_CANVAS || nHeight > MAX_CANVAS ||
+        nWidth * nHeight <= CHEAP_CANVAS || !FindFilledBox(figure, rc, rcQel, &rcWhole))
+        return MakeRegion(rcQel);
+    *pbPart = true;
+    return FillShownOnCanvas(figure, rcWhole, rcShown, rcQel);
+}
+
+// Of a large figure only strips are filled, along the sides of the box that it has by the rule.
+// False when one of them does not hold the figure's side: then the rule is not the system's.
+bool CQELViewRadial::FindFilledBox(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+                                   RECT* prcOut) const
+{
+    const Extent extent = ExtentOf(rc, figure.pts[0], figure.pts[1], ReachesMiddle());
+    const LONG nLeft = std::max(Whole(extent.fLeft) - STRIP, rc.left);
+    const LONG nTop = std::max(Whole(extent.fTop) - STRIP, rc.top);
+    const LONG nRight = std::min(Whole(extent.fRight) + STRIP, rc.right);
+    const LONG nBottom = std::min(Whole(extent.fBottom) + STRIP, rc.bottom);
+    RECT left{};
+    RECT top{};
+    RECT right{};
+    RECT bottom{};
+    if (!FindOnCanvas(figure, {nLeft, rc.top, nLeft + 2 * STRIP, rc.bottom}, rcQel, &left) ||
+        !FindOnCanvas(figure, {rc.left, nTop, rc.right, nTop + 2 * STRIP}, rcQel, &top) ||
+        !FindOnCanvas(figure, {nRight - 2 * STRIP, rc.top, nRight, rc.bottom}, rcQel, &right) ||
+        !FindOnCanvas(figure, {rc.left, nBottom - 2 * STRIP, rc.right, nBottom}, rcQel, &bottom))
+        return false;
+    *prcOut = {left.left, top.top, right.right, bottom.bottom};
+    return (left.left > nLeft || nLeft == rc.left) && (top.top > nTop || nTop == rc.top) &&
+           (right.right < nRight || nRight == rc.right) &&
+           (bottom.bottom < nBottom || nBottom == rc.bottom);
 }

@@ -14,6 +14,8 @@ public:
     int Rotate(POINT ptCentre, int32_t nAngle) override;
     int MoveX(int32_t nDx) override;
     int MoveY(int32_t nDy) override;
+    [[nodiscard]] HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+                                       bool* pbPart) const override;
 
 protected:
     // pts[0] is the start point, pts[1] the end point.
@@ -26,11 +28,19 @@ protected:
     // true, all of them at the QEL rect's edge.
     [[nodiscard]] virtual bool CollapsesToEdge() const { return false; }
 
+    // Whether the filled figure goes to the middle of the ellipse.
+    [[nodiscard]] virtual bool ReachesMiddle() const { return false; }
+
     // The filled figure as a region, for the classes that have one. Null for an empty box and for
     // one larger than 16384 pixels a side.
+    //
+    // GDI itself fills the figure, and its black pixels are the region: where GDI lets a ray meet a
+    // flat ellipse is its own affair, and no polygon cut from outside agrees with it everywhere.
     [[nodiscard]] HRGN MakeFilledRegion(const RECT& rcQel) const;
 
 private:
+    bool FindFilledBox(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+                       RECT* prcOut) const;
     void Shift(int32_t nDx, int32_t nDy);
     void KeepInside();
 };

@@ -3,6 +3,7 @@
 
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "brush/ShownDraft.h"
 #include "render/Mapping.h"
 
 #include <cstring>
@@ -69,15 +70,19 @@ int CQELViewShape::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     if (IsOutlineOnly())
         DrawOutline(hdc, figure, rcQel);
     else
-        DrawFilled(hdc, &figure, rcQel);
+        DrawFilled(hdc, figure, rcQel);
     return 1;
 }
 
-void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const
+int32_t CQELViewShape::PenWidth() const
 {
-    CQELDraft draft(
-        static_cast<tagDRAFTSTYLE>(m_nDraft)); // owns the brush, so it outlives the guards
-    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, DrawnPenWidth(m_nPenWidth),
+    return DrawnPenWidth(m_nPenStyle, m_nPenWidth);
+}
+
+void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
+{
+    CShownDraft draft(m_nDraft); // owns the brush, so it outlives the guards
+    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, PenWidth(),
                   BlinkColor(m_clrPen));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
@@ -87,10 +92,11 @@ void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel
         // These two stay set: deliberate, the next shape sets its own.
         ::SetBkColor(hdc, BlinkColor(m_clrA));
         ::SetTextColor(hdc, BlinkColor(m_clrB));
-        draft.GetDraftBrush(hBrush, &pFigure->rcBox, BlinkColor(m_clrB), BlinkColor(m_clrA));
+        hBrush =
+            draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(m_clrB), BlinkColor(m_clrA));
     }
     CSelectScope brush(hdc, hBrush);
-    PaintWithin(hdc, *pFigure, hBrush, rcQel);
+    PaintWithin(hdc, figure, hBrush, rcQel);
 
     // Brush and pen go back before the background mode, the rectangle's pen before its brush: the
     // order in which hosts have always seen these calls.
@@ -101,8 +107,7 @@ void CQELViewShape::DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel
 
 void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
-    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, DrawnPenWidth(m_nPenWidth),
-                  BlinkColor(m_clrPen));
+    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, PenWidth(), BlinkColor(m_clrPen));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
     COLORREF clrPrev = 0;
@@ -150,6 +155,11 @@ void CQELViewShape::AddRegionSource(uint64_t* pnSum) const
     for (int32_t n = 0; n < m_geometry.Count(); ++n) AddWord(pnSum, Words()[n]);
 }
 
+HRGN CQELViewShape::MakeShownRegion(const RECT& rcQel, const RECT&, bool*) const
+{
+    return MakeRegion(rcQel);
+}
+
 Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
 {
     DeviceFigure figure; // filled in as far as the class has it
@@ -175,7 +185,7 @@ int CQELViewShape::PaintMargin(int32_t* pnOut) const
     if (m_nPenWidth == 0 || HidesOutline()) return 1;
     if (m_nPenStyle < PS_SOLID || m_nPenStyle > PS_INSIDEFRAME) return 0;
     if (m_nPenWidth < 0) return 0;
-    *pnOut += DrawnPenWidth(m_nPenWidth);
+    *pnOut += PenWidth();
     return 1;
 }
 

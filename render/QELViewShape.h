@@ -18,6 +18,7 @@ struct DeviceFigure {
     int nPoints;
 };
 
+class CMonoCanvas;
 class CQELViewShape;
 
 // What is known of the area that a draw paints on.
@@ -72,6 +73,11 @@ public:
     // stand for one region, but for a chance of one in 2 to the power 64.
     void AddRegionSource(uint64_t* pnSum) const;
 
+    // The same where cost follows from size: inside of rcShown it is that region, outside of it has
+    // what keeps the bounding box, no more. *pbPart: set to true when it is not the whole.
+    [[nodiscard]] virtual HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+                                               bool* pbPart) const;
+
     // What a full draw paints on, in device units and rather too much than too little.
     Reach PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
     // Enters itself for the colours that a full draw of it leaves set.
@@ -110,6 +116,16 @@ protected:
     [[nodiscard]] virtual bool RestoresPenFirst() const { return false; }
     // Lines and arcs: no brush; a fill style paints the gaps of a styled pen in colour B.
     [[nodiscard]] virtual bool IsOutlineOnly() const { return false; }
+
+    // The figure as GDI fills it, as far as it lies in rc: its region, and its box, for which it
+    // must not be empty there. Null and false without memory.
+    [[nodiscard]] HRGN FillOnCanvas(const DeviceFigure& figure, const RECT& rc,
+                                    const RECT& rcQel) const;
+    bool FindOnCanvas(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+                      RECT* prcOut) const;
+    // What of it shows, and some pixels more that give it the bounding box rcWhole.
+    [[nodiscard]] HRGN FillShownOnCanvas(const DeviceFigure& figure, const RECT& rcWhole,
+                                         const RECT& rcShown, const RECT& rcQel) const;
 
     // The style word as it is drawn.
     [[nodiscard]] uint32_t Style() const
@@ -150,9 +166,12 @@ protected:
     int32_t m_nPenStyle = 0;
 
 private:
-    void DrawFilled(HDC hdc, DeviceFigure* pFigure, const RECT& rcQel) const;
+    void DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
     void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
+    bool PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
+                       const RECT& rcQel) const;
     void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
+    [[nodiscard]] int32_t PenWidth() const; // as it is drawn
     [[nodiscard]] bool TakesDraft() const
     {
         return (m_nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();

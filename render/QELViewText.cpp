@@ -1,6 +1,7 @@
 // The text view; see the header.
 #include "render/QELViewText.h"
 
+#include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
 #include "render/Mapping.h"
 
@@ -68,9 +69,11 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     RECT rc{};
     MapAnchored(rcQel, Box(), nFlags, &rc);
     const std::size_t nCount = std::strlen(Text());
+    const SIZE cell = TextCell(rc, nCount);
+    if (!IsDrawableCell(cell.cx, cell.cy)) return 1;
 
     const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
-    CSizedFontScope font(hdc, TextCell(rc, nCount));
+    CSizedFontScope font(hdc, cell);
     const CBkColorScope back(hdc, BlinkColor(m_clrB));
     const CTextColorScope text(hdc, BlinkColor(m_clrA));
     PaintText(hdc, &rc, static_cast<int>(nCount));

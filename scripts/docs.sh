@@ -6,8 +6,7 @@
 set -u
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 cd "$QEL_ROOT" || exit 2
-qel_need_tools
-qel_need python3 python3
+qel_need_doc_tools
 qel_install && qel_make_prefix && qel_build i686 qel QELEngine docgen || exit 2
 
 check=0

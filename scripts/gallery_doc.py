@@ -44,7 +44,11 @@ def read(path):
             if len(fields) != 3 or not re.fullmatch(r"[\w-]+", fields[0]) or not sections:
                 sys.exit(f"{path}:{number}: wants NAME | DRAWING | CAPTION under a heading")
             sections[-1][1].append({"name": fields[0], "drawing": fields[1], "caption": fields[2],
-                                    "options": own_size(fields[1])})
+                                    "options": ""})
+    for _, pictures in sections:
+        for picture in pictures:
+            size = "" if "--size " in picture["options"] else own_size(picture["drawing"])
+            picture["options"] = (size + picture["options"]).strip()
     return sections
 
 

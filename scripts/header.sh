@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # Compiles the exported header alone: as C89 (with the comments and types that windows.h needs), C11,
-# C++11 and C++20, for both word sizes.
+# C++98, C++11 and C++20, for both word sizes.
 set -u
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 status=0
 for arch in i686 x86_64; do
-  for form in "gcc c gnu89" "gcc c c11" "g++ c++ c++11" "g++ c++ c++20"; do
+  for form in "gcc c gnu89" "gcc c c11" "g++ c++ c++98" "g++ c++ c++11" "g++ c++ c++20"; do
     read -r compiler language standard <<<"$form"
     if ! printf '#include "include/QELEngine.h"\nint main(void) { return QEL_TYPE_ROOT; }\n' |
         "$arch-w64-mingw32-$compiler-posix" -x "$language" -std="$standard" -Wall -Wextra -Werror \

@@ -10,29 +10,18 @@ set -u
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 cd "$QEL_ROOT" || exit 2
 
-FPC_VERSION=3.2.2
-FPC_SOURCES=/usr/share/fpcsrc/$FPC_VERSION
-FPC_HERE=/usr/lib/x86_64-linux-gnu/fpc/$FPC_VERSION
-FPC_HOME=${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/fpc-$FPC_VERSION
+FPC_HOME=${XDG_CACHE_HOME:-$HOME/.cache}/qelengine/fpc-$QEL_FPC_VERSION
 FONT="WenQuanYi Zen Hei Mono"
 
-qel_need_test_tools
-qel_need gcc gcc
-qel_need ppcx64 fp-compiler-$FPC_VERSION
-qel_need "$FPC_HERE/units/x86_64-linux/rtl/system.ppu" fp-units-rtl-$FPC_VERSION
-qel_need "$FPC_SOURCES/compiler/pp.pas" fpc-source-$FPC_VERSION
-qel_need mcs mono-mcs
-qel_need mono mono-runtime
-qel_need /usr/lib/mono/4.5/System.Windows.Forms.dll libmono-system-windows-forms4.0-cil
-qel_need Xvfb xvfb
-qel_need xdotool xdotool
-qel_need import imagemagick
+qel_need_host_tools
 qel_install && qel_make_prefix || exit 2
 
 build=${QEL_BUILD:-}
 if [ -z "$build" ]; then
   build=$QEL_ROOT/build
-  qel_build i686 QELEngine QELEngineImportLibrary qel && qel_build x86_64 QELEngine QELEngineImportLibrary || exit 2
+  for arch in i686 x86_64; do
+    qel_build $arch QELEngine QELEngineImportLibrary QELEngineMsLibrary QELEnginePackage || exit 2
+  done
 fi
 
 passed=0
@@ -65,18 +54,18 @@ trap end EXIT
 fpc_units() { # COMPILER OS CPU UNITS: the runtime units of one target
   local compile=("$1" -n -v0 "-T$2" -O1 -Xs "-FU$4" "-FE$4" -Fi../win -Fi../inc "-Fi../$3" -Fi../objpas)
   mkdir -p "$4"
-  (cd "$FPC_SOURCES/rtl/$2" && "${compile[@]}" -Us -Sg system.pp && "${compile[@]}" ../objpas/objpas.pp &&
+  (cd "$QEL_FPC_SOURCES/rtl/$2" && "${compile[@]}" -Us -Sg system.pp && "${compile[@]}" ../objpas/objpas.pp &&
     "${compile[@]}" -Fi../objpas/sysutils -Fi../objpas/classes -Fi../win/wininc "-Fu../$3" -Fu../win/wininc \
       -Fu../win -Fu../inc -Fu../objpas buildrtl.pp)
 }
 fpc_make() {
-  local new=$FPC_HOME.new native=(ppcx64 -n -v0 "-Fu$FPC_HERE/units/x86_64-linux/rtl")
+  local new=$FPC_HOME.new native=(ppcx64 -n -v0 "-Fu$QEL_FPC_HERE/units/x86_64-linux/rtl")
   rm -rf "$new"
   mkdir -p "$new/objects" "$new/messages"
   # The texts of the compiler's messages are compiled in; the sources come without this generated file.
-  "${native[@]}" "-FU$new/objects" "-FE$new" "$FPC_SOURCES/compiler/utils/msg2inc.pp" &&
-    (cd "$new/messages" && ../msg2inc "$FPC_HERE/msg/errore.msg" msg msg) &&
-    (cd "$FPC_SOURCES/compiler" && rm -f "$new/objects"/* &&
+  "${native[@]}" "-FU$new/objects" "-FE$new" "$QEL_FPC_SOURCES/compiler/utils/msg2inc.pp" &&
+    (cd "$new/messages" && ../msg2inc "$QEL_FPC_HERE/msg/errore.msg" msg msg) &&
+    (cd "$QEL_FPC_SOURCES/compiler" && rm -f "$new/objects"/* &&
       "${native[@]}" -di386 -dGDB -Mobjfpc -O1 -Fusystems -Fux86 -Fui386 "-Fi$new/messages" -Fii386 -Fisystems \
         "-FU$new/objects" "-FE$new" "-o$new/ppcross386" pp.pas) &&
     fpc_units "$new/ppcross386" win32 i386 "$new/i686" && fpc_units ppcx64 win64 x86_64 "$new/x86_64" &&
@@ -115,6 +104,67 @@ for arch in i686 x86_64; do
     examples/hosts/cpp/window.cpp "${library[@]}" -o "$out/cpp-window.exe"
   does "pascal/host.pas, $arch" pascal $arch examples/hosts/pascal/host.pas "$out/pascal.exe"
   does "pascal/window.pas, $arch" pascal $arch examples/hosts/pascal/window.pas "$out/pascal-window.exe"
+done
+
+# ---- the line at the head of each sample builds it where it stands, in the tree and in the package
+
+# The compilers that it names and that there are none of here: Free Pascal for Windows under its usual name,
+# Mono's in place of csc, and Clang in place of Visual Studio, with what stands in for an SDK.
+mkdir -p "$work/compilers"
+cat >"$work/compilers/fpc" <<WRAPPER
+#!/usr/bin/env bash
+case \$1 in -Twin32) compiler=$FPC_HOME/ppcross386 arch=i686 ;; *) compiler=ppcx64 arch=x86_64 ;; esac
+exec "\$compiler" -n -v0 -vew -Sew "-Fu$FPC_HOME/\$arch" "\$@"
+WRAPPER
+cat >"$work/compilers/cl" <<WRAPPER
+#!/usr/bin/env bash
+head=() tail=()
+for argument; do
+  case \$argument in /link) tail=(/link) ;; *) if [ "\${tail[*]}" ]; then tail+=("\$argument"); else head+=("\$argument"); fi ;; esac
+done
+exec clang --driver-mode=cl --target=\$CL_ARCH-pc-windows-msvc -fuse-ld=lld /X -imsvc $QEL_ROOT/examples/hosts/msvc \\
+  -I$QEL_ROOT "\${head[@]}" /EHs-c- /GR- /GS- "\${tail[@]}" /entry:mainCRTStartup /subsystem:console /safeseh:no /nodefaultlib \\
+  /libpath:$work/sdk-\$CL_ARCH kernel32.lib
+WRAPPER
+printf '#!/usr/bin/env bash\nexec mcs -warnaserror -nologo "$@"\n' >"$work/compilers/csc"
+chmod +x "$work/compilers/"*
+for arch in i686 x86_64; do
+  mkdir -p "$work/sdk-$arch"
+  for name in kernel32 gdi32 user32; do
+    cp "/usr/$arch-w64-mingw32/lib/lib$name.a" "$work/sdk-$arch/$name.lib"
+  done
+  cmake --install "$build/$arch" --prefix "$work/package-$arch" >"$work/log" 2>&1 || { cat "$work/log"; exit 2; }
+done
+mkdir "$work/tree"
+cp -r --parents include examples/hosts "$work/tree/"
+ln -s "$build" "$work/tree/build"
+
+build_by_line() { # ARCH SAMPLE: one line at its head tells how, and nothing else does
+  local lines
+  mapfile -t lines < <(sed -nE '1,20s#^( \*|//|)? +((i686|x86_64)-w64-mingw32-g(cc|\+\+)|fpc|csc|cl) (.*)$#\2 \5#p' "$2")
+  [ ${#lines[@]} = 1 ] || { echo "$2 has ${#lines[@]} lines that build it"; return 1; }
+  (cd "$(dirname "$2")" && PATH=$work/compilers:$PATH CL_ARCH=$1 bash -c "${lines[0]}") >"$work/log" 2>&1 </dev/null ||
+    { echo "${lines[0]}"; cat "$work/log"; return 1; }
+}
+for place in "i686 $work/tree/examples/hosts" "i686 $work/package-i686/share/QELEngine/examples/hosts" \
+    "x86_64 $work/package-x86_64/share/QELEngine/examples/hosts"; do
+  read -r arch folder <<<"$place"
+  for sample in c/host.c cpp/host.cpp cpp/window.cpp pascal/host.pas pascal/window.pas csharp/Program.cs \
+      csharp/Window.cs msvc/host.cpp; do
+    does "$sample is built by its line in ${folder#"$work/"}" build_by_line "$arch" "$folder/$sample"
+    program=$folder/$(dirname $sample)/$(basename "${sample/Program/host}" ."${sample##*.}" | tr W w).exe
+    does "what that makes is a program" test -s "$program"
+  done
+  # They are what the pictures below are drawn by otherwise.
+  for host in c cpp pascal; do
+    cp "$build/$arch/bin/QELEngine.dll" "$folder/$host/"
+    (cd "$QEL_ROOT" && "${QEL_WINE[@]}" "$folder/$host/host.exe" examples/pump.qel "$folder/$host/pump.bmp" 400 300 \
+      "$FONT" </dev/null)
+    same "a picture by $host of ${folder#"$work/"}" "$work/tree/examples/hosts/c/pump.bmp" "$folder/$host/pump.bmp"
+  done
+  cp "$build/$arch/bin/QELEngine.dll" "$folder/msvc/"
+  does "msvc/host.cpp of ${folder#"$work/"} paints" grep -q "38 styles painted" \
+    <(cd "$folder/msvc" && "${QEL_WINE[@]}" host.exe </dev/null)
 done
 
 # ---- pictures: what each host draws is what qel draws, byte for byte
@@ -265,15 +315,46 @@ display_server=$!
 read -r number <"$work/display"
 export DISPLAY=:$number
 
+# Asks a window from outside, when it is told to go: how it sees resolutions, and whether it takes the place
+# that the system names when that changes.
+cat >"$work/probe.c" <<'PROBE'
+#define _WIN32_WINNT 0x0A00
+#include <stdio.h>
+#include <windows.h>
+int main(void)
+{
+    HWND hwnd = FindWindowA("LiveDrawing", NULL);
+    RECT rc = {0, 0, 300, 200}, *pTheirs;
+    DWORD nProcess = 0;
+    HANDLE hProcess;
+    GetWindowThreadProcessId(hwnd, &nProcess);
+    hProcess = OpenProcess(PROCESS_ALL_ACCESS, FALSE, nProcess);
+    pTheirs = VirtualAllocEx(hProcess, NULL, sizeof rc, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+    WriteProcessMemory(hProcess, pTheirs, &rc, sizeof rc, NULL);
+    SendMessageA(hwnd, 0x02E0, MAKEWPARAM(144, 144), (LPARAM)pTheirs);
+    ZeroMemory(&rc, sizeof rc);
+    GetWindowRect(hwnd, &rc);
+    printf("%d %d,%d,%d,%d\n", GetAwarenessFromDpiAwarenessContext(GetWindowDpiAwarenessContext(hwnd)),
+           (int)rc.left, (int)rc.top, (int)rc.right, (int)rc.bottom);
+    return 0;
+}
+PROBE
+for arch in i686 x86_64; do
+  "$arch-w64-mingw32-gcc-posix" "$work/probe.c" -o "$work/$arch/probe.exe" || exit 2
+done
+printf ':again\r\nif exist go.txt goto now\r\nping -n 2 127.0.0.1 >nul\r\ngoto again\r\n:now\r\nprobe.exe >dpi.txt\r\n' |
+  tee "$work/i686/probe.bat" >"$work/x86_64/probe.bat"
+
 # The window after 25 steps of 2 shows what the window-less host draws in the same steps.
 steps=$(seq -f 0=%g 0 2 50)
 # shellcheck disable=SC2086
 run i686 cpp examples/boiler-room.qel "$work/steps.bmp" 640 400 "Courier New" 0.4=100 0.13=100 $steps
-window() { # ARCH PROGRAM: exit status 0 when the picture came and a click on the title's cross ended it well
+window() { # ARCH PROGRAM: exit status 0 when the picture came, each screen's
+# resolution is heeded and a click on the title's cross ended it well
   local folder=$work/$1 status=1 wine id X=0 Y=0 WIDTH=0
-  printf 'start /wait %s.exe %s 0 25\r\necho %%errorlevel%% >closed.txt\r\n' "$2" \
+  printf 'start /b cmd /c probe.bat\r\nstart /wait %s.exe %s 0 25\r\necho %%errorlevel%% >closed.txt\r\n' "$2" \
     "$(cd "$work" && "${QEL_WINE[@]}" winepath -w "$QEL_ROOT/examples/boiler-room.qel" | tr -d '\r')" >"$folder/run.bat"
-  rm -f "$folder/closed.txt"
+  rm -f "$folder/"{closed,go,dpi}.txt
   # A desktop of its own: the one that all programs share may have been set up without a display.
   (cd "$folder" && exec "${QEL_WINE[@]}" explorer "/desktop=qel$$-$1-$2,1024x768" cmd /c run.bat) \
     >/dev/null 2>&1 </dev/null &
@@ -284,6 +365,13 @@ window() { # ARCH PROGRAM: exit status 0 when the picture came and a click on th
     # Its inside, somewhere on the screen, is the picture.
     python3 scripts/find_picture.py "$folder/screen.png" "$work/steps.bmp" >/dev/null && { status=0; break; }
   done
+  touch "$folder/go.txt"
+  for _ in $(seq 40); do
+    [ -s "$folder/dpi.txt" ] && break
+    sleep 0.25
+  done
+  # 2 is: each screen for itself.
+  [ "$(tr -d '\r' <"$folder/dpi.txt")" = "2 0,0,300,200" ] || { cat "$folder/dpi.txt"; status=1; }
   for id in $(xdotool search --onlyvisible --name boiler-room); do
     eval "$(xdotool getwindowgeometry --shell "$id")"
     xdotool mousemove $((X + WIDTH - 15)) $((Y + 13)) click 1
@@ -304,8 +392,16 @@ done
 # Windows Forms on Linux with the stand-in: no picture, but the calls of a live window.
 does "csharp/Window.cs" csharp "$work/window.exe" -r:System.Windows.Forms -r:System.Drawing -target:winexe \
   examples/hosts/csharp/Window.cs
-QEL_TRACE=$work/window.trace timeout 4 mono "$work/window.exe" examples/boiler-room.qel 41 >/dev/null 2>&1
-does "the C# window runs until it is ended" test $? = 124
+touch "$work/window.trace"
+QEL_TRACE=$work/window.trace mono "$work/window.exe" examples/boiler-room.qel 41 >/dev/null 2>&1 &
+csharp_window=$!
+for _ in $(seq 160); do # a busy machine takes its time
+  [ "$(grep -c "QELDraw .* 0$" "$work/window.trace")" -lt 12 ] || break
+  sleep 0.25
+done
+does "the C# window runs until it is ended" kill $csharp_window
+wait $csharp_window 2>/dev/null
+does "the C# window asks for the pixels of each screen" grep -q "^SetProcessDpiAwarenessContext 0xf*fc$" "$work/window.trace"
 does "the C# window opens its drawing" grep -qx "QELOpenFileU 0x7700000000 'examples/boiler-room.qel'" \
   "$work/window.trace"
 does "the C# window draws all of it" grep -qx "QELDraw 0x7700000000 0x5500000001 0,0,321,222 1" "$work/window.trace"

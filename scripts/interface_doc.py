@@ -8,7 +8,8 @@ HEADER = "include/QELEngine.h"
 INTRO = """# The exported interface
 
 This page is made from `include/QELEngine.h` by `scripts/docs.sh`; the header is the place to look while
-you write code. How a host puts the calls together is told in [embedding.md](embedding.md).
+you write code; it takes C89 and C++98 and whatever came after them. How a host puts the calls together is
+told in [embedding.md](embedding.md).
 
 All functions use the standard Windows calling convention (`__stdcall`). In the 32-bit DLL they are
 exported under their plain names, six of them under decorated names
@@ -66,7 +67,7 @@ def read_blocks(source):
         elif line.startswith("#define QEL_"):
             yield "type", comment_text(comment), line
             comment = []
-        elif line.startswith("#ifdef __cplusplus") or line.startswith("static_assert"):
+        elif line.startswith("#ifdef __cplusplus"):
             comment = []
         i += 1
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Writes import libraries for linkers of the Microsoft family, from what the build exports:
-ms_import_lib.py EXPORTS.def MACHINE OUT.lib, MACHINE being i386 or i386:x86-64.
+ms_import_lib.py EXPORTS.def MACHINE OUT.lib LLVM-DLLTOOL, MACHINE being i386 or i386:x86-64.
 
 llvm-dlltool makes the library. On 32 bits it lets the linker strip the decoration of every __stdcall name;
 six functions are exported under their decorated names, so their entries are set to "the name as it is"."""
@@ -51,14 +51,14 @@ def keep_whole_names(library, symbols):
 
 
 def main():
-    table, machine, library = sys.argv[1:]
+    table, machine, library, dlltool = sys.argv[1:]
     is32 = machine == "i386"
     rows = [row for row in exports(table) if not row[0].startswith("_Z")]
     with tempfile.NamedTemporaryFile("w", suffix=".def") as definition:
         definition.write("LIBRARY QELEngine.dll\nEXPORTS\n")
         definition.writelines(symbol_line(*row, is32) + "\n" for row in rows)
         definition.flush()
-        command = ["llvm-dlltool", "-m", machine, "-d", definition.name, "-l", library]
+        command = [dlltool, "-m", machine, "-d", definition.name, "-l", library]
         subprocess.run(command + (["-k"] if is32 else []), check=True)
     if is32:
         keep_whole_names(library, {name for name, _, _ in rows if name.startswith("_")})

@@ -39,4 +39,4 @@ check() {
 }
 export -f check
 export stamps headers gcc_headers mode
-printf '%s\0' "${files[@]}" | xargs -0 -P "$(nproc)" -I{} bash -c 'check "$1"' _ {}
+printf '%s\0' "${files[@]}" | xargs -0 -P "${QEL_JOBS:-$(nproc)}" -I{} bash -c 'check "$1"' _ {}

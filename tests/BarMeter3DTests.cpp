@@ -411,6 +411,17 @@ struct ReadOutText {
     RECT box;
 };
 
+// How wide the bold font of that cell makes a text, which need not be as wide as its cells.
+LONG TextWidth(HDC hdc, const std::string& text, int nWidth, int nHeight)
+{
+    CTestSelect font(
+        hdc, ::CreateFontA(nHeight, nWidth, 0, 0, FW_BOLD, 0, 0, 0, 255, 0, 0, 0, 0, nullptr),
+        true);
+    SIZE size{};
+    EXPECT_NE(0, ::GetTextExtentPoint32A(hdc, text.c_str(), static_cast<int>(text.size()), &size));
+    return size.cx;
+}
+
 std::vector<ReadOutText> ReadOut(CBar3D& bar, const std::function<int(HDC)>& draw, int nResult)
 {
     CRecording recording;
@@ -423,8 +434,9 @@ std::vector<ReadOutText> ReadOut(CBar3D& bar, const std::function<int(HDC)>& dra
         if (std::sscanf(call.c_str(), "CreateFont width %d height %d", &nWidth, &nHeight) == 2)
             continue;
         if (std::sscanf(call.c_str(), "Text %d,%d \"%60[^\"]\"", &x, &y, szText) != 3) continue;
-        const auto nLength = static_cast<LONG>(std::string(szText).size());
-        texts.push_back({szText, {x, y, x + nLength * nWidth, y + nHeight}});
+        const CTestBitmap bitmap(1, 1);
+        texts.push_back(
+            {szText, {x, y, x + TextWidth(bitmap.Dc(), szText, nWidth, nHeight), y + nHeight}});
     }
     return texts;
 }

@@ -14,6 +14,7 @@
 #include <cstring>
 #include <functional>
 #include <iterator>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -131,17 +132,19 @@ int Slowly(int nStalls, DWORD nMost, BOOL bStallCode, const std::function<int()>
     return run();
 }
 
-// The names under which files were opened or made.
-struct OpenedNames {
-    using OpenFn = HANDLE WINAPI(LPCSTR, DWORD, DWORD, LPSECURITY_ATTRIBUTES, DWORD, DWORD, HANDLE);
-    inline static OpenFn* s_pfnOpen;
-    inline static std::vector<std::string> s_names;
+// Whether a file that is to be renamed is open to somebody who wants it for himself.
+struct MoveWatch {
+    using MoveFn = BOOL WINAPI(LPCSTR, LPCSTR, DWORD);
+    inline static MoveFn* s_pfnMove;
+    inline static int s_nSeen;
 
-    static HANDLE WINAPI Open(LPCSTR pszName, DWORD nAccess, DWORD nShare, LPSECURITY_ATTRIBUTES p,
-                              DWORD nHow, DWORD nFlags, HANDLE h)
+    static BOOL WINAPI Move(LPCSTR pszFrom, LPCSTR pszTo, DWORD nFlags)
     {
-        s_names.emplace_back(pszName);
-        return s_pfnOpen(pszName, nAccess, nShare, p, nHow, nFlags, h);
+        ++s_nSeen;
+        const COpenFile other(pszFrom, DELETE, 0);
+        EXPECT_FALSE(other.IsOpen());
+        EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, ::GetLastError());
+        return s_pfnMove(pszFrom, pszTo, nFlags);
     }
 };
 
@@ -390,28 +393,81 @@ TEST(XmlSave, OtherFilesInTheFolderAreLeftAlone)
     EXPECT_EQ(static_cast<int>(std::size(NAMES)) + 1, folder.CountFiles());
 }
 
-TEST(XmlSave, ATakenNameBesideTheTargetIsNotOverwritten)
+TEST(XmlSave, ANameBesideTheTargetThatSomebodyHoldsIsNotOverwritten)
 {
     const CTestFolder folder;
     const std::string path = folder.Path("a.qel");
     const CXml xml("<a x='1'>t</a>");
-    OpenedNames::s_names.clear();
-    {
-        const CImportHook hook("CreateFileA", reinterpret_cast<void*>(&OpenedNames::Open));
-        ASSERT_TRUE(hook.IsSet());
-        OpenedNames::s_pfnOpen = hook.Original<OpenedNames::OpenFn>();
-        ASSERT_EQ(0, XmlSaveFile(xml, path.c_str()));
+    const struct {
+        const char* pszName;
+        DWORD nAccess;
+        DWORD nShare;
+    } rows[] = {
+        {"a.qel.00~", GENERIC_WRITE, 0},
+        {"a.qel.01~", GENERIC_WRITE, FILE_SHARE_DELETE}, // as a save of now holds its own
+        {"a.qel.02~", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE}};
+    std::vector<std::unique_ptr<COpenFile>> held;
+    for (const auto& row : rows) {
+        ASSERT_TRUE(WriteBytes(folder.Path(row.pszName), OLD));
+        held.push_back(
+            std::make_unique<COpenFile>(folder.Path(row.pszName), row.nAccess, row.nShare));
+        ASSERT_TRUE(held.back()->IsOpen()) << row.pszName;
     }
-    std::vector<std::string> beside; // what the next save would use, too
-    for (const std::string& name : OpenedNames::s_names)
-        if (name != path) beside.push_back(name);
-    ASSERT_FALSE(beside.empty()); // the bytes did not go straight into the target
-    for (const std::string& name : beside) ASSERT_TRUE(WriteBytes(name, OLD));
     ASSERT_TRUE(WriteBytes(path, OLD));
     EXPECT_EQ(0, XmlSaveFile(xml, path.c_str()));
+    held.clear();
     EXPECT_EQ(g_saved, ReadBytes(path));
-    for (const std::string& name : beside) EXPECT_EQ(OLD, ReadBytes(name)) << name;
-    EXPECT_EQ(static_cast<int>(beside.size()) + 1, folder.CountFiles());
+    for (const auto& row : rows) EXPECT_EQ(OLD, ReadBytes(folder.Path(row.pszName)));
+    EXPECT_EQ(4, folder.CountFiles());
+    EXPECT_EQ(0, XmlSaveFile(xml, path.c_str())); // now nobody holds them
+    EXPECT_EQ(1, folder.CountFiles());
+}
+
+TEST(XmlSave, ANameIsFoundAndLeftoversAreRemovedHoweverManyThereAre)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    const CXml xml("<a x='1'>t</a>");
+    for (int n = 0; n < 150; ++n)
+        ASSERT_TRUE(WriteBytes(
+            folder.Path("a.qel." + std::string(n < 10 ? "0" : "") + std::to_string(n) + "~"),
+            "<?xml"));
+    EXPECT_EQ(0, XmlSaveFile(xml, path.c_str()));
+    EXPECT_EQ(g_saved, ReadBytes(path));
+    EXPECT_EQ(1, folder.CountFiles());
+}
+
+TEST(XmlSave, LeftoversAreRemovedWithinTheLimitOfPathLengths)
+{
+    const CTestFolder folder;
+    const CXml xml("<a x='1'>t</a>");
+    for (std::size_t n = 250; n < MAX_PATH; ++n) {
+        const std::size_t nFolder = folder.Path("").size();
+        const std::string name(n - nFolder, 'x');
+        const bool bFits = n + 4 < MAX_PATH;
+        const std::string leftover = folder.Path((bFits ? name : "") + ".17~");
+        ASSERT_TRUE(WriteBytes(leftover, OLD)) << n;
+        EXPECT_EQ(0, XmlSaveFile(xml, folder.Path(name).c_str())) << n;
+        EXPECT_EQ(g_saved, ReadBytes(folder.Path(name))) << n;
+        EXPECT_EQ(1, folder.CountFiles()) << n;
+        ASSERT_TRUE(::DeleteFileA(folder.Path(name).c_str()));
+    }
+}
+
+// Another process may look for leftovers at any moment of a save.
+TEST(XmlSave, ItsFileIsHeldFromItsCreationUntilItHasItsName)
+{
+    const CTestFolder folder;
+    const std::string path = folder.Path("a.qel");
+    const CXml xml("<a x='1'>t</a>");
+    MoveWatch::s_nSeen = 0;
+    const CImportHook hook("MoveFileExA", reinterpret_cast<void*>(&MoveWatch::Move));
+    ASSERT_TRUE(hook.IsSet());
+    MoveWatch::s_pfnMove = hook.Original<MoveWatch::MoveFn>();
+    EXPECT_EQ(0, XmlSaveFile(xml, path.c_str()));
+    EXPECT_EQ(1, MoveWatch::s_nSeen);
+    EXPECT_EQ(g_saved, ReadBytes(path));
+    EXPECT_EQ(1, folder.CountFiles());
 }
 
 TEST(XmlSave, TakesBareDottedAndSlashedPaths)

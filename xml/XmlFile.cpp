@@ -10,7 +10,9 @@ namespace {
 constexpr std::size_t BUFFER = 0x10000;
 constexpr int MAX_IDLE_WRITES = 16;    // writes in a row without progress before a save is given up
 constexpr std::size_t TEMP_ENDING = 4; // ".00~"
-constexpr int MAX_TEMP_NAMES = 100;    // names beside the target that are tried
+constexpr std::size_t TEMP_ROOM = 9;   // ".999999~" and its zero
+constexpr unsigned long TEMP_NUMBERS = 1000000;
+constexpr int MAX_REMOVED = 10000; // leftovers that one save tries to remove: about a second
 
 bool WriteAll(HANDLE hFile, const char* pData, std::size_t nSize)
 {
@@ -60,22 +62,86 @@ std::size_t FolderLength(const char* pszPath)
     return nFolder;
 }
 
-// Creates a file beside the target under a name that nothing has, and leaves the name in pszTemp.
-// It is the target's with an ending or, where the system would not take so long a path, one of its
-// own that is not longer than the target's.
-HANDLE CreateBeside(const char* pszPath, char* pszTemp, std::size_t nTempSize)
+// Names beside the target: its own, or that of its folder alone, with a number as the ending.
+struct TempNames {
+    const char* pszPath;
+    int nKept; // bytes of the path
+    char* pszName;
+    std::size_t nSize;
+};
+
+// The bytes of the name by that number.
+std::size_t WriteName(const TempNames& names, unsigned long nNumber)
 {
-    const std::size_t nLength = std::strlen(pszPath);
-    const bool bFits = nLength + TEMP_ENDING < MAX_PATH;
-    const auto nKept = static_cast<int>(bFits ? nLength : FolderLength(pszPath));
-    for (int n = 0; n < MAX_TEMP_NAMES; ++n) {
-        if (std::snprintf(pszTemp, nTempSize, "%.*s.%02d~", nKept, pszPath, n) < 0) break;
-        const HANDLE hFile = ::CreateFileA(pszTemp, GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                           FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (hFile != INVALID_HANDLE_VALUE) return hFile;
-        if (::GetLastError() != ERROR_FILE_EXISTS) break;
+    const int nLen = std::snprintf(names.pszName, names.nSize, "%.*s.%02lu~", names.nKept,
+                                   names.pszPath, nNumber);
+    return static_cast<std::size_t>(nLen);
+}
+
+// The number at the end of a file's name, or one that no name has. The name itself is written anew
+// from it, so that nothing else is ever touched.
+unsigned long NumberOf(const char* pszFile)
+{
+    const char* pszEnding = std::strrchr(pszFile, '.');
+    return pszEnding ? std::strtoul(pszEnding + 1, nullptr, 10) : TEMP_NUMBERS;
+}
+
+// Removes the file unless somebody has it open, as one who writes it has until it is renamed.
+void RemoveUnheld(const char* pszName)
+{
+    const HANDLE hFile = ::CreateFileA(pszName, DELETE, 0, nullptr, OPEN_EXISTING,
+                                       FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (hFile != INVALID_HANDLE_VALUE) ::CloseHandle(hFile);
+}
+
+// Removes what processes left that were ended in the middle of a save.
+void RemoveLeftovers(const TempNames& names)
+{
+    std::snprintf(names.pszName, names.nSize, "%.*s.*~", names.nKept, names.pszPath);
+    WIN32_FIND_DATAA found;
+    const HANDLE hFind = ::FindFirstFileA(names.pszName, &found);
+    if (hFind == INVALID_HANDLE_VALUE) return;
+    int nLeft = MAX_REMOVED;
+    do {
+        const unsigned long nNumber = NumberOf(found.cFileName);
+        if (nNumber >= TEMP_NUMBERS) continue;
+        WriteName(names, nNumber);
+        RemoveUnheld(names.pszName);
+        --nLeft;
+    } while (nLeft && ::FindNextFileA(hFind, &found));
+    ::FindClose(hFind);
+}
+
+// Creates the file of the first number that is free. It can be renamed while it is open, so that
+// no other save takes it for a leftover.
+HANDLE CreateNumbered(const TempNames& names, std::size_t nMostBytes)
+{
+    for (unsigned long n = 0; n < TEMP_NUMBERS && WriteName(names, n) <= nMostBytes; ++n) {
+        const HANDLE hFile = ::CreateFileA(names.pszName, GENERIC_WRITE, FILE_SHARE_DELETE, nullptr,
+                                           CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+        if (hFile != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_FILE_EXISTS) return hFile;
     }
     return INVALID_HANDLE_VALUE;
+}
+
+// Creates a file beside the target under a name that nothing has, and leaves the name there. It is
+// the target's with an ending or, where the system would not take so long a path, one of its own in
+// the target's folder.
+HANDLE CreateBeside(TempNames names)
+{
+    const std::size_t nLength = std::strlen(names.pszPath);
+    HANDLE hFile = INVALID_HANDLE_VALUE;
+    if (nLength + TEMP_ENDING < MAX_PATH) {
+        names.nKept = static_cast<int>(nLength);
+        RemoveLeftovers(names);
+        hFile = CreateNumbered(names, MAX_PATH - 1);
+    }
+    if (hFile == INVALID_HANDLE_VALUE && nLength + TEMP_ROOM > MAX_PATH) {
+        names.nKept = static_cast<int>(FolderLength(names.pszPath));
+        RemoveLeftovers(names);
+        hFile = CreateNumbered(names, names.nSize);
+    }
+    return hFile;
 }
 
 } // namespace
@@ -83,20 +149,20 @@ HANDLE CreateBeside(const char* pszPath, char* pszTemp, std::size_t nTempSize)
 CXmlFile::~CXmlFile()
 {
     if (m_hFile != INVALID_HANDLE_VALUE) {
+        ::DeleteFileA(m_pszTemp); // while it is open: then it is ours
         ::CloseHandle(m_hFile);
-        ::DeleteFileA(m_pszTemp);
     }
     std::free(m_pBuffer);
 }
 
 XmlError CXmlFile::Open(const char* pszPath)
 {
-    const std::size_t nTempSize = std::strlen(pszPath) + 8;
+    const std::size_t nTempSize = std::strlen(pszPath) + TEMP_ROOM;
     m_pBuffer = static_cast<char*>(std::malloc(BUFFER + nTempSize));
     if (!m_pBuffer) return XML_ERR_MEMORY;
     m_pszPath = pszPath;
     m_pszTemp = m_pBuffer + BUFFER;
-    if (IsReplaceable(pszPath)) m_hFile = CreateBeside(pszPath, m_pszTemp, nTempSize);
+    if (IsReplaceable(pszPath)) m_hFile = CreateBeside({pszPath, 0, m_pszTemp, nTempSize});
     if (m_hFile == INVALID_HANDLE_VALUE) return XML_ERR_CREATE;
     UseRoom(m_pBuffer, m_pBuffer + BUFFER);
     return XML_OK;
@@ -125,11 +191,11 @@ void CXmlFile::PutMore(const char* pText, std::size_t nLen)
 bool CXmlFile::Commit()
 {
     Flush();
-    bool bDone = !m_bFailed && ::FlushFileBuffers(m_hFile);
+    bool bDone =
+        !m_bFailed && ::FlushFileBuffers(m_hFile) &&
+        ::MoveFileExA(m_pszTemp, m_pszPath, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    if (!bDone) ::DeleteFileA(m_pszTemp);
     bDone = ::CloseHandle(m_hFile) && bDone;
     m_hFile = INVALID_HANDLE_VALUE;
-    bDone = bDone &&
-            ::MoveFileExA(m_pszTemp, m_pszPath, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-    if (!bDone) ::DeleteFileA(m_pszTemp);
     return bDone;
 }

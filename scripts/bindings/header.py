@@ -95,7 +95,7 @@ class Interface:
         self.records = {item[1]: item[2] for item in self.items if item[0] == "record"}
         self.constants = {item[1]: item[2] for item in self.items if item[0] == "constant"}
         self.sizes = {name: int(size) for name, size in
-                      re.findall(r"static_assert\(sizeof\((\w+)\) == (\d+)", source)}
+                      re.findall(r"typedef char \w+\[sizeof\((\w+)\) == (\d+) \? 1 : -1\];", source)}
         entries = re.search(r"set\(QEL_DECORATED_EXPORTS(.*?)\)", exports, re.S).group(1)
         self.decorated = dict(entry.split(":") for entry in entries.split())
         if self.sizes.keys() != self.records.keys():

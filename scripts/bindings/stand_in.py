@@ -107,6 +107,11 @@ int BitBlt(void* dcTo, int x, int y, int cx, int cy, void* dcFrom, int x1, int y
     return 1;
 }
 int SetProcessDPIAware(void) { Begin("SetProcessDPIAware"); End(); return 1; }
+int SetProcessDpiAwarenessContext(void* context)
+{
+    Begin("SetProcessDpiAwarenessContext"); Handle(context); End();
+    return 1;
+}
 int GdiFlush(void) { Begin("GdiFlush"); End(); return 1; }
 int FillRect(void* dc, void* prc, void* hBrush)
 {

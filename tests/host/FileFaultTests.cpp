@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -493,27 +494,39 @@ TEST_F(FileFaults, SaveWorksAndFailsAlikeUnderChinesePaths)
     ExpectNotSaved(m_folder.Path("\xB1\xC3\xD5\xBE")); // the folder itself
 }
 
-TEST_F(FileFaults, SaveLeavesFilesOfOthersBesideTheTargetAlone)
+TEST_F(FileFaults, SaveLeavesFilesBesideTheTargetAloneThatSomebodyHolds)
 {
-    // Names as a save would give to the file that it writes first; such as one that was cut off
-    // by a power failure left behind. With none of them free a save may fail, but not take one.
+    // Names as a save gives to the file that it writes first.
     const std::string path = Write("old.qel", OLD);
-    Listing before;
-    for (int n = 0; n < 100; ++n) {
+    std::vector<std::unique_ptr<CHeldHere>> held;
+    for (int n = 0; n <= 101; ++n) {
         char szName[32];
         std::snprintf(szName, sizeof szName, "old.qel.%02d~", n);
-        before = ListOf(m_folder);
+        const Listing before = ListOf(m_folder);
         EXPECT_EQ(1, Save(path)) << n << " names are taken";
         EXPECT_EQ(NEW, ReadBytes(path));
         Write("old.qel", OLD);
         EXPECT_EQ("", ListingDifference(before, ListOf(m_folder))) << n;
-        Write(szName, "of somebody else " + std::to_string(n));
+        const std::string name = Write(szName, "of somebody else " + std::to_string(n));
+        held.push_back(std::make_unique<CHeldHere>(name, GENERIC_READ, FILE_SHARE_READ));
     }
-    before = ListOf(m_folder);
-    const int nResult = Save(path);
-    EXPECT_EQ(nResult ? NEW : OLD, ReadBytes(path));
-    Write("old.qel", OLD);
-    EXPECT_EQ("", ListingDifference(before, ListOf(m_folder)));
+}
+
+TEST_F(FileFaults, SaveRemovesWhatAKilledOneLeftWhenItsProcessIsGone)
+{
+    const std::string path = Write("old.qel", OLD);
+    const std::string other = Write("old.qel.bak~", OLD);
+    const std::string beside = Write("old.qel.03~", HEAD);
+    {
+        const CHeldElsewhere held(beside, GENERIC_WRITE, FILE_SHARE_DELETE);
+        EXPECT_EQ(1, Save(path));
+        EXPECT_TRUE(Exists(beside));
+    }
+    EXPECT_EQ(1, Save(path));
+    EXPECT_FALSE(Exists(beside));
+    EXPECT_EQ(NEW, ReadBytes(path));
+    EXPECT_EQ(OLD, ReadBytes(other));
+    EXPECT_EQ(3, m_folder.CountFiles()); // the drawing that was opened is the third
 }
 
 TEST_F(FileFaults, ADrawingWhoseSaveFailedIsEditedFurtherAndSavedElsewhere)

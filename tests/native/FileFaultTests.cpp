@@ -181,34 +181,115 @@ TEST(FileFaults, AMissingFolderAndAFolderAsTargetAreRefused)
     ExpectUntouched(drawing);
 }
 
-TEST(FileFaults, NamesBesideTheTargetThatAreTakenAreKept)
+// The name beside a drawing by that number.
+std::string Beside(int n)
+{
+    const std::string digits = std::to_string(n);
+    return DRAWING_PATH + ("." + std::string(digits.size() < 2 ? "0" : "") + digits + "~");
+}
+
+TEST(FileFaults, NamesBesideTheTargetThatAProcessHoldsAreKept)
 {
     const CChangedDrawing drawing;
-    for (const char* pszName : {"C:\\temp\\drawing.qel.00~", "C:\\temp\\drawing.qel.01~"})
-        kernel::PutFile(pszName, "somebody's");
+    for (int n = 0; n < 2; ++n) {
+        kernel::PutFile(Beside(n), "somebody's");
+        kernel::Lock(Beside(n), true);
+    }
     EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
     EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
-    EXPECT_EQ("somebody's", Bytes("C:\\temp\\drawing.qel.00~"));
-    EXPECT_EQ("somebody's", Bytes("C:\\temp\\drawing.qel.01~"));
+    EXPECT_EQ("somebody's", Bytes(Beside(0)));
+    EXPECT_EQ("somebody's", Bytes(Beside(1)));
     EXPECT_EQ(3U, kernel::FileNames().size());
 }
 
-TEST(FileFaults, WithAllNamesBesideTheTargetTakenTheOldFileStays)
+TEST(FileFaults, ANameIsFoundHoweverManyAreHeld)
+{
+    for (const int nHeld : {99, 100, 101, 250}) {
+        SCOPED_TRACE(nHeld);
+        kernel::FormatDisk();
+        const CChangedDrawing drawing;
+        for (int n = 0; n < nHeld; ++n) {
+            kernel::PutFile(Beside(n), "somebody's");
+            kernel::Lock(Beside(n), true);
+        }
+        EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
+        EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
+        EXPECT_EQ(nHeld + 1U, kernel::FileNames().size());
+        EXPECT_EQ("somebody's", Bytes(Beside(nHeld - 1)));
+        EXPECT_EQ(0, kernel::OpenHandles());
+    }
+}
+
+TEST(FileFaults, WhatKilledSavesLeftIsRemovedAndNothingElse)
 {
     const CChangedDrawing drawing;
-    for (int n = 0; n < 100; ++n) {
-        const std::string digits = {static_cast<char>('0' + n / 10),
-                                    static_cast<char>('0' + n % 10)};
-        kernel::PutFile(DRAWING_PATH + ("." + digits + "~"), "somebody's");
-    }
-    EXPECT_EQ(0, QELSaveFile(drawing, DRAWING_PATH));
-    EXPECT_EQ(CChangedDrawing::Old(), Bytes(DRAWING_PATH));
-    EXPECT_EQ(101U, kernel::FileNames().size());
-    EXPECT_EQ("somebody's", Bytes(DRAWING_PATH + std::string(".99~")));
-    ::DeleteFileA("C:\\temp\\drawing.qel.57~"); // one that is free is enough
+    for (const int n : {0, 1, 7, 42, 99, 100, 6771, 999999}) kernel::PutFile(Beside(n), "<?xml ");
+    kernel::PutFile(Beside(3), "read-only");
+    ::SetFileAttributesA(Beside(3).c_str(), FILE_ATTRIBUTE_READONLY);
+    const std::string path = DRAWING_PATH;
+    const std::vector<std::string> others = {
+        path + ".5~",  path + ".007~", path + ".1000000~",      path + ".bak~",
+        path + ".00",  path + "~",     path + ".old.00~",       "C:\\temp\\.00~",
+        path + ".~",   path + ".-1~",  "C:\\temp\\drawing.00~", "C:\\temp\\a.qel.00~",
+        path + ".00x~"};
+    for (const std::string& name : others) ASSERT_TRUE(kernel::PutFile(name, name));
     EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
     EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
-    EXPECT_EQ(100U, kernel::FileNames().size());
+    for (const std::string& name : others) EXPECT_EQ(name, Bytes(name));
+    EXPECT_EQ("read-only", Bytes(Beside(3)));
+    EXPECT_EQ(others.size() + 2, kernel::FileNames().size());
+    EXPECT_EQ(0, kernel::OpenHandles());
+}
+
+TEST(FileFaults, ASaveRemovesSoManyLeftoversAsCostItASecond)
+{
+    constexpr int MOST = 10000;
+    const CChangedDrawing drawing;
+    for (int n = 0; n < MOST + 5; ++n) kernel::PutFile(Beside(n), "");
+    EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
+    EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
+    EXPECT_EQ(1U + 5, kernel::FileNames().size());
+    EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
+    EXPECT_EQ(1U, kernel::FileNames().size());
+}
+
+// Another process may save the same drawing at any moment of a save: after every operation of one
+// it finds the file of the other held, and leaves it alone.
+TEST(FileFaults, TheFileOfASaveIsHeldUntilItHasTakenTheTargetsPlace)
+{
+    const CChangedDrawing drawing;
+    int nSeen = 0;
+    kernel::SetWatcher([&nSeen] {
+        std::string bytes;
+        if (!kernel::GetFile(Beside(0), &bytes)) return;
+        ++nSeen;
+        const HANDLE hFile = ::CreateFileA(Beside(0).c_str(), DELETE, 0, nullptr, OPEN_EXISTING,
+                                           FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        EXPECT_EQ(INVALID_HANDLE_VALUE, hFile);
+        EXPECT_EQ(DWORD{ERROR_SHARING_VIOLATION}, ::GetLastError());
+    });
+    EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
+    kernel::SetWatcher(nullptr);
+    EXPECT_GE(nSeen, 3); // the bytes, the flush, the move
+    EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
+    EXPECT_EQ(1U, kernel::FileNames().size());
+}
+
+TEST(FileFaults, KilledSavesLeaveNothingThatTheNextOneDoesNotRemove)
+{
+    for (int k = 1; k < MOST_OPERATIONS; ++k) {
+        kernel::FormatDisk();
+        const CChangedDrawing drawing;
+        kernel::Faults faults;
+        faults.nStopAt = k;
+        kernel::SetFaults(faults);
+        QELSaveFile(drawing, DRAWING_PATH);
+        const bool bStopped = kernel::HasPowerFailed();
+        kernel::Restart(false);
+        EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH)) << k;
+        EXPECT_EQ(1U, kernel::FileNames().size()) << k;
+        if (!bStopped) break;
+    }
 }
 
 // The file that is written before it takes the target's place, as a power failure leaves it.
@@ -247,6 +328,32 @@ TEST(FileFaults, PathsAreSavedToUpToTheLengthThatTheSystemTakes)
         EXPECT_EQ(bTaken ? 1 : 0, QELSaveFile(drawing, path.c_str()));
         EXPECT_EQ(bTaken ? drawing.New() : "no file", Bytes(path));
         EXPECT_EQ(bTaken ? 2U : 1U, kernel::FileNames().size());
+    }
+}
+
+TEST(FileFaults, LeftoversAndHeldNamesAreNoMatterAtTheLimitOfPathsEither)
+{
+    const std::string folder = "C:\\temp\\";
+    for (std::size_t n = 250; n < MAX_PATH; ++n) {
+        SCOPED_TRACE(n);
+        kernel::FormatDisk();
+        const CChangedDrawing drawing;
+        const std::string path = folder + std::string(n - folder.size(), 'x');
+        const std::string base = n + 4 < MAX_PATH ? path : folder;
+        ASSERT_TRUE(kernel::PutFile(base + ".08~", ""));
+        ASSERT_TRUE(kernel::PutFile(base + ".80~", ""));
+        EXPECT_EQ(1, QELSaveFile(drawing, path.c_str()));
+        EXPECT_EQ(drawing.New(), Bytes(path));
+        EXPECT_EQ(2U, kernel::FileNames().size()); // the drawing that was opened is the other one
+        for (int i = 0; i < 100; ++i) {
+            const std::string name = base + "." + (i < 10 ? "0" : "") + std::to_string(i) + "~";
+            ASSERT_TRUE(kernel::PutFile(name, "held"));
+            kernel::Lock(name, true);
+        }
+        ASSERT_TRUE(kernel::PutFile(path, "old"));
+        EXPECT_EQ(1, QELSaveFile(drawing, path.c_str()));
+        EXPECT_EQ(drawing.New(), Bytes(path));
+        EXPECT_EQ(102U, kernel::FileNames().size());
     }
 }
 

@@ -442,6 +442,12 @@ BOOL WINAPI GetCurrentPositionEx(HDC hdc, POINT* pOut)
     return TRUE;
 }
 
+// Figures are in pixels here, and nobody moves their origin.
+BOOL WINAPI LPtoDP(HDC hdc, POINT* pPoints, INT nCount)
+{
+    return FindDc(hdc, "LPtoDP") && pPoints && nCount >= 0;
+}
+
 BOOL WINAPI GetBrushOrgEx(HDC hdc, POINT* pOut)
 {
     if (!FindDc(hdc, "GetBrushOrgEx") || !pOut) return FALSE;

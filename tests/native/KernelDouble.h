@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,7 @@ void FormatDisk(); // back to that; takes all faults back too
 bool PutFile(const std::string& path, const std::string& bytes); // false: there is no such folder
 bool GetFile(const std::string& path, std::string* pBytes);      // false: there is no such file
 std::vector<std::string> FileNames();                            // of all files, in order
-int OpenHandles();
+int OpenHandles();                                               // searches too
 bool PutHostFile(const std::string& path, const std::string& hostPath); // copies from the real disk
 
 // ---- faults ----
@@ -36,6 +37,10 @@ struct Faults {
 void SetFaults(const Faults& faults);             // operations and reads count from here on
 int Operations();                                 // file operations since then
 void Lock(const std::string& path, bool bLocked); // another process has the file open for itself
+
+// Called before each file operation, as another process that looks at the disk; null: none. Its own
+// operations are not watched.
+void SetWatcher(std::function<void()> watcher);
 
 // After the power has failed no operation does anything. What was written but not flushed is lost
 // with bLoseUnflushed, else it is there; handles are closed either way.

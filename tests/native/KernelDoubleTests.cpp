@@ -84,6 +84,47 @@ TEST(KernelDouble, HandlesExcludeEachOtherUnlessTheyShare)
     EXPECT_TRUE(::DeleteFileA("a"));
 }
 
+TEST(KernelDouble, RemovesAFileThatWasOpenedForItWhenItIsClosed)
+{
+    kernel::PutFile("a", "abc");
+    const auto open = [](DWORD nAccess, DWORD nShare) {
+        return ::CreateFileA("a", nAccess, nShare, nullptr, OPEN_EXISTING,
+                             FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    };
+    const HANDLE hWriter = Open("a", GENERIC_WRITE, OPEN_EXISTING, FILE_SHARE_DELETE);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, open(DELETE, 0)); // it shares nothing, the writer writes
+    EXPECT_EQ(static_cast<DWORD>(ERROR_SHARING_VIOLATION), ::GetLastError());
+    ::CloseHandle(hWriter);
+    ::SetFileAttributesA("a", FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(INVALID_HANDLE_VALUE, open(DELETE, 0));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_ACCESS_DENIED), ::GetLastError());
+    ::SetFileAttributesA("a", FILE_ATTRIBUTE_NORMAL);
+    const HANDLE h = open(DELETE, 0);
+    EXPECT_EQ("abc", Bytes("a"));
+    EXPECT_TRUE(::CloseHandle(h));
+    EXPECT_EQ("none", Bytes("a"));
+}
+
+TEST(KernelDouble, FindsTheFilesOfAPatternInItsFolderAlone)
+{
+    kernel::FormatDisk();
+    ASSERT_TRUE(::CreateDirectoryA("C:\\temp\\a.1~", nullptr));
+    for (const char* pszName : {"a.1~", "A.22~", "a.x", "b.1~", "a.1~\\a.3~"})
+        kernel::PutFile(std::string("C:\\temp\\") + pszName, "");
+    WIN32_FIND_DATAA found;
+    const HANDLE hFind = ::FindFirstFileA("a.*~", &found);
+    ASSERT_NE(INVALID_HANDLE_VALUE, hFind);
+    EXPECT_EQ(1, kernel::OpenHandles());
+    EXPECT_STREQ("A.22~", found.cFileName);
+    EXPECT_FALSE(::FindNextFileA(hFind, &found));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_NO_MORE_FILES), ::GetLastError());
+    EXPECT_TRUE(::FindClose(hFind));
+    EXPECT_EQ(0, kernel::OpenHandles());
+    EXPECT_EQ(1, CountMisuses([&] { EXPECT_FALSE(::FindClose(hFind)); }));
+    EXPECT_EQ(INVALID_HANDLE_VALUE, ::FindFirstFileA("none*", &found));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), ::GetLastError());
+}
+
 TEST(KernelDouble, ADiskThatIsFullTakesWhatFitsAndThenNothing)
 {
     kernel::Faults faults;

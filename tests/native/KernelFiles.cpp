@@ -10,6 +10,7 @@
 #include <memory>
 #include <set>
 #include <sstream>
+#include <utility>
 
 namespace kernel {
 namespace {
@@ -29,19 +30,25 @@ struct Handle {
     DWORD nAccess = 0;
     DWORD nShare = 0;
     uint64_t nAt = 0;
+    bool bDeleteOnClose = false;
 };
+
+// What a search has found and not yet given.
+using Search = std::vector<std::string>;
 
 struct Disk {
     std::map<std::string, FilePtr> files;     // by the full path in lower case
     std::map<std::string, std::string> names; // as given
     std::set<std::string> folders;
     std::map<uint64_t, Handle> handles;
+    std::map<uint64_t, Search> searches;
     uint64_t nNextHandle = FIRST_HANDLE;
     std::string current;
     Faults faults;
     int nOperations = 0;
     int nReads = 0;
     bool bPowerFailed = false;
+    std::function<void()> watcher;
     DWORD nLastError = 0;
 };
 
@@ -51,6 +58,7 @@ void Format(Disk& disk)
     disk.names.clear();
     disk.folders = {"c:", "c:\\temp"};
     disk.handles.clear();
+    disk.searches.clear();
     disk.current = "C:\\temp";
     disk.faults = {};
     disk.nOperations = disk.nReads = 0;
@@ -152,6 +160,10 @@ File* FindFile(const std::string& key)
 bool Begin()
 {
     Disk& disk = TheDisk();
+    if (const std::function<void()> watcher = std::exchange(disk.watcher, nullptr)) {
+        watcher();
+        disk.watcher = watcher;
+    }
     if (disk.bPowerFailed) return Fail(ERROR_NOT_READY);
     if (++disk.nOperations == disk.faults.nStopAt) {
         disk.bPowerFailed = true;
@@ -199,19 +211,56 @@ Handle* FindHandle(HANDLE hFile, const char* pszFunction)
     return nullptr;
 }
 
-HANDLE Open(FilePtr pFile, DWORD nAccess, DWORD nShare)
+uint64_t NewHandle()
+{
+    const uint64_t n = TheDisk().nNextHandle;
+    TheDisk().nNextHandle += 4;
+    return n;
+}
+
+HANDLE Open(FilePtr pFile, DWORD nAccess, DWORD nShare, DWORD nFlags)
+{
+    const uint64_t n = NewHandle();
+    const bool bDelete = (nFlags & FILE_FLAG_DELETE_ON_CLOSE) != 0;
+    TheDisk().handles[n] = {std::move(pFile), nAccess, nShare, 0, bDelete};
+    return reinterpret_cast<HANDLE>(n);
+}
+
+void Remove(const File* pFile)
 {
     Disk& disk = TheDisk();
-    const uint64_t n = disk.nNextHandle;
-    disk.nNextHandle += 4;
-    disk.handles[n] = {std::move(pFile), nAccess, nShare, 0};
-    return reinterpret_cast<HANDLE>(n);
+    for (auto it = disk.files.begin(); it != disk.files.end(); ++it) {
+        if (it->second.get() != pFile) continue;
+        disk.names.erase(it->first);
+        disk.files.erase(it);
+        return;
+    }
+}
+
+// A pattern has one "*" at most, which the tests of the engine need no more of.
+bool Matches(const std::string& key, const std::string& pattern)
+{
+    const std::size_t nStar = pattern.find('*');
+    if (nStar == std::string::npos) return key == pattern;
+    const std::string head = pattern.substr(0, nStar);
+    const std::string tail = pattern.substr(nStar + 1);
+    return key.size() >= head.size() + tail.size() && key.starts_with(head) &&
+           key.ends_with(tail) && FolderOf(key) == FolderOf(pattern);
+}
+
+bool GiveNext(Search& search, WIN32_FIND_DATAA* pOut)
+{
+    if (search.empty()) return Fail(ERROR_NO_MORE_FILES);
+    *pOut = {};
+    std::strncpy(pOut->cFileName, PartsOf(search.back()).back().c_str(), MAX_PATH - 1);
+    search.pop_back();
+    return true;
 }
 
 DWORD ErrorWhenPresent(const File& file, DWORD nAccess, DWORD nShare, DWORD nHow)
 {
     if (nHow == CREATE_NEW) return ERROR_FILE_EXISTS;
-    if ((file.nAttributes & FILE_ATTRIBUTE_READONLY) && (nAccess & GENERIC_WRITE))
+    if ((file.nAttributes & FILE_ATTRIBUTE_READONLY) && (nAccess & (GENERIC_WRITE | DELETE)))
         return ERROR_ACCESS_DENIED;
     return IsShared(file, nAccess, nShare) ? NO_ERROR : ERROR_SHARING_VIOLATION;
 }
@@ -257,7 +306,7 @@ std::vector<std::string> FileNames()
 
 int OpenHandles()
 {
-    return static_cast<int>(TheDisk().handles.size());
+    return static_cast<int>(TheDisk().handles.size() + TheDisk().searches.size());
 }
 
 bool PutHostFile(const std::string& path, const std::string& hostPath)
@@ -275,6 +324,11 @@ void SetFaults(const Faults& faults)
 {
     TheDisk().faults = faults;
     TheDisk().nOperations = TheDisk().nReads = 0;
+}
+
+void SetWatcher(std::function<void()> watcher)
+{
+    TheDisk().watcher = std::move(watcher);
 }
 
 int Operations()
@@ -298,6 +352,7 @@ void Restart(bool bLoseUnflushed)
     disk.bPowerFailed = false;
     disk.faults = {};
     disk.handles.clear();
+    disk.searches.clear();
     for (auto& [key, pFile] : disk.files)
         (bLoseUnflushed ? pFile->bytes : pFile->flushed) =
             bLoseUnflushed ? pFile->flushed : pFile->bytes;
@@ -320,7 +375,7 @@ void WINAPI SetLastError(DWORD nError)
 }
 
 HANDLE WINAPI CreateFileA(const char* pszPath, DWORD nAccess, DWORD nShare, SECURITY_ATTRIBUTES*,
-                          DWORD nHow, DWORD, HANDLE)
+                          DWORD nHow, DWORD nFlags, HANDLE)
 {
     const std::string key = pszPath ? KeyOf(pszPath) : "";
     if (!Begin() || !IsUsable(pszPath, key)) return INVALID_HANDLE_VALUE;
@@ -332,7 +387,7 @@ HANDLE WINAPI CreateFileA(const char* pszPath, DWORD nAccess, DWORD nShare, SECU
             return INVALID_HANDLE_VALUE;
         }
         if (nHow == CREATE_ALWAYS || nHow == TRUNCATE_EXISTING) pFile->bytes.clear();
-        return Open(disk.files[key], nAccess, nShare);
+        return Open(disk.files[key], nAccess, nShare, nFlags);
     }
     if (nHow == OPEN_EXISTING || nHow == TRUNCATE_EXISTING) {
         Fail(ERROR_FILE_NOT_FOUND);
@@ -341,16 +396,49 @@ HANDLE WINAPI CreateFileA(const char* pszPath, DWORD nAccess, DWORD nShare, SECU
     const FilePtr pFile = std::make_shared<File>();
     disk.files[key] = pFile;
     disk.names[key] = FullPath(pszPath);
-    return Open(pFile, nAccess, nShare);
+    return Open(pFile, nAccess, nShare, nFlags);
 }
 
 BOOL WINAPI CloseHandle(HANDLE hFile)
 {
     if (TheDisk().bPowerFailed) return Fail(ERROR_NOT_READY);
-    if (!FindHandle(hFile, "CloseHandle")) return FALSE;
+    const Handle* pHandle = FindHandle(hFile, "CloseHandle");
+    if (!pHandle) return FALSE;
+    const Handle closed = *pHandle;
     TheDisk().handles.erase(
         reinterpret_cast<uint64_t>(hFile)); // it is closed whatever else happens
-    return Begin();
+    if (!Begin()) return FALSE;
+    if (closed.bDeleteOnClose) Remove(closed.pFile.get());
+    return TRUE;
+}
+
+HANDLE WINAPI FindFirstFileA(const char* pszPattern, WIN32_FIND_DATAA* pOut)
+{
+    if (!Begin()) return INVALID_HANDLE_VALUE;
+    const std::string pattern = KeyOf(pszPattern);
+    Search search;
+    for (const auto& [key, name] : TheDisk().names)
+        if (Matches(key, pattern)) search.push_back(name);
+    if (pattern.size() >= MAX_PATH || !GiveNext(search, pOut)) {
+        Fail(ERROR_FILE_NOT_FOUND);
+        return INVALID_HANDLE_VALUE;
+    }
+    const uint64_t n = NewHandle();
+    TheDisk().searches[n] = std::move(search);
+    return reinterpret_cast<HANDLE>(n);
+}
+
+BOOL WINAPI FindNextFileA(HANDLE hFind, WIN32_FIND_DATAA* pOut)
+{
+    return Begin() && GiveNext(TheDisk().searches[reinterpret_cast<uint64_t>(hFind)], pOut);
+}
+
+BOOL WINAPI FindClose(HANDLE hFind)
+{
+    if (TheDisk().bPowerFailed) return Fail(ERROR_NOT_READY);
+    if (TheDisk().searches.erase(reinterpret_cast<uint64_t>(hFind))) return TRUE;
+    gdi::ReportMisuse("FindClose on a handle that is not open");
+    return Fail(ERROR_INVALID_HANDLE);
 }
 
 BOOL WINAPI ReadFile(HANDLE hFile, void* pOut, DWORD nWanted, DWORD* pnRead, OVERLAPPED*)

@@ -5,6 +5,7 @@
 #include "tools/qel/ImageWriter.h"
 #include "tools/qel/OutputFile.h"
 #include "tools/qel/Scene.h"
+#include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
 #include <cstdio>
@@ -106,7 +107,8 @@ const char* const g_animateHelp = R"(qel animate IN OUT.gif --value ID=FROM..TO 
 
 Draws the drawing IN into the animated picture OUT.gif while values go from one number to another,
 evenly from the first frame to the last, then again from the beginning. The first frame is drawn in
-full; after it only the moving parts are drawn over what stands there, as a host does it.
+full; after it only the moving parts are drawn over what stands there, as a host does it. IN - is
+standard input, OUT - standard output.
 
   --value ID=FROM..TO    the value of the scale or meter with that id; several ids may move. With a
                          point in one of the numbers real values are set, else rounded whole ones
@@ -132,7 +134,7 @@ int RunAnimate(const Arguments& arguments)
     Pace pace;
     ReadSceneOptions(arguments, "animate", &options,
                      [&pace](CArgumentReader& reader) { return TakePace(reader, &pace); });
-    if (!HasExtension(options.out, L".gif"))
+    if (!IsStandardOutput(options.out) && !HasExtension(options.out, L".gif"))
         throw CTrouble("the picture '" + ToUtf8(options.out) + "' needs the extension .gif");
     if (!options.live.HasRanges())
         throw CTrouble("animate wants a value that moves: --value ID=FROM..TO");

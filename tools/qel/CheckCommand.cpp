@@ -1,33 +1,10 @@
 // qel check: reports what is wrong with drawings in the form that editors and build tools
 // understand.
 #include "tools/qel/Checker.h"
-#include "tools/qel/Command.h"
+#include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
-#include <windows.h>
-
-#include <cstdio>
-
 namespace {
-
-bool ReadFileBytes(const std::wstring& path, std::string* pBytes)
-{
-    std::FILE* pFile = _wfopen(path.c_str(), L"rb");
-    if (!pFile) return false;
-    char buffer[65536];
-    for (std::size_t n = 0; (n = std::fread(buffer, 1, sizeof buffer, pFile)) > 0;)
-        pBytes->append(buffer, n);
-    const bool bDone = std::ferror(pFile) == 0;
-    std::fclose(pFile);
-    return bDone;
-}
-
-const char* WhyNotRead(const std::wstring& path)
-{
-    const DWORD nAttributes = ::GetFileAttributesW(path.c_str());
-    if (nAttributes == INVALID_FILE_ATTRIBUTES) return "there is no such file";
-    return nAttributes & FILE_ATTRIBUTE_DIRECTORY ? "it is a folder" : "it cannot be opened";
-}
 
 // Lines and columns count from 1, columns by bytes.
 class CPosition {
@@ -56,7 +33,7 @@ int CheckFile(const std::wstring& path)
 {
     const std::string name = ToUtf8(path);
     std::string bytes;
-    if (!ReadFileBytes(path, &bytes)) {
+    if (!ReadBytes(path, &bytes)) {
         Complain("cannot read '" + name + "': " + WhyNotRead(path));
         return EXIT_TROUBLE;
     }
@@ -79,7 +56,8 @@ Tells the author of a drawing what is wrong with it, one line a finding:
   FILE:LINE:COLUMN: error: TEXT      something is not read, or not as it stands there
   FILE:LINE:COLUMN: warning: TEXT    it is read, but has no effect or hardly the one meant
 
-Lines and columns count from 1, columns by bytes.
+Lines and columns count from 1, columns by bytes. IN - is standard input, and @FILE stands for the
+names in FILE, one a line or each ended by a zero byte; there may be any number of them.
 
 Exit status: 0 all drawings are clean; 1 something was found; 2 a drawing cannot be read (the
 message is on standard error). With several drawings it is the highest of them.
@@ -87,6 +65,8 @@ message is on standard error). With several drawings it is the highest of them.
 Examples:
   qel check pump.qel
   qel check examples/*.qel && echo clean
+  qel check - <pump.qel
+  find . -name '*.qel' -print0 | qel check @-
 )";
 
 int RunCheck(const Arguments& arguments)

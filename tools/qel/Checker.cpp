@@ -8,6 +8,7 @@
 #include "engine/ElementTypes.h"
 #include "render/Mapping.h"
 #include "render/QELView.h"
+#include "tools/qel/CostRules.h"
 #include "tools/qel/Hint.h"
 #include "tools/qel/LiveRules.h"
 
@@ -165,6 +166,15 @@ bool NeedsArea(int32_t nType)
     return IsAnchored(nType) || g_elementTypes.Row(nType)->Is(TRAIT_SHIFTS);
 }
 
+// A message about the value of an attribute. Of a type that is none it tells what a save makes of
+// it; of others that is plain.
+std::string WithLoss(int32_t nAttr, const std::string& message)
+{
+    const bool bType = nAttr == ATTR_TYPE || nAttr == ATTR_MTYPE || nAttr == ATTR_SCTYPE;
+    if (!bType) return message;
+    return message + (message.ends_with('?') ? " A" : "; a") + " save does not keep it";
+}
+
 const XmlAttr* AttrOf(const XmlNode& node, int32_t nId)
 {
     for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
@@ -201,6 +211,7 @@ private:
     void CheckLoaded(const XmlNode& node, const CQELDocElm& elm);
     void CheckLive(const XmlNode& node, const CQELDocElm& elm);
     void CheckPlace(const XmlNode& node, const CQELDocElm& elm);
+    void CheckCost(const XmlNode& node, const CQELDocElm& elm);
 
     XmlContext* m_pXml = nullptr;
     DocContext m_context{nullptr, &g_elementTypes}; // of the elements that are made to try them
@@ -359,9 +370,10 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
     const std::string outcome =
         bTaken ? std::string("; it is read as ") + szRead : ": it is ignored";
     if (!info.pForm->pfnIsClean(attr.pszValue)) {
-        Error(attr.nValueOffset, std::string(attr.pszName) + " wants " + info.pForm->pszName +
+        Error(attr.nValueOffset,
+              WithLoss(info.nId, std::string(attr.pszName) + " wants " + info.pForm->pszName +
                                      ", not " + Quoted(attr.pszValue) + outcome +
-                                     MeantWord(attr.pszValue, WordsOfForm(*info.pForm)));
+                                     MeantWord(attr.pszValue, WordsOfForm(*info.pForm))));
         return;
     }
     const bool bUnsigned = info.pForm == &g_formCount;
@@ -378,9 +390,11 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
     if (!bDecimal) nValue = nRead;
     if (nValue < info.nMin || nValue > info.nMax)
         Error(attr.nValueOffset,
-              std::string(attr.pszName) + " is out of range, " + std::to_string(info.nMin) +
-                  (info.nMax == INT32_MAX ? " or more" : " to " + std::to_string(info.nMax)) +
-                  ": " + Quoted(attr.pszValue));
+              WithLoss(
+                  info.nId,
+                  std::string(attr.pszName) + " is out of range, " + std::to_string(info.nMin) +
+                      (info.nMax == INT32_MAX ? " or more" : " to " + std::to_string(info.nMax)) +
+                      ": " + Quoted(attr.pszValue)));
 }
 
 void CChecker::CheckCrd(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm)
@@ -427,13 +441,15 @@ void CChecker::CheckPoints(const XmlAttr& attr, const ElementType& row, const Cr
     const std::string wanted = std::string("crd wants ") + form.pszMeaning;
     const std::size_t nPoints = numbers.values.size() / 2;
     if (nPoints < 2) {
-        Error(attr.nValueOffset, wanted + "; the element keeps " + form.pszDefault);
+        Error(attr.nValueOffset,
+              wanted + "; the element keeps " + form.pszDefault + ", and a save writes that");
         return;
     }
     if (numbers.values.size() % 2)
         Error(attr.nValueOffset, wanted + "; the last number stands alone");
     if (nPoints > QEL_MAX_POINTS)
-        Error(attr.nValueOffset, wanted + "; the points after the 16th are not read");
+        Error(attr.nValueOffset,
+              wanted + "; the points after the 16th are not read, and a save loses them");
 
     const std::unique_ptr<CQELDocElm> pElm(g_elementTypes.MakeDoc(row.nId, &m_context));
     if (!pElm) throw std::bad_alloc();
@@ -509,6 +525,7 @@ void CChecker::CheckLoaded(const XmlNode& node, const CQELDocElm& elm)
         Error(node.nOffset,
               "the attributes do not go together: the element is drawn with its defaults");
     CheckPlace(node, elm);
+    CheckCost(node, elm);
 }
 
 void CChecker::CheckLive(const XmlNode& node, const CQELDocElm& elm)
@@ -536,6 +553,14 @@ std::string WhyNotDrawn(const XmlNode& node, const CQELDocElm& elm, const RECT& 
     }
     return NeedsArea(elm.Type()) && ::IsRectEmpty(&rc) ? "the rectangle is empty: nothing is drawn"
                                                        : "";
+}
+
+void CChecker::CheckCost(const XmlNode& node, const CQELDocElm& elm)
+{
+    for (const CostFinding& finding : CostFindings(elm, m_refSize)) {
+        const XmlAttr* pAttr = AttrOf(node, finding.nAttr);
+        Warn(pAttr ? pAttr->nValueOffset : node.nOffset, finding.text);
+    }
 }
 
 void CChecker::CheckPlace(const XmlNode& node, const CQELDocElm& elm)

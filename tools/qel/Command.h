@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 enum ExitStatus { EXIT_CLEAN = 0, EXIT_FINDINGS = 1, EXIT_TROUBLE = 2 };
@@ -25,19 +26,23 @@ int RunAnimate(const Arguments& arguments);
 int RunInfo(const Arguments& arguments);
 int RunCheck(const Arguments& arguments);
 
-// Goes through the arguments: options with or without a value, and names.
+// Goes through the arguments: options with or without a value, and names. "@FILE" in the place of
+// one stands for those in that list.
 class CArgumentReader {
 public:
-    explicit CArgumentReader(const Arguments& arguments) : m_arguments(arguments) {}
+    explicit CArgumentReader(Arguments arguments) : m_arguments(std::move(arguments)) {}
 
-    bool Next();                         // false at the end
+    bool Next();                         // false at the end; CTrouble for a list that is not there
     [[nodiscard]] bool IsOption() const; // "--x"; after a lone "--" nothing is one
     [[nodiscard]] const std::wstring& Current() const { return m_arguments[m_nAt - 1]; }
     const std::wstring& Value(); // of the current option; CTrouble when there is none
     [[noreturn]] void RefuseOption() const;
 
 private:
-    const Arguments& m_arguments;
+    void ExpandLists(); // at the place where it is
+
+    Arguments m_arguments;
     std::size_t m_nAt = 0;
+    int m_nLists = 0;
     bool m_bNamesOnly = false;
 };

@@ -1,7 +1,7 @@
 // A drawing opened through the exported interface; see the header.
 #include "tools/qel/Drawing.h"
 
-#include "tools/qel/Command.h"
+#include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
 #include <vector>
@@ -20,19 +20,33 @@ std::wstring ShortName(const std::wstring& path)
 
 const char* WhyNotOpened(const std::wstring& path)
 {
+    const char* pszNotDrawing = "it is no drawing, or cannot be read ('qel check' tells more)";
+    if (IsStandardInput(path)) return pszNotDrawing;
     const DWORD nAttributes = ::GetFileAttributesW(path.c_str());
     if (nAttributes == INVALID_FILE_ATTRIBUTES) return "there is no such file";
-    if (nAttributes & FILE_ATTRIBUTE_DIRECTORY) return "it is a folder";
-    return "it is no drawing, or cannot be read ('qel check' tells more)";
+    return nAttributes & FILE_ATTRIBUTE_DIRECTORY ? "it is a folder" : pszNotDrawing;
+}
+
+// By its own name or by the short one.
+bool OpenByName(HQELENGINE hEngine, const std::wstring& path)
+{
+    if (QELOpenFileU(hEngine, path.c_str())) return true;
+    const std::wstring shortName = ShortName(path);
+    return !shortName.empty() && QELOpenFileU(hEngine, shortName.c_str());
+}
+
+bool Open(HQELENGINE hEngine, const std::wstring& path)
+{
+    if (!IsStandardInput(path)) return OpenByName(hEngine, path);
+    const CTemporaryFile file; // the engine opens files alone
+    return file.Write(StandardInput()) && OpenByName(hEngine, file.Name());
 }
 
 } // namespace
 
 CDrawing::CDrawing(const std::wstring& path) : m_hEngine(CreateQELEngine())
 {
-    if (m_hEngine && QELOpenFileU(m_hEngine, path.c_str())) return;
-    const std::wstring shortName = ShortName(path);
-    if (m_hEngine && !shortName.empty() && QELOpenFileU(m_hEngine, shortName.c_str())) return;
+    if (m_hEngine && Open(m_hEngine, path)) return;
     DestroyQELEngine(m_hEngine);
     throw CTrouble("cannot open '" + ToUtf8(path) + "': " + WhyNotOpened(path));
 }

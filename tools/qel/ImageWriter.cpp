@@ -4,6 +4,7 @@
 #include "tools/qel/Canvas.h"
 #include "tools/qel/Command.h"
 #include "tools/qel/OutputFile.h"
+#include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
 #include <objidl.h>
@@ -29,6 +30,7 @@ struct KindRow {
     const wchar_t* pszMime;
 };
 
+// The first one is that of standard output.
 constexpr KindRow g_kinds[] = {{L".png", PictureKind::Png, L"image/png"},
                                {L".bmp", PictureKind::Bmp, L"image/bmp"},
                                {L".jpg", PictureKind::Jpeg, L"image/jpeg"},
@@ -37,6 +39,7 @@ constexpr KindRow g_kinds[] = {{L".png", PictureKind::Png, L"image/png"},
 
 const KindRow& RowOf(const std::wstring& path)
 {
+    if (IsStandardOutput(path)) return g_kinds[0];
     for (const KindRow& row : g_kinds) {
         if (HasExtension(path, row.pszExtension)) return row;
     }

@@ -222,7 +222,7 @@ const char* const g_infoHelp = R"(qel info IN [--json]
 
 Lists what is in the drawing IN: its reference size, its kind and name, what the host can set, and
 the tree of its elements, each with its type, identifier and rectangle (left,top..right,bottom in
-drawing units; of a group, that of its children).
+drawing units; of a group, that of its children). IN - is standard input.
 
 What the host can set: the numbers of the status elements, then each meter and scale with its id,
 its type, whether its value shows, and the settings that its type follows with their present values,
@@ -239,6 +239,7 @@ Exit status: 0 done; 2 the drawing cannot be read (the message is on standard er
 Examples:
   qel info pump.qel
   qel info pump.qel --json | python3 -m json.tool
+  qel info - <pump.qel
 )";
 
 int RunInfo(const Arguments& arguments)

@@ -36,13 +36,25 @@ bool HasPlace(const QELMETERATTR& attr)
     return MapMeter(attr, {0, 0, ANY_SIZE, ANY_SIZE}, ANY_SIZE, ANY_SIZE).nRadius != 0;
 }
 
+constexpr char NO_DIAL[] = "the radius is 0: nothing of the dial is drawn";
+constexpr char NO_RADIUS[] = "the radius is 0: nothing of the dial is drawn in its place, only "
+                             "labels and a line out of place";
+
+// Without a radius, some layers of "round" and "roundUpgrade" take one of their own.
+bool ShowsLabels(LONG nType)
+{
+    constexpr LONG ROUND = 4;
+    constexpr LONG ROUND_UPGRADE = 8;
+    return nType == ROUND || nType == ROUND_UPGRADE;
+}
+
 std::string WhyMeterIsNotDrawn(const QELMETERATTR& attr)
 {
     const LONG* n = attr.nGeometry;
     if (MeterFormOf(attr.nType) == MeterForm::Rectangle)
         return n[0] == n[2] || n[1] == n[3] ? "the rectangle is empty: no bar is drawn" : "";
     if (n[2] < 0) return ""; // told as an error
-    if (n[2] == 0) return "the radius is 0: nothing of the dial is drawn";
+    if (n[2] == 0) return ShowsLabels(attr.nType) ? NO_RADIUS : NO_DIAL;
     if (MeterFormOf(attr.nType) == MeterForm::Circle) return "";
     const RECT rcLayout{n[METER_LAYOUT], n[METER_LAYOUT + 1], n[METER_LAYOUT + 2],
                         n[METER_LAYOUT + 3]};
@@ -50,7 +62,8 @@ std::string WhyMeterIsNotDrawn(const QELMETERATTR& attr)
         return "the layout rectangle is empty: nothing of the dial is drawn";
     return HasPlace(attr) ? ""
                           : "start and end of the arc lie one above the other, as those of a full "
-                            "circle do: nothing of the dial is drawn";
+                            "circle do: nothing of the dial is drawn in its place, only labels "
+                            "and a line out of place";
 }
 
 std::string WhyScaleIsNotDrawn(const QELSCALEATTR& attr)

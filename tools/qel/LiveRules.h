@@ -14,7 +14,8 @@ const CrdForm& LiveCrdForm(const CQELDocElm& elm);
 // How many of the coordinates must be there: the angles of a meter's arc may be missing.
 std::size_t NeededNumbers(const CQELDocElm& elm, const CrdForm& form);
 
-// Why nothing is drawn of a scale or meter with these coordinates; empty when something is.
+// Why nothing is drawn of a scale or meter in the place of these coordinates; empty when something
+// is.
 std::string WhyLiveIsNotDrawn(const CQELDocElm& elm);
 
 // Whether it is a meter that paints its value within the figures in it, and the element of the file

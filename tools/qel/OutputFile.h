@@ -4,7 +4,8 @@
 #include <functional>
 #include <string>
 
-// Calls write with the name of a new file beside the one wanted. When that is done (true), the file
-// gets its name, in place of an older one; else nothing is left of it, and CTrouble tells so.
+// For standard output, "-", the bytes go there. Else calls write with the name of a new file beside
+// the one wanted. When that is done (true), the file gets its name, in place of an older one; else
+// nothing is left of it, and CTrouble tells so.
 void WriteComplete(const std::wstring& path,
                    const std::function<bool(const std::wstring& name)>& write);

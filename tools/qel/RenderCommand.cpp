@@ -5,11 +5,13 @@
 const char* const g_renderHelp = R"(qel render IN OUT [options]
 
 Draws the drawing IN into the picture OUT: .png, .bmp, .jpg (.jpeg) or .emf, the recorded drawing
-calls. An older picture of that name is replaced when the new one is complete.
+calls. An older picture of that name is replaced when the new one is complete; one that is
+read-only, or that another program has open, is not. IN - is standard input; OUT - is a PNG on
+standard output.
 
-  --size WxH             the size in pixels, each side 1 to 16384; by default the drawing's
-                         reference size times the smallest whole number that makes it at least
-                         800 wide
+  --size WxH             the size in pixels, each side 1 to 16384 and no more pixels than 8192x8192
+                         has; by default the drawing's reference size times the smallest whole
+                         number that makes it at least 800 wide
   --background RRGGBB    hexadecimal; by default C0C0C0, on which black and white both show
   --rotate DEG           turn counter-clockwise, by quarter turns: 90, 180, 270, -90
   --blink                the dark phase of blinking colours
@@ -40,6 +42,7 @@ Examples:
   qel render pump.qel turned.emf --rotate 90 --font "DejaVu Sans Mono"
   qel render gauge.qel gauge.png --set 0.max=100 --set 0.pin-color=0x0000ff --value 0=62.5
   qel render panel.qel panel.png --status 1 --value 41=380 --time 10:08:36
+  qel render - - --size 400x300 <pump.qel >pump.png
 )";
 
 int RunRender(const Arguments& arguments)

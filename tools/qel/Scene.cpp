@@ -2,6 +2,7 @@
 #include "tools/qel/Scene.h"
 
 #include "tools/qel/Text.h"
+#include "tools/qel/TextFont.h"
 
 #include <cwchar>
 #include <cwctype>
@@ -11,22 +12,25 @@ namespace {
 
 constexpr LONG WANTED_WIDTH = 800;
 constexpr LONG MAX_SIDE = 16384;
-constexpr int FONT_HEIGHT = 16; // texts take the face and choose their own size
+constexpr LONG MAX_PIXELS = 8192 * 8192; // so many fit a process of 32 bits, and their file as well
 
-// The first one that the system has. All have Chinese glyphs but the last; those of even width come
-// first, since the engine gives every byte of a text the same width and cuts what is wider.
-constexpr const wchar_t* g_defaultFonts[] = {L"WenQuanYi Zen Hei Mono", L"NSimSun", L"SimSun",
-                                             L"WenQuanYi Zen Hei", L"Courier New"};
+// Digits alone.
+bool ReadSide(const std::wstring& text, long* pnSide)
+{
+    return text.find_first_not_of(L"0123456789") == std::wstring::npos &&
+           ReadNumber(text, 10, pnSide) && *pnSide >= 1 && *pnSide <= MAX_SIDE;
+}
 
 SIZE ReadSize(const std::wstring& text)
 {
     const std::size_t nCross = text.find(L'x');
     long nWidth = 0;
     long nHeight = 0;
-    if (nCross == std::wstring::npos || !ReadNumber(text.substr(0, nCross), 10, &nWidth) ||
-        !ReadNumber(text.substr(nCross + 1), 10, &nHeight) || nWidth < 1 || nHeight < 1 ||
-        nWidth > MAX_SIDE || nHeight > MAX_SIDE)
-        throw CTrouble("--size wants WIDTHxHEIGHT, each 1 to 16384, not '" + ToUtf8(text) + "'");
+    if (nCross == std::wstring::npos || !ReadSide(text.substr(0, nCross), &nWidth) ||
+        !ReadSide(text.substr(nCross + 1), &nHeight) || nHeight > MAX_PIXELS / nWidth)
+        throw CTrouble("--size wants WIDTHxHEIGHT, each 1 to 16384 and together no more than "
+                       "8192x8192, not '" +
+                       ToUtf8(text) + "'");
     return {nWidth, nHeight};
 }
 
@@ -49,46 +53,11 @@ int ReadAngle(const std::wstring& text)
     return static_cast<int>(nValue);
 }
 
-LOGFONTW FontOf(const std::wstring& name)
-{
-    LOGFONTW font{};
-    font.lfHeight = FONT_HEIGHT;
-    font.lfCharSet = DEFAULT_CHARSET;
-    std::wcsncpy(font.lfFaceName, name.c_str(), LF_FACESIZE - 1);
-    return font;
-}
-
-int CALLBACK NoteScalable(const LOGFONTW*, const TEXTMETRICW*, DWORD nType, LPARAM pFound)
-{
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system passes the pointer on as a number
-    if (!(nType & RASTER_FONTTYPE)) *reinterpret_cast<bool*>(pFound) = true;
-    return 1;
-}
-
-// Texts come in any size, so a face of fixed bitmaps does not serve.
-bool HasScalableFont(const std::wstring& name)
-{
-    if (name.empty() || name.size() >= LF_FACESIZE) return false;
-    bool bFound = false;
-    LOGFONTW font = FontOf(name);
-    const HDC hdc = ::CreateCompatibleDC(nullptr);
-    ::EnumFontFamiliesExW(hdc, &font, NoteScalable, reinterpret_cast<LPARAM>(&bFound), 0);
-    ::DeleteDC(hdc);
-    return bFound;
-}
-
 std::wstring ReadFont(const std::wstring& name)
 {
-    if (!HasScalableFont(name))
+    if (!IsScalableFace(name))
         throw CTrouble("--font: the system has no scalable font '" + ToUtf8(name) + "'");
     return name;
-}
-
-std::wstring DefaultFont()
-{
-    for (const wchar_t* pszName : g_defaultFonts)
-        if (HasScalableFont(pszName)) return pszName;
-    return {}; // then the system chooses
 }
 
 bool TakePictureOption(CArgumentReader& reader, SceneOptions* pOptions)
@@ -142,7 +111,8 @@ SIZE PictureSize(const CDrawing& drawing)
     if (!IsPositive(ref))
         throw CTrouble("the drawing has no size of its own; give one with --size");
     const LONG nFactor = (WANTED_WIDTH - 1) / ref.cx + 1;
-    if (ref.cx > MAX_SIDE || ref.cy > MAX_SIDE / nFactor)
+    if (ref.cx > MAX_SIDE || ref.cy > MAX_SIDE / nFactor ||
+        ref.cy * nFactor > MAX_PIXELS / (ref.cx * nFactor))
         throw CTrouble(
             "the drawing is too large or too narrow for a picture; give a size with --size");
     return {ref.cx * nFactor, ref.cy * nFactor};
@@ -194,7 +164,7 @@ bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
 CScene::CScene(const SceneOptions& options)
     : m_options(options), m_drawing(options.in), m_size(SetUp(m_drawing, options)),
       m_time(options.live.Time()),
-      m_font(FontOf(options.font.empty() ? DefaultFont() : options.font))
+      m_font(TextFont(options.font.empty() ? DefaultTextFace() : options.font))
 {
     options.live.Apply(m_drawing);
     Settle();

@@ -16,6 +16,15 @@ std::string ToUtf8(const std::wstring& text)
     return utf8;
 }
 
+std::wstring FromUtf8(const std::string& text)
+{
+    const int nBytes = static_cast<int>(text.size());
+    const int nLen = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), nBytes, nullptr, 0);
+    std::wstring wide(static_cast<std::size_t>(nLen), L'\0');
+    ::MultiByteToWideChar(CP_UTF8, 0, text.data(), nBytes, wide.data(), nLen);
+    return wide;
+}
+
 std::string AnsiToUtf8(const std::string& text)
 {
     const int nBytes = static_cast<int>(text.size());

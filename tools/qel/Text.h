@@ -5,6 +5,7 @@
 #include <string>
 
 std::string ToUtf8(const std::wstring& text);
+std::wstring FromUtf8(const std::string& text);
 std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system's code page
 
 void Print(const std::string& text);    // UTF-8 to standard output

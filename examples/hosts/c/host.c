@@ -8,7 +8,8 @@
  *     ID.SELECTOR=VALUE   another of its properties, by the number of QEL_SEL_...
  *     gradient=KIND       a gradient (0 to 13) behind the drawing instead of plain grey
  *
- * Built with MinGW: i686-w64-mingw32-gcc host.c -I../../../include -lQELEngine -lgdi32
+ * Built with MinGW, in this folder:
+ *     i686-w64-mingw32-gcc host.c -I../../../include -L../../../build/i686/lib -lQELEngine -lgdi32 -o host.exe
  */
 #include "QELEngine.h"
 
@@ -103,8 +104,9 @@ static int Apply(HQELENGINE hEngine, const char* pszSetting)
 
 static int Draw(HQELENGINE hEngine, const CANVAS* pCanvas, const RECT* prc, const char* pszFont)
 {
-    HFONT hFont =
-        CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, pszFont);
+    HFONT hFont = /* smoothed: two colours lose strokes in small sizes */
+        CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0,
+                    pszFont);
     HGDIOBJ hPrev = SelectObject(pCanvas->hdc, hFont);
     int bDrawn = QELDraw(hEngine, pCanvas->hdc, prc, QEL_DRAW_FULL);
     SelectObject(pCanvas->hdc, hPrev);

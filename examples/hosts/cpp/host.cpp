@@ -5,7 +5,8 @@
 //
 //     host DRAWING PICTURE.bmp WIDTH HEIGHT FONT [ID=VALUE | ID.SELECTOR=VALUE | gradient=KIND]...
 //
-// Built with MinGW: i686-w64-mingw32-g++ host.cpp -I../../../include -lQELEngine -lgdi32
+// Built with MinGW, in this folder:
+//     i686-w64-mingw32-g++ -std=c++17 host.cpp -I../../../include -L../../../build/i686/lib -lQELEngine -lgdi32 -static -o host.exe
 #include "QELEngine.h"
 
 #include <cstdio>
@@ -56,8 +57,9 @@ public:
         m_info.biYPelsPerMeter = PIXELS_PER_METRE;
         m_hBitmap = ::CreateDIBSection(m_hdc, reinterpret_cast<const BITMAPINFO*>(&m_info),
                                        DIB_RGB_COLORS, &m_pBits, nullptr, 0);
-        m_hFont =
-            ::CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, pszFont);
+        m_hFont = // smoothed: two colours lose strokes in small sizes
+            ::CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0,
+                          CLEARTYPE_QUALITY, 0, pszFont);
         m_hPrevBitmap = ::SelectObject(m_hdc, m_hBitmap);
         m_hPrevFont = ::SelectObject(m_hdc, m_hFont);
     }

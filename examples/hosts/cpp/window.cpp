@@ -2,8 +2,8 @@
 //
 //     window DRAWING [METER-ID [FRAMES]]
 //
-// With FRAMES it stands still after so many steps. Built with MinGW:
-// i686-w64-mingw32-g++ window.cpp -I../../../include -lQELEngine -lgdi32 -mwindows
+// With FRAMES it stands still after so many steps. Built with MinGW, in this folder:
+//     i686-w64-mingw32-g++ -std=c++17 window.cpp -I../../../include -L../../../build/i686/lib -lQELEngine -lgdi32 -mwindows -static -o window.exe
 #include "QELEngine.h"
 
 #include <cstdio>
@@ -15,6 +15,7 @@ constexpr int MAX_VALUE = 100;
 constexpr int STEP = 2;         // of the value from frame to frame
 constexpr UINT FRAME_TIME = 40; // milliseconds
 constexpr int USUAL_DPI = 96;
+constexpr UINT MSG_DPI_CHANGED = 0x02E0; // WM_DPICHANGED, which older headers do not have
 
 // A bitmap in memory that keeps what was drawn last. The window shows nothing but copies of it, so
 // nobody ever sees a half-drawn picture, and the engine can draw its moving parts over it.
@@ -25,6 +26,7 @@ public:
         LOGFONTA font{};
         font.lfHeight = 16; // texts take the face only
         font.lfCharSet = DEFAULT_CHARSET;
+        font.lfQuality = CLEARTYPE_QUALITY; // two colours lose strokes in small sizes
         std::snprintf(font.lfFaceName, sizeof font.lfFaceName, "%s", "Courier New");
         m_hFont = ::CreateFontIndirectA(&font);
         m_hPrevFont = ::SelectObject(m_hdc, m_hFont);
@@ -92,6 +94,12 @@ void NextFrame(HWND hwnd)
     if (g_nFrames > 0 && --g_nFrames == 0) ::KillTimer(hwnd, 1);
 }
 
+void MoveTo(HWND hwnd, const RECT& rc)
+{
+    ::SetWindowPos(hwnd, nullptr, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPARAM lParam)
 {
     switch (nMessage) {
@@ -103,6 +111,9 @@ LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPARAM lPar
         g_pPicture->Resize(hwnd, {LOWORD(lParam), HIWORD(lParam)});
         g_pPicture->DrawWhole(g_hEngine);
         ::InvalidateRect(hwnd, nullptr, FALSE);
+        return 0;
+    case MSG_DPI_CHANGED: // another screen, or the same one set anew: the system says what fits
+        MoveTo(hwnd, *reinterpret_cast<const RECT*>(lParam));
         return 0;
     case WM_TIMER:
         NextFrame(hwnd);
@@ -136,13 +147,26 @@ HWND OpenWindow(const char* pszTitle)
     SIZE size{};
     QELGetRefSize(g_hEngine, &size);
     const HDC hdcScreen = ::GetDC(nullptr);
-    const int nDpi = ::GetDeviceCaps(hdcScreen, LOGPIXELSX);
+    const int nDpi = ::GetDeviceCaps(hdcScreen, LOGPIXELSX); // of the main screen
     ::ReleaseDC(nullptr, hdcScreen);
     RECT rc{0, 0, ::MulDiv(size.cx, nDpi, USUAL_DPI), ::MulDiv(size.cy, nDpi, USUAL_DPI)};
     ::AdjustWindowRect(&rc, WS_OVERLAPPEDWINDOW, FALSE);
     return ::CreateWindowA("LiveDrawing", pszTitle, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,
                            CW_USEDEFAULT, rc.right - rc.left, rc.bottom - rc.top, nullptr, nullptr,
                            windowClass.hInstance, nullptr);
+}
+
+// The drawing is lines: it wants the real pixels of every screen, not a stretched picture. Systems
+// older than Windows 10 know one resolution for all screens, and not the newer function.
+void AskForRealPixels()
+{
+    using SETCONTEXT = BOOL(WINAPI*)(HANDLE);
+    const auto nPerMonitorV2 = static_cast<LONG_PTR>(-4); // and -3 the form before it
+    const auto pfnSet = reinterpret_cast<SETCONTEXT>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleA("user32.dll"), "SetProcessDpiAwarenessContext")));
+    for (LONG_PTR nContext = nPerMonitorV2; pfnSet && nContext <= nPerMonitorV2 + 1; ++nContext)
+        if (pfnSet(reinterpret_cast<HANDLE>(nContext))) return;
+    ::SetProcessDPIAware();
 }
 
 // The engine closes in main, after the window: the window draws as long as it lives.
@@ -179,8 +203,7 @@ int main(int argc, char** argv)
     }
     if (argc > 2) g_nMeter = std::strtoul(argv[2], nullptr, 10);
     if (argc > 3) g_nFrames = std::atoi(argv[3]);
-    ::SetProcessDPIAware(); // the drawing is lines: it wants the real pixels, not a stretched
-                            // picture
+    AskForRealPixels();
     g_hEngine = CreateQELEngine();
     const int nResult = Show(argv[1]);
     DestroyQELEngine(g_hEngine);

@@ -6,7 +6,8 @@
 // (another of its properties, by the number of QEL_SEL_...) or gradient=KIND (0 to 13, painted
 // behind the drawing). Values with a point are real numbers.
 //
-// Compiled with QELEngine.cs, which has the declarations; for 32 and for 64 bits.
+// QELEngine.cs has the declarations; for 32 and for 64 bits. Built in this folder:
+//     csc -platform:x86 -out:host.exe Program.cs QELEngine.cs
 using System;
 using System.Globalization;
 using System.IO;
@@ -41,6 +42,7 @@ internal sealed class Canvas : IDisposable
     private const int FontHeight = 16; // texts take the face of this font and choose their own size
     private const int PixelsPerMetre = 3780; // 96 dots per inch
     private const uint DefaultCharset = 1;
+    private const uint ClearTypeQuality = 5; // two colours lose strokes in small sizes
 
     private readonly IntPtr bitmap, font, previousBitmap, previousFont, bits;
     private Gdi.BITMAPINFOHEADER info;
@@ -58,7 +60,7 @@ internal sealed class Canvas : IDisposable
         bitmap = Gdi.CreateDIBSection(Dc, ref info, 0, out bits, IntPtr.Zero, 0);
         if (bitmap == IntPtr.Zero)
             throw new OutOfMemoryException("there is no picture of this size");
-        font = Gdi.CreateFontW(FontHeight, 0, 0, 0, 0, 0, 0, 0, DefaultCharset, 0, 0, 0, 0, face);
+        font = Gdi.CreateFontW(FontHeight, 0, 0, 0, 0, 0, 0, 0, DefaultCharset, 0, 0, ClearTypeQuality, 0, face);
         previousBitmap = Gdi.SelectObject(Dc, bitmap);
         previousFont = Gdi.SelectObject(Dc, font);
     }

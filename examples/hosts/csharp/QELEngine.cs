@@ -116,8 +116,8 @@ public static class QELEngine
 
     public const int QEL_PARAM_COLOR = 0; // frame colour, COLORREF
     public const int QEL_PARAM_DRAFT = 1; // hatch style, 0 to 37
-    public const int QEL_PARAM_DRAFT_FORE = 2; // first hatch colour, COLORREF
-    public const int QEL_PARAM_DRAFT_BACK = 3; // second hatch colour, COLORREF
+    public const int QEL_PARAM_DRAFT_FORE = 2; // hatch colour, COLORREF: A of shapes, first of bars, pies, scales
+    public const int QEL_PARAM_DRAFT_BACK = 3; // the other one: B of shapes, second of bars, pies, scales
     public const int QEL_PARAM_COUNT = 4;
 
     // ---- selectors (QELSetScaleParam and its relatives) ----

@@ -2,7 +2,8 @@
 //
 //     Window DRAWING [METER-ID]
 //
-// Windows Forms; compiled with QELEngine.cs, which has the declarations, for 32 and for 64 bits.
+// Windows Forms; QELEngine.cs has the declarations; for 32 and for 64 bits. Built in this folder:
+//     csc -platform:x86 -target:winexe -r:System.Windows.Forms.dll -r:System.Drawing.dll -out:window.exe Window.cs QELEngine.cs
 using System;
 using System.Drawing;
 using System.Globalization;
@@ -107,6 +108,7 @@ internal sealed class LiveWindow : Form
     private const int Step = 2; // of the value from frame to frame
     private const int FrameTime = 40; // milliseconds
     private const int UsualDpi = 96;
+    private const int DpiChanged = 0x02E0; // WM_DPICHANGED
 
     private readonly IntPtr engine;
     private readonly uint meter;
@@ -172,6 +174,16 @@ internal sealed class LiveWindow : Form
         picture.CopyTo(e.Graphics);
     }
 
+    // Another screen, or the same one set anew: the system says what fits.
+    protected override void WndProc(ref Message message)
+    {
+        base.WndProc(ref message);
+        if (message.Msg != DpiChanged)
+            return;
+        var rect = (QELEngine.RECT)Marshal.PtrToStructure(message.LParam, typeof(QELEngine.RECT));
+        Bounds = Rectangle.FromLTRB(rect.left, rect.top, rect.right, rect.bottom);
+    }
+
     // On the thread of the window, like all calls; a finalizer would run on another one.
     protected override void Dispose(bool disposing)
     {
@@ -190,6 +202,26 @@ internal static class WindowProgram
     [DllImport("user32.dll")]
     private static extern int SetProcessDPIAware();
 
+    [DllImport("user32.dll")]
+    private static extern int SetProcessDpiAwarenessContext(IntPtr context);
+
+    // The drawing is lines: it wants the real pixels of every screen, not a stretched picture. Systems
+    // older than Windows 10 know one resolution for all screens, and not the newer function.
+    private static void AskForRealPixels()
+    {
+        var perMonitor = new IntPtr(-3);
+        var perMonitorV2 = new IntPtr(-4);
+        try
+        {
+            if (SetProcessDpiAwarenessContext(perMonitorV2) != 0 || SetProcessDpiAwarenessContext(perMonitor) != 0)
+                return;
+        }
+        catch (EntryPointNotFoundException)
+        {
+        }
+        SetProcessDPIAware();
+    }
+
     [STAThread]
     private static int Main(string[] args)
     {
@@ -198,7 +230,7 @@ internal static class WindowProgram
             Console.Error.WriteLine("Window DRAWING [METER-ID]");
             return 2;
         }
-        SetProcessDPIAware(); // the drawing is lines: it wants the real pixels, not a stretched picture
+        AskForRealPixels();
         uint meter = args.Length > 1 ? uint.Parse(args[1], CultureInfo.InvariantCulture) : 0;
         try
         {

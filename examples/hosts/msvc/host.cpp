@@ -1,13 +1,13 @@
 // A host built with the Microsoft C++ ABI: fills a bitmap with the 38 styles of the exported class
-// and writes it as host_ms.bmp. Built freestanding here (see windows.h); with Visual Studio it
-// needs no more than
-//     cl /EHsc host.cpp QELEngine.lib gdi32.lib user32.lib
-// since constructors, destructor and virtual table come from the same QELEngine.dll that MinGW
-// hosts use.
+// and writes it as host_ms.bmp. Constructors, destructor and virtual table come from the same
+// QELEngine.dll that MinGW hosts use. Built with Visual Studio, in this folder:
+//     cl /EHsc /I../../../include host.cpp QELEngine.lib gdi32.lib user32.lib /link /LIBPATH:../../../build/i686/lib
 #include <windows.h>
 
-#include "include/QELEngine.h"
-#include "tests/abi/Freestanding.h" // what stands in for the C runtime; not needed with an SDK
+#include "QELEngine.h"
+#ifdef QEL_FREESTANDING_WINDOWS_H // the windows.h beside this file, where there is no SDK
+#include "tests/abi/Freestanding.h"
+#endif
 
 namespace {
 

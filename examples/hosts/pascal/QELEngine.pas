@@ -104,8 +104,8 @@ const
 const
   QEL_PARAM_COLOR = 0; { frame colour, COLORREF }
   QEL_PARAM_DRAFT = 1; { hatch style, 0 to 37 }
-  QEL_PARAM_DRAFT_FORE = 2; { first hatch colour, COLORREF }
-  QEL_PARAM_DRAFT_BACK = 3; { second hatch colour, COLORREF }
+  QEL_PARAM_DRAFT_FORE = 2; { hatch colour, COLORREF: A of shapes, first of bars, pies, scales }
+  QEL_PARAM_DRAFT_BACK = 3; { the other one: B of shapes, second of bars, pies, scales }
   QEL_PARAM_COUNT = 4;
 
 { ---- selectors (QELSetScaleParam and its relatives) ---- }

@@ -6,7 +6,9 @@
   of its properties, by the number of QEL_SEL_...) or gradient=KIND (0 to 13, painted behind the drawing).
   Values with a point are real numbers.
 
-  For Free Pascal (fpc -Twin32 or -Twin64) and for Delphi; QELEngine.pas has the declarations. }
+  For Free Pascal and for Delphi; QELEngine.pas has the declarations. Built in this folder:
+      fpc -Twin32 host.pas
+}
 program host;
 
 {$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
@@ -19,6 +21,7 @@ const
   GREY = COLORREF($C0C0C0);
   WHITE = COLORREF($FFFFFF);
   FONT_HEIGHT = 16;         { texts take the face of this font and choose their own size }
+  CLEARTYPE_QUALITY = 5;    { two colours lose strokes in small sizes }
   PIXELS_PER_METRE = 3780;  { 96 dots per inch }
 
 type
@@ -146,7 +149,7 @@ var
   Previous: HGDIOBJ;
   Drawn: Integer;
 begin
-  Font := CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, PAnsiChar(Face));
+  Font := CreateFontA(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0, PAnsiChar(Face));
   Previous := SelectObject(DC, Font);
   Drawn := QELDraw(Engine, DC, @R, QEL_DRAW_FULL);
   SelectObject(DC, Previous);

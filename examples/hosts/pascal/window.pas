@@ -2,7 +2,9 @@
 
       window DRAWING [METER-ID [FRAMES]]
 
-  With FRAMES it stands still after so many steps. For Free Pascal (fpc -Twin32 or -Twin64) and for Delphi. }
+  With FRAMES it stands still after so many steps. For Free Pascal and for Delphi. Built in this folder:
+      fpc -Twin32 window.pas
+}
 program window;
 
 {$IFDEF FPC}{$MODE DELPHI}{$ENDIF}
@@ -16,6 +18,8 @@ const
   STEP = 2;         { of the value from frame to frame }
   FRAME_TIME = 40;  { milliseconds }
   USUAL_DPI = 96;
+  CLEARTYPE_QUALITY = 5; { two colours lose strokes in small sizes }
+  MSG_DPI_CHANGED = $02E0; { WM_DPICHANGED, which older units do not have }
   CLASS_NAME = 'LiveDrawing';
 
 function SetProcessDPIAware: LongBool; stdcall; external 'user32.dll';
@@ -43,7 +47,8 @@ constructor TPicture.Create;
 begin
   FDC := CreateCompatibleDC(0);
   { Texts take the face of this font and choose their own size. }
-  FFont := CreateFontA(16, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, 'Courier New');
+  FFont := CreateFontA(16, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0,
+    'Courier New');
   FPreviousFont := SelectObject(FDC, FFont);
 end;
 
@@ -117,6 +122,11 @@ begin
   end;
 end;
 
+procedure MoveTo(Wnd: HWND; const R: TRect);
+begin
+  SetWindowPos(Wnd, 0, R.Left, R.Top, R.Right - R.Left, R.Bottom - R.Top, SWP_NOZORDER or SWP_NOACTIVATE);
+end;
+
 function WindowProc(Wnd: HWND; Msg: UINT; WParam: WPARAM; LParam: LPARAM): LRESULT; stdcall;
 var
   Paint: TPaintStruct;
@@ -132,6 +142,8 @@ begin
         Picture.DrawWhole(Engine);
         InvalidateRect(Wnd, nil, False);
       end;
+    MSG_DPI_CHANGED: { another screen, or the same one set anew: the system says what fits }
+      MoveTo(Wnd, PRect(LParam)^);
     WM_TIMER:
       NextFrame(Wnd);
     WM_ERASEBKGND:
@@ -195,8 +207,25 @@ begin
   end;
 end;
 
+{ The drawing is lines: it wants the real pixels of every screen, not a stretched picture. Systems older than
+  Windows 10 know one resolution for all screens, and not the newer function. }
+procedure AskForRealPixels;
+const
+  PER_MONITOR = -3;
+  PER_MONITOR_V2 = -4;
+type
+  TSetContext = function(Context: THandle): LongBool; stdcall;
+var
+  SetContext: TSetContext;
 begin
-  SetProcessDPIAware; { the drawing is lines: it wants the real pixels, not a stretched picture }
+  @SetContext := GetProcAddress(GetModuleHandle('user32.dll'), 'SetProcessDpiAwarenessContext');
+  if Assigned(SetContext) and (SetContext(THandle(PER_MONITOR_V2)) or SetContext(THandle(PER_MONITOR))) then
+    Exit;
+  SetProcessDPIAware;
+end;
+
+begin
+  AskForRealPixels;
   Meter := StrToIntDef(ParamStr(2), 0);
   Frames := StrToIntDef(ParamStr(3), -1);
   Picture := TPicture.Create;

@@ -18,6 +18,7 @@ WHITE = 0xFFFFFF
 FONT_HEIGHT = 16  # texts take the face of this font and choose their own size
 PIXELS_PER_METRE = 3780  # 96 dots per inch
 DEFAULT_CHARSET = 1
+CLEARTYPE_QUALITY = 5  # two colours lose strokes in small sizes
 HEADER = struct.Struct("<IiiHHIIiiII")  # BITMAPINFOHEADER
 
 
@@ -58,7 +59,7 @@ class Canvas:
         self.bitmap = gdi.CreateDIBSection(self.dc, self.header, 0, byref(self.bits), None, 0)
         if not self.bitmap:
             raise Trouble("there is no picture of this size")
-        self.font = gdi.CreateFontW(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, face)
+        self.font = gdi.CreateFontW(FONT_HEIGHT, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0, face)
         self.previous = [gdi.SelectObject(self.dc, handle) for handle in (self.bitmap, self.font)]
 
     def close(self):

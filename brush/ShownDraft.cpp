@@ -1,0 +1,80 @@
+// The brush of what shows; see the header.
+#include "brush/ShownDraft.h"
+
+#include "base/Shown.h"
+#include "brush/Gradient.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int64_t SMALL_GRADIENT = 4096; // pixels, made sooner than it is asked what of them shows
+constexpr int32_t SLACK = 2;             // pixels beyond a figure's box, for the rounding of curves
+
+// What has to be right of the period of one direction: the device pixels that are filled and show.
+// nDevice: where the figures' origin lies on the device.
+GradientPart PartOf(LONG nPeriod, LONG nFilledLow, LONG nFilledHigh, LONG nShownLow,
+                    LONG nShownHigh, int64_t nDevice)
+{
+    const int64_t nLow = std::max<int64_t>(int64_t{nFilledLow} - SLACK, nShownLow);
+    const int64_t nHigh = std::min<int64_t>(int64_t{nFilledHigh} + SLACK, nShownHigh);
+    if (nHigh - nLow >= nPeriod) return {0, nPeriod};
+    // One pixel where nothing shows: there is a brush all the same.
+    return {nLow + nDevice, static_cast<int32_t>(std::max<int64_t>(nHigh - nLow, 1))};
+}
+
+} // namespace
+
+HBRUSH CShownDraft::Brush(HDC hdc, const RECT& rcGradient, const RECT& rcFilled, COLORREF clr1,
+                          COLORREF clr2)
+{
+    if (IsLarge(rcGradient)) {
+        if (m_hPart && ::EqualRect(&rcGradient, &m_rcGradient) &&
+            ::EqualRect(&rcFilled, &m_rcFilled))
+            return m_hPart;
+        DropPart();
+        m_hPart = MakePart(hdc, rcGradient, rcFilled, clr1, clr2);
+        m_rcGradient = rcGradient;
+        m_rcFilled = rcFilled;
+        return m_hPart;
+    }
+    RECT rc = rcGradient;
+    HBRUSH hBrush = nullptr;
+    return m_draft.GetDraftBrush(hBrush, &rc, clr1, clr2) ? hBrush : nullptr;
+}
+
+bool CShownDraft::IsLarge(const RECT& rcGradient) const
+{
+    const int nGradient = m_nStyle - DRAFT_GRADIENT;
+    if (nGradient < 0 || nGradient / 2 >= GRADIENT_KINDS || ::IsRectEmpty(&rcGradient))
+        return false;
+    const SIZE size = GradientSize(rcGradient, nGradient / 2);
+    return size.cx > 0 && size.cy > 0 && int64_t{size.cx} * size.cy > SMALL_GRADIENT;
+}
+
+HBRUSH CShownDraft::MakePart(HDC hdc, const RECT& rcGradient, const RECT& rcFilled, COLORREF clr1,
+                             COLORREF clr2) const
+{
+    const int nGradient = m_nStyle - DRAFT_GRADIENT;
+    const SIZE size = GradientSize(rcGradient, nGradient / 2);
+    GradientPart across{0, size.cx};
+    GradientPart down{0, size.cy};
+    RECT rcShown{};
+    POINT ptDevice{0, 0};
+    POINT ptBrush{0, 0};
+    if (FindShown(hdc, &rcShown) && ::LPtoDP(hdc, &ptDevice, 1) && ::GetBrushOrgEx(hdc, &ptBrush)) {
+        across = PartOf(size.cx, rcFilled.left, rcFilled.right, rcShown.left, rcShown.right,
+                        int64_t{ptDevice.x} - ptBrush.x);
+        down = PartOf(size.cy, rcFilled.top, rcFilled.bottom, rcShown.top, rcShown.bottom,
+                      int64_t{ptDevice.y} - ptBrush.y);
+    }
+    const bool bExchanged = nGradient % 2 != 0;
+    return MakeGradientBrush(rcGradient, nGradient / 2, bExchanged ? clr2 : clr1,
+                             bExchanged ? clr1 : clr2, across, down);
+}
+
+void CShownDraft::DropPart()
+{
+    if (m_hPart) ::DeleteObject(m_hPart);
+    m_hPart = nullptr;
+}
