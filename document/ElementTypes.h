@@ -84,6 +84,7 @@ private:
 consteval bool IsSoundTypeTable(const ElementType (&rows)[CElementTypes::ROWS])
 {
     for (int32_t n = 0; n < QEL_TYPE_NONE; ++n)
-        if (rows[n].nId != n || !rows[n].pfnMakeDoc != !rows[n].pfnMakeView) return false;
+        if (rows[n].nId != n || HasFunction(rows[n].pfnMakeDoc) != HasFunction(rows[n].pfnMakeView))
+            return false;
     return IsSoundTable(rows);
 }

@@ -111,7 +111,8 @@ constexpr MeterTypeRow g_rows[METER_TYPE_COUNT + 1] = {
 consteval bool IsWhole()
 {
     for (int32_t n = 0; n < METER_TYPE_COUNT; ++n)
-        if (g_rows[n].nId != n || !g_rows[n].pszName || !g_rows[n].pfnMake) return false;
+        if (g_rows[n].nId != n || !g_rows[n].pszName || !HasFunction(g_rows[n].pfnMake))
+            return false;
     return IsSoundTable(g_rows);
 }
 static_assert(IsWhole(), "a row with a keyword and a maker for each type, in their order");
