@@ -45,10 +45,9 @@ HBRUSH CShownDraft::Brush(HDC hdc, const RECT& rcGradient, const RECT& rcFilled,
 
 bool CShownDraft::IsLarge(const RECT& rcGradient) const
 {
-    const int nGradient = m_nStyle - DRAFT_GRADIENT;
-    if (nGradient < 0 || nGradient / 2 >= GRADIENT_KINDS || ::IsRectEmpty(&rcGradient))
+    if (m_nStyle < DRAFT_GRADIENT || m_nStyle >= DRAFT_COUNT || ::IsRectEmpty(&rcGradient))
         return false;
-    const SIZE size = GradientSize(rcGradient, nGradient / 2);
+    const SIZE size = GradientSize(rcGradient, (m_nStyle - DRAFT_GRADIENT) / 2);
     return size.cx > 0 && size.cy > 0 && int64_t{size.cx} * size.cy > SMALL_GRADIENT;
 }
 

@@ -168,8 +168,8 @@ protected:
 private:
     void DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
     void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
-    bool PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
-                       const RECT& rcQel) const;
+    [[nodiscard]] bool PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
+                                     const RECT& rcQel) const;
     void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
     [[nodiscard]] int32_t PenWidth() const; // as it is drawn
     [[nodiscard]] bool TakesDraft() const

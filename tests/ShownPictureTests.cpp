@@ -190,7 +190,7 @@ TEST(ShownGradient, HasNoBrushWhereTheWholeWouldHaveNone)
                 << RectText(rc) << " " << nStyle;
         }
     }
-    for (const int nStyle : {-1, 38, 1000})
+    for (const int nStyle : {INT_MIN, -1, 38, 1000, INT_MAX})
         EXPECT_EQ(nullptr, CShownDraft(nStyle).Brush(drawn.Dc(), EVERYWHERE, EVERYWHERE, 0, 1));
 }
 

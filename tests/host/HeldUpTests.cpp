@@ -354,7 +354,6 @@ TEST_F(HeldUp, ADrawingOfAHundredElementsTakesNoLongerThanTheSystemsOwnSlowCalls
     const char* pszFirst = std::getenv("QEL_FIRST");
     const auto nFirst = static_cast<unsigned>(pszFirst ? std::atoi(pszFirst) : 1);
     const auto nCount = static_cast<unsigned>(pszCount ? std::atoi(pszCount) : 4);
-    const CMeasure measure;
     double fWorst = 0;
     unsigned nWorst = 0;
     int nSlow = 0;
@@ -362,11 +361,17 @@ TEST_F(HeldUp, ADrawingOfAHundredElementsTakesNoLongerThanTheSystemsOwnSlowCalls
         CChance chance(n);
         const SIZE size{chance.Side(), chance.Side()};
         Open(chance.Elements(100), size);
-        CSlowCalls::Restart();
         const double fStart = Now();
         Draw(m_drawn.Dc());
-        double fTook = Now() - fStart - CSlowCalls::Own();
-        nSlow += CSlowCalls::Own() > 0;
+        double fTook = Now() - fStart;
+        if (fTook > BAR) { // once more, to see whose time it is
+            const CMeasure measure;
+            CSlowCalls::Restart();
+            const double fAgain = Now();
+            Draw(m_drawn.Dc());
+            fTook = Now() - fAgain - CSlowCalls::Own();
+            ++nSlow;
+        }
         if (fTook > fWorst) {
             fWorst = fTook;
             nWorst = n;
@@ -375,6 +380,7 @@ TEST_F(HeldUp, ADrawingOfAHundredElementsTakesNoLongerThanTheSystemsOwnSlowCalls
             << "drawing " << n << ", slowest call " << CSlowCalls::Worst();
     }
     if (pszCount)
-        std::printf("%u drawings, %d with slow calls; the longest without them: %.2f s (%u)\n",
-                    nCount, nSlow, fWorst, nWorst);
+        std::printf(
+            "%u drawings, %d above the bar by slow calls; the longest without them: %.2f s (%u)\n",
+            nCount, nSlow, fWorst, nWorst);
 }

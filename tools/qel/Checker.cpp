@@ -559,7 +559,11 @@ void CChecker::CheckCost(const XmlNode& node, const CQELDocElm& elm)
 {
     for (const CostFinding& finding : CostFindings(elm, m_refSize)) {
         const XmlAttr* pAttr = AttrOf(node, finding.nAttr);
-        Warn(pAttr ? pAttr->nValueOffset : node.nOffset, finding.text);
+        const std::size_t nOffset = pAttr ? pAttr->nValueOffset : node.nOffset;
+        const bool bTold = std::any_of(m_findings.begin(), m_findings.end(), [&](const Finding& f) {
+            return f.nOffset == nOffset; // a value that is not read as it stands
+        });
+        if (!bTold) Warn(nOffset, finding.text);
     }
 }
 
