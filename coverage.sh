@@ -24,7 +24,7 @@ find "$dir" -name '*.gcda' -delete
 ctest --test-dir "$dir" -j "$(nproc)" >"$dir/tests.log" 2>&1 || { tail -n 40 "$dir/tests.log" >&2; exit 1; }
 
 filters=()
-for folder in engine xml document render brush dynamic meter; do filters+=(--filter "$folder/"); done
+for folder in base engine xml document render brush dynamic meter; do filters+=(--filter "$folder/"); done
 formats=(--json-summary "$dir/report/summary.json" --json "$dir/report/lines.json")
 if [ "${1:-}" = --html ]; then
   mkdir -p "$dir/html"

@@ -80,6 +80,8 @@ run_steps() {
 }
 
 sources() { git ls-files -co --exclude-standard '*.cpp' '*.h' '*.c'; }
+tables_are_whole() { python3 scripts/rows.py; }
+folders_go_one_way() { python3 scripts/directions.py; }
 format_holds() { sources | xargs clang-format --dry-run -Werror; }
 build_all() { qel_build "$1"; }
 run_tests() { ctest --test-dir "build/$1" --output-on-failure --verbose; }
@@ -101,6 +103,8 @@ for preset in i686 x86_64 native; do step "build $preset" "" build_all "$preset"
 if [ $quick = 0 ]; then
   step "lint" "build i686" scripts/tidy.sh
   step "format" "" format_holds
+  step "includes go one way" "" folders_go_one_way
+  step "a table without a row does not compile" "build i686" tables_are_whole
 fi
 step "sanitizers, faults and the fuzzers' corpus" "build native" ./native.sh
 for preset in i686 x86_64; do step "tests $preset" "build $preset" run_tests "$preset"; done

@@ -1,8 +1,8 @@
 // The exported curves: GDI's Bezier, and a smooth curve through every given point, drawn with the
 // pen that the host has selected.
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
 #include "include/QELEngine.h"
-#include "render/GdiScopes.h"
-#include "render/WrapMath.h"
 
 #include <algorithm>
 

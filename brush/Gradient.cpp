@@ -2,9 +2,9 @@
 // down, and how the two are joined. The terms are worked out once for every column and every row.
 #include "brush/Gradient.h"
 
-#include "engine/Block.h"
-#include "render/GdiScopes.h"
-#include "render/Mapping.h"
+#include "base/Block.h"
+#include "base/GdiScopes.h"
+#include "base/Rects.h"
 
 #include <cstdlib>
 #include <cstring>

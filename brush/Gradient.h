@@ -3,7 +3,7 @@
 // gradient style.
 #pragma once
 
-#include "engine/Handles.h"
+#include "base/Handles.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>

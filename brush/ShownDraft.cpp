@@ -1,8 +1,8 @@
 // The brush of what shows; see the header.
 #include "brush/ShownDraft.h"
 
+#include "base/Shown.h"
 #include "brush/Gradient.h"
-#include "render/Shown.h"
 
 #include <algorithm>
 

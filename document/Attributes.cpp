@@ -11,41 +11,6 @@
 
 namespace {
 
-constexpr KeywordRow g_names[] = {{ATTR_ID, "id"},
-                                  {ATTR_TYPE, "type"},
-                                  {ATTR_WIDTH, "width"},
-                                  {ATTR_HEIGHT, "height"},
-                                  {ATTR_LST_ROTATE, "lst_rotate"},
-                                  {ATTR_STYLE, "style"},
-                                  {ATTR_CLR, "clr"},
-                                  {ATTR_LNSTYLE, "lnstyle"},
-                                  {ATTR_LNWID, "lnwid"},
-                                  {ATTR_DR, "dr"},
-                                  {ATTR_FG, "fg"},
-                                  {ATTR_BG, "bg"},
-                                  {ATTR_CRD, "crd"},
-                                  {ATTR_FLAG, "flag"},
-                                  {ATTR_D, "d"},
-                                  {ATTR_REF, "ref"},
-                                  {ATTR_ROLL, "roll"},
-                                  {ATTR_XMOVE, "xmove"},
-                                  {ATTR_YMOVE, "ymove"},
-                                  {ATTR_STX, "stx"},
-                                  {ATTR_SCID, "scid"},
-                                  {ATTR_HIDESC, "hidesc"},
-                                  {ATTR_MIN, "min"},
-                                  {ATTR_MAX, "max"},
-                                  {ATTR_SCTYPE, "sctype"},
-                                  {ATTR_PIN, "pin"},
-                                  {ATTR_MTID, "mtid"},
-                                  {ATTR_USC, "usc"},
-                                  {ATTR_UPIN, "upin"},
-                                  {ATTR_MTYPE, "mtype"},
-                                  {ATTR_IMIN, "imin"},
-                                  {ATTR_IMAX, "imax"},
-                                  {KEYWORD_NONE, nullptr}};
-static_assert(IsSoundTable(g_names), "ids and names are unique and the end mark is there");
-
 // The names by id, measured once and for all.
 struct AttrKey {
     std::size_t nLen;
@@ -55,33 +20,12 @@ struct AttrKey {
 constexpr std::array<AttrKey, ATTR_COUNT> g_keys = [] {
     std::array<AttrKey, ATTR_COUNT> keys{};
     for (int32_t n = 0; n < ATTR_COUNT; ++n) {
-        const std::string_view name = g_names[n].pszName;
+        const std::string_view name = g_attrNames[n].pszName;
         keys[static_cast<std::size_t>(n)] = {name.size(), XmlNameKey(name.data(), name.size())};
     }
     return keys;
 }();
-static_assert(
-    [] {
-        for (int32_t n = 0; n < ATTR_COUNT; ++n)
-            if (g_names[n].nId != n) return false;
-        return true;
-    }(),
-    "a name stands at the place of its id");
-
-static_assert(
-    [] {
-        uint32_t nSeen = 0;
-        for (const AttrId nId : {ATTR_ID, ATTR_STYLE, ATTR_DR, ATTR_FG, ATTR_BG, ATTR_CLR,
-                                 ATTR_LNSTYLE, ATTR_LNWID, ATTR_CRD, ATTR_FLAG}) {
-            const uint32_t nBit = XmlSeenBit(g_keys[nId].nKey);
-            if (nSeen & nBit) return false;
-            nSeen |= nBit;
-        }
-        return true;
-    }(),
-    "the attributes of shapes are told apart by one bit");
-
-constexpr CKeyIndex g_index(g_names);
+constexpr CKeyIndex g_index(g_attrNames);
 
 constexpr std::string_view BLINK_WORD = "glt";
 
@@ -202,8 +146,6 @@ int ParseStatus(const char* pszText, int32_t* pnValue)
 
 } // namespace
 
-const KeywordRow* const g_attrNameRows = g_names;
-
 const AttrForm g_formDecimal = {"decimal", ParseDecimal, FormatDecimalValue, IsCleanDecimal};
 const AttrForm g_formHex = {"0x hexadecimal", ParseHex, FormatHex, IsCleanHex};
 const AttrForm g_formColour = {"colour", ParseColour, FormatColour, IsCleanColour};
@@ -216,12 +158,13 @@ const AttrForm g_formText = {"text", nullptr, nullptr, nullptr};
 
 const char* AttrName(AttrId nId)
 {
-    return nId == ATTR_TEXT ? "(text)" : NameOf(g_names, nId);
+    return nId == ATTR_TEXT ? "(text)" : NameOf(g_attrNames, nId);
 }
 
 void WriteAttrText(CXmlWriter& writer, AttrId nId, const char* pszValue, std::size_t nLen)
 {
-    writer.Attr(g_names[nId].pszName, g_keys[static_cast<std::size_t>(nId)].nLen, pszValue, nLen);
+    writer.Attr(g_attrNames[nId].pszName, g_keys[static_cast<std::size_t>(nId)].nLen, pszValue,
+                nLen);
 }
 
 int32_t AttrIdOf(const XmlAttr& attr)
@@ -231,7 +174,7 @@ int32_t AttrIdOf(const XmlAttr& attr)
         if (key.nKey != attr.nKey) return false;
         // All bytes of a name of up to three are in its key, but not the length of very long names.
         return key.nLen <= 3 ? !attr.pszName[key.nLen]
-                             : IsSameText(g_names[n].pszName, attr.pszName);
+                             : IsSameText(g_attrNames[n].pszName, attr.pszName);
     });
     return nRow == NO_ROW ? ATTR_COUNT : static_cast<int32_t>(nRow);
 }
@@ -239,7 +182,7 @@ int32_t AttrIdOf(const XmlAttr& attr)
 const XmlAttr* FindXmlAttr(const XmlContext* pXml, AttrId nId)
 {
     const AttrKey& key = g_keys[static_cast<std::size_t>(nId)];
-    return XmlFindAttr(pXml->pCursor, g_names[nId].pszName, key.nLen, key.nKey);
+    return XmlFindAttr(pXml->pCursor, g_attrNames[nId].pszName, key.nLen, key.nKey);
 }
 
 const char* GetXmlAttr(const XmlContext* pXml, AttrId nId)

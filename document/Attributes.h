@@ -3,51 +3,72 @@
 // documentation.
 #pragma once
 
-#include "render/Keywords.h"
+#include "base/Keywords.h"
 #include "xml/XmlTree.h"
 #include "xml/XmlWriter.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
+
+// The attributes and their names, in the order of their numbers: the numbers, their count and the
+// table of names are all made of this list.
+#define QEL_ATTRIBUTES(ATTR)                                                                       \
+    ATTR(ATTR_ID, "id")                                                                            \
+    ATTR(ATTR_TYPE, "type")                                                                        \
+    ATTR(ATTR_WIDTH, "width")                                                                      \
+    ATTR(ATTR_HEIGHT, "height")                                                                    \
+    ATTR(ATTR_LST_ROTATE, "lst_rotate")                                                            \
+    ATTR(ATTR_STYLE, "style")                                                                      \
+    ATTR(ATTR_CLR, "clr")                                                                          \
+    ATTR(ATTR_LNSTYLE, "lnstyle")                                                                  \
+    ATTR(ATTR_LNWID, "lnwid")                                                                      \
+    ATTR(ATTR_DR, "dr")                                                                            \
+    ATTR(ATTR_FG, "fg")                                                                            \
+    ATTR(ATTR_BG, "bg")                                                                            \
+    ATTR(ATTR_CRD, "crd")                                                                          \
+    ATTR(ATTR_FLAG, "flag")                                                                        \
+    ATTR(ATTR_D, "d")                                                                              \
+    ATTR(ATTR_REF, "ref")                                                                          \
+    ATTR(ATTR_ROLL, "roll")                                                                        \
+    ATTR(ATTR_XMOVE, "xmove")                                                                      \
+    ATTR(ATTR_YMOVE, "ymove")                                                                      \
+    ATTR(ATTR_STX, "stx")                                                                          \
+    ATTR(ATTR_SCID, "scid")                                                                        \
+    ATTR(ATTR_HIDESC, "hidesc")                                                                    \
+    ATTR(ATTR_MIN, "min")                                                                          \
+    ATTR(ATTR_MAX, "max")                                                                          \
+    ATTR(ATTR_SCTYPE, "sctype")                                                                    \
+    ATTR(ATTR_PIN, "pin")                                                                          \
+    ATTR(ATTR_MTID, "mtid")                                                                        \
+    ATTR(ATTR_USC, "usc")                                                                          \
+    ATTR(ATTR_UPIN, "upin")                                                                        \
+    ATTR(ATTR_MTYPE, "mtype")                                                                      \
+    ATTR(ATTR_IMIN, "imin")                                                                        \
+    ATTR(ATTR_IMAX, "imax")
 
 enum AttrId : int32_t {
-    ATTR_ID = 0,
-    ATTR_TYPE = 1,
-    ATTR_WIDTH = 2,
-    ATTR_HEIGHT = 3,
-    ATTR_LST_ROTATE = 4,
-    ATTR_STYLE = 5,
-    ATTR_CLR = 6,
-    ATTR_LNSTYLE = 7,
-    ATTR_LNWID = 8,
-    ATTR_DR = 9,
-    ATTR_FG = 10,
-    ATTR_BG = 11,
-    ATTR_CRD = 12,
-    ATTR_FLAG = 13,
-    ATTR_D = 14,
-    ATTR_REF = 15,
-    ATTR_ROLL = 16,
-    ATTR_XMOVE = 17,
-    ATTR_YMOVE = 18,
-    ATTR_STX = 19,
-    ATTR_SCID = 20,
-    ATTR_HIDESC = 21,
-    ATTR_MIN = 22,
-    ATTR_MAX = 23,
-    ATTR_SCTYPE = 24,
-    ATTR_PIN = 25,
-    ATTR_MTID = 26,
-    ATTR_USC = 27,
-    ATTR_UPIN = 28,
-    ATTR_MTYPE = 29,
-    ATTR_IMIN = 30,
-    ATTR_IMAX = 31,
+#define QEL_ATTR_NUMBER(nId, pszName) nId,
+    QEL_ATTRIBUTES(QEL_ATTR_NUMBER)
+#undef QEL_ATTR_NUMBER
+        ATTR_COUNT,  // of those that have a name
     ATTR_TEXT = 1000 // not an attribute: the element's own text, which has its place among them
 };
 
-extern const KeywordRow* const g_attrNameRows;
+inline constexpr KeywordRow g_attrNames[] = {
+#define QEL_ATTR_ROW(nId, pszName) {nId, pszName},
+    QEL_ATTRIBUTES(QEL_ATTR_ROW)
+#undef QEL_ATTR_ROW
+        {KEYWORD_NONE, nullptr}};
+static_assert(IsSoundTable(g_attrNames), "ids and names are unique and the end mark is there");
+
+// The key that the XML tree has of an attribute's name.
+constexpr uint32_t AttrKeyOf(AttrId nId)
+{
+    const std::string_view name = g_attrNames[nId].pszName;
+    return XmlNameKey(name.data(), name.size());
+}
 
 // The name by which an attribute is known; "(text)" for the element's text.
 const char* AttrName(AttrId nId);
@@ -55,8 +76,6 @@ const char* AttrName(AttrId nId);
 // The value of an attribute of the XML element under the cursor, null when it has none.
 const XmlAttr* FindXmlAttr(const XmlContext* pXml, AttrId nId);
 const char* GetXmlAttr(const XmlContext* pXml, AttrId nId);
-
-constexpr int32_t ATTR_COUNT = ATTR_IMAX + 1; // of those that have a name
 
 // The id of an attribute of the XML tree; ATTR_COUNT for a name that is none.
 int32_t AttrIdOf(const XmlAttr& attr);

@@ -1,8 +1,8 @@
 // Coordinates as data; see the header.
 #include "document/Crd.h"
 
+#include "base/Rects.h"
 #include "document/TextNumbers.h"
-#include "render/Mapping.h"
 
 #include <cstring>
 

@@ -3,10 +3,13 @@
 #pragma once
 
 #include "document/QELDocElm.h"
+#include "include/QELEngine.h"
 
 class CQELDocContainer : public CQELDocElm {
 public:
-    CQELDocContainer(XmlContext** ppXml, int32_t nType) noexcept : CQELDocElm(ppXml, nType) {}
+    using Record = QELWORDATTR;
+
+    CQELDocContainer(const DocMaking& making, int32_t nType) noexcept : CQELDocElm(making, nType) {}
 
     int GetAttrSize(int* pnSize) const override;
     int GetAttr(void* pBlock) const override;

@@ -1,7 +1,7 @@
 // The element base; see the header. The classes that derive from it add their fields.
 #include "document/QELDocElm.h"
 
-#include "document/Tags.h"
+#include "document/ElementTypes.h"
 
 #include <cstdlib>
 
@@ -12,8 +12,8 @@ constexpr char COPY_SUFFIX[] = "_1";
 
 } // namespace
 
-CQELDocElm::CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept
-    : m_ppXml(ppXml), m_nType(static_cast<int16_t>(nType))
+CQELDocElm::CQELDocElm(const DocMaking& making, int32_t nType) noexcept
+    : CPooled(making.pPool), m_pContext(making.pContext), m_nType(static_cast<int16_t>(nType))
 {
 }
 
@@ -25,7 +25,7 @@ CQELDocElm::~CQELDocElm()
 
 int CQELDocElm::Clone(CQELDocElm** ppOut) const
 {
-    *ppOut = new (std::nothrow) CQELDocElm(m_ppXml, m_nType);
+    *ppOut = new (std::nothrow) CQELDocElm(m_pContext, m_nType);
     return *ppOut ? 1 : 0;
 }
 
@@ -100,7 +100,7 @@ int CQELDocElm::MapRect(const RECT& rcOld, const RECT& rcNew)
 int CQELDocElm::Load()
 {
     if (!XmlGetName(Xml())) return 0;
-    const TagRow* pRow = TagOf(Xml()->pCursor);
+    const ElementType* pRow = Types().Of(Xml()->pCursor);
     if (!pRow) return 0;
     m_nType = static_cast<int16_t>(pRow->nId);
     const XmlAttr* pId = FindXmlAttr(Xml(), ATTR_ID);
@@ -110,7 +110,7 @@ int CQELDocElm::Load()
 
 int CQELDocElm::Save()
 {
-    const std::string_view tag = TagName(m_nType);
+    const std::string_view tag = Types().Name(m_nType);
     if (tag.empty()) return 0;
     Writer().Start(tag.data(), tag.size());
     if (m_pszId) WriteAttrText(Writer(), ATTR_ID, m_pszId, std::strlen(m_pszId));
@@ -119,7 +119,7 @@ int CQELDocElm::Save()
 
 void CQELDocElm::EndSave()
 {
-    const std::string_view tag = TagName(m_nType);
+    const std::string_view tag = Types().Name(m_nType);
     Writer().End(tag.data(), tag.size());
 }
 

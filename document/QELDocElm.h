@@ -3,9 +3,9 @@
 // copy, measure and edit elements without knowing their class.
 #pragma once
 
-#include "engine/Handles.h"
-#include "engine/Pool.h"
-#include "engine/TreeLinks.h"
+#include "base/Handles.h"
+#include "base/Pool.h"
+#include "base/TreeLinks.h"
 #include "xml/XmlTree.h"
 
 #include <windows.h>
@@ -14,17 +14,33 @@
 #include <cstring>
 #include <new>
 
+class CElementTypes;
 class CQELViewElm;
 
 constexpr int ID_TEXT_SIZE = 256; // bytes of an identifier, the ending zero included
+
+// What the elements of one document share.
+struct DocContext {
+    XmlContext* pXml = nullptr; // while a file is read or written
+    const CElementTypes* pTypes;
+};
+
+// What an element is made with. pPool: what it lies in, null for the heap and for the stack.
+struct DocMaking {
+    DocMaking(DocContext* pContextIn, CPool* pPoolIn = nullptr) noexcept
+        : pContext(pContextIn), pPool(pPoolIn)
+    {
+    }
+    DocContext* pContext;
+    CPool* pPool;
+};
 
 class CQELDocElm : public CTreeLinks<CQELDocElm>,
                    public CPooled<CQELDocElm>,
                    public CElementHandle {
 public:
-    // ppXml: the document's field for the XML context while a file is read or written. It also
-    // tells which document the element belongs to.
-    CQELDocElm(XmlContext** ppXml, int32_t nType) noexcept;
+    // The context also tells which document the element belongs to.
+    CQELDocElm(const DocMaking& making, int32_t nType) noexcept;
     virtual ~CQELDocElm();
     // When a constructor throws. Without a size the block stays in the pool until that is cleared.
     static void operator delete(void* p) noexcept { std::free(p); }
@@ -68,7 +84,7 @@ public:
     int SetId(const char* pszId); // what is longer than 255 bytes is cut
     [[nodiscard]] CQELViewElm* View() const { return m_pView; }
     void SetView(CQELViewElm* pView) { m_pView = pView; }
-    [[nodiscard]] XmlContext** XmlSlot() const { return m_ppXml; }
+    [[nodiscard]] DocContext* Context() const { return m_pContext; }
     // The element of a handle, null when there is none.
     static CQELDocElm* OfHandle(uintptr_t nValue)
     {
@@ -78,13 +94,14 @@ public:
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
 
 protected:
-    [[nodiscard]] XmlContext* Xml() const { return *m_ppXml; }
+    [[nodiscard]] XmlContext* Xml() const { return m_pContext->pXml; }
+    [[nodiscard]] const CElementTypes& Types() const { return *m_pContext->pTypes; }
     [[nodiscard]] CXmlWriter& Writer() const { return *Xml()->pWriter; } // while it is saved
 
 private:
     int TakeCopyId(const char* pszSource);
 
-    XmlContext** m_ppXml;
+    DocContext* m_pContext;
     CQELViewElm* m_pView = nullptr;
     char* m_pszId = nullptr;
     int16_t m_nType; // last: a derived class's small fields fill what is left of the word
@@ -95,7 +112,7 @@ private:
 template <class T>
 int CloneAs(const T& source, CQELDocElm** ppOut)
 {
-    auto* pCopy = new (std::nothrow) T(source.XmlSlot());
+    auto* pCopy = new (std::nothrow) T(source.Context());
     if (pCopy && !pCopy->TakeFields(source)) {
         delete pCopy;
         pCopy = nullptr;

@@ -1,13 +1,12 @@
 // The point lists; see the header.
 #include "document/QELDocPointList.h"
 
+#include "base/Rects.h"
 #include "document/TextNumbers.h"
-#include "render/Mapping.h"
 
 namespace {
 
 constexpr int MIN_POINTS = 2;
-constexpr CrdForm g_form = {"", false, "0 0 10 10", "2 to 16 points, x y each"};
 
 // Passes over one number: to behind the run of blanks and tabs that follows the next blank or, when
 // no blank is left at all, the next tab. Null when there is neither.
@@ -22,11 +21,6 @@ const char* SkipNumber(const char* p)
 }
 
 } // namespace
-
-const CrdForm& CQELDocPointList::GetCrdForm() const
-{
-    return g_form;
-}
 
 bool CQELDocPointList::HasPoints() const
 {

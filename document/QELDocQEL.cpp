@@ -14,7 +14,7 @@ constexpr DWORD FULL_TURN = 360;
 
 } // namespace
 
-CQELDocQEL::CQELDocQEL(XmlContext** ppXml) noexcept : CQELDocElm(ppXml, QEL_TYPE_ROOT) {}
+CQELDocQEL::CQELDocQEL(const DocMaking& making) noexcept : CQELDocElm(making, QEL_TYPE_ROOT) {}
 
 std::span<const AttrRow<CQELDocQEL>> CQELDocQEL::Attrs()
 {

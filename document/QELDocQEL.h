@@ -5,13 +5,17 @@
 #include "document/Attributes.h"
 #include "document/QELDocElm.h"
 
+#include "include/QELEngine.h"
+
 #include <span>
 
 constexpr int32_t DEFAULT_REF_SIZE = 50; // drawing units, both ways
 
 class CQELDocQEL final : public CQELDocElm {
 public:
-    explicit CQELDocQEL(XmlContext** ppXml) noexcept;
+    using Record = QELROOTATTR;
+
+    explicit CQELDocQEL(const DocMaking& making) noexcept;
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;

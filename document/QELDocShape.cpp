@@ -2,7 +2,7 @@
 // of the classes with a fixed number of them. The view side is render/QELViewShape.cpp.
 #include "document/QELDocShape.h"
 
-#include "render/Mapping.h"
+#include "base/Rects.h"
 
 #include <array>
 #include <climits>
@@ -13,7 +13,11 @@ constexpr int SHAPE_ATTR_SIZE = sizeof(QELSHAPEATTR);
 
 } // namespace
 
-CQELDocShape::CQELDocShape(XmlContext** ppXml, int32_t nType) noexcept : CQELDocElm(ppXml, nType) {}
+CQELDocShape::CQELDocShape(const DocMaking& making, int32_t nType) noexcept
+    : CQELDocElm(making, nType)
+{
+    TakeWords(GetCrdForm().nDefault, GetCrdForm().nWords);
+}
 
 CQELDocShape::~CQELDocShape()
 {
@@ -28,37 +32,57 @@ int CQELDocShape::TakeWords(const int32_t* pnWords, int32_t nCount)
     return nResult;
 }
 
+// In the order in which they are written.
+constexpr AttrRow<CQELDocShape> CQELDocShape::ATTRS[] = {
+    {{ATTR_STYLE, &g_formHex, 0, INT_MIN, INT_MAX,
+      "low 16 bits: fill style; high 16 bits: width of the 3D border in pixels, 0 meaning 2"},
+     &CQELDocShape::m_nStyle},
+    {{ATTR_DR, &g_formDecimal, 0, 0, DRAFT_COUNT - 1, "hatch (0 to 9) or gradient (10 to 37)"},
+     &CQELDocShape::m_nDraft},
+    {{ATTR_FG, &g_formColour, 0xFFFFFF, INT_MIN, INT_MAX,
+      "colour A: the 1 bits of a hatch, the second colour of a gradient, the colour of a text"},
+     &CQELDocShape::m_clrFore},
+    {{ATTR_BG, &g_formColour, 0, INT_MIN, INT_MAX,
+      "colour B: the 0 bits of a hatch, the first colour of a gradient, the gaps of a styled "
+      "line, "
+      "the background of a text"},
+     &CQELDocShape::m_clrBack},
+    {{ATTR_CLR, &g_formColour, 0xFFFFFF, INT_MIN, INT_MAX, "colour of the outline"},
+     &CQELDocShape::m_clrPen},
+    {{ATTR_LNSTYLE, &g_formDecimal, 0, 0, 6,
+      "style of the outline: 0 solid, 1 dash, 2 dot, 3 dash dot, 4 dash dot dot, 5 none, "
+      "6 inside the frame"},
+     &CQELDocShape::m_nLineStyle},
+    {{ATTR_LNWID, &g_formDecimal, 1, 0, INT_MAX, "width of the outline in pixels; 0 for none"},
+     &CQELDocShape::m_nLineWidth},
+    {{ATTR_CRD, &g_formCrd, 0, 0, 0, "the coordinates, in drawing units"}, nullptr},
+    {{ATTR_TEXT, &g_formText, 0, 0, 0, "the text, at most 255 bytes"}, nullptr},
+    {{ATTR_FLAG, &g_formHex, 0, INT_MIN, INT_MAX, "host values, pressed shift and keep modes"},
+     &CQELDocShape::m_nFlags},
+};
+
+namespace {
+
+// One bit of an element tells whether it has an attribute of a shape at all.
+template <std::size_t N>
+consteval bool AreToldApart(const AttrRow<CQELDocShape> (&rows)[N])
+{
+    uint32_t nSeen = XmlSeenBit(AttrKeyOf(ATTR_ID));
+    for (const auto& row : rows) {
+        if (row.nId == ATTR_TEXT) continue;
+        const uint32_t nBit = XmlSeenBit(AttrKeyOf(row.nId));
+        if (nSeen & nBit) return false;
+        nSeen |= nBit;
+    }
+    return true;
+}
+
+} // namespace
+
 std::span<const AttrRow<CQELDocShape>> CQELDocShape::Attrs()
 {
-    using Row = AttrRow<CQELDocShape>;
-    static const Row rows[] = {
-        {{ATTR_STYLE, &g_formHex, 0, INT_MIN, INT_MAX,
-          "low 16 bits: fill style; high 16 bits: width of the 3D border in pixels, 0 meaning 2"},
-         &CQELDocShape::m_nStyle},
-        {{ATTR_DR, &g_formDecimal, 0, 0, DRAFT_COUNT - 1, "hatch (0 to 9) or gradient (10 to 37)"},
-         &CQELDocShape::m_nDraft},
-        {{ATTR_FG, &g_formColour, 0xFFFFFF, INT_MIN, INT_MAX,
-          "colour A: the 1 bits of a hatch, the second colour of a gradient, the colour of a text"},
-         &CQELDocShape::m_clrFore},
-        {{ATTR_BG, &g_formColour, 0, INT_MIN, INT_MAX,
-          "colour B: the 0 bits of a hatch, the first colour of a gradient, the gaps of a styled "
-          "line, "
-          "the background of a text"},
-         &CQELDocShape::m_clrBack},
-        {{ATTR_CLR, &g_formColour, 0xFFFFFF, INT_MIN, INT_MAX, "colour of the outline"},
-         &CQELDocShape::m_clrPen},
-        {{ATTR_LNSTYLE, &g_formDecimal, 0, 0, 6,
-          "style of the outline: 0 solid, 1 dash, 2 dot, 3 dash dot, 4 dash dot dot, 5 none, "
-          "6 inside the frame"},
-         &CQELDocShape::m_nLineStyle},
-        {{ATTR_LNWID, &g_formDecimal, 1, 0, INT_MAX, "width of the outline in pixels; 0 for none"},
-         &CQELDocShape::m_nLineWidth},
-        {{ATTR_CRD, &g_formCrd, 0, 0, 0, "the coordinates, in drawing units"}, nullptr},
-        {{ATTR_TEXT, &g_formText, 0, 0, 0, "the text, at most 255 bytes"}, nullptr},
-        {{ATTR_FLAG, &g_formHex, 0, INT_MIN, INT_MAX, "host values, pressed shift and keep modes"},
-         &CQELDocShape::m_nFlags},
-    };
-    return rows;
+    static_assert(AreToldApart(ATTRS), "the attributes of shapes are told apart by one bit");
+    return ATTRS;
 }
 
 void CQELDocShape::VisitAttrs(AttrVisitor pfnVisit, void* pUser)
@@ -235,10 +259,4 @@ int CQELDocShape::ParseCrd(const char* pszText)
 std::size_t CQELDocShape::FormatCrd(char* pszOut) const
 {
     return FormatCrdNumbers(Words(), GetCrdForm().pszLayout, pszOut);
-}
-
-void CQELDocShape::TakeDefaultCrd()
-{
-    const CrdForm& form = GetCrdForm();
-    TakeWords(form.nDefault, form.nWords);
 }

@@ -1,19 +1,21 @@
 // The base of every geometric element: the style that all shapes share and the store of
-// coordinates. A leaf class tells the form of its coordinates and adds nothing else; only the point
-// lists read and write theirs in their own way.
+// coordinates, whose form goes by the type; only the point lists read and write theirs in their own
+// way. The classes of the shapes are in document/QELDocLeaves.h.
 #pragma once
 
 #include "document/Attributes.h"
 #include "document/Crd.h"
+#include "document/Geometry.h"
 #include "document/QELDocElm.h"
 #include "include/QELEngine.h"
-#include "render/Geometry.h"
 
 #include <span>
 
 class CQELDocShape : public CQELDocElm {
 public:
-    CQELDocShape(XmlContext** ppXml, int32_t nType) noexcept;
+    using Record = QELSHAPEATTR;
+
+    CQELDocShape(const DocMaking& making, int32_t nType) noexcept;
     ~CQELDocShape() override;
 
     int GetAttrSize(int* pnSize) const override;
@@ -28,7 +30,7 @@ public:
     virtual int ParseCrd(const char* pszText);
     // Into CRD_TEXT_SIZE bytes; the length, 0 when they cannot be spelled.
     [[nodiscard]] virtual std::size_t FormatCrd(char* pszOut) const;
-    [[nodiscard]] virtual const CrdForm& GetCrdForm() const = 0;
+    [[nodiscard]] const CrdForm& GetCrdForm() const { return ShapeFormOf(Type()); }
 
     int TakeFields(const CQELDocShape& source); // all data of a shape
     [[nodiscard]] ShapeData Data() const;       // as long as the shape stays as it is
@@ -42,9 +44,9 @@ protected:
     [[nodiscard]] const int32_t* Words() const { return m_geometry.Words(); }
     [[nodiscard]] int32_t* Words() { return m_geometry.Words(); }
     int TakeWords(const int32_t* pnWords, int32_t nCount); // 0 without memory: all is as before
-    void TakeDefaultCrd(); // for the constructors of the leaf classes
 
 private:
+    static const AttrRow<CQELDocShape> ATTRS[];
     static const AttrRow<CQELDocShape>* RowOf(int32_t nId);
     int SaveRow(const AttrRow<CQELDocShape>& row);
 

@@ -1,8 +1,8 @@
 // The document; see the header.
 #include "document/QELDocument.h"
 
+#include "document/ElementTypes.h"
 #include "document/QELDocShape.h"
-#include "document/Tags.h"
 #include "xml/XmlFile.h"
 #include "xml/XmlWriter.h"
 
@@ -25,8 +25,8 @@ int CQELDocument::Close()
 {
     SetRoot(nullptr);
     m_pool.Clear();
-    XmlDestroy(m_pXml);
-    m_pXml = nullptr;
+    XmlDestroy(m_context.pXml);
+    m_context.pXml = nullptr;
     return 1;
 }
 
@@ -34,27 +34,27 @@ int CQELDocument::ParseTemplate()
 {
     char szText[sizeof g_template]; // the parser writes into its text
     std::memcpy(szText, g_template, sizeof g_template);
-    return XmlParseText(m_pXml, szText) ? 0 : 1;
+    return XmlParseText(m_context.pXml, szText) ? 0 : 1;
 }
 
 // The element tree is made while the file is read: each element before its children, and loaded
 // when all of it is known.
 int CQELDocument::Load(const char* pszPath, CArena* pSpare)
 {
-    if (!m_pXml) m_pXml = XmlCreate();
+    if (!m_context.pXml) m_context.pXml = XmlCreate();
     SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
     int nResult = 0;
-    if (m_pXml) {
+    if (m_context.pXml) {
         Reading reading{this};
         const XmlConsumer consumer{OnOpened, OnClosed, &reading};
-        m_pXml->pConsumer = &consumer;
-        nResult = pszPath ? !XmlLoadFile(m_pXml, pszPath) : ParseTemplate();
+        m_context.pXml->pConsumer = &consumer;
+        nResult = pszPath ? !XmlLoadFile(m_context.pXml, pszPath) : ParseTemplate();
         nResult = nResult && m_pRoot;
-        const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_pXml->nTextSize;
-        if (nResult && pSpare && bMany) pSpare->TakeOver(m_pXml->arena);
+        const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_context.pXml->nTextSize;
+        if (nResult && pSpare && bMany) pSpare->TakeOver(m_context.pXml->arena);
     }
-    XmlDestroy(m_pXml);
-    m_pXml = nullptr;
+    XmlDestroy(m_context.pXml);
+    m_context.pXml = nullptr;
     if (!nResult) {
         delete m_pRoot;
         m_pRoot = nullptr;
@@ -70,12 +70,12 @@ bool CQELDocument::OnOpened(void* pUser)
     CQELDocument* pDocument = pReading->pDocument;
     // What follows the root's end comes into the root as well.
     CQELDocElm* pParent = pReading->pOpen ? pReading->pOpen : pDocument->m_pRoot;
-    const TagRow* pRow = pReading->nSkipped ? nullptr : pDocument->RowToRead(pParent);
+    const ElementType* pRow = pReading->nSkipped ? nullptr : pDocument->RowToRead(pParent);
     if (!pRow) {
         ++pReading->nSkipped;
         return true;
     }
-    CQELDocElm* pElm = pRow->pfnMakeDoc(&pDocument->m_pXml, &pDocument->m_pool);
+    CQELDocElm* pElm = pRow->pfnMakeDoc(&pDocument->m_context, &pDocument->m_pool);
     if (!pElm) return false;
     if (pParent)
         pParent->AppendChild(pElm);
@@ -87,13 +87,13 @@ bool CQELDocument::OnOpened(void* pUser)
 }
 
 // The class of the element under the cursor, null for one that is skipped.
-const TagRow* CQELDocument::RowToRead(const CQELDocElm* pParent) const
+const ElementType* CQELDocument::RowToRead(const CQELDocElm* pParent) const
 {
-    XmlNode* pNode = m_pXml->pCursor;
-    const TagRow* pRow = TagOf(pNode);
+    XmlNode* pNode = m_context.pXml->pCursor;
+    const ElementType* pRow = m_context.pTypes->Of(pNode);
     if (!pRow || !pRow->pfnMakeDoc) return nullptr;
     if (pRow->nId != QEL_TYPE_ROOT) return pParent ? pRow : nullptr; // not in a drawing
-    return pNode == m_pXml->pRoot ? pRow : nullptr; // a drawing inside of a drawing
+    return pNode == m_context.pXml->pRoot ? pRow : nullptr; // a drawing inside of a drawing
 }
 
 bool CQELDocument::OnClosed(void* pUser)
@@ -117,10 +117,10 @@ int CQELDocument::Save(const char* pszPath)
     if (file.Open(pszPath) != XML_OK) return 0;
     CXmlWriter writer(file);
     xml.pWriter = &writer;
-    m_pXml = &xml;
+    m_context.pXml = &xml;
     writer.Declaration(XML_VERSION, XML_ENCODING, nullptr);
     const int nResult = SaveTree();
-    m_pXml = nullptr;
+    m_context.pXml = nullptr;
     file.Put('\0'); // part of the file: deliberate, readers stop there
     return nResult && file.Commit() ? 1 : 0;
 }
@@ -145,7 +145,7 @@ int CQELDocument::SaveTree()
 
 CQELDocElm* CQELDocument::CreateElement(CQELDocElm* pParent, CQELDocElm* pAfter, int32_t nType)
 {
-    CQELDocElm* pElm = MakeDocElement(nType, &m_pXml);
+    CQELDocElm* pElm = m_context.pTypes->MakeDoc(nType, &m_context);
     if (!pElm) return nullptr;
     if (nType == QEL_TYPE_ROOT) {
         SetRoot(static_cast<CQELDocQEL*>(pElm));
@@ -199,7 +199,7 @@ CQELDocElm* CQELDocument::CopyElement(CQELDocElm* pElm)
 
 CQELDocQEL* CQELDocument::NewRoot()
 {
-    return new (std::nothrow) CQELDocQEL(&m_pXml);
+    return new (std::nothrow) CQELDocQEL(&m_context);
 }
 
 int CQELDocument::SetRoot(CQELDocQEL* pRoot)

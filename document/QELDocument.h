@@ -7,11 +7,11 @@
 
 #include <cstdint>
 
-struct TagRow;
+struct ElementType;
 
 class CQELDocument {
 public:
-    CQELDocument() = default;
+    explicit CQELDocument(const CElementTypes& types) noexcept : m_context{nullptr, &types} {}
     virtual ~CQELDocument();
     CQELDocument(const CQELDocument&) = delete;
     CQELDocument& operator=(const CQELDocument&) = delete;
@@ -37,7 +37,7 @@ public:
 
     // Queries; null or 0 when what is asked for does not exist.
     [[nodiscard]] CQELDocQEL* GetRoot() const { return m_pRoot; }
-    [[nodiscard]] bool Owns(const CQELDocElm* pElm) const { return pElm->XmlSlot() == &m_pXml; }
+    [[nodiscard]] bool Owns(const CQELDocElm* pElm) const { return pElm->Context() == &m_context; }
     static int HasChildren(const CQELDocElm* pElm) { return pElm->FirstChild() ? 1 : 0; }
     static CQELDocElm* GetFirstChild(const CQELDocElm* pElm) { return pElm->FirstChild(); }
     static CQELDocElm* GetLastChild(const CQELDocElm* pElm) { return pElm->LastChild(); }
@@ -59,12 +59,12 @@ private:
     };
     static bool OnOpened(void* pUser);
     static bool OnClosed(void* pUser);
-    [[nodiscard]] const TagRow* RowToRead(const CQELDocElm* pParent) const;
+    [[nodiscard]] const ElementType* RowToRead(const CQELDocElm* pParent) const;
     int SaveTree();
     int ParseTemplate();
 
     CPool m_pool; // what the elements of the file lie in; those that are made later are on the heap
-    XmlContext* m_pXml = nullptr;
+    DocContext m_context;
     CQELDocQEL* m_pRoot = nullptr;
     CDetachedList<CQELDocElm> m_detached;
 };

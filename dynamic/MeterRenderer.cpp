@@ -1,14 +1,9 @@
 // From a meter element to its renderer; see the header.
 #include "dynamic/MeterRenderer.h"
 
-#include "dynamic/QELDocMeter.h"
-#include "meter/CircleMeter.h"
-#include "meter/ClockMeter.h"
-#include "meter/LongBarMeter3D.h"
-#include "meter/PieUpgradeMeter.h"
-#include "meter/RoundMeter.h"
-#include "meter/SectorMeter.h"
-#include "meter/UpBarMeter3D.h"
+#include "dynamic/MeterTypes.h"
+#include "meter/DialGeometry.h"
+#include "meter/Meter.h"
 #include "render/Mapping.h"
 
 namespace {
@@ -16,8 +11,6 @@ namespace {
 // How dials keep their shape when their flags do not say. The two differ: deliberate.
 constexpr uint32_t CIRCLE_KEEP = QEL_KEEP_ALL;
 constexpr uint32_t ARC_KEEP = QEL_KEEP_TOP | QEL_AWAY_AS_GRAPH;
-
-constexpr int32_t WIDENED_BY_PARTS = 19; // of the layout's width, to each side, for "pieUpgrade"
 
 int32_t Middle(int32_t a, int32_t b)
 {
@@ -70,102 +63,13 @@ void MapArc(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t 
                                  WrapSub(pPlace->nRadius, nRadius));
 }
 
-template <class T>
-using Made = std::unique_ptr<T>;
-
-std::unique_ptr<CMeter> Placed(std::unique_ptr<CArcMeter> pDial, const MeterPlace& place)
-{
-    if (!pDial) return nullptr;
-    pDial->SetCentre(place.ptCentre);
-    pDial->SetMeterRect(place.rc);
-    return pDial;
-}
-
-template <class T>
-std::unique_ptr<CMeter> MakeBar(const MeterPlace& place, HRGN hFace, const MeterSettings&)
-{
-    return Made<CMeter>(new (std::nothrow) T(hFace, place.rc));
-}
-
-bool IsFullCircle(const MeterSettings& settings)
-{
-    return settings.Number(QEL_SEL_FULL_CIRCLE) != 0;
-}
-
-// The dials that can be turned.
-template <class T>
-std::unique_ptr<CMeter> MakeTurned(const MeterPlace& place, HRGN, const MeterSettings& settings)
-{
-    const double fOffset = settings.pnValues[QEL_SEL_ANGLE_OFFSET];
-    return Placed(
-        Made<CArcMeter>(new (std::nothrow) T(place.nRadius, IsFullCircle(settings), fOffset)),
-        place);
-}
-
-std::unique_ptr<CMeter> MakeClock(const MeterPlace& place, HRGN, const MeterSettings& settings)
-{
-    return Placed(
-        Made<CArcMeter>(new (std::nothrow) CClockMeter(place.nRadius, IsFullCircle(settings))),
-        place);
-}
-
-std::unique_ptr<CMeter> MakeSector(const MeterPlace& place, HRGN hFace,
-                                   const MeterSettings& settings)
-{
-    Made<CSectorMeter> pMeter(new (std::nothrow)
-                                  CSectorMeter(place.nRadius, IsFullCircle(settings)));
-    if (!pMeter) return nullptr;
-    RECT rc = SquareAround(place.ptCentre, place.nRadius);
-    if (hFace) ::GetRgnBox(hFace, &rc);
-    pMeter->SetSectorRect(rc);
-    return Placed(std::move(pMeter), place);
-}
-
-std::unique_ptr<CMeter> MakeArc(const MeterPlace& place, HRGN, const MeterSettings&)
-{
-    return Placed(
-        Made<CArcMeter>(new (std::nothrow) CArcMeter(place.nRadius, place.fStart, place.fEnd, 0)),
-        place);
-}
-
-template <class T>
-std::unique_ptr<CMeter> MakePie(const MeterPlace& place, HRGN, const MeterSettings&)
-{
-    return Placed(Made<CArcMeter>(new (std::nothrow) T(place.nRadius, place.fStart, place.fEnd)),
-                  place);
-}
-
-// The numbers of the wider ticks need room at the sides.
-std::unique_ptr<CMeter> MakePieUpgrade(const MeterPlace& place, HRGN hFace,
-                                       const MeterSettings& settings)
-{
-    MeterPlace wide = place;
-    wide.rc.left = WrapSub(wide.rc.left, WidthOf(wide.rc) / WIDENED_BY_PARTS);
-    wide.rc.right = WrapAdd(wide.rc.right, WidthOf(wide.rc) / WIDENED_BY_PARTS);
-    return MakePie<CPieUpgradeMeter>(wide, hFace, settings);
-}
-
-using Maker = std::unique_ptr<CMeter> (*)(const MeterPlace&, HRGN, const MeterSettings&);
-
-// By meter type, in the order of its keywords.
-constexpr Maker g_makers[METER_TYPE_COUNT] = {MakeBar<CUpBarMeter>,
-                                              MakeBar<CUpBarMeter3D>,
-                                              MakeBar<CLongBarMeter>,
-                                              MakeBar<CLongBarMeter3D>,
-                                              MakeTurned<CCircleMeter>,
-                                              MakeArc,
-                                              MakePie<CPieMeter>,
-                                              MakeClock,
-                                              MakeTurned<CRoundMeter>,
-                                              MakePieUpgrade,
-                                              MakeSector};
-
 } // namespace
 
 MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH)
 {
     MeterPlace place{};
-    switch (MeterFormOf(attr.nType)) {
+    const MeterTypeRow* pType = MeterTypeOf(attr.nType);
+    switch (pType ? pType->form : MeterForm::Rectangle) {
     case MeterForm::Circle:
         MapCircle(attr, rcQel, nRefW, nRefH, &place);
         break;
@@ -184,8 +88,9 @@ MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, 
 std::unique_ptr<CMeter> MakeMeterRenderer(const MeterPlace& place, HRGN hFace,
                                           const MeterSettings& settings)
 {
-    if (settings.nType < 0 || settings.nType >= METER_TYPE_COUNT) return nullptr;
-    std::unique_ptr<CMeter> pMeter = g_makers[settings.nType](place, hFace, settings);
+    const MeterTypeRow* pType = MeterTypeOf(settings.nType);
+    if (!pType) return nullptr;
+    std::unique_ptr<CMeter> pMeter = pType->pfnMake(place, hFace, settings);
     if (pMeter) PassAll(pMeter.get(), settings);
     return pMeter;
 }

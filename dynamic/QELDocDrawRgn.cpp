@@ -1,23 +1,20 @@
 // The document side of QELViewDrawRgn; see the header.
 #include "dynamic/QELDocDrawRgn.h"
 
+#include "base/Rects.h"
 #include "include/QELEngine.h"
-#include "render/Mapping.h"
 
 #include <climits>
 
 namespace {
 
 constexpr DWORD BLOCK_SIZE = sizeof(QELDRAWRGNATTR);
-constexpr CrdForm g_form = {"xyxy", true, "0 0 10 10", "left top right bottom"};
 
 } // namespace
 
-CQELDocDrawRgn::CQELDocDrawRgn(XmlContext** ppXml) noexcept : CQELDocElm(ppXml, QEL_TYPE_DRAWRGN) {}
-
-const CrdForm& CQELDocDrawRgn::GetCrdForm()
+CQELDocDrawRgn::CQELDocDrawRgn(const DocMaking& making) noexcept
+    : CQELDocElm(making, QEL_TYPE_DRAWRGN)
 {
-    return g_form;
 }
 
 std::span<const AttrRow<CQELDocDrawRgn>> CQELDocDrawRgn::Attrs()
@@ -102,7 +99,7 @@ int CQELDocDrawRgn::SetRect(const RECT& rc)
 
 int CQELDocDrawRgn::MapRect(const RECT& rcOld, const RECT& rcNew)
 {
-    ShiftCrdNumbers(m_nBox, g_form.pszLayout, g_form.bBox, ShiftsBetween(rcOld, rcNew));
+    ShiftCrdNumbers(m_nBox, FORM.pszLayout, FORM.bBox, ShiftsBetween(rcOld, rcNew));
     return 1;
 }
 
@@ -115,7 +112,7 @@ int CQELDocDrawRgn::Load()
             LoadAttr(this, row, Xml());
             if (row.nId == ATTR_STYLE && m_nStyle < 0) m_nStyle = nBefore; // ignored
         } else if (const char* pszCrd = GetXmlAttr(Xml(), row.nId)) {
-            ParseCrdNumbers(pszCrd, g_form.pszLayout, m_nBox);
+            ParseCrdNumbers(pszCrd, FORM.pszLayout, m_nBox);
         }
     }
     return 1;
@@ -130,7 +127,7 @@ int CQELDocDrawRgn::Save()
             continue;
         }
         char szCrd[CRD_TEXT_SIZE];
-        WriteAttrText(Writer(), row.nId, szCrd, FormatCrdNumbers(m_nBox, g_form.pszLayout, szCrd));
+        WriteAttrText(Writer(), row.nId, szCrd, FormatCrdNumbers(m_nBox, FORM.pszLayout, szCrd));
     }
     return 1;
 }

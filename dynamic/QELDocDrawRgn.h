@@ -6,11 +6,15 @@
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
 
+#include "include/QELEngine.h"
+
 #include <span>
 
 class CQELDocDrawRgn final : public CQELDocElm {
 public:
-    explicit CQELDocDrawRgn(XmlContext** ppXml) noexcept;
+    using Record = QELDRAWRGNATTR;
+
+    explicit CQELDocDrawRgn(const DocMaking& making) noexcept;
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;
@@ -26,7 +30,7 @@ public:
 
     static std::span<const AttrRow<CQELDocDrawRgn>> Attrs();
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
-    static const CrdForm& GetCrdForm();
+    static constexpr CrdForm FORM = {"xyxy", true, "0 0 10 10", "left top right bottom"};
 
 private:
     int32_t m_nStyle = 0;

@@ -1,9 +1,9 @@
 // The document side of QELViewMeter; see the header.
 #include "dynamic/QELDocMeter.h"
 
+#include "base/Rects.h"
 #include "dynamic/Selectors.h"
 #include "include/QELEngine.h"
-#include "render/Mapping.h"
 
 #include <climits>
 
@@ -40,7 +40,7 @@ bool IsCleanType(const char* pszText)
 
 bool HasType(int32_t nType)
 {
-    return nType >= 0 && nType < METER_TYPE_COUNT;
+    return MeterTypeOf(nType) != nullptr;
 }
 
 } // namespace
@@ -49,19 +49,8 @@ const AttrForm g_formMeterType = {"a type of meter", ParseType, FormatType, IsCl
 
 MeterForm MeterFormOf(int32_t nType)
 {
-    switch (nType) {
-    case 4:
-    case 7:
-    case 8:
-    case 10:
-        return MeterForm::Circle;
-    case 5:
-    case 6:
-    case 9:
-        return MeterForm::Arc;
-    default:
-        return MeterForm::Rectangle;
-    }
+    const MeterTypeRow* pType = MeterTypeOf(nType);
+    return pType ? pType->form : MeterForm::Rectangle;
 }
 
 bool TakeMeterBlock(const void* pBlock, tagQELMETERATTR* pOut)
@@ -74,7 +63,7 @@ bool TakeMeterBlock(const void* pBlock, tagQELMETERATTR* pOut)
     return pOut->nMin >= 1 && pOut->nMax >= 1 && pOut->nMin <= pOut->nMax;
 }
 
-CQELDocMeter::CQELDocMeter(XmlContext** ppXml) noexcept : CQELDocElm(ppXml, QEL_TYPE_METER) {}
+CQELDocMeter::CQELDocMeter(const DocMaking& making) noexcept : CQELDocElm(making, QEL_TYPE_METER) {}
 
 const CrdForm& CQELDocMeter::CrdFormOf(int32_t nType)
 {

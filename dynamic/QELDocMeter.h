@@ -4,20 +4,23 @@
 #include "document/Attributes.h"
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
+#include "dynamic/MeterTypes.h"
+
+#include "include/QELEngine.h"
 
 #include <span>
 
 constexpr int32_t METER_WORDS = 9;
 
-// The three forms of a meter's geometry.
-enum class MeterForm { Rectangle, Circle, Arc };
-MeterForm MeterFormOf(int32_t nType);
+MeterForm MeterFormOf(int32_t nType); // a rectangle for an unknown type
 
 extern const AttrForm g_formMeterType; // a keyword; an unknown one reads as 0, "vert"
 
 class CQELDocMeter final : public CQELDocElm {
 public:
-    explicit CQELDocMeter(XmlContext** ppXml) noexcept;
+    using Record = QELMETERATTR;
+
+    explicit CQELDocMeter(const DocMaking& making) noexcept;
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;

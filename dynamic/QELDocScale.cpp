@@ -1,9 +1,9 @@
 // The document side of QELViewScale; see the header.
 #include "dynamic/QELDocScale.h"
 
+#include "base/Rects.h"
 #include "dynamic/Selectors.h"
 #include "include/QELEngine.h"
-#include "render/Mapping.h"
 
 #include <climits>
 
@@ -37,7 +37,7 @@ bool IsCleanType(const char* pszText)
 
 const AttrForm g_formScaleType = {"a type of scale", ParseType, FormatType, IsCleanType};
 
-CQELDocScale::CQELDocScale(XmlContext** ppXml) noexcept : CQELDocElm(ppXml, QEL_TYPE_SCALE) {}
+CQELDocScale::CQELDocScale(const DocMaking& making) noexcept : CQELDocElm(making, QEL_TYPE_SCALE) {}
 
 const CrdForm& CQELDocScale::CrdFormOf(int32_t nType)
 {

@@ -5,6 +5,8 @@
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
 
+#include "include/QELEngine.h"
+
 #include <span>
 
 constexpr int32_t SCALE_ROUND = 4; // the first of the types with a centre
@@ -15,7 +17,9 @@ extern const AttrForm g_formScaleType; // a keyword; an unknown one reads as 0, 
 
 class CQELDocScale final : public CQELDocElm {
 public:
-    explicit CQELDocScale(XmlContext** ppXml) noexcept;
+    using Record = QELSCALEATTR;
+
+    explicit CQELDocScale(const DocMaking& making) noexcept;
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;

@@ -5,7 +5,9 @@
 
 #include <climits>
 
-CQELDocStatus::CQELDocStatus(XmlContext** ppXml) noexcept : CQELDocElm(ppXml, QEL_TYPE_STATUS) {}
+CQELDocStatus::CQELDocStatus(const DocMaking& making) noexcept : CQELDocElm(making, QEL_TYPE_STATUS)
+{
+}
 
 std::span<const AttrRow<CQELDocStatus>> CQELDocStatus::Attrs()
 {

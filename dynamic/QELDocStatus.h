@@ -5,11 +5,15 @@
 #include "document/Attributes.h"
 #include "document/QELDocElm.h"
 
+#include "include/QELEngine.h"
+
 #include <span>
 
 class CQELDocStatus final : public CQELDocElm {
 public:
-    explicit CQELDocStatus(XmlContext** ppXml) noexcept;
+    using Record = QELWORDATTR;
+
+    explicit CQELDocStatus(const DocMaking& making) noexcept;
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;

@@ -1,9 +1,9 @@
 // The draw-region view; see the header.
 #include "dynamic/QELViewDrawRgn.h"
 
+#include "base/GdiScopes.h"
 #include "brush/ShownDraft.h"
 #include "render/Border3D.h"
-#include "render/GdiScopes.h"
 #include "render/Mapping.h"
 
 #include <cstring>

@@ -6,8 +6,8 @@
 
 class CQELViewDrawRgn final : public CQELViewParam {
 public:
-    CQELViewDrawRgn(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewParam(nRefW, nRefH, QEL_TYPE_DRAWRGN)
+    CQELViewDrawRgn(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewParam(nRefW, nRefH, QEL_TYPE_DRAWRGN, pPool)
     {
     }
 
@@ -21,10 +21,10 @@ public:
 
     // The host's parameters 1 to 3. Here parameter 2 is the background and 3 the hatch colour, the
     // other way round than in shapes: deliberate.
-    int SetHostParam(int32_t nIndex, uint32_t nValue);
-    int GetHostParam(int32_t nIndex, uint32_t* pnValue) const;
+    int SetHostParam(int32_t nIndex, uint32_t nValue) override;
+    int GetHostParam(int32_t nIndex, uint32_t* pnValue) const override;
 
-    int GetGraphRect(const RECT& rcQel, RECT* prcOut) const; // 0 when the mapping fails
+    int GetGraphRect(const RECT& rcQel, RECT* prcOut) const override; // 0 when the mapping fails
 
 private:
     [[nodiscard]] bool HasBorder() const;

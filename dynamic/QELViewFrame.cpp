@@ -41,3 +41,15 @@ uint32_t CQELViewFrame::GetParamMask() const
 {
     return QEL_MASK_COLOR; // without asking the children
 }
+
+int CQELViewFrame::SetHostParam(int32_t nIndex, uint32_t nValue)
+{
+    return nIndex == QEL_PARAM_COLOR ? SetColorParam(nValue) : 0;
+}
+
+int CQELViewFrame::GetHostParam(int32_t nIndex, uint32_t* pnValue) const
+{
+    if (nIndex != QEL_PARAM_COLOR) return 0;
+    *pnValue = m_clr;
+    return 1;
+}

@@ -6,8 +6,8 @@
 
 class CQELViewFrame final : public CQELViewParam {
 public:
-    CQELViewFrame(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewParam(nRefW, nRefH, QEL_TYPE_FRAME)
+    CQELViewFrame(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewParam(nRefW, nRefH, QEL_TYPE_FRAME, pPool)
     {
     }
 
@@ -19,6 +19,8 @@ public:
     int SetColorParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
 
+    int SetHostParam(int32_t nIndex, uint32_t nValue) override;
+    int GetHostParam(int32_t nIndex, uint32_t* pnValue) const override;
     [[nodiscard]] uint32_t Color() const { return m_clr; }
 
 private:

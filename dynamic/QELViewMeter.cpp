@@ -1,19 +1,17 @@
 // The view of a meter; see the header.
 #include "dynamic/QELViewMeter.h"
 
+#include "base/GdiScopes.h"
+#include "base/Shown.h"
+#include "base/WrapMath.h"
 #include "dynamic/MeterRenderer.h"
 #include "dynamic/QELDocMeter.h"
 #include "meter/SectorMeter.h"
-#include "render/GdiScopes.h"
-#include "render/Shown.h"
-#include "render/WrapMath.h"
 
 #include <cstring>
 #include <utility>
 
 namespace {
-
-constexpr int32_t TYPE_SECTOR = 10;
 
 // What a meter adds to the mask of supported parameters.
 constexpr uint32_t MASK_ALWAYS = 0x2060;
@@ -23,24 +21,10 @@ constexpr uint32_t MASK_USES_PIN = 0x200;
 constexpr uint32_t MASK_SHOWS_PIN = 0x002;
 constexpr uint32_t MASK_LABELS = 0x800;
 
-// By type; of the bars only when there are shapes as a face.
-constexpr uint32_t g_typeMasks[METER_TYPE_COUNT] = {
-    0x80, 0x800080, 0x80, 0x800080, 0x480080, 0x480080, 0x80, 0x300081, 0x780081, 0x100080, 0};
-
-bool IsBarType(int32_t nType)
-{
-    return (MeterTypeBit(nType) & METER_BARS) != 0;
-}
-
-bool IsDialType(int32_t nType)
-{
-    return nType > 3 && nType < TYPE_SECTOR;
-}
-
 } // namespace
 
-CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH) noexcept
-    : CQELViewParam(nRefW, nRefH, QEL_TYPE_METER)
+CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH, CPool* pPool) noexcept
+    : CQELViewParam(nRefW, nRefH, QEL_TYPE_METER, pPool)
 {
     for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n) m_nProperties[n] = FindSelector(n)->nDefault;
 }
@@ -81,7 +65,7 @@ MeterSettings CQELViewMeter::Settings() const
 
 bool CQELViewMeter::UsesFaceRegion() const
 {
-    return IsBarType(m_attr.nType) || m_attr.nType == TYPE_SECTOR;
+    return MeterTypeOf(m_attr.nType) && MeterTypeOf(m_attr.nType)->UsesFace();
 }
 
 int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
@@ -173,7 +157,7 @@ void CQELViewMeter::MakeRenderer(const RECT& rcQel)
 
 void CQELViewMeter::PassPins()
 {
-    if (m_attr.nType != TYPE_SECTOR || m_nLastPin == 0) return;
+    if (m_attr.nType != METER_SECTOR || m_nLastPin == 0) return;
     auto* pSectors = static_cast<CSectorMeter*>(m_pRenderer.get());
     if (m_bFloats)
         pSectors->SetSectorValues(m_fPins);
@@ -251,6 +235,18 @@ int CQELViewMeter::SetBase(float fValue)
     m_nProperties[QEL_SEL_BASE_VALUE] = static_cast<uint32_t>(TruncToInt(fValue));
     PassToRenderer(*FindSelector(QEL_SEL_BASE_VALUE));
     return 1;
+}
+
+int CQELViewMeter::GetBase(float* pfValue) const
+{
+    *pfValue = m_fBase;
+    return 1;
+}
+
+bool CQELViewMeter::KnowsSelector(uint32_t nSelector) const
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    return pRow && pRow->pszMeaning;
 }
 
 int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)
@@ -346,10 +342,10 @@ uint32_t CQELViewMeter::GetParamMask() const
     if (m_attr.bUsePin) nMask |= MASK_USES_PIN;
     if (m_attr.bUsePin && m_nProperties[QEL_SEL_SHOW_PIN]) nMask |= MASK_SHOWS_PIN;
     if (m_nProperties[QEL_SEL_SHOW_LABELS]) nMask |= MASK_LABELS;
-    const int32_t nType = m_attr.nType;
+    const MeterTypeRow* pType = MeterTypeOf(m_attr.nType);
     const bool bHasFace = FirstShapeBelow(const_cast<CQELViewMeter*>(this)) != nullptr;
-    if (MeterTypeBit(nType) && (bHasFace || !IsBarType(nType))) nMask |= g_typeMasks[nType];
-    if (IsDialType(nType) && m_attr.nFlags == 0) nMask |= QEL_MASK_KEEP;
+    if (pType && (bHasFace || pType->family != MeterFamily::Bar)) nMask |= pType->nParamMask;
+    if (pType && !pType->UsesFace() && m_attr.nFlags == 0) nMask |= QEL_MASK_KEEP;
     if (m_attr.nFlags & QEL_KEEP_ANCHOR_MASK) nMask |= QEL_MASK_KEEP;
     return nMask;
 }

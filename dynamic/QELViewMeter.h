@@ -10,11 +10,10 @@
 #include <memory>
 
 constexpr uint32_t METER_FULL_REDRAW = 0x1000000; // in a meter's flags
-constexpr uint32_t METER_PINS = 32;               // numbered from 1
 
 class CQELViewMeter final : public CQELViewParam {
 public:
-    CQELViewMeter(int32_t nRefW, int32_t nRefH) noexcept;
+    CQELViewMeter(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept;
     ~CQELViewMeter() override;
 
     int NewInstance(CQELViewElm** ppOut) const override;
@@ -28,22 +27,27 @@ public:
     int SetDraftBackParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
 
-    [[nodiscard]] uint32_t HostId() const { return m_attr.nId; }
-    [[nodiscard]] bool WantsFullRedraw() const { return m_attr.nFlags & METER_FULL_REDRAW; }
+    [[nodiscard]] uint32_t HostId() const override { return m_attr.nId; }
+    [[nodiscard]] bool WantsFullRedraw() const override
+    {
+        return m_attr.nFlags & METER_FULL_REDRAW;
+    }
+    [[nodiscard]] bool KnowsSelector(uint32_t nSelector) const override;
 
     // Any selector but the value. 0: not known to meters, or the value is refused.
-    int SetProperty(uint32_t nSelector, uint32_t nValue);
-    int GetProperty(uint32_t nSelector, uint32_t* pnValue) const;
+    int SetProperty(uint32_t nSelector, uint32_t nValue) override;
+    int GetProperty(uint32_t nSelector, uint32_t* pnValue) const override;
     // The base value is one setting in two forms: an integer sets both, a float its own and its
     // whole part; each form reads its own.
-    int SetBase(float fValue);
+    int SetBase(float fValue) override;
+    int GetBase(float* pfValue) const override;
     [[nodiscard]] float Base() const { return m_fBase; }
 
     // The main value (nPin 0) or that of a pin, 1 to 32. The form that was set last is drawn.
-    int SetValue(uint32_t nPin, uint32_t nValue);
-    int SetValue(uint32_t nPin, float fValue);
-    int GetValue(uint32_t nPin, uint32_t* pnValue) const;
-    int GetValue(uint32_t nPin, float* pfValue) const;
+    int SetValue(uint32_t nPin, uint32_t nValue) override;
+    int SetValue(uint32_t nPin, float fValue) override;
+    int GetValue(uint32_t nPin, uint32_t* pnValue) const override;
+    int GetValue(uint32_t nPin, float* pfValue) const override;
 
     [[nodiscard]] const CMeter* Renderer() const { return m_pRenderer.get(); }
 

@@ -2,11 +2,13 @@
 // frame. It adds no data; what a derived class has to supply stays open here.
 #pragma once
 
+#include "render/HostDriven.h"
 #include "render/QELViewShape.h"
 
-class CQELViewParam : public CQELViewElm {
+class CQELViewParam : public CQELViewElm, public CHostDriven {
 public:
-    CQELViewParam(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept : CQELViewElm(nRefW, nRefH)
+    CQELViewParam(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool = nullptr) noexcept
+        : CQELViewElm(nRefW, nRefH, pPool)
     {
         SetType(nType);
     }
@@ -16,6 +18,7 @@ public:
     int GetAttrBlock(void* pBlock) const override = 0;
     int SetAttrBlock(const void* pBlock) override = 0;
     [[nodiscard]] uint32_t GetParamMask() const override = 0;
+    [[nodiscard]] CHostDriven* HostSide() override { return this; }
 };
 
 // The blocks of the views that have no data to exchange: one word, read as 0, and any block is

@@ -6,8 +6,8 @@
 
 class CQELViewPattern final : public CQELViewParam {
 public:
-    CQELViewPattern(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewParam(nRefW, nRefH, QEL_TYPE_PATTERN)
+    CQELViewPattern(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewParam(nRefW, nRefH, QEL_TYPE_PATTERN, pPool)
     {
     }
 
@@ -20,8 +20,8 @@ public:
 
     // The host's parameters 1 to 3, given to the pattern directly; the broadcast to flagged shapes
     // passes through it. A hatch outside 0 to 37 leaves the stored one, which is applied again.
-    int SetHostParam(int32_t nIndex, uint32_t nValue);
-    int GetHostParam(int32_t nIndex, uint32_t* pnValue) const;
+    int SetHostParam(int32_t nIndex, uint32_t nValue) override;
+    int GetHostParam(int32_t nIndex, uint32_t* pnValue) const override;
 
 private:
     int32_t m_nDraft = 0;

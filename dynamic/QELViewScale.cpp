@@ -1,11 +1,12 @@
 // The view of a scale; see the header.
 #include "dynamic/QELViewScale.h"
 
+#include "base/DrawLimits.h"
+#include "base/GdiScopes.h"
 #include "brush/ShownDraft.h"
 #include "dynamic/QELDocScale.h"
+#include "dynamic/Selectors.h"
 #include "meter/DialGeometry.h"
-#include "render/DrawLimits.h"
-#include "render/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 
@@ -319,6 +320,24 @@ int CQELViewScale::SetValue(float fValue)
     m_value.fValue = fValue;
     m_value.bFloat = true;
     return 1;
+}
+
+int CQELViewScale::SetValue(uint32_t nPin, float fValue)
+{
+    return nPin == 0 ? SetValue(fValue) : 0;
+}
+
+int CQELViewScale::GetValue(uint32_t nPin, float* pfValue) const
+{
+    if (nPin != 0) return 0;
+    *pfValue = m_value.fValue;
+    return 1;
+}
+
+bool CQELViewScale::KnowsSelector(uint32_t nSelector) const
+{
+    const SelectorRow* pRow = FindSelector(nSelector);
+    return pRow && pRow->pszForScale;
 }
 
 int CQELViewScale::GetAttrBlockSize(int* pnSize) const

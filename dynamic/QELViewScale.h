@@ -7,8 +7,8 @@
 
 class CQELViewScale final : public CQELViewParam {
 public:
-    CQELViewScale(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewParam(nRefW, nRefH, QEL_TYPE_SCALE)
+    CQELViewScale(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewParam(nRefW, nRefH, QEL_TYPE_SCALE, pPool)
     {
     }
 
@@ -24,14 +24,17 @@ public:
     int SetDraftBackParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
 
-    [[nodiscard]] uint32_t HostId() const { return m_attr.nId; }
+    [[nodiscard]] uint32_t HostId() const override { return m_attr.nId; }
+    [[nodiscard]] bool KnowsSelector(uint32_t nSelector) const override;
 
     // Selectors 0 to 6. 0: not known to scales, or refused (a number of divisions below 1).
-    int SetProperty(uint32_t nSelector, uint32_t nValue);
-    int GetProperty(uint32_t nSelector, uint32_t* pnValue) const;
+    int SetProperty(uint32_t nSelector, uint32_t nValue) override;
+    int GetProperty(uint32_t nSelector, uint32_t* pnValue) const override;
     // The form of the value that was set last is drawn.
     int SetValue(float fValue);
     [[nodiscard]] float FloatValue() const { return m_value.fValue; }
+    int SetValue(uint32_t nPin, float fValue) override;
+    int GetValue(uint32_t nPin, float* pfValue) const override;
 
 private:
     void DrawStraight(HDC hdc, const RECT& rc) const;

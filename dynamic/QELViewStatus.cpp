@@ -7,7 +7,8 @@ constexpr KeywordRow g_statusKindRows[] = {
     {0, "switch"}, {1, "meter"}, {2, "draw"}, {KEYWORD_NONE, nullptr}};
 static_assert(IsSoundTable(g_statusKindRows));
 
-CQELViewStatus::CQELViewStatus(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
+CQELViewStatus::CQELViewStatus(int32_t nRefW, int32_t nRefH, CPool* pPool) noexcept
+    : CQELViewElm(nRefW, nRefH, pPool)
 {
     SetType(QEL_TYPE_STATUS);
 }

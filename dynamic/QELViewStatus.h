@@ -2,7 +2,8 @@
 // equals its own, or is 0xFFFFFFFF. The document side is dynamic/QELDocStatus.h.
 #pragma once
 
-#include "render/Keywords.h"
+#include "base/Keywords.h"
+#include "render/HostDriven.h"
 #include "render/QELViewElm.h"
 
 constexpr uint32_t STATUS_SHOW_ALL = 0xFFFFFFFF;
@@ -10,9 +11,9 @@ constexpr uint32_t STATUS_SHOW_ALL = 0xFFFFFFFF;
 // The kinds of status pictures. An element has no kind of its own: the table only names them.
 extern const KeywordRow g_statusKindRows[];
 
-class CQELViewStatus final : public CQELViewElm {
+class CQELViewStatus final : public CQELViewElm, public CHostDriven {
 public:
-    CQELViewStatus(int32_t nRefW, int32_t nRefH) noexcept;
+    CQELViewStatus(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept;
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
@@ -21,8 +22,9 @@ public:
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override; // any number; a negative one is never shown
 
-    [[nodiscard]] uint32_t Status() const { return m_nStatus; }
-    void SetStatus(uint32_t nStatus) { m_nStatus = nStatus; }
+    [[nodiscard]] CHostDriven* HostSide() override { return this; }
+    [[nodiscard]] uint32_t Status() const override { return m_nStatus; }
+    void SetStatus(uint32_t nStatus) override { m_nStatus = nStatus; }
 
 private:
     int32_t m_nOwn = -1;

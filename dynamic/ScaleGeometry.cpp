@@ -1,8 +1,8 @@
 // The numbers of a scale element; see the header.
 #include "dynamic/ScaleGeometry.h"
 
+#include "base/WrapMath.h"
 #include "render/Mapping.h"
-#include "render/WrapMath.h"
 
 #include <cmath>
 

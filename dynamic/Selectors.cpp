@@ -9,10 +9,6 @@
 
 namespace {
 
-constexpr int32_t TYPE_PIE = 6;
-constexpr int32_t TYPE_PIE_UPGRADE = 9;
-constexpr int32_t TYPE_SECTOR = 10;
-
 constexpr uint32_t Types(std::initializer_list<int32_t> types)
 {
     uint32_t nBits = 0;
@@ -20,14 +16,15 @@ constexpr uint32_t Types(std::initializer_list<int32_t> types)
     return nBits;
 }
 
-constexpr uint32_t PIES = Types({TYPE_PIE, TYPE_PIE_UPGRADE});
-constexpr uint32_t BARS_3D = Types({1, 3});
-constexpr uint32_t BARS_AND_DIALS = METER_ALL & ~Types({TYPE_SECTOR});
+constexpr uint32_t PIES = Types({METER_PIE, METER_PIE_UPGRADE});
+constexpr uint32_t BARS_3D = Types({METER_VERT3D, METER_HORZ3D});
+constexpr uint32_t BARS_AND_DIALS = METER_ALL & ~Types({METER_SECTOR});
+constexpr uint32_t ALARMED = Types({METER_ROUND, METER_ARC, METER_ROUND_UPGRADE});
 constexpr uint32_t GREY = 0xAAAAAA;
 
 bool IsBar(const MeterSettings& settings)
 {
-    return (MeterTypeBit(settings.nType) & METER_BARS) != 0;
+    return MeterTypeOf(settings.nType)->family == MeterFamily::Bar;
 }
 
 CArcMeter* Dial(CMeter* pMeter)
@@ -136,7 +133,8 @@ constexpr SelectorRow g_rows[] = {
     {QEL_SEL_MAJOR_EVERY, "major-every", F::Count, 5, METER_ALL,
      Plain<QEL_SEL_MAJOR_EVERY, uint32_t, &CMeter::SetMajorEvery>,
      "every which tick is a major one with a number; 0: none", nullptr},
-    {QEL_SEL_FULL_CIRCLE, "full-circle", F::Switch, 0, Types({4, 7, 8, TYPE_SECTOR}), nullptr,
+    {QEL_SEL_FULL_CIRCLE, "full-circle", F::Switch, 0,
+     Types({METER_ROUND, METER_CLOCK, METER_ROUND_UPGRADE, METER_SECTOR}), nullptr,
      "1: the scale runs all around, 0: from 30 to 330 degrees; anything else, and the current "
      "value, is refused",
      nullptr},
@@ -152,9 +150,9 @@ constexpr SelectorRow g_rows[] = {
     {QEL_SEL_HIGH_LIMIT, "high-limit", F::Number, 10, METER_ALL,
      Plain<QEL_SEL_HIGH_LIMIT, int32_t, &CMeter::SetHighLimit>, "values above are in the high zone",
      nullptr},
-    {QEL_SEL_LOW_COLOR, "low-color", F::Colour, GREY, Types({4, 5, 8}),
+    {QEL_SEL_LOW_COLOR, "low-color", F::Colour, GREY, ALARMED,
      DialColour<QEL_SEL_LOW_COLOR, &CArcMeter::SetLowColor>, "colour of the low zone", nullptr},
-    {QEL_SEL_HIGH_COLOR, "high-color", F::Colour, GREY, Types({4, 5, 8}),
+    {QEL_SEL_HIGH_COLOR, "high-color", F::Colour, GREY, ALARMED,
      DialColour<QEL_SEL_HIGH_COLOR, &CArcMeter::SetHighColor>, "colour of the high zone", nullptr},
     {QEL_SEL_REVERSE, "reverse", F::Switch, 0, METER_ALL,
      Plain<QEL_SEL_REVERSE, int32_t, &CMeter::SetReverse>,
@@ -168,26 +166,28 @@ constexpr SelectorRow g_rows[] = {
     {QEL_SEL_FILL_ONLY, "fill-only", F::Switch, 0, METER_ALL,
      Plain<QEL_SEL_FILL_ONLY, int32_t, &CMeter::SetFillOnly>,
      "bars paint no empty part, and the face's shapes are drawn as outlines", nullptr},
-    {QEL_SEL_ANGLE_OFFSET, "angle", F::Number, 0, Types({4, 5, 8}), nullptr,
+    {QEL_SEL_ANGLE_OFFSET, "angle", F::Number, 0, ALARMED, nullptr,
      "degrees by which the dial is turned clockwise (\"round\" and \"roundUpgrade\"; an \"Arc\" "
      "has its angles in the file)",
      nullptr},
-    {QEL_SEL_PIN_STYLE, "pin-style", F::Code, 0, Types({7, 8}),
+    {QEL_SEL_PIN_STYLE, "pin-style", F::Code, 0, Types({METER_CLOCK, METER_ROUND_UPGRADE}),
      DialNumber<QEL_SEL_PIN_STYLE, &CArcMeter::SetPinStyle>,
      "style of needle or hands, 0 to 4; above, none is drawn", nullptr},
-    {QEL_SEL_AXIS_STYLE, "axis-style", F::Code, 0, Types({7, 8, TYPE_PIE_UPGRADE}),
+    {QEL_SEL_AXIS_STYLE, "axis-style", F::Code, 0,
+     Types({METER_CLOCK, METER_ROUND_UPGRADE, METER_PIE_UPGRADE}),
      DialNumber<QEL_SEL_AXIS_STYLE, &CArcMeter::SetAxisStyle>, "style of bands and ticks, 0 to 3",
      nullptr},
     {QEL_SEL_SHOW_FRAME, "frame", F::Switch, 0, BARS_3D,
      Plain<QEL_SEL_SHOW_FRAME, int32_t, &CMeter::SetShowFrame>, "show the outline of the 3D body",
      nullptr},
-    {QEL_SEL_SHOW_VALUE, "read-out", F::Switch, 0, BARS_3D | Types({8, TYPE_SECTOR}),
+    {QEL_SEL_SHOW_VALUE, "read-out", F::Switch, 0,
+     BARS_3D | Types({METER_ROUND_UPGRADE, METER_SECTOR}),
      Plain<QEL_SEL_SHOW_VALUE, int32_t, &CMeter::SetShowValue>, "show the value as a number",
      nullptr},
     {QEL_SEL_FRAME_OPTION, "frame-option", F::Code, 0, BARS_3D,
      Plain<QEL_SEL_FRAME_OPTION, int32_t, &CMeter::SetFrameOption>,
      "1: the 3D body is a cylinder, else a box", nullptr},
-    {QEL_SEL_SECTOR_COUNT, "sectors", F::Count, 0, Types({TYPE_SECTOR}), PassSectors,
+    {QEL_SEL_SECTOR_COUNT, "sectors", F::Count, 0, Types({METER_SECTOR}), PassSectors,
      "number of sectors, at most 32", nullptr},
     {QEL_SEL_FONT_SIZE, "font", F::Code, 0, METER_ALL,
      Plain<QEL_SEL_FONT_SIZE, uint32_t, &CMeter::SetFontSize>,
@@ -203,12 +203,6 @@ consteval bool StandsInOrder()
 }
 static_assert(StandsInOrder(), "a selector is the place of its row");
 
-constexpr KeywordRow g_meterTypes[] = {{0, "vert"},       {1, "vert3d"},  {2, "horz"},
-                                       {3, "horz3d"},     {4, "round"},   {5, "Arc"},
-                                       {6, "pie"},        {7, "clock"},   {8, "roundUpgrade"},
-                                       {9, "pieUpgrade"}, {10, "sector"}, {KEYWORD_NONE, nullptr}};
-static_assert(IsSoundTable(g_meterTypes));
-
 constexpr KeywordRow g_scaleTypes[] = {{0, "vrtleft"},         {1, "vrtright"}, {2, "horizup"},
                                        {3, "horizdn"},         {4, "round"},    {5, "Arc"},
                                        {KEYWORD_NONE, nullptr}};
@@ -217,7 +211,6 @@ static_assert(IsSoundTable(g_scaleTypes));
 } // namespace
 
 const SelectorRow* const g_selectorRows = g_rows;
-const KeywordRow* const g_meterTypeRows = g_meterTypes;
 const KeywordRow* const g_scaleTypeRows = g_scaleTypes;
 
 uint32_t MeterSettings::Resolved(uint32_t clr) const
@@ -236,8 +229,8 @@ void PassAll(CMeter* pMeter, const MeterSettings& settings)
     PassDraft(pMeter, settings);
     for (const SelectorRow& row : g_rows)
         if (row.pfnPass && (row.nMeterTypes & nType)) row.pfnPass(pMeter, settings);
-    pMeter->SetShowFill(nType & (METER_BARS | PIES | Types({TYPE_SECTOR})) ? 1 : 0);
-    if (settings.nType == TYPE_PIE_UPGRADE) pMeter->SetShowFrame(1);
+    pMeter->SetShowFill(MeterTypeOf(settings.nType)->family == MeterFamily::Dial ? 0 : 1);
+    if (settings.nType == METER_PIE_UPGRADE) pMeter->SetShowFrame(1);
 }
 
 void PassDraft(CMeter* pMeter, const MeterSettings& settings)

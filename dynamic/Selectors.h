@@ -4,7 +4,8 @@
 // all go by these rows.
 #pragma once
 
-#include "render/Keywords.h"
+#include "base/Keywords.h"
+#include "dynamic/MeterTypes.h"
 
 #include <cstdint>
 
@@ -12,14 +13,7 @@ class CMeter;
 
 enum class SelectorForm { Number, Count, Switch, Colour, Code };
 
-constexpr int32_t METER_TYPE_COUNT = 11;
-constexpr uint32_t METER_BARS = 0x00F;
-constexpr uint32_t METER_ALL = 0x7FF;
-
-constexpr uint32_t MeterTypeBit(int32_t nType)
-{
-    return nType >= 0 && nType < METER_TYPE_COUNT ? 1U << nType : 0;
-}
+constexpr uint32_t METER_ALL = (1U << METER_TYPE_COUNT) - 1;
 
 // The state of a meter that its renderer follows.
 struct MeterSettings {
@@ -57,8 +51,7 @@ extern const SelectorRow* const g_selectorRows;
 
 // The row of a selector, null for 34 and above.
 const SelectorRow* FindSelector(uint32_t nSelector);
-// The keywords of "mtype" and "sctype".
-extern const KeywordRow* const g_meterTypeRows;
+// The keywords of "sctype".
 extern const KeywordRow* const g_scaleTypeRows;
 
 // A new renderer's own settings: everything that its type follows, and the fixed switches.

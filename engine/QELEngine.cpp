@@ -2,6 +2,7 @@
 #include "engine/QELEngine.h"
 
 #include "document/QELDocShape.h"
+#include "engine/ElementTypes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 #include "render/QELViewShape.h"
@@ -12,6 +13,12 @@ namespace {
 
 constexpr std::size_t NAMED_PATH_SIZE = 256;
 
+bool TakesHostValues(const CQELDocElm& elm)
+{
+    const ElementType* pType = g_elementTypes.Row(elm.Type());
+    return pType && pType->Is(TRAIT_HOST_VALUES);
+}
+
 // The meter that an element is in; null for none.
 const CQELDocElm* MeterAround(const CQELDocElm* pElm)
 {
@@ -21,6 +28,11 @@ const CQELDocElm* MeterAround(const CQELDocElm* pElm)
 }
 
 } // namespace
+
+CQELEngine::CQELEngine(bool bShowOnly) noexcept
+    : m_document(g_elementTypes), m_view(g_elementTypes), m_bShowOnly(bShowOnly)
+{
+}
 
 CQELEngine::~CQELEngine()
 {
@@ -84,10 +96,10 @@ int CQELEngine::BuildViews()
 int CQELEngine::MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter)
 {
     if (!MakeView(pTop, pParent, pAfter)) return 0;
-    bool bAnyDynamic = CQELView::IsDynamic(pTop->Type());
+    bool bAnyDynamic = TakesHostValues(*pTop);
     for (CQELDocElm* pElm = pTop->NextInTree(pTop); pElm; pElm = pElm->NextInTree(pTop)) {
         if (!MakeView(pElm, pElm->Parent()->View(), nullptr)) return 0;
-        bAnyDynamic |= CQELView::IsDynamic(pElm->Type());
+        bAnyDynamic |= TakesHostValues(*pElm);
     }
     if (!bAnyDynamic || !IsInPicture(pTop)) return 1; // it takes no host values
     if (!m_view.ReservePlaces(pTop->View())) return 0;

@@ -3,14 +3,14 @@
 // elements are linked to the document elements that they draw.
 #pragma once
 
+#include "base/Handles.h"
 #include "document/QELDocument.h"
-#include "engine/Handles.h"
 #include "render/QELView.h"
 
 class CQELEngine {
 public:
     // bShowOnly: the document's elements are dropped once the view is built.
-    explicit CQELEngine(bool bShowOnly) noexcept : m_bShowOnly(bShowOnly) {}
+    explicit CQELEngine(bool bShowOnly) noexcept;
     virtual ~CQELEngine();
     CQELEngine(const CQELEngine&) = delete;
     CQELEngine& operator=(const CQELEngine&) = delete;

@@ -2,7 +2,7 @@
 // same path share one engine, which lives until the last of them is closed.
 #pragma once
 
-#include "engine/Handles.h"
+#include "base/Handles.h"
 #include "engine/QELEngine.h"
 
 class CShowOnlyRecord {

@@ -1,8 +1,8 @@
 // Prints the dictionary of the fuzzers, fuzz/qel.dict, from the engine's own tables: the tags, the
 // attributes with a value of each, the keywords and the marks of the format. fuzz/dictionary.sh
 // puts it in place and tells whether it is current.
-#include "document/Tags.h"
 #include "dynamic/Selectors.h"
+#include "engine/ElementTypes.h"
 
 #include <cstdio>
 #include <string>
@@ -24,7 +24,8 @@ void Entry(std::string_view text)
     std::puts("\"");
 }
 
-void Keywords(const char* pszAttr, const KeywordRow* pRows)
+template <class Row>
+void Keywords(const char* pszAttr, const Row* pRows)
 {
     for (; pRows->pszName; ++pRows) Entry(std::string(pszAttr) + "=\"" + pRows->pszName + "\"");
 }
@@ -50,16 +51,17 @@ void VisitAttr(const AttrInfo& info, void*)
 int main()
 {
     std::puts("# Made by fuzz/dictionary.sh from the engine's tables.");
-    for (const TagRow* pRow = g_tagRows; pRow->pszName; ++pRow) {
+    for (const ElementType* pRow = g_elementTypes.Rows(); pRow->pszName; ++pRow) {
         const std::string name = pRow->pszName;
         Entry("<" + name);
         Entry("<" + name + "/>");
         Entry("</" + name + ">");
         // The shapes all have the attributes of the first of them.
-        const bool bSameAsLast = pRow != g_tagRows && pRow[-1].pfnVisitAttrs == pRow->pfnVisitAttrs;
+        const bool bSameAsLast =
+            pRow != g_elementTypes.Rows() && pRow[-1].pfnVisitAttrs == pRow->pfnVisitAttrs;
         if (pRow->pfnVisitAttrs && !bSameAsLast) pRow->pfnVisitAttrs(VisitAttr, nullptr);
     }
-    for (const KeywordRow* pRow = g_attrNameRows; pRow->pszName; ++pRow)
+    for (const KeywordRow* pRow = g_attrNames; pRow->pszName; ++pRow)
         Entry(std::string(" ") + pRow->pszName + "=\"");
     Keywords(AttrName(ATTR_MTYPE), g_meterTypeRows);
     Keywords(AttrName(ATTR_SCTYPE), g_scaleTypeRows);

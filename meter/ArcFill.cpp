@@ -1,8 +1,8 @@
 // The filled sector; see the header.
 #include "meter/ArcFill.h"
 
+#include "base/GdiScopes.h"
 #include "meter/DialGeometry.h"
-#include "render/GdiScopes.h"
 
 namespace {
 

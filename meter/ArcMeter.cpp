@@ -1,9 +1,9 @@
 // The dial; see the header.
 #include "meter/ArcMeter.h"
 
+#include "base/WrapMath.h"
 #include "include/QELEngine.h"
 #include "meter/DialComponents.h"
-#include "render/WrapMath.h"
 
 namespace {
 

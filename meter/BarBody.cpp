@@ -1,12 +1,12 @@
 // The three-dimensional body of a bar; see the header.
 #include "meter/BarBody.h"
 
+#include "base/DrawLimits.h"
+#include "base/Rects.h"
 #include "meter/BarFill.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
 #include "meter/FaceClip.h"
-#include "render/DrawLimits.h"
-#include "render/Mapping.h"
 
 #include <algorithm>
 #include <cstring>

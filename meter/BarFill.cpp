@@ -1,8 +1,8 @@
 // What bars are filled with; see the header.
 #include "meter/BarFill.h"
 
-#include "render/DrawLimits.h"
-#include "render/GdiScopes.h"
+#include "base/DrawLimits.h"
+#include "base/GdiScopes.h"
 
 CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack,
                    COLORREF clrFore) noexcept

@@ -1,8 +1,8 @@
 // The numbers of a bar; see the header.
 #include "meter/BarGeometry.h"
 
-#include "render/Mapping.h"
-#include "render/WrapMath.h"
+#include "base/Rects.h"
+#include "base/WrapMath.h"
 
 #include <algorithm>
 

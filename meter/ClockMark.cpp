@@ -1,9 +1,9 @@
 // The numerals of the clock; see the header.
 #include "meter/ClockMark.h"
 
+#include "base/GdiScopes.h"
 #include "meter/DialComponents.h"
 #include "meter/DialGeometry.h"
-#include "render/GdiScopes.h"
 
 #include <cstdio>
 #include <cstring>

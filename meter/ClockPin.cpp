@@ -1,10 +1,10 @@
 // The hands of the clock; see the header.
 #include "meter/ClockPin.h"
 
+#include "base/DegTrig.h"
+#include "base/WrapMath.h"
 #include "meter/DialGeometry.h"
 #include "meter/DialScopes.h"
-#include "render/DegTrig.h"
-#include "render/WrapMath.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The simple components; see the header.
 #include "meter/DialComponents.h"
 
+#include "base/GdiScopes.h"
 #include "meter/DialGeometry.h"
-#include "render/GdiScopes.h"
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
 // The numbers of a dial; see the header.
 #include "meter/DialGeometry.h"
 
-#include "render/DegTrig.h"
-#include "render/WrapMath.h"
+#include "base/DegTrig.h"
+#include "base/WrapMath.h"
 
 #include <cmath>
 

@@ -3,7 +3,7 @@
 // Angles are degrees from straight down, growing clockwise: 90 is left, 180 up, 270 right.
 #pragma once
 
-#include "render/WrapMath.h"
+#include "base/WrapMath.h"
 
 #include <windows.h>
 

@@ -2,7 +2,7 @@
 // one figure or several, put back and deleted at the end of the scope.
 #pragma once
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 
 #include <cstdint>
 

@@ -1,9 +1,9 @@
 // The clip of a bar's body; see the header.
 #include "meter/FaceClip.h"
 
-#include "engine/Block.h"
-#include "render/GdiScopes.h"
-#include "render/WrapMath.h"
+#include "base/Block.h"
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The horizontal bar; see the header.
 #include "meter/LongBarMeter.h"
 
-#include "render/Mapping.h"
+#include "base/Rects.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // The meter type "horz3d"; see the header.
 #include "meter/LongBarMeter3D.h"
 
-#include "render/WrapMath.h"
+#include "base/WrapMath.h"
 
 RECT CLongBarMeter3D::Column() const
 {

@@ -1,9 +1,9 @@
 // The meter base; see the header.
 #include "meter/Meter.h"
 
+#include "base/DrawLimits.h"
+#include "base/WrapMath.h"
 #include "include/QELEngine.h"
-#include "render/DrawLimits.h"
-#include "render/WrapMath.h"
 
 #include <cstdio>
 

@@ -1,10 +1,10 @@
 // The ticks of the "pieUpgrade" meter; see the header.
 #include "meter/PieMeterScale.h"
 
+#include "base/WrapMath.h"
 #include "meter/DialComponents.h"
 #include "meter/DialGeometry.h"
 #include "meter/DialScopes.h"
-#include "render/WrapMath.h"
 
 namespace {
 

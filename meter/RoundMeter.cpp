@@ -1,13 +1,13 @@
 // The meter type "roundUpgrade"; see the header.
 #include "meter/RoundMeter.h"
 
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
 #include "meter/DialComponents.h"
 #include "meter/RoundMeterArcAxis.h"
 #include "meter/RoundMeterMark.h"
 #include "meter/RoundMeterPin.h"
 #include "meter/RoundMeterScale.h"
-#include "render/GdiScopes.h"
-#include "render/WrapMath.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,8 +1,8 @@
 // The numbers of the "roundUpgrade" gauge; see the header.
 #include "meter/RoundMeterMark.h"
 
+#include "base/WrapMath.h"
 #include "meter/DialComponents.h"
-#include "render/WrapMath.h"
 
 #include <cstring>
 

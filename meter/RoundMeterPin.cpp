@@ -1,9 +1,9 @@
 // The needle of the "roundUpgrade" gauge; see the header.
 #include "meter/RoundMeterPin.h"
 
+#include "base/WrapMath.h"
 #include "meter/DialGeometry.h"
 #include "meter/DialScopes.h"
-#include "render/WrapMath.h"
 
 namespace {
 

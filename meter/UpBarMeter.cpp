@@ -1,7 +1,7 @@
 // The vertical bar; see the header.
 #include "meter/UpBarMeter.h"
 
-#include "render/Mapping.h"
+#include "base/Rects.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // The 3D border; see the header.
 #include "render/Border3D.h"
 
-#include "render/GdiScopes.h"
-#include "render/Shown.h"
-#include "render/WrapMath.h"
+#include "base/GdiScopes.h"
+#include "base/Shown.h"
+#include "base/WrapMath.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The draw under a clip; see the header.
 #include "render/ClippedDraw.h"
 
+#include "base/Shown.h"
 #include "render/QELViewGroup.h"
-#include "render/Shown.h"
 
 namespace {
 

@@ -163,12 +163,6 @@ void ShiftPressed(RECT* prc, const RECT& rcQel)
     if (nBottom <= rcQel.bottom) prc->bottom = nBottom;
 }
 
-RECT NormalizedRect(const RECT& rc)
-{
-    return {rc.left < rc.right ? rc.left : rc.right, rc.top < rc.bottom ? rc.top : rc.bottom,
-            rc.left < rc.right ? rc.right : rc.left, rc.top < rc.bottom ? rc.bottom : rc.top};
-}
-
 int32_t SlideInside(int32_t nLow, int32_t nHigh, int32_t nRef)
 {
     int32_t nSlide = 0;

@@ -2,9 +2,10 @@
 // the pressed shift, and keeping figures inside the drawing.
 #pragma once
 
+#include "base/Keywords.h"
+#include "base/Rects.h"
+#include "base/WrapMath.h"
 #include "include/QELEngine.h"
-#include "render/Keywords.h"
-#include "render/WrapMath.h"
 
 constexpr int32_t PRESSED_SHIFT = 2; // pixels right and down
 
@@ -33,19 +34,6 @@ constexpr int32_t Stretch(int32_t nPos, int32_t nExtent, int32_t nRef, int32_t n
 {
     return WrapAdd(WrapMulDiv(nPos, nExtent, nRef), nOrigin);
 }
-
-constexpr int32_t WidthOf(const RECT& rc)
-{
-    return WrapSub(rc.right, rc.left);
-}
-
-constexpr int32_t HeightOf(const RECT& rc)
-{
-    return WrapSub(rc.bottom, rc.top);
-}
-
-// The same rectangle with left <= right and top <= bottom.
-RECT NormalizedRect(const RECT& rc);
 
 // How far a span slides to lie inside 0..nRef: first up to 0, then back from nRef. What is longer
 // than nRef has its low end at 0.

@@ -1,7 +1,7 @@
 // The canvas; see the header.
 #include "render/MonoCanvas.h"
 
-#include "engine/Block.h"
+#include "base/Block.h"
 
 #include <algorithm>
 

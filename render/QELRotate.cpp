@@ -1,8 +1,8 @@
 // Rotation of points; see the header.
 #include "render/QELRotate.h"
 
+#include "base/WrapMath.h"
 #include "render/Mapping.h"
-#include "render/WrapMath.h"
 
 #include <cmath>
 

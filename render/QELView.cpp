@@ -1,76 +1,10 @@
 // The view; see the header.
 #include "render/QELView.h"
 
-#include "dynamic/QELViewDrawRgn.h"
-#include "dynamic/QELViewFrame.h"
-#include "dynamic/QELViewMeter.h"
-#include "dynamic/QELViewPattern.h"
-#include "dynamic/QELViewScale.h"
-#include "dynamic/QELViewStatus.h"
+#include "document/ElementTypes.h"
 #include "render/ClippedDraw.h"
-#include "render/QELViewArc.h"
-#include "render/QELViewChord.h"
-#include "render/QELViewCircle.h"
-#include "render/QELViewEllipse.h"
-#include "render/QELViewGroup.h"
-#include "render/QELViewLine.h"
-#include "render/QELViewPie.h"
-#include "render/QELViewPolygon.h"
-#include "render/QELViewPolyline.h"
-#include "render/QELViewRect.h"
-#include "render/QELViewRoundRect.h"
-#include "render/QELViewText.h"
-
-#include <array>
 
 namespace {
-
-struct MakerRow {
-    int32_t nType;
-    CQELViewElm* (*pfnMake)(CPool* pPool, int32_t nRefW, int32_t nRefH);
-};
-
-constexpr MakerRow g_makers[] = {
-    {QEL_TYPE_ROOT, MakeWhole<CQELViewQEL>},
-    {QEL_TYPE_TEXT, MakeWhole<CQELViewText>},
-    {QEL_TYPE_RECT, MakeWhole<CQELViewRect>},
-    {QEL_TYPE_CHORD, MakeWhole<CQELViewChord>},
-    {QEL_TYPE_PIE, MakeWhole<CQELViewPie>},
-    {QEL_TYPE_ROUNDRECT, MakeWhole<CQELViewRoundRect>},
-    {QEL_TYPE_ARC, MakeWhole<CQELViewArc>},
-    {QEL_TYPE_ELLIPSE, MakeWhole<CQELViewEllipse>},
-    {QEL_TYPE_CIRCLE, MakeWhole<CQELViewCircle>},
-    {QEL_TYPE_LINE, MakeWhole<CQELViewLine>},
-    {QEL_TYPE_POLYLINE, MakeWhole<CQELViewPolyline>},
-    {QEL_TYPE_POLYGON, MakeWhole<CQELViewPolygon>},
-    {QEL_TYPE_GROUP, MakeWhole<CQELViewGroup>},
-    {QEL_TYPE_STATUS, MakeWhole<CQELViewStatus>},
-    {QEL_TYPE_FRAME, MakeWhole<CQELViewFrame>},
-    {QEL_TYPE_PATTERN, MakeWhole<CQELViewPattern>},
-    {QEL_TYPE_DRAWRGN, MakeWhole<CQELViewDrawRgn>},
-    {QEL_TYPE_SCALE, MakeWhole<CQELViewScale>},
-    {QEL_TYPE_METER, MakeWhole<CQELViewMeter>},
-};
-
-// The makers by type.
-constexpr std::array<MakerRow, QEL_TYPE_NONE> g_makerOf = [] {
-    std::array<MakerRow, QEL_TYPE_NONE> makers{};
-    for (const MakerRow& row : g_makers) makers[static_cast<std::size_t>(row.nType)] = row;
-    return makers;
-}();
-
-// The id under which the host addresses an element.
-uint32_t HostIdOf(const CQELViewElm* pElm)
-{
-    switch (pElm->Type()) {
-    case QEL_TYPE_SCALE:
-        return static_cast<const CQELViewScale*>(pElm)->HostId();
-    case QEL_TYPE_METER:
-        return static_cast<const CQELViewMeter*>(pElm)->HostId();
-    default:
-        return 0;
-    }
-}
 
 using ParamSetter = int (CQELViewElm::*)(uint32_t);
 
@@ -138,10 +72,7 @@ void CQELView::DeleteAll()
 
 CQELViewElm* CQELView::MakeElement(int32_t nType)
 {
-    if (nType < 0 || nType >= QEL_TYPE_NONE) return nullptr;
-    const MakerRow& row = g_makerOf[static_cast<std::size_t>(nType)];
-    if (!row.pfnMake) return nullptr;
-    return row.pfnMake(m_bLoads ? &m_pool : nullptr, m_refSize.cx, m_refSize.cy);
+    return m_types.MakeView(nType, m_bLoads ? &m_pool : nullptr, m_refSize.cx, m_refSize.cy);
 }
 
 int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t nType,
@@ -203,13 +134,13 @@ int CQELView::SetSlot(CQELViewElm* pElm, bool bOn)
 {
     switch (pElm->Type()) {
     case QEL_TYPE_FRAME:
-        m_pFrame = bOn ? static_cast<CQELViewFrame*>(pElm) : nullptr;
+        m_pFrame = bOn ? pElm->HostSide() : nullptr;
         break;
     case QEL_TYPE_PATTERN:
-        m_pPattern = bOn ? static_cast<CQELViewPattern*>(pElm) : nullptr;
+        m_pPattern = bOn ? pElm->HostSide() : nullptr;
         break;
     case QEL_TYPE_DRAWRGN:
-        m_pDrawRgn = bOn ? static_cast<CQELViewDrawRgn*>(pElm) : nullptr;
+        m_pDrawRgn = bOn ? pElm->HostSide() : nullptr;
         break;
     default:
         break;
@@ -236,8 +167,9 @@ int CQELView::Register(CQELViewElm* pElm)
 {
     CQELViewList* pList = ListOf(pElm->Type());
     if (!pList) return SetSlot(pElm, true);
-    if (!pElm->m_pListNode) return pList->Append(&pElm->m_pListNode, pElm, HostIdOf(pElm));
-    pList->SetKey(pElm->m_pListNode, HostIdOf(pElm));
+    const uint32_t nId = pElm->HostSide()->HostId();
+    if (!pElm->m_pListNode) return pList->Append(&pElm->m_pListNode, pElm, nId);
+    pList->SetKey(pElm->m_pListNode, nId);
     return 0;
 }
 
@@ -265,7 +197,7 @@ int CQELView::Unregister(CQELViewElm* pElm)
 
 int CQELView::SetElementParam(int32_t nIndex, uint32_t nValue)
 {
-    if (nIndex == QEL_PARAM_COLOR) return m_pFrame ? m_pFrame->SetColorParam(nValue) : 0;
+    if (nIndex == QEL_PARAM_COLOR) return m_pFrame ? m_pFrame->SetHostParam(nIndex, nValue) : 0;
     int nResult = m_pPattern ? m_pPattern->SetHostParam(nIndex, nValue) : 0;
     if (m_pDrawRgn) nResult = m_pDrawRgn->SetHostParam(nIndex, nValue);
     return nResult;
@@ -286,7 +218,8 @@ int CQELView::GetParam(int32_t nIndex, uint32_t* pnValue) const
 {
     if (nIndex < 0 || nIndex >= QEL_PARAM_COUNT) return 0;
     if (nIndex == QEL_PARAM_COLOR) {
-        *pnValue = m_pFrame ? m_pFrame->Color() : m_nParams[nIndex];
+        if (m_pFrame) return m_pFrame->GetHostParam(nIndex, pnValue);
+        *pnValue = m_nParams[nIndex];
         return 1;
     }
     if (m_pPattern) return m_pPattern->GetHostParam(nIndex, pnValue);
@@ -298,39 +231,45 @@ int CQELView::GetParam(int32_t nIndex, uint32_t* pnValue) const
 int CQELView::SetStatus(uint32_t nStatus)
 {
     for (const ViewListNode* pNode = m_statuses.First(); pNode; pNode = pNode->pNext)
-        static_cast<CQELViewStatus*>(pNode->pElm)->SetStatus(nStatus);
+        pNode->pElm->HostSide()->SetStatus(nStatus);
     return m_statuses.First() ? 1 : 0;
 }
 
 int CQELView::GetStatus(uint32_t* pnStatus) const
 {
     if (!m_statuses.First()) return 0;
-    *pnStatus = static_cast<const CQELViewStatus*>(m_statuses.First()->pElm)->Status();
+    *pnStatus = m_statuses.First()->pElm->HostSide()->Status();
     return 1;
 }
 
-CQELViewScale* CQELView::FindScale(uint32_t nId) const
+namespace {
+
+CHostDriven* Knowing(CQELViewElm* pElm, uint32_t nSelector)
 {
-    return static_cast<CQELViewScale*>(m_scales.Find(nId));
+    CHostDriven* pHost = pElm ? pElm->HostSide() : nullptr;
+    return pHost && pHost->KnowsSelector(nSelector) ? pHost : nullptr;
 }
 
-// The ids from 1 to 32 are the pins of the meter with id 0, which hides meters that have such an id
-// themselves: deliberate.
-CQELViewMeter* CQELView::FindMeter(uint32_t nId) const
+} // namespace
+
+// The element of an id that knows a selector, null when there is none.
+CHostDriven* CQELView::FindScale(uint32_t nId, uint32_t nSelector) const
 {
-    return static_cast<CQELViewMeter*>(m_meters.Find(nId <= METER_PINS ? 0 : nId));
+    return Knowing(m_scales.Find(nId), nSelector);
+}
+
+CHostDriven* CQELView::FindMeter(uint32_t nId, uint32_t nSelector) const
+{
+    return Knowing(m_meters.Find(MeterIdOf(nId)), nSelector);
 }
 
 // An element that does not know the selector leaves the result to the other one.
 int CQELView::SetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t nValue)
 {
-    const SelectorRow* pRow = FindSelector(nSelector);
-    if (!pRow) return 0;
     int nResult = 0;
-    if (pRow->pszForScale)
-        if (CQELViewScale* pScale = FindScale(nId))
-            nResult = pScale->SetProperty(nSelector, nValue);
-    CQELViewMeter* pMeter = pRow->pszMeaning ? FindMeter(nId) : nullptr;
+    if (CHostDriven* pScale = FindScale(nId, nSelector))
+        nResult = pScale->SetProperty(nSelector, nValue);
+    CHostDriven* pMeter = FindMeter(nId, nSelector);
     if (!pMeter) return nResult;
     if (nSelector != QEL_SEL_VALUE) return pMeter->SetProperty(nSelector, nValue);
     return nId <= METER_PINS ? pMeter->SetValue(nId, nValue) : nResult;
@@ -338,10 +277,8 @@ int CQELView::SetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t nValue)
 
 int CQELView::GetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t* pnValue) const
 {
-    const SelectorRow* pRow = FindSelector(nSelector);
-    if (!pRow) return 0;
-    const CQELViewScale* pScale = pRow->pszForScale ? FindScale(nId) : nullptr;
-    const CQELViewMeter* pMeter = pRow->pszMeaning ? FindMeter(nId) : nullptr;
+    const CHostDriven* pScale = FindScale(nId, nSelector);
+    const CHostDriven* pMeter = FindMeter(nId, nSelector);
     if (nSelector == QEL_SEL_VALUE) {
         if (pMeter && nId >= 1 && nId <= METER_PINS) return pMeter->GetValue(nId, pnValue);
         if (pScale) return pScale->GetProperty(nSelector, pnValue);
@@ -354,34 +291,28 @@ int CQELView::GetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t* pnValue)
 
 int CQELView::SetScaleParam(uint32_t nId, uint32_t nSelector, float fValue)
 {
-    CQELViewMeter* pMeter = FindMeter(nId);
+    CHostDriven* pMeter = FindMeter(nId, nSelector);
     if (nSelector == QEL_SEL_BASE_VALUE) return pMeter ? pMeter->SetBase(fValue) : 0;
     if (nSelector != QEL_SEL_VALUE) return 0;
-    CQELViewScale* pScale = FindScale(nId);
-    const int nResult = pScale ? pScale->SetValue(fValue) : 0;
+    CHostDriven* pScale = FindScale(nId, nSelector);
+    const int nResult = pScale ? pScale->SetValue(0, fValue) : 0;
     return pMeter && nId <= METER_PINS ? pMeter->SetValue(nId, fValue) : nResult;
 }
 
 int CQELView::GetScaleParam(uint32_t nId, uint32_t nSelector, float* pfValue) const
 {
-    const CQELViewMeter* pMeter = FindMeter(nId);
-    if (nSelector == QEL_SEL_BASE_VALUE) {
-        if (pMeter) *pfValue = pMeter->Base();
-        return pMeter ? 1 : 0;
-    }
+    const CHostDriven* pMeter = FindMeter(nId, nSelector);
+    if (nSelector == QEL_SEL_BASE_VALUE) return pMeter ? pMeter->GetBase(pfValue) : 0;
     if (nSelector != QEL_SEL_VALUE) return 0;
     if (pMeter && nId >= 1 && nId <= METER_PINS) return pMeter->GetValue(nId, pfValue);
-    if (const CQELViewScale* pScale = FindScale(nId)) {
-        *pfValue = pScale->FloatValue();
-        return 1;
-    }
+    if (const CHostDriven* pScale = FindScale(nId, nSelector)) return pScale->GetValue(0, pfValue);
     return pMeter && nId == 0 ? pMeter->GetValue(nId, pfValue) : 0;
 }
 
 bool CQELView::WantsFullRedraw() const
 {
     for (const ViewListNode* pNode = m_meters.First(); pNode; pNode = pNode->pNext)
-        if (static_cast<const CQELViewMeter*>(pNode->pElm)->WantsFullRedraw()) return true;
+        if (pNode->pElm->HostSide()->WantsFullRedraw()) return true;
     return false;
 }
 

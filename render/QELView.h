@@ -3,20 +3,19 @@
 // parameters. It draws onto the device context that the host passes and keeps nothing of it.
 #pragma once
 
+#include "render/HostDriven.h"
 #include "render/QELViewElm.h"
 #include "render/QELViewList.h"
 #include "render/QELViewQEL.h"
 
-class CQELViewDrawRgn;
-class CQELViewFrame;
-class CQELViewMeter;
-class CQELViewPattern;
-class CQELViewScale;
+class CElementTypes;
 
 class CQELView {
 public:
-    CQELView() noexcept : CQELView(SIZE{50, 50}) {}
-    explicit CQELView(SIZE refSize) noexcept : m_refSize(refSize) {}
+    explicit CQELView(const CElementTypes& types, SIZE refSize = {50, 50}) noexcept
+        : m_types(types), m_refSize(refSize)
+    {
+    }
     virtual ~CQELView();
     CQELView(const CQELView&) = delete;
     CQELView& operator=(const CQELView&) = delete;
@@ -41,8 +40,7 @@ public:
     int MoveElement(CQELViewElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
     static int DuplicateElement(CQELViewElm* pElm, CQELViewElm** ppOut);
 
-    // Whether the host drives elements of a type; only they are registered.
-    static constexpr bool IsDynamic(int32_t nType) { return nType >= QEL_TYPE_STATUS; }
+    // Only what the host drives has a place in the registry; the others succeed without effect.
     int Register(CQELViewElm* pElm);
     // Places in the lists for an element and all in it; the slots stay as they are. 0 without
     // memory: then none of them has one.
@@ -81,17 +79,18 @@ private:
     int SetSlot(CQELViewElm* pElm, bool bOn);
     int SetElementParam(int32_t nIndex, uint32_t nValue);
     CQELViewList* ListOf(int32_t nType);
-    [[nodiscard]] CQELViewScale* FindScale(uint32_t nId) const;
-    [[nodiscard]] CQELViewMeter* FindMeter(uint32_t nId) const;
+    [[nodiscard]] CHostDriven* FindScale(uint32_t nId, uint32_t nSelector) const;
+    [[nodiscard]] CHostDriven* FindMeter(uint32_t nId, uint32_t nSelector) const;
     [[nodiscard]] bool WantsFullRedraw() const;
 
+    const CElementTypes& m_types;
     CPool m_pool;
     bool m_bLoads = false; // elements are made in the pool
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;
-    CQELViewFrame* m_pFrame = nullptr; // the registered elements belong to the tree
-    CQELViewPattern* m_pPattern = nullptr;
-    CQELViewDrawRgn* m_pDrawRgn = nullptr;
+    CHostDriven* m_pFrame = nullptr; // the registered elements belong to the tree
+    CHostDriven* m_pPattern = nullptr;
+    CHostDriven* m_pDrawRgn = nullptr;
     CQELViewList m_scales;
     CQELViewList m_statuses;
     CQELViewList m_meters;

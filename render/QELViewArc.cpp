@@ -1,7 +1,7 @@
 // The arc view; see the header.
 #include "render/QELViewArc.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 
 int CQELViewArc::NewInstance(CQELViewElm** ppOut) const
 {

@@ -6,7 +6,8 @@
 
 class CQELViewArc final : public CQELViewRadial {
 public:
-    CQELViewArc(int32_t nRefW, int32_t nRefH) noexcept : CQELViewRadial(nRefW, nRefH, QEL_TYPE_ARC)
+    CQELViewArc(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_ARC, pPool)
     {
     }
 

@@ -6,8 +6,8 @@
 
 class CQELViewBox : public CQELViewShape {
 public:
-    CQELViewBox(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
-        : CQELViewShape(nRefW, nRefH, nType)
+    CQELViewBox(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool = nullptr) noexcept
+        : CQELViewShape(nRefW, nRefH, nType, pPool)
     {
     }
 

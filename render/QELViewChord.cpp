@@ -1,7 +1,7 @@
 // The chord view; see the header.
 #include "render/QELViewChord.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 
 int CQELViewChord::NewInstance(CQELViewElm** ppOut) const
 {

@@ -6,8 +6,8 @@
 
 class CQELViewChord final : public CQELViewRadial {
 public:
-    CQELViewChord(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_CHORD)
+    CQELViewChord(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_CHORD, pPool)
     {
     }
 

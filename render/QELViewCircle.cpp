@@ -1,7 +1,7 @@
 // The circle view; see the header.
 #include "render/QELViewCircle.h"
 
-#include "render/DrawLimits.h"
+#include "base/DrawLimits.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 

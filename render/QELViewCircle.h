@@ -6,8 +6,8 @@
 
 class CQELViewCircle final : public CQELViewShape {
 public:
-    CQELViewCircle(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewShape(nRefW, nRefH, QEL_TYPE_CIRCLE)
+    CQELViewCircle(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewShape(nRefW, nRefH, QEL_TYPE_CIRCLE, pPool)
     {
     }
 

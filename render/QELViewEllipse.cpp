@@ -1,7 +1,7 @@
 // The ellipse view; see the header.
 #include "render/QELViewEllipse.h"
 
-#include "render/DrawLimits.h"
+#include "base/DrawLimits.h"
 
 int CQELViewEllipse::NewInstance(CQELViewElm** ppOut) const
 {

@@ -5,8 +5,8 @@
 
 class CQELViewEllipse final : public CQELViewBox {
 public:
-    CQELViewEllipse(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ELLIPSE)
+    CQELViewEllipse(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ELLIPSE, pPool)
     {
     }
 

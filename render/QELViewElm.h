@@ -3,18 +3,22 @@
 // moves, loads and recolours elements. By default each passes the call on to every child in order.
 #pragma once
 
-#include "engine/Pool.h"
-#include "engine/TreeLinks.h"
+#include "base/Pool.h"
+#include "base/TreeLinks.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>
 #include <new>
 
+class CHostDriven;
 struct ViewListNode;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
 public:
-    CQELViewElm(int32_t nRefW, int32_t nRefH) noexcept : m_nRefW(nRefW), m_nRefH(nRefH) {}
+    CQELViewElm(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CPooled(pPool), m_nRefW(nRefW), m_nRefH(nRefH)
+    {
+    }
     virtual ~CQELViewElm();
     // When a constructor throws. Without a size the block stays in the pool until that is cleared.
     static void operator delete(void* p) noexcept { std::free(p); }
@@ -46,6 +50,9 @@ public:
 
     // Whether there was no memory for what an element of its class holds.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
+
+    // What the host drives of it; null for the elements that only draw.
+    [[nodiscard]] virtual CHostDriven* HostSide() { return nullptr; }
 
     // Unlinks this element and links it under pParent: after pAfter, or else as the first child.
     void Move(CQELViewElm* pParent, CQELViewElm* pAfter);
@@ -104,7 +111,7 @@ template <class T>
 CQELViewElm* MakeWhole(CPool* pPool, int32_t nRefW, int32_t nRefH)
 {
     static_assert(alignof(T) <= alignof(void*), "a pool aligns to no more");
-    CQELViewElm* pElm = new (pPool) T(nRefW, nRefH);
+    CQELViewElm* pElm = new (pPool) T(nRefW, nRefH, pPool);
     if (!pElm || !pElm->LacksMemory()) return pElm;
     delete pElm;
     return nullptr;

@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <cstring>
 
-CQELViewGroup::CQELViewGroup(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
+CQELViewGroup::CQELViewGroup(int32_t nRefW, int32_t nRefH, CPool* pPool) noexcept
+    : CQELViewElm(nRefW, nRefH, pPool)
 {
     SetType(QEL_TYPE_GROUP);
 }

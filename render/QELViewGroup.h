@@ -14,7 +14,7 @@ struct PaintedBounds {
 
 class CQELViewGroup final : public CQELViewElm {
 public:
-    CQELViewGroup(int32_t nRefW, int32_t nRefH) noexcept;
+    CQELViewGroup(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept;
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;

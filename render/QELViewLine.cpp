@@ -1,7 +1,7 @@
 // The line view; see the header.
 #include "render/QELViewLine.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 

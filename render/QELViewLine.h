@@ -6,8 +6,8 @@
 
 class CQELViewLine final : public CQELViewPoints {
 public:
-    CQELViewLine(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_LINE)
+    CQELViewLine(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_LINE, pPool)
     {
     }
 

@@ -1,7 +1,7 @@
 // The pie view; see the header.
 #include "render/QELViewPie.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 
 int CQELViewPie::NewInstance(CQELViewElm** ppOut) const
 {

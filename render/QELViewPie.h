@@ -6,7 +6,8 @@
 
 class CQELViewPie final : public CQELViewRadial {
 public:
-    CQELViewPie(int32_t nRefW, int32_t nRefH) noexcept : CQELViewRadial(nRefW, nRefH, QEL_TYPE_PIE)
+    CQELViewPie(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_PIE, pPool)
     {
     }
 

@@ -7,8 +7,8 @@
 
 class CQELViewPoints : public CQELViewShape {
 public:
-    CQELViewPoints(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
-        : CQELViewShape(nRefW, nRefH, nType)
+    CQELViewPoints(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool = nullptr) noexcept
+        : CQELViewShape(nRefW, nRefH, nType, pPool)
     {
     }
 

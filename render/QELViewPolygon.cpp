@@ -1,7 +1,7 @@
 // The polygon view; see the header.
 #include "render/QELViewPolygon.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 
 class CQELViewPolygon final : public CQELViewPoints {
 public:
-    CQELViewPolygon(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYGON)
+    CQELViewPolygon(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYGON, pPool)
     {
     }
 

@@ -1,7 +1,7 @@
 // The polyline view; see the header.
 #include "render/QELViewPolyline.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 
 int CQELViewPolyline::NewInstance(CQELViewElm** ppOut) const
 {

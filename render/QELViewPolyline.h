@@ -5,8 +5,8 @@
 
 class CQELViewPolyline final : public CQELViewPoints {
 public:
-    CQELViewPolyline(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYLINE)
+    CQELViewPolyline(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYLINE, pPool)
     {
     }
 

@@ -3,7 +3,8 @@
 
 #include <cstring>
 
-CQELViewQEL::CQELViewQEL(int32_t nRefW, int32_t nRefH) noexcept : CQELViewElm(nRefW, nRefH)
+CQELViewQEL::CQELViewQEL(int32_t nRefW, int32_t nRefH, CPool* pPool) noexcept
+    : CQELViewElm(nRefW, nRefH, pPool)
 {
     SetType(QEL_TYPE_ROOT);
 }

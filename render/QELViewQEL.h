@@ -6,7 +6,7 @@
 
 class CQELViewQEL final : public CQELViewElm {
 public:
-    CQELViewQEL(int32_t nRefW, int32_t nRefH) noexcept;
+    CQELViewQEL(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept;
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;

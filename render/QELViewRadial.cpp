@@ -1,6 +1,8 @@
 // Arc, pie and chord; see the header.
 #include "render/QELViewRadial.h"
 
+#include "base/Block.h"
+#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 

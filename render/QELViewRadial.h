@@ -6,8 +6,8 @@
 
 class CQELViewRadial : public CQELViewShape {
 public:
-    CQELViewRadial(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
-        : CQELViewShape(nRefW, nRefH, nType)
+    CQELViewRadial(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool = nullptr) noexcept
+        : CQELViewShape(nRefW, nRefH, nType, pPool)
     {
     }
 

@@ -6,7 +6,8 @@
 
 class CQELViewRect final : public CQELViewBox {
 public:
-    CQELViewRect(int32_t nRefW, int32_t nRefH) noexcept : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT)
+    CQELViewRect(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT, pPool)
     {
     }
 

@@ -1,7 +1,7 @@
 // The rounded-rectangle view; see the header.
 #include "render/QELViewRoundRect.h"
 
-#include "render/DrawLimits.h"
+#include "base/DrawLimits.h"
 
 int CQELViewRoundRect::NewInstance(CQELViewElm** ppOut) const
 {

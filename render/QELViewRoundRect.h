@@ -6,8 +6,8 @@
 
 class CQELViewRoundRect final : public CQELViewBox {
 public:
-    CQELViewRoundRect(int32_t nRefW, int32_t nRefH) noexcept
-        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ROUNDRECT)
+    CQELViewRoundRect(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ROUNDRECT, pPool)
     {
     }
 

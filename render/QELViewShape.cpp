@@ -1,9 +1,9 @@
 // The shape base; see the header.
 #include "render/QELViewShape.h"
 
+#include "base/DrawLimits.h"
+#include "base/GdiScopes.h"
 #include "brush/ShownDraft.h"
-#include "render/DrawLimits.h"
-#include "render/GdiScopes.h"
 #include "render/Mapping.h"
 
 #include <cstring>
@@ -30,8 +30,8 @@ void AddWord(uint64_t* pnSum, int32_t nWord)
 
 const KeywordRow* const g_fillStyleRows = g_fillStyles;
 
-CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept
-    : CQELViewElm(nRefW, nRefH)
+CQELViewShape::CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool) noexcept
+    : CQELViewElm(nRefW, nRefH, pPool)
 {
     SetType(nType);
     const int32_t nNone = 0; // the words are there from the beginning, whatever fails later

@@ -4,8 +4,8 @@
 // turned, and makes its call. The document side is document/QELDocShape.h.
 #pragma once
 
-#include "render/Geometry.h"
-#include "render/Keywords.h"
+#include "base/Keywords.h"
+#include "document/Geometry.h"
 #include "render/QELViewElm.h"
 
 // The fill styles by keyword, spelled as drawing tools spell them, "Stoke" included.
@@ -47,7 +47,7 @@ struct LeftColors {
 
 class CQELViewShape : public CQELViewElm {
 public:
-    CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType) noexcept;
+    CQELViewShape(int32_t nRefW, int32_t nRefH, int32_t nType, CPool* pPool = nullptr) noexcept;
     ~CQELViewShape() override;
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;

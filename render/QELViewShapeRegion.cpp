@@ -1,9 +1,9 @@
 // How shapes let GDI fill their figures to have their regions; the rest of the class is in
 // render/QELViewShape.cpp.
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
 #include "render/MonoCanvas.h"
 #include "render/QELViewShape.h"
-#include "render/WrapMath.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The text view; see the header.
 #include "render/QELViewText.h"
 
-#include "render/DrawLimits.h"
-#include "render/GdiScopes.h"
+#include "base/DrawLimits.h"
+#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 
 #include <cstring>

@@ -7,7 +7,8 @@
 
 class CQELViewText final : public CQELViewBox {
 public:
-    CQELViewText(int32_t nRefW, int32_t nRefH) noexcept : CQELViewBox(nRefW, nRefH, QEL_TYPE_TEXT)
+    CQELViewText(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_TEXT, pPool)
     {
     }
 

@@ -27,6 +27,9 @@ place() { # NEW FILE TARGET: puts it in place, or says that it differs
   fi
 }
 
+python3 scripts/directions.py --picture >"$new/folders.svg" || exit 1
+place "$new/folders.svg" docs/pictures/folders.svg
+
 python3 scripts/interface_doc.py >"$new/interface.md" || exit 1
 place "$new/interface.md" docs/interface.md
 

@@ -16,7 +16,7 @@ headers=$(git ls-files -co --exclude-standard '*.h' ':!tests' .clang-tidy | sort
 
 files=("$@")
 [ $# -gt 0 ] || mapfile -t files < <(git ls-files -co --exclude-standard \
-  'engine/*.cpp' 'xml/*.cpp' 'document/*.cpp' 'render/*.cpp' 'brush/*.cpp' 'dynamic/*.cpp' \
+  'base/*.cpp' 'engine/*.cpp' 'xml/*.cpp' 'document/*.cpp' 'render/*.cpp' 'brush/*.cpp' 'dynamic/*.cpp' \
   'meter/*.cpp' 'tools/*.cpp' 'bench/*.cpp')
 
 # Without what this compiler's front end does not know.

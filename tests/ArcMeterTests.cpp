@@ -2,8 +2,8 @@
 // clip around them, and the needle that is erased and drawn again. The code is meter/ArcMeter.*.
 #include "meter/ArcMeter.h"
 
+#include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

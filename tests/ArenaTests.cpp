@@ -1,5 +1,5 @@
-// Memory that is given back all at once: engine/Arena.cpp.
-#include "engine/Arena.h"
+// Memory that is given back all at once: base/Arena.cpp.
+#include "base/Arena.h"
 
 #include <gtest/gtest.h>
 

@@ -2,11 +2,11 @@
 // every class, set through a file, written and read back. The code is document/Tags.cpp and
 // document/Attributes.cpp.
 #include "document/Attributes.h"
-#include "document/Tags.h"
 #include "dynamic/QELDocDrawRgn.h"
 #include "dynamic/QELDocMeter.h"
 #include "dynamic/QELDocScale.h"
 #include "dynamic/QELDocStatus.h"
+#include "engine/ElementTypes.h"
 #include "tests/support/DocSupport.h"
 
 #include <cstdio>
@@ -25,12 +25,12 @@ TEST(Tags, AreTheNumbersAndNamesOfTheFormat)
                                  "path",  "defs",    "use",     "g",     "status",   "frame",
                                  "scale", "pattern", "drawrgn", "meter"};
     int nCount = 0;
-    for (const TagRow* p = g_tagRows; p->nId != -1; ++p, ++nCount) {
+    for (const ElementType* p = g_elementTypes.Rows(); p->nId != -1; ++p, ++nCount) {
         ASSERT_LT(nCount, 22);
         EXPECT_EQ(nCount, p->nId);
         EXPECT_STREQ(names[nCount], p->pszName);
-        EXPECT_EQ(nCount, LookupKeyword(g_tagRows, names[nCount]));
-        EXPECT_STREQ(names[nCount], NameOf(g_tagRows, nCount));
+        EXPECT_EQ(nCount, LookupKeyword(g_elementTypes.Rows(), names[nCount]));
+        EXPECT_STREQ(names[nCount], NameOf(g_elementTypes.Rows(), nCount));
     }
     EXPECT_EQ(22, nCount);
 }
@@ -38,17 +38,18 @@ TEST(Tags, AreTheNumbersAndNamesOfTheFormat)
 TEST(Tags, AreFoundByTheirExactNameOnly)
 {
     for (const char* pszName : {"", "Rect", "RECT", "rec", "rects", " rect", "group", "svg"})
-        EXPECT_EQ(-1, LookupKeyword(g_tagRows, pszName)) << pszName;
-    EXPECT_EQ(-1, LookupKeyword(g_tagRows, nullptr));
-    for (const int nId : {-2, -1, 22, 1000}) EXPECT_EQ(nullptr, NameOf(g_tagRows, nId)) << nId;
+        EXPECT_EQ(-1, LookupKeyword(g_elementTypes.Rows(), pszName)) << pszName;
+    EXPECT_EQ(-1, LookupKeyword(g_elementTypes.Rows(), nullptr));
+    for (const int nId : {-2, -1, 22, 1000})
+        EXPECT_EQ(nullptr, NameOf(g_elementTypes.Rows(), nId)) << nId;
 }
 
 TEST(Tags, MakeAnElementOfTheirTypeOrNone)
 {
-    XmlContext* pXml = nullptr;
+    DocContext context{nullptr, &g_elementTypes};
     for (int nType = -2; nType <= 23; ++nType) {
         SCOPED_TRACE(nType);
-        const std::unique_ptr<CQELDocElm> elm(MakeDocElement(nType, &pXml));
+        const std::unique_ptr<CQELDocElm> elm(g_elementTypes.MakeDoc(nType, &context));
         const bool bStatic = (nType >= 0 && nType <= 11) || nType == QEL_TYPE_GROUP;
         const bool bNever = nType < 0 || (nType >= 12 && nType <= 14) || nType > 21;
         if (bStatic) {
@@ -59,7 +60,7 @@ TEST(Tags, MakeAnElementOfTheirTypeOrNone)
         }
         if (!elm) continue;
         EXPECT_EQ(nType, elm->Type());
-        EXPECT_EQ(&pXml, elm->XmlSlot());
+        EXPECT_EQ(&context, elm->Context());
         EXPECT_STREQ("", elm->Id());
         EXPECT_EQ(nullptr, elm->Parent());
     }
@@ -73,19 +74,19 @@ TEST(AttributeNames, AreTheNumbersAndNamesOfTheFormat)
         "roll",   "xmove", "ymove", "stx",    "scid",       "hidesc", "min",  "max",
         "sctype", "pin",   "mtid",  "usc",    "upin",       "mtype",  "imin", "imax"};
     int nCount = 0;
-    for (const KeywordRow* p = g_attrNameRows; p->nId != -1; ++p, ++nCount) {
+    for (const KeywordRow* p = g_attrNames; p->nId != -1; ++p, ++nCount) {
         ASSERT_LT(nCount, 32);
         EXPECT_EQ(nCount, p->nId);
         EXPECT_STREQ(names[nCount], p->pszName);
         EXPECT_STREQ(names[nCount], AttrName(static_cast<AttrId>(nCount)));
-        EXPECT_EQ(nCount, LookupKeyword(g_attrNameRows, names[nCount]));
-        EXPECT_STREQ(names[nCount], NameOf(g_attrNameRows, nCount));
+        EXPECT_EQ(nCount, LookupKeyword(g_attrNames, names[nCount]));
+        EXPECT_STREQ(names[nCount], NameOf(g_attrNames, nCount));
     }
     EXPECT_EQ(32, nCount);
-    EXPECT_EQ(-1, LookupKeyword(g_attrNameRows, "ID"));
-    EXPECT_EQ(-1, LookupKeyword(g_attrNameRows, ""));
-    EXPECT_EQ(nullptr, NameOf(g_attrNameRows, 32));
-    EXPECT_EQ(nullptr, NameOf(g_attrNameRows, -1));
+    EXPECT_EQ(-1, LookupKeyword(g_attrNames, "ID"));
+    EXPECT_EQ(-1, LookupKeyword(g_attrNames, ""));
+    EXPECT_EQ(nullptr, NameOf(g_attrNames, 32));
+    EXPECT_EQ(nullptr, NameOf(g_attrNames, -1));
 }
 
 // ---- rows ----
@@ -203,7 +204,7 @@ void Collect(const AttrInfo& info, void* pUser)
 template <class T>
 void ExpectVisited(int nType)
 {
-    const TagRow* pTag = FindRow(g_tagRows, nType);
+    const ElementType* pTag = FindRow(g_elementTypes.Rows(), nType);
     ASSERT_NE(nullptr, pTag);
     Visited visited;
     pTag->pfnVisitAttrs(Collect, &visited);
@@ -240,7 +241,7 @@ std::string WithoutAttr(const std::string& line, const std::string& name)
 TEST(AttributeRows, OfEveryClassSurviveASaveAndAreDescribed)
 {
     int nClasses = 0;
-    for (const TagRow* pTag = g_tagRows; pTag->nId != -1; ++pTag) {
+    for (const ElementType* pTag = g_elementTypes.Rows(); pTag->nId != -1; ++pTag) {
         if (!pTag->pfnMakeDoc || !pTag->pfnVisitAttrs || pTag->nId == QEL_TYPE_ROOT) continue;
         ++nClasses;
         SCOPED_TRACE(pTag->pszName);

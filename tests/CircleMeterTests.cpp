@@ -2,8 +2,8 @@
 // meter/CircleMeter.* and meter/AnglePin.*.
 #include "meter/CircleMeter.h"
 
+#include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

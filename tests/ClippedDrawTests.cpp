@@ -27,7 +27,10 @@ constexpr COLORREF SECOND = 0x445566;
 // A filled rectangle that notes how often it was painted. It paints nothing.
 class CNotingShape final : public CQELViewBox {
 public:
-    CNotingShape(int32_t nRefW, int32_t nRefH) : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT) {}
+    CNotingShape(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr)
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT, pPool)
+    {
+    }
     int NewInstance(CQELViewElm** ppOut) const override { return NewInstanceAs(*this, ppOut); }
     int TakePaints() { return std::exchange(m_nPaints, 0); }
 

@@ -2,10 +2,10 @@
 // The code is meter/Clock*.*.
 #include "meter/ClockMeter.h"
 
+#include "base/DegTrig.h"
 #include "include/QELEngine.h"
 #include "meter/ClockMark.h"
 #include "meter/ClockPin.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

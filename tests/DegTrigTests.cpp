@@ -1,7 +1,7 @@
 // Trigonometry of dials: the table, cosine and sine by its whole degrees, the hand of a clock, the
-// intersection of lines, and the wrapping arithmetic beneath. The code is render/DegTrig.cpp.
-#include "render/DegTrig.h"
-#include "render/WrapMath.h"
+// intersection of lines, and the wrapping arithmetic beneath. The code is base/DegTrig.cpp.
+#include "base/DegTrig.h"
+#include "base/WrapMath.h"
 
 #include <gtest/gtest.h>
 

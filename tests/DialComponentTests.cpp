@@ -3,10 +3,10 @@
 // The code is meter/DialComponents.*, meter/ArcFill.* and meter/AnglePin.*.
 #include "meter/DialComponents.h"
 
+#include "base/DegTrig.h"
 #include "meter/AnglePin.h"
 #include "meter/ArcFill.h"
 #include "meter/RoundMeterArcAxis.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

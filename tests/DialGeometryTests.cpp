@@ -2,7 +2,7 @@
 // sectors that GDI would paint as discs. The code is meter/DialGeometry.*.
 #include "meter/DialGeometry.h"
 
-#include "render/DegTrig.h"
+#include "base/DegTrig.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The base class of the document elements: what an element without a class of its own does, the
 // identifier, the links, and the rectangles of elements that gather children. The code is
 // document/QELDocElm.cpp; whole drawings are in DocumentTests.cpp.
-#include "document/Tags.h"
+#include "engine/ElementTypes.h"
 #include "tests/support/DocSupport.h"
 
 #include <algorithm>
@@ -25,23 +25,24 @@ public:
     CXml(const CXml&) = delete;
     CXml& operator=(const CXml&) = delete;
 
-    XmlContext** Slot() { return &m_pXml; }
+    DocContext* Slot() { return &m_context; }
     XmlContext* Get() { return m_pXml; }
 
 private:
     XmlContext* m_pXml;
+    DocContext m_context{m_pXml, &g_elementTypes};
 };
 
 // ---- an element without a class ----
 
 TEST(DocElement, BeginsUnlinkedWithoutIdentifierAndView)
 {
-    XmlContext* pXml = nullptr;
-    CQELDocElm elm(&pXml, QEL_TYPE_NONE);
+    DocContext context{nullptr, &g_elementTypes};
+    CQELDocElm elm(&context, QEL_TYPE_NONE);
     EXPECT_EQ(22, elm.Type());
     EXPECT_STREQ("", elm.Id());
     EXPECT_EQ(nullptr, elm.View());
-    EXPECT_EQ(&pXml, elm.XmlSlot());
+    EXPECT_EQ(&context, elm.Context());
     EXPECT_EQ(nullptr, elm.Parent());
     EXPECT_EQ(nullptr, elm.FirstChild());
     EXPECT_EQ(nullptr, elm.LastChild());
@@ -51,17 +52,17 @@ TEST(DocElement, BeginsUnlinkedWithoutIdentifierAndView)
 
 TEST(DocElement, HasNoRecord)
 {
-    XmlContext* pXml = nullptr;
-    const CQELDocElm elm(&pXml, QEL_TYPE_NONE);
+    DocContext context{nullptr, &g_elementTypes};
+    const CQELDocElm elm(&context, QEL_TYPE_NONE);
     int nSize = 77;
     EXPECT_EQ(0, elm.GetAttrSize(&nSize));
 }
 
 TEST(DocElement, ClonesItsTypeAndItsPlaceInTheDocumentOnly)
 {
-    XmlContext* pXml = nullptr;
-    CQELDocElm parent(&pXml, QEL_TYPE_GROUP);
-    auto* pElm = new CQELDocElm(&pXml, QEL_TYPE_PATH);
+    DocContext context{nullptr, &g_elementTypes};
+    CQELDocElm parent(&context, QEL_TYPE_GROUP);
+    auto* pElm = new CQELDocElm(&context, QEL_TYPE_PATH);
     parent.AppendChild(pElm);
     ASSERT_EQ(1, pElm->SetId("a"));
     CQELDocElm* pClone = nullptr;
@@ -70,7 +71,7 @@ TEST(DocElement, ClonesItsTypeAndItsPlaceInTheDocumentOnly)
     ASSERT_NE(nullptr, clone);
     EXPECT_NE(pElm, pClone);
     EXPECT_EQ(12, clone->Type());
-    EXPECT_EQ(&pXml, clone->XmlSlot());
+    EXPECT_EQ(&context, clone->Context());
     EXPECT_EQ(nullptr, clone->Parent());
     EXPECT_STREQ("", clone->Id());
     EXPECT_EQ("a", TreeOf(parent)); // not linked
@@ -78,8 +79,8 @@ TEST(DocElement, ClonesItsTypeAndItsPlaceInTheDocumentOnly)
 
 TEST(DocElement, WithoutChildrenItCannotBePlaced)
 {
-    XmlContext* pXml = nullptr;
-    CQELDocElm elm(&pXml, QEL_TYPE_GROUP);
+    DocContext context{nullptr, &g_elementTypes};
+    CQELDocElm elm(&context, QEL_TYPE_GROUP);
     EXPECT_EQ("0 0 0 0", RectOf(elm));
     EXPECT_EQ(0, elm.SetRect({1, 2, 30, 40}));
     EXPECT_EQ(0, elm.MapRect({0, 0, 10, 10}, {1, 2, 30, 40}));
@@ -88,8 +89,8 @@ TEST(DocElement, WithoutChildrenItCannotBePlaced)
 
 TEST(DocElement, GivesAndTakesNoRecord)
 {
-    XmlContext* pXml = nullptr;
-    CQELDocElm elm(&pXml, QEL_TYPE_PATH);
+    DocContext context{nullptr, &g_elementTypes};
+    CQELDocElm elm(&context, QEL_TYPE_PATH);
     unsigned char block[QEL_MAX_ATTR_SIZE];
     std::memset(block, 0xCC, sizeof block);
     EXPECT_EQ(0, elm.GetAttr(block));
@@ -112,13 +113,13 @@ std::vector<unsigned char> RecordBytes(const CQELDocElm& elm)
 }
 
 template <class Visit>
-void ForEachClass(XmlContext** ppXml, const Visit& visit)
+void ForEachClass(DocContext* pContext, const Visit& visit)
 {
     int nClasses = 0;
-    for (const TagRow* pTag = g_tagRows; pTag->nId != KEYWORD_NONE; ++pTag) {
+    for (const ElementType* pTag = g_elementTypes.Rows(); pTag->nId != KEYWORD_NONE; ++pTag) {
         if (!pTag->pfnMakeDoc) continue;
         SCOPED_TRACE(pTag->pszName);
-        const std::unique_ptr<CQELDocElm> elm(pTag->pfnMakeDoc(ppXml, nullptr));
+        const std::unique_ptr<CQELDocElm> elm(pTag->pfnMakeDoc(pContext, nullptr));
         ASSERT_NE(nullptr, elm);
         visit(*elm);
         ++nClasses;
@@ -142,8 +143,8 @@ TEST(DocElement, OfNoClassReadsAnythingFromAnUnknownTag)
 
 TEST(DocElement, OfEveryClassRefusesANullRecord)
 {
-    XmlContext* pXml = nullptr;
-    ForEachClass(&pXml, [](CQELDocElm& elm) {
+    DocContext context{nullptr, &g_elementTypes};
+    ForEachClass(&context, [](CQELDocElm& elm) {
         const std::vector<unsigned char> before = RecordBytes(elm);
         EXPECT_EQ(0, elm.GetAttr(nullptr));
         EXPECT_EQ(0, elm.SetAttr(nullptr));
@@ -209,14 +210,14 @@ private:
 class CSaving {
 public:
     CSaving() { m_xml.pWriter = &m_writer; }
-    XmlContext** Slot() { return &m_pXml; }
+    DocContext* Slot() { return &m_context; }
     const std::string& Text() const { return m_sink.m_text; }
 
 private:
     CText m_sink;
     CXmlWriter m_writer{m_sink};
     XmlContext m_xml;
-    XmlContext* m_pXml = &m_xml;
+    DocContext m_context{&m_xml, &g_elementTypes};
 };
 
 TEST(DocElement, WritesItselfWithItsIdentifierAroundItsChildren)
@@ -304,10 +305,10 @@ TEST(DocElement, ACopyForNoParentIsNotLinked)
 
 TEST(DocElement, IsLinkedToSiblingsWithoutAParentToo)
 {
-    XmlContext* pXml = nullptr;
-    CQELDocElm middle(&pXml, QEL_TYPE_GROUP);
-    CQELDocElm before(&pXml, QEL_TYPE_GROUP);
-    CQELDocElm after(&pXml, QEL_TYPE_GROUP);
+    DocContext context{nullptr, &g_elementTypes};
+    CQELDocElm middle(&context, QEL_TYPE_GROUP);
+    CQELDocElm before(&context, QEL_TYPE_GROUP);
+    CQELDocElm after(&context, QEL_TYPE_GROUP);
     before.InsertBefore(&middle);
     after.InsertAfter(&middle);
     EXPECT_EQ(&middle, before.NextSibling());
@@ -336,10 +337,10 @@ TEST(DocElement, AWalkEndsWithTheSubtreeOrElseWithTheTree)
 
 TEST(DocElement, IsLinkedBeforeAndAfterSiblingsAndUnlinked)
 {
-    XmlContext* pXml = nullptr;
-    CQELDocElm parent(&pXml, QEL_TYPE_GROUP);
+    DocContext context{nullptr, &g_elementTypes};
+    CQELDocElm parent(&context, QEL_TYPE_GROUP);
     const auto make = [&](const char* pszId) {
-        auto* pElm = new CQELDocElm(&pXml, QEL_TYPE_GROUP);
+        auto* pElm = new CQELDocElm(&context, QEL_TYPE_GROUP);
         EXPECT_EQ(1, pElm->SetId(pszId));
         return pElm;
     };

@@ -1,5 +1,6 @@
 // The document: loading and saving drawings, the operations on the tree, and who owns what. The
 // code is document/QELDocument.cpp; elements by themselves are in DocElmTests.cpp.
+#include "engine/ElementTypes.h"
 #include "tests/support/DocSupport.h"
 
 #include <cstring>
@@ -23,7 +24,7 @@ std::string Nested(int nGroups, const std::string& inside)
 
 TEST(Document, BeginsWithoutADrawing)
 {
-    CQELDocument document;
+    CQELDocument document(g_elementTypes);
     EXPECT_EQ(nullptr, document.GetRoot());
     EXPECT_EQ(1, document.Close());
     EXPECT_EQ(nullptr, document.GetRoot());
@@ -31,7 +32,7 @@ TEST(Document, BeginsWithoutADrawing)
 
 TEST(Document, NewDrawingIsAnEmptyRootOfFiftyByFifty)
 {
-    CQELDocument document;
+    CQELDocument document(g_elementTypes);
     ASSERT_EQ(1, document.New());
     CQELDocQEL* pRoot = document.GetRoot();
     ASSERT_NE(nullptr, pRoot);
@@ -165,10 +166,10 @@ TEST(Document, KeepsNoXmlTreeAfterALoadOrASave)
 {
     CTestDocument document(DrawingText("<rect/>"));
     ASSERT_EQ(1, document.Loaded());
-    EXPECT_EQ(nullptr, *document.Root()->XmlSlot());
-    EXPECT_EQ(*document.Root()->XmlSlot(), *document.First()->XmlSlot());
+    EXPECT_EQ(nullptr, document.Root()->Context()->pXml);
+    EXPECT_EQ(document.Root()->Context()->pXml, document.First()->Context()->pXml);
     EXPECT_EQ(DrawingText("<rect crd=\"0 0 10 10\"/>\r\n"), document.Saved());
-    EXPECT_EQ(nullptr, *document.Root()->XmlSlot());
+    EXPECT_EQ(nullptr, document.Root()->Context()->pXml);
 }
 
 TEST(Document, ElementsNest512LevelsInAFileAndNoDeeper)
@@ -195,7 +196,7 @@ TEST(Document, ElementsNest512LevelsInAFileAndNoDeeper)
 TEST(Document, NewDrawingIsSavedAsDeclarationAndEmptyRoot)
 {
     CTestFolder folder;
-    CQELDocument document;
+    CQELDocument document(g_elementTypes);
     ASSERT_EQ(1, document.New());
     ASSERT_EQ(1, document.Save(folder.Path("new.qel").c_str()));
     EXPECT_EQ(EMPTY_FILE + '\0', ReadBytes(folder.Path("new.qel"))); // the file ends with a zero
@@ -246,7 +247,7 @@ TEST(Document, ASaveFailsWithoutADrawingOrAPlace)
 {
     CTestFolder folder;
     const std::string path = folder.Path("a.qel");
-    CQELDocument document;
+    CQELDocument document(g_elementTypes);
     EXPECT_EQ(0, document.Save(path.c_str()));
     EXPECT_FALSE(Exists(path));
     ASSERT_EQ(1, document.New());
@@ -265,7 +266,7 @@ TEST(Document, AnElementThatCannotBeWrittenFailsTheSaveAndLeavesTheFile)
     CTestDocument document(DrawingText("<rect/><g><line/></g>"));
     const std::string path = document.Folder().Path("out.qel");
     ASSERT_TRUE(WriteBytes(path, "as it was"));
-    auto* pNameless = new CQELDocElm(document.Root()->XmlSlot(), QEL_TYPE_NONE);
+    auto* pNameless = new CQELDocElm(document.Root()->Context(), QEL_TYPE_NONE);
     document.First()->NextSibling()->AppendChild(pNameless);
     EXPECT_EQ(0, document->Save(path.c_str()));
     EXPECT_EQ("as it was", ReadBytes(path));
@@ -588,7 +589,7 @@ TEST_F(Tree, WhatIsOutOfThePictureGoesWithTheDrawing)
     ASSERT_EQ(1, Document().Close());
     EXPECT_FALSE(IsLive(nInner));
 
-    auto* pDocument = new CQELDocument;
+    auto* pDocument = new CQELDocument(g_elementTypes);
     ASSERT_EQ(1, pDocument->New());
     CQELDocElm* pElm = pDocument->CreateElement(pDocument->GetRoot(), nullptr, QEL_TYPE_RECT);
     nInner = NumberOf(pElm);
@@ -693,7 +694,7 @@ TEST_F(Tree, AnElementKnowsItsViewElementAndItsDocument)
     CQELDocument::SetViewElement(At("a"), pView);
     EXPECT_EQ(pView, CQELDocument::GetViewElement(At("a")));
     EXPECT_EQ(nullptr, CQELDocument::GetViewElement(At("b")));
-    CQELDocument other;
+    CQELDocument other(g_elementTypes);
     ASSERT_EQ(1, other.New());
     EXPECT_TRUE(Document().Owns(At("e")));
     EXPECT_FALSE(Document().Owns(other.GetRoot()));

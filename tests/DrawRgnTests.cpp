@@ -41,7 +41,7 @@ std::size_t WordCount(const std::string& text)
 
 TEST(DrawRegionElement, TheFormOfItsCoordinatesTellsNamesAndDefault)
 {
-    const CrdForm& form = CQELDocDrawRgn::GetCrdForm();
+    const CrdForm& form = CQELDocDrawRgn::FORM;
     EXPECT_STREQ("xyxy", form.pszLayout); // two corners
     EXPECT_TRUE(form.bBox);
     EXPECT_EQ(4u, WordCount(form.pszMeaning));

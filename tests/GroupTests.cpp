@@ -1,6 +1,7 @@
 // The group element: a record that says nothing, and the rectangle of what is in it, which is also
 // that of the root. The code is document/QELDocGroup.cpp and document/QELDocContainer.cpp.
-#include "document/QELDocGroup.h"
+#include "document/QELDocLeaves.h"
+#include "engine/ElementTypes.h"
 #include "tests/support/DocSupport.h"
 
 #include <memory>
@@ -67,7 +68,7 @@ TEST(GroupElement, CloneIsAnEmptyGroupOfTheSameDocument)
     const std::unique_ptr<CQELDocElm> clone(pClone);
     ASSERT_NE(nullptr, clone);
     EXPECT_EQ(QEL_TYPE_GROUP, clone->Type());
-    EXPECT_EQ(document.First()->XmlSlot(), clone->XmlSlot());
+    EXPECT_EQ(document.First()->Context(), clone->Context());
     EXPECT_EQ(nullptr, clone->FirstChild());
     EXPECT_EQ(nullptr, clone->Parent());
     int nSize = 0;
@@ -82,7 +83,7 @@ TEST(GroupElement, WithoutChildrenItsRectangleIsEmpty)
 {
     CTestDocument document(DrawingText("<g/>"));
     EXPECT_EQ("0 0 0 0", RectOf(*document.First()));
-    CQELDocument empty;
+    CQELDocument empty(g_elementTypes);
     ASSERT_EQ(1, empty.New());
     EXPECT_EQ("0 0 0 0", RectOf(*empty.GetRoot()));
 }

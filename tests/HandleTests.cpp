@@ -1,6 +1,6 @@
 // Handles: a number is looked up by its kind, dies with its object and does not come back. The code
-// is engine/Handles.*.
-#include "engine/Handles.h"
+// is base/Handles.*.
+#include "base/Handles.h"
 
 #include <gtest/gtest.h>
 

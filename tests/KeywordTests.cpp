@@ -1,6 +1,6 @@
 // Keyword tables: the lookup both ways, where a table ends, and the check that a table is sound.
-// The code is render/Keywords.h.
-#include "render/Keywords.h"
+// The code is base/Keywords.h.
+#include "base/Keywords.h"
 
 #include <gtest/gtest.h>
 

@@ -2,6 +2,7 @@
 // forms of its coordinates, its record, and its rectangle. The code is dynamic/QELDocMeter.cpp; the
 // view is tested in MeterViewTests.cpp.
 #include "dynamic/QELDocMeter.h"
+#include "engine/ElementTypes.h"
 
 #include "tests/support/DocSupport.h"
 
@@ -79,7 +80,7 @@ public:
     }
 
 private:
-    CQELDocument m_document;
+    CQELDocument m_document{g_elementTypes};
     CQELDocElm* m_pMeter = nullptr;
 };
 

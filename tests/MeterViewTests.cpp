@@ -3,6 +3,7 @@
 // dynamic/QELViewMeter.cpp, dynamic/MeterRenderer.cpp and dynamic/Selectors.cpp; what renderers
 // paint is tested beside the meter folder.
 #include "dynamic/QELViewMeter.h"
+#include "engine/ElementTypes.h"
 
 #include "dynamic/MeterRenderer.h"
 #include "meter/CircleMeter.h"
@@ -49,7 +50,7 @@ QELMETERATTR Attr(int nType)
 // A meter in a view of 100 by 100 units.
 class CTestMeter {
 public:
-    explicit CTestMeter(const QELMETERATTR& attr) : m_view(SIZE{100, 100})
+    explicit CTestMeter(const QELMETERATTR& attr) : m_view(g_elementTypes, SIZE{100, 100})
     {
         EXPECT_EQ(1, m_view.NewTree());
         CQELViewElm* pElm = nullptr;

@@ -3,10 +3,10 @@
 // meter/PieUpgradeMeter.* and meter/PieMeterScale.*.
 #include "meter/PieMeter.h"
 
+#include "base/DegTrig.h"
 #include "include/QELEngine.h"
 #include "meter/PieMeterScale.h"
 #include "meter/PieUpgradeMeter.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

@@ -1,7 +1,7 @@
-// Blocks that serve again once they were given back: engine/Pool.cpp, and render/Geometry.cpp,
+// Blocks that serve again once they were given back: base/Pool.cpp, and document/Geometry.cpp,
 // which keeps the words of a shape in them.
-#include "engine/Pool.h"
-#include "render/Geometry.h"
+#include "base/Pool.h"
+#include "document/Geometry.h"
 #include "render/QELViewElm.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ constexpr std::size_t MODES[] = {0, CHUNK}; // blocks of the heap, and blocks in
 
 // An element that does nothing.
 struct CElement : CQELViewElm {
-    CElement() : CQELViewElm(50, 50) {}
+    explicit CElement(CPool* pPool = nullptr) : CQELViewElm(50, 50, pPool) {}
     int NewInstance(CQELViewElm**) const override { return 0; }
     int GetAttrBlockSize(int*) const override { return 0; }
     int GetAttrBlock(void*) const override { return 0; }
@@ -26,7 +26,10 @@ struct CElement : CQELViewElm {
 };
 
 struct CCounted : CElement {
-    explicit CCounted(int* pnLive) : m_pnLive(pnLive) { ++*m_pnLive; }
+    explicit CCounted(int* pnLive, CPool* pPool = nullptr) : CElement(pPool), m_pnLive(pnLive)
+    {
+        ++*m_pnLive;
+    }
     ~CCounted() override { --*m_pnLive; }
     int* m_pnLive;
 };
@@ -158,13 +161,13 @@ TEST(Pool, ObjectsLieInItAndGoBackToIt)
 {
     CPool pool(CHUNK);
     int nLive = 0;
-    CQELViewElm* pElm = new (&pool) CCounted(&nLive);
+    CQELViewElm* pElm = new (&pool) CCounted(&nLive, &pool);
     EXPECT_EQ(&pool, pElm->Pool());
     EXPECT_EQ(1, nLive);
     void* pBlock = pElm;
     delete pElm;
     EXPECT_EQ(0, nLive);
-    pElm = new (&pool) CCounted(&nLive);
+    pElm = new (&pool) CCounted(&nLive, &pool);
     EXPECT_EQ(pBlock, pElm);
     delete pElm;
 }

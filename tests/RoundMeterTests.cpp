@@ -2,10 +2,10 @@
 // range. The code is meter/RoundMeter*.*.
 #include "meter/RoundMeter.h"
 
+#include "base/DegTrig.h"
 #include "include/QELEngine.h"
 #include "meter/RoundMeterMark.h"
 #include "meter/RoundMeterPin.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

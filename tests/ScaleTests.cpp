@@ -2,6 +2,7 @@
 // coordinates by type, its record, and its rectangle. The code is dynamic/QELDocScale.cpp; the view
 // is tested in ScaleViewTests.cpp.
 #include "dynamic/QELDocScale.h"
+#include "engine/ElementTypes.h"
 
 #include "tests/support/DocSupport.h"
 
@@ -70,7 +71,7 @@ public:
     }
 
 private:
-    CQELDocument m_document;
+    CQELDocument m_document{g_elementTypes};
     CQELDocElm* m_pScale = nullptr;
 };
 

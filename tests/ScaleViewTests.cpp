@@ -2,6 +2,7 @@
 // against raw GDI calls worked out from the rules; and the values that the host sends. The code is
 // dynamic/QELViewScale.cpp and dynamic/ScaleGeometry.cpp.
 #include "dynamic/QELViewScale.h"
+#include "engine/ElementTypes.h"
 
 #include "render/QELView.h"
 #include "tests/support/ViewSupport.h"
@@ -722,7 +723,7 @@ TEST(ScaleView, TheFormThatWasSetLastIsDrawn)
 
 TEST(ScaleView, HatchAndItsColoursStayWithTheScaleAndTheColourGoesOn)
 {
-    CQELView view(SIZE{100, 100});
+    CQELView view(g_elementTypes, SIZE{100, 100});
     ASSERT_EQ(1, view.NewTree());
     CQELViewElm *pScale = nullptr, *pShape = nullptr;
     ASSERT_EQ(1, view.CreateElement(view.Root(), nullptr, QEL_TYPE_SCALE, &pScale));
@@ -820,7 +821,7 @@ TEST(ScaleView, ANullRecordAndAHatchThatThereIsNotAreRefused)
 TEST(ScaleView, ACopyDrawsTheSame)
 {
     for (int nType = 0; nType < 6; ++nType) {
-        CQELView view(SIZE{100, 100});
+        CQELView view(g_elementTypes, SIZE{100, 100});
         ASSERT_EQ(1, view.NewTree());
         CQELViewElm *pElm = nullptr, *pGroup = nullptr, *pCopy = nullptr;
         ASSERT_EQ(1, view.CreateElement(view.Root(), nullptr, QEL_TYPE_SCALE, &pElm));

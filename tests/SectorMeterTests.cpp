@@ -2,8 +2,8 @@
 // printed in them. The code is meter/SectorMeter.*.
 #include "meter/SectorMeter.h"
 
+#include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "render/DegTrig.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

@@ -401,7 +401,7 @@ TEST(Shape, CloneOfEveryClassHasAllDataAndNoLinks)
         ASSERT_NE(nullptr, clone);
         EXPECT_EQ(nType, clone->Type());
         EXPECT_EQ(RecordOf(*shape), RecordOf(*clone));
-        EXPECT_EQ(shape->XmlSlot(), clone->XmlSlot());
+        EXPECT_EQ(shape->Context(), clone->Context());
         EXPECT_STREQ("", clone->Id());
         EXPECT_EQ(nullptr, clone->View());
         EXPECT_EQ(nullptr, clone->Parent());

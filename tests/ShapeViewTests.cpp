@@ -6,7 +6,7 @@
 // all setters make one, also when they set what is set already.
 #include "render/QELViewShape.h"
 
-#include "render/GdiScopes.h"
+#include "base/GdiScopes.h"
 #include "render/QELViewArc.h"
 #include "render/QELViewChord.h"
 #include "render/QELViewCircle.h"
@@ -316,7 +316,8 @@ TEST(ShapeSequence, OfARectanglePutsThePenBackFirst)
 
 class CShapeWithoutFigure final : public CQELViewShape { // it tells neither figure nor region
 public:
-    CShapeWithoutFigure(int32_t nRefW, int32_t nRefH) : CQELViewShape(nRefW, nRefH, QEL_TYPE_RECT)
+    CShapeWithoutFigure(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr)
+        : CQELViewShape(nRefW, nRefH, QEL_TYPE_RECT, pPool)
     {
     }
     int NewInstance(CQELViewElm** ppOut) const override { return NewInstanceAs(*this, ppOut); }

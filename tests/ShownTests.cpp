@@ -1,8 +1,8 @@
 // What is made and drawn for the clip box alone: rings of borders, brushes of gradients, regions of
 // faces. The pixels are those of the whole, wherever the clip lies. Origins, and how much is left
-// out, are held by tests/ShownPictureTests.cpp. The code is render/Shown.*, render/Border3D.cpp,
+// out, are held by tests/ShownPictureTests.cpp. The code is base/Shown.*, render/Border3D.cpp,
 // brush/ShownDraft.* and render/QELViewShapeRegion.cpp.
-#include "render/Shown.h"
+#include "base/Shown.h"
 
 #include "brush/ShownDraft.h"
 #include "render/Border3D.h"

@@ -1,5 +1,6 @@
 // The view: making, finding and deleting elements, full and partial redraws, the host parameters,
 // and the operations on the whole tree. The code is render/QELView.*.
+#include "engine/ElementTypes.h"
 #include "render/QELView.h"
 
 #include "dynamic/QELViewFrame.h"
@@ -14,7 +15,7 @@ constexpr RECT QEL{0, 0, 100, 100};
 // A view with a root of 100 by 100 units.
 class Scene {
 public:
-    Scene() : m_view({100, 100}) { EXPECT_EQ(1, m_view.NewTree()); }
+    Scene() : m_view(g_elementTypes, {100, 100}) { EXPECT_EQ(1, m_view.NewTree()); }
     CQELView* operator->() { return &m_view; }
     CQELViewElm* Make(int nType, CQELViewElm* pParent = nullptr, CQELViewElm* pAfter = nullptr)
     {
@@ -58,7 +59,7 @@ using Chain = std::vector<const CQELViewElm*>;
 
 TEST(View, BeginsEmptyWith50By50)
 {
-    CQELView view;
+    CQELView view(g_elementTypes);
     SIZE size{};
     EXPECT_EQ(1, view.GetRefSize(&size));
     EXPECT_EQ(50, size.cx);
@@ -74,7 +75,7 @@ TEST(View, BeginsEmptyWith50By50)
 
 TEST(View, WithoutARootThereIsNothingToDrawTurnOrMove)
 {
-    CQELView view;
+    CQELView view(g_elementTypes);
     CRecording recording;
     EXPECT_EQ(0, view.Draw(nullptr, recording.Dc(), QEL, QEL_DRAW_FULL));
     EXPECT_EQ(0, view.Draw(nullptr, recording.Dc(), QEL, 0));
@@ -88,7 +89,7 @@ TEST(View, WithoutARootThereIsNothingToDrawTurnOrMove)
 
 TEST(View, ANewTreeIsARootOfTheReferenceSize)
 {
-    CQELView view({30, 40});
+    CQELView view(g_elementTypes, {30, 40});
     ASSERT_EQ(1, view.NewTree());
     ASSERT_NE(nullptr, view.Root());
     EXPECT_EQ(QEL_TYPE_ROOT, view.Root()->Type());
@@ -478,7 +479,7 @@ TEST(ViewParameters, AHatchOutOfRangeIsNeitherStoredNorPushedDown)
 
 TEST(ViewParameters, AreKeptWithoutADrawing)
 {
-    CQELView view;
+    CQELView view(g_elementTypes);
     const uint32_t values[] = {0x112233, 7, 0x445566, 0x778899};
     for (int n = 0; n < 4; ++n) EXPECT_EQ(0, view.SetParam(n, values[n])); // nobody takes them
     for (int n = 0; n < 4; ++n) {

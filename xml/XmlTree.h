@@ -7,7 +7,7 @@
 // compared byte by byte; no character set is interpreted.
 #pragma once
 
-#include "engine/Arena.h"
+#include "base/Arena.h"
 
 #include <cstddef>
 #include <cstdint>

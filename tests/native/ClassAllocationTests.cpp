@@ -1,6 +1,7 @@
 // The classes below the exported interface when an allocation fails: what they are asked for is
 // done whole or not at all.
 #include "document/QELDocElm.h"
+#include "engine/ElementTypes.h"
 #include "render/QELView.h"
 #include "render/QELViewGroup.h"
 #include "tests/native/AllocationFaults.h"
@@ -38,7 +39,7 @@ TEST(ClassAllocation, AViewElementIsCopiedWithItsChildrenOrNotAtAll)
 {
     for (const int nType : g_viewTypes) {
         SCOPED_TRACE(nType);
-        CQELView view(SIZE{100, 90});
+        CQELView view(g_elementTypes, SIZE{100, 90});
         ASSERT_EQ(1, view.NewTree());
         CQELViewElm* pElm = view.Root();
         if (nType != QEL_TYPE_ROOT) {
@@ -84,7 +85,7 @@ TEST(ClassAllocation, AViewElementIsCopiedWithItsChildrenOrNotAtAll)
 
 TEST(ClassAllocation, ANewViewTreeHasARootOrThereIsNone)
 {
-    CQELView view(SIZE{100, 90});
+    CQELView view(g_elementTypes, SIZE{100, 90});
     int nResult = -1;
     EXPECT_TRUE(RunWithout(1, [&] { nResult = view.NewTree(); }));
     EXPECT_EQ(0, nResult);
@@ -98,8 +99,8 @@ TEST(ClassAllocation, ANewViewTreeHasARootOrThereIsNone)
 
 TEST(ClassAllocation, AnElementWithoutAClassIsClonedOrNotAtAll)
 {
-    XmlContext* pXml = nullptr;
-    const CQELDocElm elm(&pXml, QEL_TYPE_PATH);
+    DocContext context{nullptr, &g_elementTypes};
+    const CQELDocElm elm(&context, QEL_TYPE_PATH);
     CQELDocElm* pClone = nullptr;
     int nResult = -1;
     EXPECT_TRUE(RunWithout(1, [&] { nResult = elm.Clone(&pClone); }));

@@ -384,12 +384,6 @@ T Get(HDC hdc, T DcState::*pField, const char* pszFunction)
     return pDc ? pDc->state.*pField : T{};
 }
 
-// Units of the drawing and of the device are the same here.
-BOOL WINAPI LPtoDP(HDC hdc, POINT* pPoints, INT nCount)
-{
-    return FindDc(hdc, "LPtoDP") && pPoints && nCount > 0;
-}
-
 int WINAPI GetBkMode(HDC hdc)
 {
     return Get(hdc, &DcState::nBkMode, "GetBkMode");

@@ -4,6 +4,7 @@
 
 #include "document/QELDocShape.h"
 #include "document/QELDocument.h"
+#include "engine/ElementTypes.h"
 #include "include/QELEngine.h"
 #include "tests/support/Files.h"
 
@@ -66,7 +67,7 @@ public:
 
 private:
     CTestFolder m_folder;
-    CQELDocument m_document;
+    CQELDocument m_document{g_elementTypes};
     int m_nLoaded = 0;
 };
 
@@ -186,7 +187,7 @@ public:
     }
 
 private:
-    CQELDocument m_document;
+    CQELDocument m_document{g_elementTypes};
     CQELDocShape* m_pShape = nullptr;
 };
 

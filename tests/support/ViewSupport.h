@@ -3,6 +3,7 @@
 // turned, moved and kept inside the drawing, raw GDI drawings in every style, filled figures.
 #pragma once
 
+#include "engine/ElementTypes.h"
 #include "include/QELEngine.h"
 #include "render/QELView.h"
 #include "render/QELViewShape.h"
@@ -56,7 +57,10 @@ inline std::string RectText(const RECT& rc)
 // A whole picture, made element by element.
 class CTestPicture {
 public:
-    explicit CTestPicture(SIZE refSize) : m_view(refSize) { EXPECT_EQ(1, m_view.NewTree()); }
+    explicit CTestPicture(SIZE refSize) : m_view(g_elementTypes, refSize)
+    {
+        EXPECT_EQ(1, m_view.NewTree());
+    }
     CQELView* operator->() { return &m_view; }
     CQELViewElm* Make(int nType,
                       CQELViewElm* pParent = nullptr) // as the last child; null: the root

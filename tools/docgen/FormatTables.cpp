@@ -1,7 +1,7 @@
 // Prints the tables of docs/format.md and docs/live-values.md from the engine's own tables, each
 // between a line
 // "<!-- table NAME -->" and a line "<!-- end -->"; scripts/docs.sh puts them into the pages.
-#include "document/Tags.h"
+#include "engine/ElementTypes.h"
 
 #include "document/QELDocQEL.h"
 #include "document/QELDocShape.h"
@@ -14,7 +14,6 @@
 #include "render/QELViewShape.h"
 
 #include <cstdio>
-#include <memory>
 
 namespace {
 
@@ -62,26 +61,20 @@ void PrintAttrs(const char* pszName, void (*pfnVisit)(AttrVisitor, void*))
 void PrintTags()
 {
     Begin("tags", "| tag | type | `crd` | default `crd` | what it is |", "|---|---|---|---|---|");
-    for (const TagRow* pRow = g_tagRows; pRow->pszName; ++pRow) {
-        XmlContext* pXml = nullptr;
-        const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(pRow->nId, &pXml));
-        const CrdForm* pForm =
-            pRow->nId == QEL_TYPE_DRAWRGN ? &CQELDocDrawRgn::GetCrdForm() : nullptr;
-        const bool bShape = pElm && pRow->nId >= QEL_TYPE_TEXT && pRow->nId <= QEL_TYPE_POLYGON;
+    for (const ElementType* pRow = g_elementTypes.Rows(); pRow->pszName; ++pRow) {
         std::printf("| `%s` | %d |", pRow->pszName, static_cast<int>(pRow->nId));
-        if (bShape) pForm = &static_cast<const CQELDocShape&>(*pElm).GetCrdForm();
-        if (pForm) {
-            std::printf(" %s | `%s` |", pForm->pszMeaning, pForm->pszDefault);
-        } else {
+        if (pRow->pForm)
+            std::printf(" %s | `%s` |", pRow->pForm->pszMeaning, pRow->pForm->pszDefault);
+        else
             std::printf(" | |");
-        }
         std::printf(" %s |\n", pRow->pszMeaning);
     }
     End();
 }
 
 // The coordinates of the classes whose form goes by the type.
-void PrintForms(const char* pszName, const KeywordRow* pRows, const CrdForm& (*pfnFormOf)(int32_t))
+template <class Row>
+void PrintForms(const char* pszName, const Row* pRows, const CrdForm& (*pfnFormOf)(int32_t))
 {
     Begin(pszName, "| type | number | `crd` | default `crd` |", "|---|---|---|---|");
     for (; pRows->pszName; ++pRows) {
@@ -112,7 +105,7 @@ const char* NameOfForm(SelectorForm form)
 void PrintSelectors()
 {
     std::printf("<!-- table selectors -->\n| selector | name | form | default |");
-    for (const KeywordRow* pType = g_meterTypeRows; pType->pszName; ++pType)
+    for (const MeterTypeRow* pType = g_meterTypeRows; pType->pszName; ++pType)
         std::printf(" %s |", pType->pszName);
     std::printf(" what it does |\n|---|---|---|---|");
     for (int32_t n = 0; n <= METER_TYPE_COUNT; ++n) std::printf("---|");

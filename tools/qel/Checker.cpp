@@ -3,9 +3,9 @@
 
 #include "document/QELDocQEL.h"
 #include "document/QELDocShape.h"
-#include "document/Tags.h"
 #include "document/TextNumbers.h"
 #include "dynamic/QELDocDrawRgn.h"
+#include "engine/ElementTypes.h"
 #include "render/Mapping.h"
 #include "render/QELView.h"
 #include "tools/qel/CostRules.h"
@@ -129,28 +129,14 @@ bool IsLive(const CQELDocElm& elm)
 
 const CrdForm* CrdFormOf(const CQELDocElm& elm)
 {
-    if (IsLive(elm)) return &LiveCrdForm(elm);
-    if (elm.Type() >= QEL_TYPE_TEXT && elm.Type() <= QEL_TYPE_POLYGON)
-        return &static_cast<const CQELDocShape&>(elm).GetCrdForm();
-    return elm.Type() == QEL_TYPE_DRAWRGN ? &CQELDocDrawRgn::GetCrdForm() : nullptr;
+    return IsLive(elm) ? &LiveCrdForm(elm) : g_elementTypes.Row(elm.Type())->pForm;
 }
 
 // Whether the keep modes of its flags work on an element: the others are stretched with the
 // drawing.
 bool IsAnchored(int32_t nType)
 {
-    switch (nType) {
-    case QEL_TYPE_TEXT:
-    case QEL_TYPE_RECT:
-    case QEL_TYPE_ROUNDRECT:
-    case QEL_TYPE_ELLIPSE:
-    case QEL_TYPE_CIRCLE:
-    case QEL_TYPE_DRAWRGN:
-    case QEL_TYPE_METER:
-        return true;
-    default:
-        return false;
-    }
+    return g_elementTypes.Row(nType)->Is(TRAIT_ANCHORED);
 }
 
 // The numbers of a text of coordinates, up to what is no number.
@@ -177,8 +163,7 @@ Numbers ReadNumbers(const char* pszText)
 // are lines then.
 bool NeedsArea(int32_t nType)
 {
-    return IsAnchored(nType) || nType == QEL_TYPE_ARC || nType == QEL_TYPE_PIE ||
-           nType == QEL_TYPE_CHORD;
+    return IsAnchored(nType) || g_elementTypes.Row(nType)->Is(TRAIT_SHIFTS);
 }
 
 // A message about the value of an attribute. Of a type that is none it tells what a save makes of
@@ -193,7 +178,7 @@ std::string WithLoss(int32_t nAttr, const std::string& message)
 const XmlAttr* AttrOf(const XmlNode& node, int32_t nId)
 {
     for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
-        if (LookupKeyword(g_attrNameRows, p->pszName) == nId) return p;
+        if (LookupKeyword(g_attrNames, p->pszName) == nId) return p;
     return nullptr;
 }
 
@@ -212,23 +197,24 @@ private:
     void Notice(XmlNotice nNotice, std::size_t nOffset);
     void CheckTree();
     bool CheckNode(XmlNode* pNode); // false: it is skipped with all that is in it
-    void CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocElm& elm);
-    void CheckAttr(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm);
+    void CheckAttrs(const XmlNode& node, const ElementType& row, const CQELDocElm& elm);
+    void CheckAttr(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm);
     void CheckValue(const XmlAttr& attr, const AttrInfo& info);
-    void CheckCrd(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm);
+    void CheckCrd(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm);
     void CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers,
                        std::size_t nNeeded);
-    void CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm& form,
+    void CheckPoints(const XmlAttr& attr, const ElementType& row, const CrdForm& form,
                      const Numbers& numbers);
-    void CheckFlags(const XmlAttr& attr, const TagRow& row);
+    void CheckFlags(const XmlAttr& attr, const ElementType& row);
     void CheckId(const XmlAttr& attr);
-    void CheckText(const XmlNode& node, const TagRow& row);
+    void CheckText(const XmlNode& node, const ElementType& row);
     void CheckLoaded(const XmlNode& node, const CQELDocElm& elm);
     void CheckLive(const XmlNode& node, const CQELDocElm& elm);
     void CheckPlace(const XmlNode& node, const CQELDocElm& elm);
     void CheckCost(const XmlNode& node, const CQELDocElm& elm);
 
     XmlContext* m_pXml = nullptr;
+    DocContext m_context{nullptr, &g_elementTypes}; // of the elements that are made to try them
     const XmlNode* m_pUnfinished = nullptr; // the reading failed in it: more may have followed
     const std::string* m_pBytes = nullptr;
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
@@ -246,6 +232,7 @@ std::vector<Finding> CChecker::Check(const std::string& bytes)
         Warn(nZero, "there is a zero byte here: all after it is not read");
     const std::unique_ptr<XmlContext, int (*)(XmlContext*)> xml(XmlCreate(), XmlDestroy);
     m_pXml = xml.get();
+    m_context.pXml = m_pXml;
     if (!m_pXml) throw std::bad_alloc();
     const XmlObserver observer{
         [](void* pUser, XmlNotice nNotice, std::size_t nOffset, const char*) {
@@ -287,7 +274,7 @@ void CChecker::CheckTree()
             Error(0, "there is no element: the drawing does not open");
         return;
     }
-    if (LookupKeyword(g_tagRows, pRoot->pszName) != QEL_TYPE_ROOT) {
+    if (LookupKeyword(g_elementTypes.Rows(), pRoot->pszName) != QEL_TYPE_ROOT) {
         Error(pRoot->nOffset, "the root element is <" + Shown(pRoot->pszName) +
                                   ">, not <qel>: the drawing does not open");
         return;
@@ -306,7 +293,8 @@ void CChecker::CheckTree()
 bool CChecker::CheckNode(XmlNode* pNode)
 {
     const std::string tag = "<" + Shown(pNode->pszName) + ">";
-    const TagRow* pRow = FindRow(g_tagRows, LookupKeyword(g_tagRows, pNode->pszName));
+    const ElementType* pRow =
+        FindRow(g_elementTypes.Rows(), LookupKeyword(g_elementTypes.Rows(), pNode->pszName));
     if (!pRow) {
         Error(pNode->nOffset, "unknown element " + tag + ": it is skipped with all that is in it");
         return false;
@@ -319,7 +307,7 @@ bool CChecker::CheckNode(XmlNode* pNode)
         Error(pNode->nOffset, "<qel> inside of the drawing is skipped with all that is in it");
         return false;
     }
-    const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(pRow->nId, &m_pXml));
+    const std::unique_ptr<CQELDocElm> pElm(g_elementTypes.MakeDoc(pRow->nId, &m_context));
     if (!pElm) return false;
     m_pXml->pCursor = pNode;
     pElm->Load(); // the form of some attributes goes by others
@@ -329,7 +317,7 @@ bool CChecker::CheckNode(XmlNode* pNode)
     return true;
 }
 
-void CChecker::CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocElm& elm)
+void CChecker::CheckAttrs(const XmlNode& node, const ElementType& row, const CQELDocElm& elm)
 {
     for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
         CheckAttr(*p, row, elm);
@@ -338,9 +326,9 @@ void CChecker::CheckAttrs(const XmlNode& node, const TagRow& row, const CQELDocE
         Warn(node.nOffset, std::string("no crd: the element has ") + pForm->pszDefault);
 }
 
-void CChecker::CheckAttr(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm)
+void CChecker::CheckAttr(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm)
 {
-    const int32_t nId = LookupKeyword(g_attrNameRows, attr.pszName);
+    const int32_t nId = LookupKeyword(g_attrNames, attr.pszName);
     if (nId == KEYWORD_NONE) {
         Error(attr.nNameOffset, "unknown attribute " + Quoted(attr.pszName));
         return;
@@ -409,7 +397,7 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
                       ": " + Quoted(attr.pszValue)));
 }
 
-void CChecker::CheckCrd(const XmlAttr& attr, const TagRow& row, const CQELDocElm& elm)
+void CChecker::CheckCrd(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm)
 {
     const CrdForm& form = *CrdFormOf(elm);
     const Numbers numbers = ReadNumbers(attr.pszValue);
@@ -447,7 +435,7 @@ void CChecker::CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Num
 
 // Point lists are read in a way of their own, so what the engine makes of the text is compared with
 // what stands there.
-void CChecker::CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm& form,
+void CChecker::CheckPoints(const XmlAttr& attr, const ElementType& row, const CrdForm& form,
                            const Numbers& numbers)
 {
     const std::string wanted = std::string("crd wants ") + form.pszMeaning;
@@ -463,7 +451,7 @@ void CChecker::CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm
         Error(attr.nValueOffset,
               wanted + "; the points after the 16th are not read, and a save loses them");
 
-    const std::unique_ptr<CQELDocElm> pElm(MakeDocElement(row.nId, &m_pXml));
+    const std::unique_ptr<CQELDocElm> pElm(g_elementTypes.MakeDoc(row.nId, &m_context));
     if (!pElm) throw std::bad_alloc();
     auto& shape = static_cast<CQELDocShape&>(*pElm);
     QELSHAPEATTR block{};
@@ -478,7 +466,7 @@ void CChecker::CheckPoints(const XmlAttr& attr, const TagRow& row, const CrdForm
 }
 
 // On a meter any flag has an effect: a dial without flags keeps its distances.
-void CChecker::CheckFlags(const XmlAttr& attr, const TagRow& row)
+void CChecker::CheckFlags(const XmlAttr& attr, const ElementType& row)
 {
     int32_t nValue = 0;
     if (!g_formHex.pfnParse(attr.pszValue, &nValue)) return;
@@ -503,7 +491,7 @@ void CChecker::CheckId(const XmlAttr& attr)
         Warn(attr.nValueOffset, "another element has the identifier " + Quoted(attr.pszValue));
 }
 
-void CChecker::CheckText(const XmlNode& node, const TagRow& row)
+void CChecker::CheckText(const XmlNode& node, const ElementType& row)
 {
     if (!node.pszText) {
         if (row.nId == QEL_TYPE_TEXT && &node != m_pUnfinished)
@@ -521,7 +509,7 @@ void CChecker::CheckLoaded(const XmlNode& node, const CQELDocElm& elm)
 {
     alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE] = {};
     elm.GetAttr(block);
-    CQELView view;
+    CQELView view(g_elementTypes);
     CQELViewElm* pRoot = nullptr;
     CQELViewElm* pView = nullptr;
     if (!view.CreateElement(nullptr, nullptr, QEL_TYPE_ROOT, &pRoot)) return;

@@ -1,12 +1,12 @@
 // Styles that cost too much; see the header.
 #include "tools/qel/CostRules.h"
 
+#include "base/DrawLimits.h"
 #include "brush/Gradient.h"
 #include "document/Attributes.h"
-#include "document/Tags.h"
+#include "engine/ElementTypes.h"
 #include "include/QELEngine.h"
 #include "render/Border3D.h"
-#include "render/DrawLimits.h"
 #include "tools/qel/HostIds.h"
 
 #include <algorithm>

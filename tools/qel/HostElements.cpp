@@ -15,7 +15,7 @@ bool HasFace(HQELENGINE hEngine, HQELELEM hElem)
 
 void AddMeter(const QELMETERATTR& attr, bool bFace, HostElements* pFound)
 {
-    HostMeter meter{attr, Reach::Reached, bFace, !HasRange(attr)};
+    HostMeter meter{attr, HostReach::Reached, bFace, !HasRange(attr)};
     if (meter.bRefused) {
         meter.attr = {};
         meter.attr.bUseScale = 1;

@@ -9,14 +9,14 @@
 
 struct HostMeter {
     QELMETERATTR attr; // as the picture has it
-    Reach reach;
+    HostReach reach;
     bool bFace;    // there is a figure in it for a bar to be painted in
     bool bRefused; // its range is none, so the picture has the defaults
 };
 
 struct HostScale {
     QELSCALEATTR attr;
-    Reach reach;
+    HostReach reach;
 };
 
 struct HostElements {

@@ -3,14 +3,14 @@
 // and what a meter needs to show something.
 #pragma once
 
+#include "engine/ElementTypes.h"
 #include "include/QELEngine.h"
+#include "render/HostDriven.h"
 
 #include <cstdint>
 #include <set>
 
-constexpr uint32_t LAST_PIN_ID = 32; // the ids from 1 on number the pins of the meter with id 0
-
-enum class Reach {
+enum class HostReach {
     Reached,
     Pin,   // a meter whose id is that of a pin
     Second // an element of this kind and id stands before it
@@ -26,30 +26,20 @@ inline bool HasRange(const QELMETERATTR& attr)
 // Whether an element in a meter gives it an area: bars are painted within those of their face.
 inline bool HasArea(int32_t nType)
 {
-    switch (nType) {
-    case QEL_TYPE_RECT:
-    case QEL_TYPE_CHORD:
-    case QEL_TYPE_PIE:
-    case QEL_TYPE_ROUNDRECT:
-    case QEL_TYPE_ELLIPSE:
-    case QEL_TYPE_CIRCLE:
-    case QEL_TYPE_POLYGON:
-        return true;
-    default:
-        return false;
-    }
+    const ElementType* pType = g_elementTypes.Row(nType);
+    return pType && pType->Is(TRAIT_AREA);
 }
 
 class CHostIds {
 public:
-    Reach AddScale(uint32_t nId)
+    HostReach AddScale(uint32_t nId)
     {
-        return m_scales.insert(nId).second ? Reach::Reached : Reach::Second;
+        return m_scales.insert(nId).second ? HostReach::Reached : HostReach::Second;
     }
-    Reach AddMeter(uint32_t nId)
+    HostReach AddMeter(uint32_t nId)
     {
-        if (nId != MeterOf(nId)) return Reach::Pin;
-        return m_meters.insert(nId).second ? Reach::Reached : Reach::Second;
+        if (nId != MeterOf(nId)) return HostReach::Pin;
+        return m_meters.insert(nId).second ? HostReach::Reached : HostReach::Second;
     }
 
     // Whether a call with the id reaches a scale, a meter.
@@ -57,7 +47,7 @@ public:
     [[nodiscard]] bool HasMeter(uint32_t nId) const { return m_meters.contains(MeterOf(nId)); }
 
     // The id of the meter that a call with the id reaches.
-    static uint32_t MeterOf(uint32_t nId) { return nId <= LAST_PIN_ID ? 0 : nId; }
+    static uint32_t MeterOf(uint32_t nId) { return MeterIdOf(nId); }
 
     [[nodiscard]] const std::set<uint32_t>& Scales() const { return m_scales; }
     [[nodiscard]] const std::set<uint32_t>& Meters() const { return m_meters; }

@@ -1,6 +1,7 @@
 // What the host can set; see the header.
 #include "tools/qel/HostListing.h"
 
+#include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
 #include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
@@ -11,13 +12,6 @@ namespace {
 
 constexpr std::size_t LINE_WIDTH = 100;
 constexpr char SETTING_INDENT[] = "    ";
-
-constexpr int32_t TYPE_PIE = 6;
-constexpr int32_t TYPE_CLOCK = 7;
-constexpr int32_t TYPE_ROUND_UPGRADE = 8;
-constexpr int32_t TYPE_PIE_UPGRADE = 9;
-constexpr int32_t TYPE_SECTOR = 10;
-constexpr int32_t SCALE_TYPE_ROUND = 4;
 
 // A setting that an element follows, as the host reads it.
 struct Setting {
@@ -37,7 +31,7 @@ struct Listed {
     DWORD nId;
     int32_t nType;
     const char* pszType;
-    Reach reach;
+    HostReach reach;
     bool bShown;      // its value shows
     std::string note; // about the value, the pointer and the rest
     std::vector<Setting> settings;
@@ -58,7 +52,7 @@ std::string Setting::Text() const
 
 std::string Unreached(const Listed& listed)
 {
-    if (listed.reach == Reach::Pin)
+    if (listed.reach == HostReach::Pin)
         return "not reached: the ids 1 to 32 are the values of a meter with mtid 0";
     return std::string("not reached: a ") + listed.Kind() + " before it has the same id";
 }
@@ -68,22 +62,21 @@ bool OtherAnswers(const Listed& listed, const SelectorRow& row, const CHostIds& 
 {
     const bool bColour = row.nId == QEL_SEL_PIN_COLOR || row.nId == QEL_SEL_SCALE_COLOR;
     if (listed.bMeter) return ids.HasScale(listed.nId) && row.pszForScale && !bColour;
-    const bool bPin = row.nId == QEL_SEL_VALUE && listed.nId >= 1 && listed.nId <= LAST_PIN_ID;
+    const bool bPin = row.nId == QEL_SEL_VALUE && listed.nId >= 1 && listed.nId <= METER_PINS;
     return ids.HasMeter(listed.nId) && row.pszMeaning && (bColour || bPin);
 }
 
 bool Follows(const Listed& listed, const SelectorRow& row)
 {
     if (!listed.bMeter)
-        return row.pszForScale &&
-               (row.nId != QEL_SEL_START_CODE || listed.nType >= SCALE_TYPE_ROUND);
+        return row.pszForScale && (row.nId != QEL_SEL_START_CODE || listed.nType >= SCALE_ROUND);
     if (!row.pszMeaning || !(row.nMeterTypes & MeterTypeBit(listed.nType))) return false;
     return row.nId != QEL_SEL_VALUE || listed.nId == 0;
 }
 
 void ReadSettings(HQELENGINE hEngine, const CHostIds& ids, Listed* pListed)
 {
-    if (pListed->reach != Reach::Reached) return;
+    if (pListed->reach != HostReach::Reached) return;
     for (DWORD n = 0; n < QEL_SEL_COUNT; ++n) {
         const SelectorRow& row = *FindSelector(n);
         Setting setting{&row, 0, 0, false, OtherAnswers(*pListed, row, ids), false};
@@ -101,19 +94,18 @@ void AddNote(Listed* pListed, const std::string& text)
 }
 
 // How a meter that takes a value shows it.
-void NoteMeterValue(const HostMeter& meter, Listed* pListed)
+void NoteMeterValue(const HostMeter& meter, MeterShows shows, Listed* pListed)
 {
     const bool bPin = meter.attr.bUsePin != 0;
-    const bool bBar = (MeterTypeBit(pListed->nType) & METER_BARS) != 0;
-    pListed->bShown = meter.bFace || !bBar;
-    if (bBar)
-        return AddNote(pListed, pListed->bShown ? "value shown by the bar"
-                                                : "value not shown: no figure in it for the bar");
-    switch (pListed->nType) {
-    case TYPE_PIE:
-    case TYPE_PIE_UPGRADE:
+    pListed->bShown = true;
+    switch (shows) {
+    case MeterShows::Bar:
+        pListed->bShown = meter.bFace;
+        return AddNote(pListed, meter.bFace ? "value shown by the bar"
+                                            : "value not shown: no figure in it for the bar");
+    case MeterShows::Fill:
         return AddNote(pListed, "value shown by the filled sector");
-    case TYPE_SECTOR:
+    case MeterShows::Pins:
         return AddNote(pListed,
                        "the values of the ids 1 to 32 shown as sectors, as many as 'sectors' "
                        "says");
@@ -122,7 +114,7 @@ void NoteMeterValue(const HostMeter& meter, Listed* pListed)
     }
     if (bPin) return AddNote(pListed, "value shown by the pointer");
     pListed->bShown = false;
-    AddNote(pListed, pListed->nType == TYPE_ROUND_UPGRADE
+    AddNote(pListed, shows == MeterShows::PointerOrReadOut
                          ? "value not shown until 'read-out' is 1: no pointer (upin is 0)"
                          : "value not shown: no pointer (upin is 0)");
 }
@@ -130,14 +122,15 @@ void NoteMeterValue(const HostMeter& meter, Listed* pListed)
 void NoteMeter(const HostMeter& meter, Listed* pListed)
 {
     if (meter.bRefused) AddNote(pListed, "imin and imax are no range: drawn with the defaults");
-    const bool bClock = pListed->nType == TYPE_CLOCK;
-    if (pListed->reach != Reach::Reached) AddNote(pListed, Unreached(*pListed));
-    if (bClock) {
+    const MeterTypeRow* pType = MeterTypeOf(pListed->nType);
+    const MeterShows shows = pType ? pType->shows : MeterShows::Pointer;
+    if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
+    if (shows == MeterShows::Time) {
         pListed->bShown = meter.attr.bUsePin != 0;
         AddNote(pListed, pListed->bShown ? "shows the time" : "no hands (upin is 0)");
-    } else if (pListed->reach == Reach::Reached && pListed->nId == 0) {
-        NoteMeterValue(meter, pListed);
-    } else if (pListed->reach == Reach::Reached) {
+    } else if (pListed->reach == HostReach::Reached && pListed->nId == 0) {
+        NoteMeterValue(meter, shows, pListed);
+    } else if (pListed->reach == HostReach::Reached) {
         AddNote(pListed, "takes settings but no value");
     }
     if (!meter.attr.bUseScale) AddNote(pListed, "no axis and ticks (usc is 0)");
@@ -146,22 +139,22 @@ void NoteMeter(const HostMeter& meter, Listed* pListed)
 void NoteScale(const HostScale& scale, Listed* pListed)
 {
     const bool bFill =
-        pListed->nType < SCALE_TYPE_ROUND || (scale.attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
+        pListed->nType < SCALE_ROUND || (scale.attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
     const bool bPin = scale.attr.bPin != 0;
-    if (pListed->reach != Reach::Reached) AddNote(pListed, Unreached(*pListed));
-    pListed->bShown = pListed->reach == Reach::Reached && (bFill || bPin);
+    if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
+    pListed->bShown = pListed->reach == HostReach::Reached && (bFill || bPin);
     if (pListed->bShown)
         AddNote(pListed, std::string("value shown by ") +
                              (bFill && bPin ? "fill and pointer"
                                             : (bFill ? "fill; no pointer" : "pointer; no fill")));
-    else if (pListed->reach == Reach::Reached)
+    else if (pListed->reach == HostReach::Reached)
         AddNote(pListed, "value not shown: neither fill (style) nor pointer (pin)");
     if (scale.attr.bHide) AddNote(pListed, "marks hidden");
 }
 
 void NoteSharing(const CHostIds& ids, Listed* pListed)
 {
-    if (pListed->reach != Reach::Reached) return;
+    if (pListed->reach != HostReach::Reached) return;
     if (pListed->bMeter ? ids.HasScale(pListed->nId) : ids.HasMeter(pListed->nId))
         AddNote(pListed, pListed->bMeter
                              ? "the scale of this id takes the same sets"
@@ -225,7 +218,7 @@ void PrintListedJson(const Listed& listed)
     Print(Format("{\"id\": %lu, \"type\": %d, \"typeName\": \"%s\", \"reached\": %s, "
                  "\"valueShown\": %s, \"note\": ",
                  listed.nId, listed.nType, listed.pszType,
-                 listed.reach == Reach::Reached ? "true" : "false",
+                 listed.reach == HostReach::Reached ? "true" : "false",
                  listed.bShown ? "true" : "false") +
           JsonString(listed.note) + ", \"settings\": [");
     for (std::size_t n = 0; n < listed.settings.size(); ++n) {

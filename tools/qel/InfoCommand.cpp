@@ -1,8 +1,12 @@
 // qel info: what is in a drawing, and what the host can set.
+#include "document/ShapeForms.h"
+#include "engine/ElementTypes.h"
 #include "tools/qel/Command.h"
 #include "tools/qel/Drawing.h"
 #include "tools/qel/HostListing.h"
 #include "tools/qel/Text.h"
+
+#include <cstring>
 
 namespace {
 
@@ -48,32 +52,6 @@ constexpr NamedBits g_flags[] = {
     {QEL_AWAY_MASK, QEL_AWAY_KEEP_BORDER, "QEL_AWAY_KEEP_BORDER"},
 };
 
-struct TypeRow {
-    int nType;
-    const char* pszName;
-    int nNumbers; // of its coordinates; 0: it has none, or they are points
-};
-
-constexpr TypeRow g_types[] = {
-    {QEL_TYPE_ROOT, "qel", 0},          {QEL_TYPE_TEXT, "text", 4},
-    {QEL_TYPE_RECT, "rect", 4},         {QEL_TYPE_CHORD, "chord", 8},
-    {QEL_TYPE_PIE, "pie", 8},           {QEL_TYPE_ROUNDRECT, "rndrect", 6},
-    {QEL_TYPE_ARC, "arc", 8},           {QEL_TYPE_ELLIPSE, "ellipse", 4},
-    {QEL_TYPE_CIRCLE, "circle", 3},     {QEL_TYPE_LINE, "line", 4},
-    {QEL_TYPE_POLYLINE, "polyline", 0}, {QEL_TYPE_POLYGON, "polygon", 0},
-    {QEL_TYPE_GROUP, "g", 0},           {QEL_TYPE_STATUS, "status", 0},
-    {QEL_TYPE_FRAME, "frame", 0},       {QEL_TYPE_SCALE, "scale", 0},
-    {QEL_TYPE_PATTERN, "pattern", 0},   {QEL_TYPE_DRAWRGN, "drawrgn", 0},
-    {QEL_TYPE_METER, "meter", 0},
-};
-
-const TypeRow* FindType(int nType)
-{
-    for (const TypeRow& row : g_types)
-        if (row.nType == nType) return &row;
-    return nullptr;
-}
-
 struct Element {
     std::string typeName;
     int nType;
@@ -86,7 +64,7 @@ Element Describe(HQELENGINE hEngine, HQELELEM hElem)
 {
     Element element{};
     element.nType = QELGetElemType(hEngine, hElem);
-    const TypeRow* pRow = FindType(element.nType);
+    const ElementType* pRow = g_elementTypes.Row(element.nType);
     element.typeName = pRow ? pRow->pszName : Format("type %d", element.nType);
     element.id = AnsiToUtf8(QELGetElemId(hEngine, hElem));
     element.bHasRect = QELGetElemRect(hEngine, hElem, &element.rc) != 0;
@@ -133,9 +111,10 @@ std::string FlagsJson(DWORD nFlags)
     return Format(", \"flags\": {\"value\": %lu, \"names\": [", nFlags) + names + "]}";
 }
 
-std::string CrdJson(const QELSHAPEATTR& attr, int nNumbers)
+std::string CrdJson(const QELSHAPEATTR& attr, int nType)
 {
     const LONG* pnFirst = attr.nGeometry;
+    auto nNumbers = static_cast<int>(std::strlen(g_elementTypes.Row(nType)->pForm->pszLayout));
     if (!nNumbers) { // the number of points, and the points
         const LONG nPoints = *pnFirst++;
         nNumbers = nPoints >= 0 && nPoints <= QEL_MAX_POINTS ? static_cast<int>(2 * nPoints) : 0;
@@ -154,7 +133,7 @@ std::string ShapeJson(HQELENGINE hEngine, HQELELEM hElem, int nType)
         ", \"attributes\": {" + StyleJson(attr.nStyle) + Format(", \"draft\": %ld", attr.nDraft) +
         ColorJson("fg", attr.clrA) + ColorJson("bg", attr.clrB) + ColorJson("clr", attr.clrPen) +
         Format(", \"lineStyle\": %ld, \"lineWidth\": %ld", attr.nPenStyle, attr.nPenWidth) +
-        CrdJson(attr, FindType(nType)->nNumbers) + FlagsJson(attr.nFlags);
+        CrdJson(attr, nType) + FlagsJson(attr.nFlags);
     if (nType == QEL_TYPE_TEXT) json += ", \"text\": " + JsonString(AnsiToUtf8(attr.szText));
     return json + "}";
 }
@@ -181,8 +160,7 @@ void PrintTreeJson(HQELENGINE hEngine, HQELELEM hElem, int nDepth)
                  element.typeName.c_str()) +
           JsonString(element.id));
     if (element.bHasRect) Print(", \"rect\": " + RectText(element.rc, "[%d, %d, %d, %d]"));
-    if (element.nType >= QEL_TYPE_TEXT && element.nType <= QEL_TYPE_POLYGON)
-        Print(ShapeJson(hEngine, hElem, element.nType));
+    if (IsShapeType(element.nType)) Print(ShapeJson(hEngine, hElem, element.nType));
     HQELELEM hChild = QELGetFirstChild(hEngine, hElem);
     if (hChild) {
         Print(", \"children\": [\n");

@@ -181,7 +181,7 @@ std::string Listed(const std::set<uint32_t>& ids)
 std::string WhyNobodyAnswers(const HostElements& elements, DWORD nId)
 {
     for (const HostMeter& meter : elements.meters)
-        if (meter.attr.nId == nId && meter.reach == Reach::Pin)
+        if (meter.attr.nId == nId && meter.reach == HostReach::Pin)
             return "the meter with mtid " + std::to_string(nId) +
                    " cannot be reached: the ids 1 to 32 are the values of a meter with mtid 0";
     std::string text = "no scale or meter of the drawing has this id";
@@ -193,7 +193,7 @@ std::string WhyNobodyAnswers(const HostElements& elements, DWORD nId)
 const HostMeter* MeterAt(const HostElements& elements, DWORD nId)
 {
     for (const HostMeter& meter : elements.meters)
-        if (meter.reach == Reach::Reached && meter.attr.nId == CHostIds::MeterOf(nId))
+        if (meter.reach == HostReach::Reached && meter.attr.nId == CHostIds::MeterOf(nId))
             return &meter;
     return nullptr;
 }

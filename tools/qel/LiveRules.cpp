@@ -1,12 +1,12 @@
 // What the checker knows of scales and meters; see the header.
 #include "tools/qel/LiveRules.h"
 
-#include "document/Tags.h"
+#include "base/WrapMath.h"
 #include "dynamic/MeterRenderer.h"
 #include "dynamic/QELDocMeter.h"
 #include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
-#include "render/WrapMath.h"
+#include "engine/ElementTypes.h"
 #include "tools/qel/Hint.h"
 
 #include <cstring>
@@ -78,7 +78,8 @@ std::string WhyScaleIsNotDrawn(const QELSCALEATTR& attr)
 bool HasFigure(const XmlNode& node)
 {
     for (const XmlNode* p = node.pFirstChild; p; p = p->pNext) {
-        const TagRow* pRow = FindRow(g_tagRows, LookupKeyword(g_tagRows, p->pszName));
+        const ElementType* pRow =
+            FindRow(g_elementTypes.Rows(), LookupKeyword(g_elementTypes.Rows(), p->pszName));
         if (!pRow || !pRow->pfnMakeDoc) continue; // skipped with all that is in it
         if (p->pFirstChild ? HasFigure(*p) : HasArea(pRow->nId)) return true;
     }
@@ -109,8 +110,9 @@ std::string WhyLiveIsNotDrawn(const CQELDocElm& elm)
 
 bool LacksFace(const CQELDocElm& elm, const XmlNode& node)
 {
-    return IsMeter(elm) && (MeterTypeBit(BlockOf<QELMETERATTR>(elm).nType) & METER_BARS) &&
-           !HasFigure(node);
+    if (!IsMeter(elm)) return false;
+    const MeterTypeRow* pType = MeterTypeOf(BlockOf<QELMETERATTR>(elm).nType);
+    return pType && pType->family == MeterFamily::Bar && !HasFigure(node);
 }
 
 // A dial shows around its centre; its layout rectangle may be smaller or stand apart.
@@ -167,10 +169,10 @@ void CIdRules::Add(const CQELDocElm& elm, std::size_t nOffset)
 std::string CIdRules::Fault(const Entry& entry) const
 {
     const std::string id = std::to_string(entry.nId);
-    if (entry.reach == Reach::Pin)
+    if (entry.reach == HostReach::Pin)
         return "the host does not reach the meter with mtid " + id +
                ": the ids 1 to 32 are the values of the meter with mtid 0";
-    if (entry.reach == Reach::Second)
+    if (entry.reach == HostReach::Second)
         return std::string("a ") + (entry.bMeter ? "meter" : "scale") + " before has the " +
                (entry.bMeter ? "mtid " : "scid ") + id +
                " already: the host does not reach this one";

@@ -43,7 +43,7 @@ private:
     struct Entry {
         bool bMeter;
         uint32_t nId;
-        Reach reach;
+        HostReach reach;
         std::size_t nOffset;
     };
 

@@ -1,5 +1,5 @@
 // Memory in chunks; see the header.
-#include "engine/Arena.h"
+#include "base/Arena.h"
 
 #include <cstdlib>
 

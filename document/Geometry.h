@@ -2,7 +2,8 @@
 // which only those are held that the class has or that are not zero. All others read as zero.
 #pragma once
 
-#include "engine/Pool.h"
+#include "base/Pool.h"
+#include "document/ShapeForms.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>
@@ -63,19 +64,10 @@ struct ShapeData {
 // of a list.
 constexpr int32_t ShapeWordsOf(int32_t nType, int32_t nFirst)
 {
-    switch (nType) {
-    case QEL_TYPE_ROUNDRECT:
-        return 6;
-    case QEL_TYPE_ARC:
-    case QEL_TYPE_PIE:
-    case QEL_TYPE_CHORD:
-        return 8;
-    case QEL_TYPE_POLYLINE:
-    case QEL_TYPE_POLYGON:
-        return nFirst >= 1 && nFirst <= QEL_MAX_POINTS ? 1 + 2 * nFirst : 1;
-    default:
-        return 4;
-    }
+    constexpr int32_t LEAST = 4; // have room in the shape itself
+    const CrdForm& form = ShapeFormOf(nType);
+    if (!*form.pszLayout) return nFirst >= 1 && nFirst <= QEL_MAX_POINTS ? 1 + 2 * nFirst : 1;
+    return form.nWords > LEAST ? form.nWords : LEAST;
 }
 
 // How many of a record's words are to be held: those that the type has, and others up to the last

@@ -1,5 +1,5 @@
 // Blocks by size; see the header.
-#include "engine/Pool.h"
+#include "base/Pool.h"
 
 #include <cstring>
 

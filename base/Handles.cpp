@@ -1,6 +1,6 @@
 // The table of live handles: buckets of entries that are chained through the objects themselves, so
 // that making a handle needs no memory of its own.
-#include "engine/Handles.h"
+#include "base/Handles.h"
 
 #include <cstddef>
 #include <cstdlib>

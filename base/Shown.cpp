@@ -1,5 +1,5 @@
 // What a device context shows; see the header.
-#include "render/Shown.h"
+#include "base/Shown.h"
 
 bool IsSurface(HDC hdc)
 {

@@ -4,7 +4,7 @@
 // the heap.
 #pragma once
 
-#include "engine/Arena.h"
+#include "base/Arena.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -83,17 +83,16 @@ void GivePoolText(CPool* pPool, char* pszText);
 // without memory: the old one stays.
 int ReplacePoolText(CPool* pPool, char** ppszText, const char* pText, std::size_t nLen);
 
-// The base of classes whose objects lie in a pool: new (pPool) T(…), and delete as always. Objects
-// on the stack or of a plain new have none. T is the class at the top, whose destructor is virtual.
+// The base of classes whose objects lie in a pool: new (pPool) T(…, pPool), and delete as always.
+// Objects on the stack or of a plain new have none. T is the class at the top, whose destructor is
+// virtual.
 template <class T>
 class CPooled {
 public:
     // NOLINTBEGIN(cert-dcl54-cpp,misc-new-delete-overloads): the class at the top has the delete
     static void* operator new(std::size_t nSize, CPool* pPool) noexcept
     {
-        void* p = TakeBlock(pPool, nSize);
-        s_pMaking = p ? pPool : nullptr;
-        return p;
+        return TakeBlock(pPool, nSize);
     }
     static void* operator new(std::size_t nSize) noexcept { return std::malloc(nSize); }
     static void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
@@ -112,11 +111,10 @@ protected:
         GiveBlock(pPool, p, nSize);
     }
 
-    // The allocation right before it tells the pool: nothing comes between the two.
-    CPooled() noexcept : m_pPool(s_pMaking) { s_pMaking = nullptr; }
+    // pPool: the one that the object was made in, null for the heap and for the stack.
+    explicit CPooled(CPool* pPool) noexcept : m_pPool(pPool) {}
     ~CPooled() = default;
 
 private:
     CPool* m_pPool;
-    static inline CPool* s_pMaking = nullptr;
 };

@@ -1,5 +1,5 @@
 // The words of a shape; see the header.
-#include "render/Geometry.h"
+#include "document/Geometry.h"
 
 #include <cstring>
 

@@ -1,8 +1,8 @@
 // The degree table and the functions on it. Dials are painted with these and never with the
 // library's trigonometry, so that every machine gives the same pixels.
-#include "render/DegTrig.h"
+#include "base/DegTrig.h"
 
-#include "render/WrapMath.h"
+#include "base/WrapMath.h"
 
 #include <array>
 #include <cmath>

@@ -1,0 +1,54 @@
+// What the host drives of an element. The view reaches the elements that follow the host through
+// this alone, and needs to know none of their classes; each answers what it has and leaves the
+// rest.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdint>
+
+constexpr uint32_t METER_PINS = 32; // the ids from 1 on number the pins of the meter with id 0
+
+// The id of the meter that a call with an id reaches: a meter with the id of a pin is hidden by
+// these.
+constexpr uint32_t MeterIdOf(uint32_t nId)
+{
+    return nId <= METER_PINS ? 0 : nId;
+}
+
+class CHostDriven {
+public:
+    CHostDriven() = default;
+    CHostDriven(const CHostDriven&) = delete;
+    CHostDriven& operator=(const CHostDriven&) = delete;
+
+    [[nodiscard]] virtual uint32_t HostId() const { return 0; }
+    [[nodiscard]] virtual bool WantsFullRedraw() const { return false; }
+
+    // The four host parameters, by index. 0: it does not follow that one.
+    virtual int SetHostParam(int32_t, uint32_t) { return 0; }
+    virtual int GetHostParam(int32_t, uint32_t*) const { return 0; }
+
+    // The drawing's status number.
+    virtual void SetStatus(uint32_t) {}
+    [[nodiscard]] virtual uint32_t Status() const { return 0; }
+
+    // Settings by selector, of scales the value among them. 0: not known, or refused.
+    [[nodiscard]] virtual bool KnowsSelector(uint32_t) const { return false; }
+    virtual int SetProperty(uint32_t, uint32_t) { return 0; }
+    virtual int GetProperty(uint32_t, uint32_t*) const { return 0; }
+
+    // The value (pin 0) or that of a meter's pin, in two forms, and a meter's base value.
+    virtual int SetValue(uint32_t, uint32_t) { return 0; }
+    virtual int SetValue(uint32_t, float) { return 0; }
+    virtual int GetValue(uint32_t, uint32_t*) const { return 0; }
+    virtual int GetValue(uint32_t, float*) const { return 0; }
+    virtual int SetBase(float) { return 0; }
+    virtual int GetBase(float*) const { return 0; }
+
+    // The rectangle inside of a draw region's border. 0 when there is none.
+    virtual int GetGraphRect(const RECT&, RECT*) const { return 0; }
+
+protected:
+    ~CHostDriven() = default;
+};
