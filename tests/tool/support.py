@@ -3,6 +3,7 @@ import os
 import shlex
 import subprocess
 from pathlib import Path
+from tempfile import TemporaryFile
 from typing import NamedTuple
 
 import pytest
@@ -25,8 +26,9 @@ class Result(NamedTuple):
     err: str
 
 
-def text(written):
-    return written.decode("utf-8").replace("\r", "").rstrip("\n")
+def written(file):
+    file.seek(0)
+    return file.read().decode("utf-8").replace("\r", "").rstrip("\n")
 
 
 def gb(words):
@@ -40,10 +42,13 @@ class Tool:
     def __init__(self, command, folder):
         self.command, self.folder = command, folder
 
-    def run(self, *arguments, stdout=subprocess.PIPE, **environment):
-        done = subprocess.run([*self.command, *arguments], cwd=self.folder, stdin=subprocess.DEVNULL, stdout=stdout,
-                              stderr=subprocess.PIPE, timeout=SECONDS, env={**os.environ, **environment})
-        return Result(done.returncode, text(done.stdout or b""), text(done.stderr))
+    def run(self, *arguments, stdout=None, **environment):
+        # Not into pipes: where the run starts Wine's server, that keeps their ends for as long as it lives.
+        with TemporaryFile() as out, TemporaryFile() as err:
+            done = subprocess.run([*self.command, *arguments], cwd=self.folder, stdin=subprocess.DEVNULL,
+                                  stdout=stdout or out, stderr=err, timeout=SECONDS,
+                                  env={**os.environ, **environment}, check=False)
+            return Result(done.returncode, written(out), written(err))
 
     def line(self, arguments):
         """Runs it with the arguments as a shell would split them."""
