@@ -285,17 +285,20 @@ public:
     LONG Side() { return static_cast<LONG>(Below(3) ? SIDE : 1 + Magnitude()); }
 
 private:
+    // Over more rows the system takes seconds for a polygon or a slanted line, and a run minutes.
+    static constexpr unsigned MOST_ROWS = 0xFFFF;
+
     unsigned Below(unsigned n) { return m_engine() % n; }
     unsigned Magnitude() { return (m_engine() >> 1) >> Below(31); } // of every number of bits
-    std::string Number()
+    std::string Number(unsigned nMost)
     {
         if (Below(3)) return std::to_string(Below(SIDE));
-        return (Below(2) ? "-" : "") + std::to_string(Magnitude());
+        return (Below(2) ? "-" : "") + std::to_string(Magnitude() & nMost);
     }
-    std::string Numbers(int nCount)
+    std::string Numbers(int nCount, unsigned nMost = ~0U)
     {
         std::string text;
-        for (int n = 0; n < nCount; ++n) text += (n ? " " : "") + Number();
+        for (int n = 0; n < nCount; ++n) text += (n ? " " : "") + Number(nMost);
         return text;
     }
     std::string Style()
@@ -310,7 +313,7 @@ private:
         static constexpr const char* flags[] = {"0x0", "0x0", "0x1000", "0x8000", "0x30000"};
         return " style=\"" + Style() + "\" dr=\"" + std::to_string(Below(38)) + "\" lnstyle=\"" +
                std::to_string(Below(2) ? 0 : Below(7)) + "\" lnwid=\"" +
-               std::to_string(Below(4) ? Below(5) : Magnitude()) + "\" fg=\"0xff8800\" flag=\"" +
+               std::to_string(Below(20) ? Below(5) : Magnitude()) + "\" fg=\"0xff8800\" flag=\"" +
                flags[Below(5)] + "\"";
     }
     std::string Shape()
@@ -320,7 +323,8 @@ private:
                                                 "line",    "polyline", "polygon"};
         static constexpr int numbers[] = {4, 4, 8, 8, 6, 8, 4, 3, 4, 10, 10};
         const unsigned n = Below(11);
-        const std::string crd = (n >= 9 ? "5 " : "") + Numbers(numbers[n]);
+        const std::string crd =
+            (n >= 9 ? "5 " : "") + Numbers(numbers[n], n >= 8 ? MOST_ROWS : ~0U);
         return std::string("<") + names[n] + Look() + " crd=\"" + crd + "\">Abc</" + names[n] + ">";
     }
     std::string Element()
