@@ -46,7 +46,7 @@ fi
 
 # Without what the library for Visual Studio is made of the rest is made, and a warning says what lacks.
 lacking=$(cmake --preset i686 -B "$work/lacking" -DQEL_LLVM_DLLTOOL=OFF 2>&1)
-for part in "will lack lib/QELEngine.lib" "apt-get install llvm"; do
+for part in "will lack lib/QELEngine.lib" "llvm-dlltool and python3"; do
   grep -q "$part" <<<"$lacking" || { echo "no warning '$part': $lacking"; status=1; }
 done
 grep -q 'QELEngine\.lib' "$work/lacking/cmake_install.cmake" && { echo "it is to be installed all the same"; status=1; }
