@@ -32,6 +32,9 @@ qel_need_tools() {
   qel_need cmake cmake
   qel_need ninja ninja-build
   qel_need i686-w64-mingw32-g++-posix g++-mingw-w64-i686
+  qel_need /usr/include/CLI/CLI.hpp libcli11-dev
+  qel_need /usr/include/nlohmann/json.hpp nlohmann-json3-dev
+  qel_need /usr/include/fmt/format.h libfmt-dev
   qel_need wine wine
   qel_need /usr/lib/wine/wine wine32:i386
   qel_need "$QEL_FONT" fonts-wqy-zenhei
@@ -125,8 +128,8 @@ qel_install() {
   if [ "$id" != debian ] || [ "$VERSION_CODENAME" != bookworm ] || [ "$(id -u)" != 0 ]; then
     qel_say "Missing: ${qel_missing[*]} (names of Debian 12 packages). Only as root on Debian 12 can" \
       "this script install them itself; elsewhere install MinGW-w64 for i686 and x86_64 with posix" \
-      "threads, CMake 3.25, Ninja, Wine with its 32-bit half, the fonts WenQuanYi Zen Hei and Micro Hei, and for" \
-      "the tests clang-format 14, clang-tidy 14 and the sources of GoogleTest. On Debian 12:" \
+      "threads, CMake 3.25, Ninja, the headers of CLI11, nlohmann-json and fmt, Wine with its 32-bit half," \
+      "the fonts WenQuanYi Zen Hei and Micro Hei, and for the tests clang-format 14, clang-tidy 14 and the sources of GoogleTest. On Debian 12:" \
       "dpkg --add-architecture i386 && apt-get update && apt-get install --no-install-recommends" \
       "-t bookworm ${qel_missing[*]}"
     return 1

@@ -69,27 +69,75 @@ def test_json_is_valid(told, name):
     assert isinstance(read_json(told[name, "--json"].out), dict)
 
 
-@pytest.mark.parametrize("name, part", rows(
-    ("kind and name", "cn", '"kind": 2,\n"name": "水厂",'),
-    ("an identifier", "cn", r'{"type": 1, "typeName": "text", "id": "a\"b", "rect": [0, 0, 9, 9], '),
-    ("a text", "cn", r'"text": "泵\\"}'),
-    ("the size", "tree", '"width": 40,\n"height": 30,'),
-    ("what the host can set", "tree",
-     '"paramsMask": 8321,\n"params": ["QEL_MASK_COLOR", "QEL_MASK_DRAFT", "QEL_MASK_TEXT"],'),
-    ("a group", "tree", '{"type": 15, "typeName": "g", "id": "pump", "rect": [15, 10, 25, 20], "children": ['),
-    ("a circle", "tree", '"crd": [20, 15, 5], '
-     '"flags": {"value": 129, "names": ["QEL_FLAG_COLOR_PARAM", "QEL_FLAG_DRAFT_PARAM"]}}'),
-    ("every attribute of a shape", "all", '"attributes": '
-     '{"style": {"value": 327683, "fill": true, "border": "up", "borderWidth": 5}, "draft": 12, '
-     '"fg": {"rgb": "563412", "blink": true}, "bg": {"rgb": "ff0000", "blink": false}, '
-     '"clr": {"rgb": "00ff00", "blink": false}, "lineStyle": 2, "lineWidth": 3, "crd": [1, 2, 3, 4, 5, -6], '
-     '"flags": {"value": 0, "names": []}}'),
-    ("a sunken border of the usual width", "all",
-     '"style": {"value": 5, "fill": true, "border": "down", "borderWidth": 2}'),
-    ("keep modes", "all", '"names": ["QEL_KEEP_LEFT", "QEL_ALONG_KEEP_LENGTH", "QEL_AWAY_KEEP_LENGTH"]'),
-    ("control characters", "odd", r'"id": "a\u000ab\u0009\u0001"')))
-def test_json_tells(told, name, part):
-    assert part in told[name, "--json"].out
+@pytest.fixture(scope="module")
+def parsed(told):
+    """The JSON of info, by drawing."""
+    return {name: read_json(told[name, "--json"].out) for name in ("tree", "all", *DRAWINGS)}
+
+
+def items(value, *path):
+    """The members of an object in their order, so that the order is compared, too."""
+    for step in path:
+        value = value[step]
+    return list(value.items())
+
+
+def test_json_is_indented(told):
+    assert told["tree", "--json"].out.startswith('{\n  "width": 40,\n  "height": 30,\n')
+
+
+def test_json_begins_with_the_drawing_and_ends_with_the_tree(parsed):
+    assert list(parsed["tree"]) == ["width", "height", "kind", "name", "paramsMask", "params", "statusNumbers",
+                                    "meters", "scales", "root"]
+
+
+@pytest.mark.parametrize("name, path, value", rows(
+    ("kind", "cn", ("kind",), 2),
+    ("name", "cn", ("name",), "水厂"),
+    ("an identifier", "cn", ("root", "children", 0, "id"), 'a"b'),
+    ("a text", "cn", ("root", "children", 0, "attributes", "text"), "泵\\"),
+    ("the width", "tree", ("width",), 40),
+    ("the height", "tree", ("height",), 30),
+    ("what the host can set, as a mask", "tree", ("paramsMask",), 8321),
+    ("what the host can set", "tree", ("params",), ["QEL_MASK_COLOR", "QEL_MASK_DRAFT", "QEL_MASK_TEXT"]),
+    ("the place of a circle", "tree", ("root", "children", 0, "children", 0, "attributes", "crd"), [20, 15, 5]),
+    ("keep modes", "all", ("root", "children", 1, "attributes", "flags", "names"),
+     ["QEL_KEEP_LEFT", "QEL_ALONG_KEEP_LENGTH", "QEL_AWAY_KEEP_LENGTH"]),
+    ("control characters", "odd", ("root", "children", 0, "id"), "a\nb\t\x01")))
+def test_json_tells(parsed, name, path, value):
+    found = parsed[name]
+    for step in path:
+        found = found[step]
+    assert found == value
+
+
+def test_json_tells_of_a_text(parsed):
+    assert items(parsed["cn"], "root", "children", 0)[:4] == [("type", 1), ("typeName", "text"), ("id", 'a"b'),
+                                                              ("rect", [0, 0, 9, 9])]
+
+
+def test_json_tells_of_a_group(parsed):
+    members = items(parsed["tree"], "root", "children", 0)
+    assert members[:4] == [("type", 15), ("typeName", "g"), ("id", "pump"), ("rect", [15, 10, 25, 20])]
+    assert [name for name, _ in members[4:]] == ["children"]
+
+
+def test_json_tells_the_flags_of_a_circle(parsed):
+    attributes = items(parsed["tree"], "root", "children", 0, "children", 0, "attributes")
+    assert attributes[-1] == ("flags", {"value": 129, "names": ["QEL_FLAG_COLOR_PARAM", "QEL_FLAG_DRAFT_PARAM"]})
+
+
+def test_json_tells_every_attribute_of_a_shape_in_order(parsed):
+    assert items(parsed["all"], "root", "children", 0, "attributes") == [
+        ("style", {"value": 327683, "fill": True, "border": "up", "borderWidth": 5}), ("draft", 12),
+        ("fg", {"rgb": "563412", "blink": True}), ("bg", {"rgb": "ff0000", "blink": False}),
+        ("clr", {"rgb": "00ff00", "blink": False}), ("lineStyle", 2), ("lineWidth", 3), ("crd", [1, 2, 3, 4, 5, -6]),
+        ("flags", {"value": 0, "names": []})]
+
+
+def test_json_tells_a_sunken_border_of_the_usual_width(parsed):
+    assert items(parsed["all"], "root", "children", 1, "attributes", "style") == [
+        ("value", 5), ("fill", True), ("border", "down"), ("borderWidth", 2)]
 
 
 def test_json_lists_all_of_512_groups(told):

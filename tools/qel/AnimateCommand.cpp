@@ -8,6 +8,8 @@
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
+#include <fmt/format.h>
+
 #include <cstdio>
 
 namespace {
@@ -33,8 +35,8 @@ int ReadCount(const char* pszOption, const std::wstring& text, int nMin, int nMa
 {
     long nValue = 0;
     if (!ReadNumber(text, 10, &nValue) || nValue < nMin || nValue > nMax)
-        throw CTrouble(Format("%s wants a whole number, %d to %d, not '", pszOption, nMin, nMax) +
-                       ToUtf8(text) + "'");
+        throw CTrouble(fmt::format("{} wants a whole number, {} to {}, not '{}'", pszOption, nMin,
+                                   nMax, ToUtf8(text)));
     return static_cast<int>(nValue);
 }
 
@@ -67,7 +69,7 @@ public:
     void Tell(int nDone)
     {
         if (!m_bTerminal) return;
-        const std::string text = Format("frame %d of %d", nDone, m_nAll); // never gets shorter
+        const std::string text = fmt::format("frame {} of {}", nDone, m_nAll); // never gets shorter
         Show(text);
         m_nShown = text.size();
     }

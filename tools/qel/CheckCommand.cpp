@@ -4,6 +4,8 @@
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
+#include <fmt/format.h>
+
 namespace {
 
 // Lines and columns count from 1, columns by bytes.
@@ -20,7 +22,7 @@ public:
             m_nColumn = 1;
         }
     }
-    [[nodiscard]] std::string Text() const { return Format("%zu:%zu", m_nLine, m_nColumn); }
+    [[nodiscard]] std::string Text() const { return fmt::format("{}:{}", m_nLine, m_nColumn); }
 
 private:
     const std::string& m_bytes;
@@ -41,8 +43,8 @@ int CheckFile(const std::wstring& path)
     CPosition position(bytes);
     for (const Finding& finding : findings) {
         position.MoveTo(finding.nOffset);
-        Print(name + ":" + position.Text() + (finding.bError ? ": error: " : ": warning: ") +
-              AnsiToUtf8(finding.text) + "\n");
+        Print(fmt::format("{}:{}: {}: {}\n", name, position.Text(),
+                          finding.bError ? "error" : "warning", AnsiToUtf8(finding.text)));
     }
     return findings.empty() ? EXIT_CLEAN : EXIT_FINDINGS;
 }

@@ -6,7 +6,13 @@
 #include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
 
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <string>
 #include <utility>
+
+using nlohmann::ordered_json;
 
 namespace {
 
@@ -41,12 +47,12 @@ struct Listed {
 
 std::string Setting::Text() const
 {
-    if (pRow->form == SelectorForm::Colour) return Format("0x%06lx", nValue);
+    if (pRow->form == SelectorForm::Colour) return fmt::format("{:#08x}", nValue);
     const std::string whole =
-        bSigned ? Format("%ld", static_cast<long>(nValue)) : Format("%lu", nValue);
+        bSigned ? std::to_string(static_cast<LONG>(nValue)) : std::to_string(nValue);
     const double fWhole = bSigned ? static_cast<double>(static_cast<LONG>(nValue)) : nValue;
     return bReal && static_cast<double>(fValue) != fWhole
-               ? whole + Format(" (%g as a real number)", static_cast<double>(fValue))
+               ? whole + fmt::format(" ({:g} as a real number)", fValue)
                : whole;
 }
 
@@ -156,10 +162,9 @@ void NoteSharing(const CHostIds& ids, Listed* pListed)
 {
     if (pListed->reach != HostReach::Reached) return;
     if (pListed->bMeter ? ids.HasScale(pListed->nId) : ids.HasMeter(pListed->nId))
-        AddNote(pListed, pListed->bMeter
-                             ? "the scale of this id takes the same sets"
-                             : Format("the meter with mtid %lu takes the same sets",
-                                      static_cast<DWORD>(CHostIds::MeterOf(pListed->nId))));
+        AddNote(pListed, pListed->bMeter ? "the scale of this id takes the same sets"
+                                         : fmt::format("the meter with mtid {} takes the same sets",
+                                                       CHostIds::MeterOf(pListed->nId)));
 }
 
 std::vector<Listed> List(const CDrawing& drawing, const HostElements& elements)
@@ -205,45 +210,30 @@ void PrintSettings(const Listed& listed)
     if (!listed.settings.empty()) Print(line + "\n");
 }
 
-std::string StatusList(const HostElements& elements)
+ordered_json SettingJson(const Setting& setting)
 {
-    std::string text;
-    for (const LONG nStatus : elements.statuses)
-        text += (text.empty() ? "" : ", ") + std::to_string(nStatus);
-    return text;
+    ordered_json json{{"selector", setting.pRow->nId}, {"name", setting.pRow->pszName}};
+    if (setting.bSigned)
+        json["value"] = static_cast<LONG>(setting.nValue);
+    else
+        json["value"] = setting.nValue;
+    // So many digits tell one number of 32 bits from the next.
+    if (setting.bReal) json["real"] = std::stod(fmt::format("{:.9g}", setting.fValue));
+    if (setting.bOther) json["ofOther"] = true;
+    return json;
 }
 
-void PrintListedJson(const Listed& listed)
+ordered_json ListedJson(const Listed& listed)
 {
-    Print(Format("{\"id\": %lu, \"type\": %d, \"typeName\": \"%s\", \"reached\": %s, "
-                 "\"valueShown\": %s, \"note\": ",
-                 listed.nId, listed.nType, listed.pszType,
-                 listed.reach == HostReach::Reached ? "true" : "false",
-                 listed.bShown ? "true" : "false") +
-          JsonString(listed.note) + ", \"settings\": [");
-    for (std::size_t n = 0; n < listed.settings.size(); ++n) {
-        const Setting& setting = listed.settings[n];
-        Print(Format("%s{\"selector\": %d, \"name\": \"%s\", \"value\": ", n ? ", " : "",
-                     setting.pRow->nId, setting.pRow->pszName));
-        Print(setting.bSigned ? Format("%ld", static_cast<long>(setting.nValue))
-                              : Format("%lu", setting.nValue));
-        if (setting.bReal) Print(Format(", \"real\": %.9g", static_cast<double>(setting.fValue)));
-        Print(setting.bOther ? ", \"ofOther\": true}" : "}");
-    }
-    Print("]}");
-}
-
-void PrintListJson(const char* pszName, const std::vector<Listed>& list, bool bMeters)
-{
-    Print(Format("\"%s\": [", pszName));
-    bool bAny = false;
-    for (const Listed& listed : list) {
-        if (listed.bMeter != bMeters) continue;
-        Print(bAny ? ",\n" : "\n");
-        PrintListedJson(listed);
-        bAny = true;
-    }
-    Print(bAny ? "\n],\n" : "],\n");
+    ordered_json settings = ordered_json::array();
+    for (const Setting& setting : listed.settings) settings.push_back(SettingJson(setting));
+    return {{"id", listed.nId},
+            {"type", listed.nType},
+            {"typeName", listed.pszType},
+            {"reached", listed.reach == HostReach::Reached},
+            {"valueShown", listed.bShown},
+            {"note", listed.note},
+            {"settings", std::move(settings)}};
 }
 
 } // namespace
@@ -251,19 +241,23 @@ void PrintListJson(const char* pszName, const std::vector<Listed>& list, bool bM
 void PrintHostText(const CDrawing& drawing)
 {
     const HostElements elements = FindHostElements(drawing);
-    if (!elements.statuses.empty()) Print("status numbers: " + StatusList(elements) + "\n");
+    if (!elements.statuses.empty())
+        Print(fmt::format("status numbers: {}\n", fmt::join(elements.statuses, ", ")));
     for (const Listed& listed : List(drawing, elements)) {
-        Print(Format("%s %lu, %s: ", listed.Kind(), listed.nId, listed.pszType) + listed.note +
-              "\n");
+        Print(
+            fmt::format("{} {}, {}: {}\n", listed.Kind(), listed.nId, listed.pszType, listed.note));
         PrintSettings(listed);
     }
 }
 
-void PrintHostJson(const CDrawing& drawing)
+ordered_json HostJson(const CDrawing& drawing)
 {
     const HostElements elements = FindHostElements(drawing);
-    Print("\"statusNumbers\": [" + StatusList(elements) + "],\n");
-    const std::vector<Listed> list = List(drawing, elements);
-    PrintListJson("meters", list, true);
-    PrintListJson("scales", list, false);
+    ordered_json meters = ordered_json::array();
+    ordered_json scales = ordered_json::array();
+    for (const Listed& listed : List(drawing, elements))
+        (listed.bMeter ? meters : scales).push_back(ListedJson(listed));
+    return {{"statusNumbers", elements.statuses},
+            {"meters", std::move(meters)},
+            {"scales", std::move(scales)}};
 }

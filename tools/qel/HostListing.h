@@ -4,5 +4,7 @@
 
 #include "tools/qel/Drawing.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 void PrintHostText(const CDrawing& drawing); // lines; nothing when there is nothing to set
-void PrintHostJson(const CDrawing& drawing); // members of an object, each with a comma behind it
+nlohmann::ordered_json HostJson(const CDrawing& drawing); // an object of lists, each may be empty

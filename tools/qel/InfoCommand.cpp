@@ -6,7 +6,14 @@
 #include "tools/qel/HostListing.h"
 #include "tools/qel/Text.h"
 
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
 #include <cstring>
+#include <utility>
+#include <vector>
+
+using nlohmann::ordered_json;
 
 namespace {
 
@@ -65,53 +72,62 @@ Element Describe(HQELENGINE hEngine, HQELELEM hElem)
     Element element{};
     element.nType = QELGetElemType(hEngine, hElem);
     const ElementType* pRow = g_elementTypes.Row(element.nType);
-    element.typeName = pRow ? pRow->pszName : Format("type %d", element.nType);
+    element.typeName = pRow ? pRow->pszName : fmt::format("type {}", element.nType);
     element.id = AnsiToUtf8(QELGetElemId(hEngine, hElem));
     element.bHasRect = QELGetElemRect(hEngine, hElem, &element.rc) != 0;
     return element;
 }
 
-std::string RectText(const RECT& rc, const char* pszFormat)
+std::string RectText(const RECT& rc)
 {
-    return Format(pszFormat, static_cast<int>(rc.left), static_cast<int>(rc.top),
-                  static_cast<int>(rc.right), static_cast<int>(rc.bottom));
+    return fmt::format("{},{}..{},{}", rc.left, rc.top, rc.right, rc.bottom);
 }
 
-const char* JsonBool(bool bValue)
+// On one line, whatever is in it.
+std::string Quoted(const std::string& utf8)
 {
-    return bValue ? "true" : "false";
+    constexpr unsigned char FIRST_PRINTED = 0x20;
+    std::string text = "\"";
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') text += '\\';
+        if (static_cast<unsigned char>(c) < FIRST_PRINTED)
+            text += fmt::format("\\u{:04x}", static_cast<unsigned>(c));
+        else
+            text += c;
+    }
+    return text + '"';
 }
 
 // The colour is spelled RRGGBB, as --background takes it.
-std::string ColorJson(const char* pszName, DWORD clr)
+ordered_json ColorJson(DWORD clr)
 {
-    return Format(", \"%s\": {\"rgb\": \"%02x%02x%02x\", \"blink\": %s}", pszName, GetRValue(clr),
-                  GetGValue(clr), GetBValue(clr), JsonBool(clr & QEL_COLOR_BLINK));
+    return {
+        {"rgb", fmt::format("{:02x}{:02x}{:02x}", GetRValue(clr), GetGValue(clr), GetBValue(clr))},
+        {"blink", (clr & QEL_COLOR_BLINK) != 0}};
 }
 
-std::string StyleJson(DWORD nStyle)
+ordered_json StyleJson(DWORD nStyle)
 {
     constexpr DWORD DEFAULT_BORDER_WIDTH = 2;
     const char* pszBorder = "none";
     if (nStyle & QEL_STYLE_DOWN_BIT) pszBorder = "down";
     if (nStyle & QEL_STYLE_UP_BIT) pszBorder = "up"; // it wins when both are set
     const DWORD nWidth = nStyle >> 16;
-    return Format("\"style\": {\"value\": %lu, \"fill\": %s, \"border\": \"%s\", "
-                  "\"borderWidth\": %lu}",
-                  nStyle, JsonBool(nStyle & QEL_STYLE_FILL), pszBorder,
-                  nWidth ? nWidth : DEFAULT_BORDER_WIDTH);
+    return {{"value", nStyle},
+            {"fill", (nStyle & QEL_STYLE_FILL) != 0},
+            {"border", pszBorder},
+            {"borderWidth", nWidth ? nWidth : DEFAULT_BORDER_WIDTH}};
 }
 
-std::string FlagsJson(DWORD nFlags)
+ordered_json FlagsJson(DWORD nFlags)
 {
-    std::string names;
+    ordered_json names = ordered_json::array();
     for (const NamedBits& row : g_flags)
-        if ((nFlags & row.nMask) == row.nBits)
-            names += Format("%s\"%s\"", names.empty() ? "" : ", ", row.pszName);
-    return Format(", \"flags\": {\"value\": %lu, \"names\": [", nFlags) + names + "]}";
+        if ((nFlags & row.nMask) == row.nBits) names.push_back(row.pszName);
+    return {{"value", nFlags}, {"names", names}};
 }
 
-std::string CrdJson(const QELSHAPEATTR& attr, int nType)
+ordered_json CrdJson(const QELSHAPEATTR& attr, int nType)
 {
     const LONG* pnFirst = attr.nGeometry;
     auto nNumbers = static_cast<int>(std::strlen(g_elementTypes.Row(nType)->pForm->pszLayout));
@@ -119,23 +135,19 @@ std::string CrdJson(const QELSHAPEATTR& attr, int nType)
         const LONG nPoints = *pnFirst++;
         nNumbers = nPoints >= 0 && nPoints <= QEL_MAX_POINTS ? static_cast<int>(2 * nPoints) : 0;
     }
-    std::string json = ", \"crd\": [";
-    for (int n = 0; n < nNumbers; ++n) json += Format(n ? ", %ld" : "%ld", pnFirst[n]);
-    return json + "]";
+    return std::vector<LONG>(pnFirst, pnFirst + nNumbers);
 }
 
 // The attributes of a shape, as the engine keeps them.
-std::string ShapeJson(HQELENGINE hEngine, HQELELEM hElem, int nType)
+ordered_json ShapeJson(const QELSHAPEATTR& attr, int nType)
 {
-    QELSHAPEATTR attr{};
-    if (!QELGetElemAttr(hEngine, hElem, &attr, nullptr)) return "";
-    std::string json =
-        ", \"attributes\": {" + StyleJson(attr.nStyle) + Format(", \"draft\": %ld", attr.nDraft) +
-        ColorJson("fg", attr.clrA) + ColorJson("bg", attr.clrB) + ColorJson("clr", attr.clrPen) +
-        Format(", \"lineStyle\": %ld, \"lineWidth\": %ld", attr.nPenStyle, attr.nPenWidth) +
-        CrdJson(attr, nType) + FlagsJson(attr.nFlags);
-    if (nType == QEL_TYPE_TEXT) json += ", \"text\": " + JsonString(AnsiToUtf8(attr.szText));
-    return json + "}";
+    ordered_json json{{"style", StyleJson(attr.nStyle)}, {"draft", attr.nDraft},
+                      {"fg", ColorJson(attr.clrA)},      {"bg", ColorJson(attr.clrB)},
+                      {"clr", ColorJson(attr.clrPen)},   {"lineStyle", attr.nPenStyle},
+                      {"lineWidth", attr.nPenWidth},     {"crd", CrdJson(attr, nType)},
+                      {"flags", FlagsJson(attr.nFlags)}};
+    if (nType == QEL_TYPE_TEXT) json["text"] = AnsiToUtf8(attr.szText);
+    return json;
 }
 
 // Elements nest at most 512 levels deep, so the walk may recurse.
@@ -144,45 +156,37 @@ void PrintTree(HQELENGINE hEngine, HQELELEM hElem, int nDepth)
     const Element element = Describe(hEngine, hElem);
     std::string line(static_cast<std::size_t>(nDepth) * INDENT, ' ');
     line += element.typeName;
-    if (!element.id.empty()) line += " " + JsonString(element.id); // stays on its line
-    if (element.bHasRect) line += "  " + RectText(element.rc, "%d,%d..%d,%d");
+    if (!element.id.empty()) line += " " + Quoted(element.id);
+    if (element.bHasRect) line += "  " + RectText(element.rc);
     Print(line + "\n");
     for (HQELELEM h = QELGetFirstChild(hEngine, hElem); h; h = QELGetNextElem(hEngine, h))
         PrintTree(hEngine, h, nDepth + 1);
 }
 
-void PrintTreeJson(HQELENGINE hEngine, HQELELEM hElem, int nDepth)
+ordered_json TreeJson(HQELENGINE hEngine, HQELELEM hElem)
 {
     const Element element = Describe(hEngine, hElem);
-    const std::string indent(static_cast<std::size_t>(nDepth) * INDENT, ' ');
-    Print(indent +
-          Format("{\"type\": %d, \"typeName\": \"%s\", \"id\": ", element.nType,
-                 element.typeName.c_str()) +
-          JsonString(element.id));
-    if (element.bHasRect) Print(", \"rect\": " + RectText(element.rc, "[%d, %d, %d, %d]"));
-    if (IsShapeType(element.nType)) Print(ShapeJson(hEngine, hElem, element.nType));
-    HQELELEM hChild = QELGetFirstChild(hEngine, hElem);
-    if (hChild) {
-        Print(", \"children\": [\n");
-        while (hChild) {
-            PrintTreeJson(hEngine, hChild, nDepth + 1);
-            hChild = QELGetNextElem(hEngine, hChild);
-            Print(hChild ? ",\n" : "\n" + indent + "]");
-        }
-    }
-    Print("}");
+    const RECT& rc = element.rc;
+    ordered_json json{{"type", element.nType}, {"typeName", element.typeName}, {"id", element.id}};
+    if (element.bHasRect) json["rect"] = {rc.left, rc.top, rc.right, rc.bottom};
+    QELSHAPEATTR attr{};
+    if (IsShapeType(element.nType) && QELGetElemAttr(hEngine, hElem, &attr, nullptr))
+        json["attributes"] = ShapeJson(attr, element.nType);
+    ordered_json children = ordered_json::array();
+    for (HQELELEM h = QELGetFirstChild(hEngine, hElem); h; h = QELGetNextElem(hEngine, h))
+        children.push_back(TreeJson(hEngine, h));
+    if (!children.empty()) json["children"] = std::move(children);
+    return json;
 }
 
 void PrintText(const CDrawing& drawing)
 {
     const HQELENGINE hEngine = drawing.Engine();
     const SIZE size = drawing.RefSize();
-    Print(Format("size %d x %d, kind %d", static_cast<int>(size.cx), static_cast<int>(size.cy),
-                 QELGetType(hEngine)) +
-          (*QELGetName(hEngine) ? ", name " + JsonString(AnsiToUtf8(QELGetName(hEngine))) : "") +
-          "\n");
+    Print(fmt::format("size {} x {}, kind {}", size.cx, size.cy, QELGetType(hEngine)));
+    if (*QELGetName(hEngine)) Print(", name " + Quoted(AnsiToUtf8(QELGetName(hEngine))));
     const DWORD nMask = QELParamsSupported(hEngine);
-    Print(Format("the host can set (mask 0x%lx):", nMask));
+    Print(fmt::format("\nthe host can set (mask {:#x}):", nMask));
     bool bAny = false;
     for (const MaskRow& row : g_masks) {
         if ((nMask & row.nBits) != row.nBits) continue;
@@ -198,22 +202,19 @@ void PrintJson(const CDrawing& drawing)
 {
     const HQELENGINE hEngine = drawing.Engine();
     const SIZE size = drawing.RefSize();
-    Print(Format("{\n\"width\": %d,\n\"height\": %d,\n\"kind\": %d,\n\"name\": ",
-                 static_cast<int>(size.cx), static_cast<int>(size.cy), QELGetType(hEngine)) +
-          JsonString(AnsiToUtf8(QELGetName(hEngine))));
     const DWORD nMask = QELParamsSupported(hEngine);
-    Print(Format(",\n\"paramsMask\": %lu,\n\"params\": [", nMask));
-    bool bAny = false;
-    for (const MaskRow& row : g_masks) {
-        if (!row.pszName || !(nMask & row.nBits)) continue;
-        Print(Format("%s\"%s\"", bAny ? ", " : "", row.pszName));
-        bAny = true;
-    }
-    Print("],\n");
-    PrintHostJson(drawing);
-    Print("\"root\":\n");
-    PrintTreeJson(hEngine, QELGetRootElem(hEngine), 0);
-    Print("\n}\n");
+    ordered_json params = ordered_json::array();
+    for (const MaskRow& row : g_masks)
+        if (row.pszName && (nMask & row.nBits)) params.push_back(row.pszName);
+    ordered_json json{{"width", size.cx},
+                      {"height", size.cy},
+                      {"kind", QELGetType(hEngine)},
+                      {"name", AnsiToUtf8(QELGetName(hEngine))},
+                      {"paramsMask", nMask},
+                      {"params", params}};
+    json.update(HostJson(drawing));
+    json["root"] = TreeJson(hEngine, QELGetRootElem(hEngine));
+    Print(json.dump(INDENT) + "\n");
 }
 
 } // namespace

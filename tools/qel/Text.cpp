@@ -3,7 +3,6 @@
 
 #include <windows.h>
 
-#include <cstdarg>
 #include <cstdio>
 
 std::string ToUtf8(const std::wstring& text)
@@ -49,32 +48,4 @@ void Complain(const std::string& text)
 {
     std::fflush(stdout);
     std::fprintf(stderr, "qel: %s\n", text.c_str());
-}
-
-std::string Format(const char* pszFormat, ...)
-{
-    va_list args;
-    va_start(args, pszFormat);
-    va_list again;
-    va_copy(again, args);
-    const int nLen = std::vsnprintf(nullptr, 0, pszFormat, args);
-    va_end(args);
-    std::string text(static_cast<std::size_t>(nLen > 0 ? nLen : 0) + 1, '\0');
-    std::vsnprintf(text.data(), text.size(), pszFormat, again);
-    va_end(again);
-    text.pop_back();
-    return text;
-}
-
-std::string JsonString(const std::string& utf8)
-{
-    std::string json = "\"";
-    for (const char c : utf8) {
-        if (c == '"' || c == '\\') json += '\\';
-        if (static_cast<unsigned char>(c) < 0x20)
-            json += Format("\\u%04x", static_cast<unsigned>(c));
-        else
-            json += c;
-    }
-    return json + '"';
 }

@@ -11,11 +11,3 @@ std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system'
 void Print(const std::string& text);    // UTF-8 to standard output
 bool FinishOutput();                    // false: not all that was printed could be written
 void Complain(const std::string& text); // "qel: TEXT" to standard error
-
-std::string Format(const char* pszFormat, ...) // as printf does
-#ifdef __GNUC__
-    __attribute__((format(gnu_printf, 1, 2)))
-#endif
-    ;
-
-std::string JsonString(const std::string& utf8); // quoted and escaped
