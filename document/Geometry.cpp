@@ -1,7 +1,4 @@
-// The words of a shape; see the header.
 #include "document/Geometry.h"
-
-#include <cstring>
 
 int CGeometry::SetMore(CPool* pPool, const int32_t* pnWords, int32_t nCount, int32_t nLeast)
 {
@@ -15,7 +12,7 @@ int CGeometry::SetMore(CPool* pPool, const int32_t* pnWords, int32_t nCount, int
             if (!pnMore) return 0;
         }
         Drop(pPool);
-        if (pnMore) m_pnMore = pnMore;
+        if (pnMore) std::memcpy(m_nHere, &pnMore, sizeof pnMore);
         m_nCount = static_cast<uint8_t>(nHeld);
     }
     int32_t* pnOwn = Words();
@@ -23,16 +20,9 @@ int CGeometry::SetMore(CPool* pPool, const int32_t* pnWords, int32_t nCount, int
     return 1;
 }
 
-void CGeometry::CopyTo(void* pWords) const
-{
-    const std::size_t nOwn = m_nCount * sizeof(int32_t);
-    std::memcpy(pWords, Words(), nOwn);
-    std::memset(static_cast<char*>(pWords) + nOwn, 0, QEL_SHAPE_WORDS * sizeof(int32_t) - nOwn);
-}
-
 void CGeometry::Drop(CPool* pPool)
 {
-    if (m_nCount > HERE) GiveBlock(pPool, m_pnMore, m_nCount * sizeof(int32_t));
+    if (m_nCount > HERE) GiveBlock(pPool, More(), m_nCount * sizeof(int32_t));
     m_nCount = HERE;
     for (int32_t& n : m_nHere) n = 0;
 }

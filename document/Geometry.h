@@ -7,6 +7,7 @@
 #include "include/QELEngine.h"
 
 #include <cstdint>
+#include <cstring>
 
 class CGeometry {
 public:
@@ -15,8 +16,8 @@ public:
     CGeometry& operator=(const CGeometry&) = delete;
     ~CGeometry() = default; // the owner drops it, who knows the pool
 
-    [[nodiscard]] const int32_t* Words() const { return m_nCount > HERE ? m_pnMore : m_nHere; }
-    [[nodiscard]] int32_t* Words() { return m_nCount > HERE ? m_pnMore : m_nHere; }
+    [[nodiscard]] const int32_t* Words() const { return m_nCount > HERE ? More() : m_nHere; }
+    [[nodiscard]] int32_t* Words() { return m_nCount > HERE ? More() : m_nHere; }
     [[nodiscard]] int32_t Count() const { return m_nCount; }
 
     // Takes nCount words and holds at least nLeast, which may be written to from then on. 0 without
@@ -28,7 +29,6 @@ public:
         for (int32_t n = 0; n < HERE; ++n) m_nHere[n] = n < nCount ? pnWords[n] : 0;
         return 1;
     }
-    void CopyTo(void* pWords) const; // all words of a record
     void Drop(CPool* pPool);
 
 private:
@@ -36,28 +36,17 @@ private:
 
     static constexpr int32_t HERE = 4; // as many words as most classes have need no block
 
-    union {
-        int32_t m_nHere[HERE];
-        int32_t* m_pnMore;
-    };
-    uint8_t m_nCount = HERE;
-};
+    [[nodiscard]] int32_t* More() const
+    {
+        int32_t* pnMore = nullptr;
+        std::memcpy(&pnMore, m_nHere, sizeof pnMore);
+        return pnMore;
+    }
 
-// All that a shape's record says, for handing it from the document side to the view side without
-// spelling the record out.
-struct ShapeData {
-    DWORD nStyle;
-    LONG nDraft;
-    DWORD clrA;
-    DWORD clrB;
-    DWORD clrPen;
-    LONG nPenStyle;
-    LONG nPenWidth;
-    DWORD nFlags;
-    const int32_t* pnWords;
-    int32_t nWords;
-    const char* pText; // not ended by a zero
-    std::size_t nText;
+    // The words, or the address of their block. It is no pointer, which on 64 bits would need a
+    // place of its own alignment and leave a hole behind the words of a shape's style.
+    int32_t m_nHere[HERE];
+    uint8_t m_nCount = HERE;
 };
 
 // How many words a shape of a type has at least, going by its first word, which counts the points

@@ -3,10 +3,9 @@
 // way. The classes of the shapes are in document/QELDocLeaves.h.
 #pragma once
 
-#include "document/Attributes.h"
 #include "document/Crd.h"
-#include "document/Geometry.h"
 #include "document/QELDocElm.h"
+#include "document/ShapeRecord.h"
 #include "include/QELEngine.h"
 
 #include <span>
@@ -37,7 +36,7 @@ public:
     [[nodiscard]] bool LacksMemory() const override { return m_bLacksMemory; }
 
     // The attributes in the order in which they are read and written.
-    static std::span<const AttrRow<CQELDocShape>> Attrs();
+    static std::span<const ShapeRow> Attrs() { return ShapeRows(); }
     static void VisitAttrs(AttrVisitor pfnVisit, void* pUser);
 
 protected:
@@ -46,19 +45,14 @@ protected:
     int TakeWords(const int32_t* pnWords, int32_t nCount); // 0 without memory: all is as before
 
 private:
-    static const AttrRow<CQELDocShape> ATTRS[];
-    static const AttrRow<CQELDocShape>* RowOf(int32_t nId);
-    int SaveRow(const AttrRow<CQELDocShape>& row);
+    [[nodiscard]] ShapePlaces Places()
+    {
+        return {Pool(), Type(), &m_style, &m_geometry, &m_pszText};
+    }
+    int SaveRow(const ShapeRow& row);
 
     bool m_bLacksMemory = false;
-    int32_t m_nStyle = 0;
-    int32_t m_nDraft = 0;
-    int32_t m_clrFore = 0xFFFFFF;
-    int32_t m_clrBack = 0;
-    int32_t m_clrPen = 0xFFFFFF;
-    int32_t m_nLineStyle = 0;
-    int32_t m_nLineWidth = 1;
+    ShapeStyle m_style;
+    CGeometry m_geometry;
     char* m_pszText = nullptr; // null for none
-    [[no_unique_address]] CGeometry m_geometry;
-    int32_t m_nFlags = 0; // may lie in what the geometry leaves of its last word
 };

@@ -229,8 +229,8 @@ void CQELEngine::GiveFillsBack(CQELDocElm* pTop)
     const CQELDocElm* pMeter = MeterAround(pTop);
     for (CQELDocElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
         if (!pElm->View() || !pElm->View()->IsShape() || MeterAround(pElm) != pMeter) continue;
-        const ShapeData data = static_cast<const CQELDocShape*>(pElm)->Data();
-        static_cast<CQELViewShape*>(pElm->View())->GiveFillBack(data.nDraft, data.clrB);
+        const ShapeStyle& style = *static_cast<const CQELDocShape*>(pElm)->Data().pStyle;
+        static_cast<CQELViewShape*>(pElm->View())->GiveFillBack(style.nDraft, style.clrB);
     }
 }
 

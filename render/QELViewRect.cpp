@@ -26,7 +26,7 @@ void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                          const RECT& rcQel) const
 {
     const RECT& rc = figure.rcBox;
-    if (m_nPenWidth == 0 && FillStyle() != QEL_STYLE_STROKE) {
+    if (m_style.nPenWidth == 0 && FillStyle() != QEL_STYLE_STROKE) {
         // FillRect covers the whole rectangle, which Rectangle with a null pen does not.
         if (!hBrush) hBrush = static_cast<HBRUSH>(::GetCurrentObject(hdc, OBJ_BRUSH));
         ::FillRect(hdc, &rc, hBrush);
@@ -44,7 +44,8 @@ HRGN CQELViewRect::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
-    const int32_t nShrink = HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_nPenWidth, 1) / 2;
+    const int32_t nShrink =
+        HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_style.nPenWidth, 1) / 2;
     return ::CreateRectRgn(WrapAdd(rc.left, nShrink), WrapAdd(rc.top, nShrink),
                            WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink));
 }

@@ -1,4 +1,3 @@
-// The shape base; see the header.
 #include "render/QELViewShape.h"
 
 #include "base/DrawLimits.h"
@@ -7,7 +6,6 @@
 #include "render/Mapping.h"
 
 #include <cstring>
-#include <string_view>
 
 namespace {
 
@@ -76,24 +74,24 @@ int CQELViewShape::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 
 int32_t CQELViewShape::PenWidth() const
 {
-    return DrawnPenWidth(m_nPenStyle, m_nPenWidth);
+    return DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth);
 }
 
 void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
-    CShownDraft draft(m_nDraft); // owns the brush, so it outlives the guards
-    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, PenWidth(),
-                  BlinkColor(m_clrPen));
+    CShownDraft draft(m_style.nDraft); // owns the brush, so it outlives the guards
+    CPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle, PenWidth(),
+                  BlinkColor(m_style.clrPen));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
     if (FillStyle() == QEL_STYLE_STROKE) {
         hBrush = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
     } else {
         // These two stay set: deliberate, the next shape sets its own.
-        ::SetBkColor(hdc, BlinkColor(m_clrA));
-        ::SetTextColor(hdc, BlinkColor(m_clrB));
-        hBrush =
-            draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(m_clrB), BlinkColor(m_clrA));
+        ::SetBkColor(hdc, BlinkColor(m_style.clrA));
+        ::SetTextColor(hdc, BlinkColor(m_style.clrB));
+        hBrush = draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(m_style.clrB),
+                             BlinkColor(m_style.clrA));
     }
     CSelectScope brush(hdc, hBrush);
     PaintWithin(hdc, figure, hBrush, rcQel);
@@ -107,11 +105,12 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
 
 void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
-    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, PenWidth(), BlinkColor(m_clrPen));
+    CPenScope pen(hdc, m_style.nPenWidth == 0, m_style.nPenStyle, PenWidth(),
+                  BlinkColor(m_style.clrPen));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
     COLORREF clrPrev = 0;
-    if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(m_clrB));
+    if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(m_style.clrB));
     PaintWithin(hdc, figure, nullptr, rcQel);
     pen.Restore();
     ::SetBkMode(hdc, nPrevMode);
@@ -135,7 +134,7 @@ int CQELViewShape::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* p
 int CQELViewShape::MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags,
                                RECT* prcOut) const
 {
-    if (!MapRect(rcQel, RefW(), RefH(), rc, prcOut, m_nFlags)) return 0;
+    if (!MapRect(rcQel, RefW(), RefH(), rc, prcOut, m_style.nFlags)) return 0;
     if (IsPressed(nFlags)) ShiftPressed(prcOut, rcQel);
     return 1;
 }
@@ -149,8 +148,8 @@ HRGN CQELViewShape::MakeRegion(const RECT&) const
 
 void CQELViewShape::AddRegionSource(uint64_t* pnSum) const
 {
-    for (const int32_t n : {Type(), static_cast<int32_t>(Style()), m_nPenWidth,
-                            static_cast<int32_t>(m_nFlags), RefW(), RefH(), m_geometry.Count()})
+    for (const int32_t n : {Type(), static_cast<int32_t>(Style()), m_style.nPenWidth,
+                            m_style.nFlags, RefW(), RefH(), m_geometry.Count()})
         AddWord(pnSum, n);
     for (int32_t n = 0; n < m_geometry.Count(); ++n) AddWord(pnSum, Words()[n]);
 }
@@ -182,9 +181,9 @@ RECT CQELViewShape::Hull(const DeviceFigure& figure) const
 int CQELViewShape::PaintMargin(int32_t* pnOut) const
 {
     *pnOut = PAINT_SLACK;
-    if (m_nPenWidth == 0 || HidesOutline()) return 1;
-    if (m_nPenStyle < PS_SOLID || m_nPenStyle > PS_INSIDEFRAME) return 0;
-    if (m_nPenWidth < 0) return 0;
+    if (m_style.nPenWidth == 0 || HidesOutline()) return 1;
+    if (m_style.nPenStyle < PS_SOLID || m_style.nPenStyle > PS_INSIDEFRAME) return 0;
+    if (m_style.nPenWidth < 0) return 0;
     *pnOut += PenWidth();
     return 1;
 }
@@ -200,7 +199,7 @@ void CQELViewShape::LeaveColors(LeftColors* pOut) const
 
 COLORREF CQELViewShape::LeftBackColor() const
 {
-    return BlinkColor(IsOutlineOnly() ? m_clrB : m_clrA);
+    return BlinkColor(IsOutlineOnly() ? m_style.clrB : m_style.clrA);
 }
 
 void LeftColors::Add(const LeftColors& later)
@@ -224,95 +223,55 @@ int CQELViewShape::GetAttrBlockSize(int* pnSize) const
 
 int CQELViewShape::GetAttrBlock(void* pBlock) const
 {
-    if (!pBlock) return 0;
-    QELSHAPEATTR block{};
-    block.nSize = sizeof block;
-    block.nStyle = m_nStyle;
-    block.nDraft = m_nDraft;
-    block.clrA = m_clrA;
-    block.clrB = m_clrB;
-    block.clrPen = m_clrPen;
-    block.nPenStyle = m_nPenStyle;
-    block.nPenWidth = m_nPenWidth;
-    m_geometry.CopyTo(block.nGeometry);
-    std::memcpy(block.szText, Text(), std::strlen(Text()));
-    block.nFlags = m_nFlags;
-    std::memcpy(pBlock, &block, sizeof block);
-    return 1;
+    return WriteShapeRecord(Data(), pBlock);
 }
 
 int CQELViewShape::SetAttrBlock(const void* pBlock)
 {
-    if (!pBlock) return 0;
-    QELSHAPEATTR block;
-    std::memcpy(&block.nSize, pBlock, sizeof block.nSize);
-    if (block.nSize != sizeof block) return 0;
-    std::memcpy(&block, pBlock, sizeof block);
-    block.szText[sizeof block.szText - 1] = 0; // the host may have left the end mark out
-    int32_t nWords[QEL_SHAPE_WORDS];
-    std::memcpy(nWords, block.nGeometry, sizeof nWords);
-    return TakeData({block.nStyle, block.nDraft, block.clrA, block.clrB, block.clrPen,
-                     block.nPenStyle, block.nPenWidth, block.nFlags, nWords,
-                     UsedWords(nWords, Type()), block.szText, std::strlen(block.szText)});
+    CShapeRecord record;
+    return record.Read(pBlock, Type()) && TakeData(record.Data()) ? 1 : 0;
 }
 
-// A text that stays the same and words of the same number need no memory.
+ShapeData CQELViewShape::Data() const
+{
+    return {&m_style, Words(), m_geometry.Count(), Text(), std::strlen(Text())};
+}
+
 int CQELViewShape::TakeData(const ShapeData& data)
 {
-    const bool bSameText =
-        m_pszText ? std::string_view(m_pszText) == std::string_view(data.pText, data.nText)
-                  : !data.nText;
-    char* pszText = m_pszText;
-    if (!bSameText) {
-        pszText = TakePoolText(Pool(), data.pText, data.nText);
-        if (data.nText && !pszText) return 0;
-    }
-    if (!m_geometry.Set(Pool(), data.pnWords, data.nWords, ShapeWordsOf(Type(), data.pnWords[0]))) {
-        if (!bSameText) GivePoolText(Pool(), pszText);
-        return 0;
-    }
-    if (!bSameText) GivePoolText(Pool(), m_pszText);
+    if (!TakeShapeData(data, {Pool(), Type(), &m_style, &m_geometry, &m_pszText})) return 0;
     NoteChange();
     m_bFace = false;
     m_bHollow = false;
-    m_pszText = pszText;
-    m_nStyle = data.nStyle;
-    m_nDraft = data.nDraft;
-    m_clrA = data.clrA;
-    m_clrB = data.clrB;
-    m_clrPen = data.clrPen;
-    m_nPenStyle = data.nPenStyle;
-    m_nPenWidth = data.nPenWidth;
-    m_nFlags = data.nFlags;
     return 1;
 }
 
 int CQELViewShape::SetColorParam(uint32_t nValue)
 {
-    if (!(m_nFlags & QEL_FLAG_COLOR_PARAM)) return 0;
+    if (!(m_style.nFlags & QEL_FLAG_COLOR_PARAM)) return 0;
     const bool bOutline = FillStyle() == QEL_STYLE_STROKE && Type() != QEL_TYPE_TEXT;
-    (bOutline ? m_clrPen : m_clrA) = nValue;
+    (bOutline ? m_style.clrPen : m_style.clrA) = nValue;
     return 1;
 }
 
 int CQELViewShape::SetDraftParam(uint32_t nValue)
 {
     if (!TakesDraft()) return 0;
-    m_nDraft = static_cast<int32_t>(nValue);
+    m_style.nDraft = static_cast<int32_t>(nValue);
     return 1;
 }
 
 int CQELViewShape::SetDraftForeParam(uint32_t nValue)
 {
     if (!TakesDraft()) return 0;
-    m_clrA = nValue;
+    m_style.clrA = nValue;
     return 1;
 }
 
 int CQELViewShape::SetDraftBackParam(uint32_t nValue)
 {
     if (!TakesDraft()) return 0;
-    m_clrB = nValue;
+    m_style.clrB = nValue;
     return 1;
 }
 
@@ -335,13 +294,14 @@ void CQELViewShape::GiveFillBack(int32_t nOwnDraft, uint32_t clrOwnB)
 
 void CQELViewShape::TakeColor(uint32_t clr)
 {
-    m_clrA = clr;
-    if (FillStyle() == QEL_STYLE_STROKE) m_clrPen = clr;
+    m_style.clrA = clr;
+    if (FillStyle() == QEL_STYLE_STROKE) m_style.clrPen = clr;
 }
 
 uint32_t CQELViewShape::GetParamMask() const
 {
-    uint32_t nMask = m_nFlags & (QEL_FLAG_COLOR_PARAM | QEL_FLAG_DRAFT_PARAM | QEL_FLAG_PRESS);
-    if (m_nFlags & QEL_KEEP_ANCHOR_MASK) nMask |= QEL_MASK_KEEP;
+    uint32_t nMask =
+        m_style.nFlags & (QEL_FLAG_COLOR_PARAM | QEL_FLAG_DRAFT_PARAM | QEL_FLAG_PRESS);
+    if (m_style.nFlags & QEL_KEEP_ANCHOR_MASK) nMask |= QEL_MASK_KEEP;
     return nMask;
 }

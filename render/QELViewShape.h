@@ -5,7 +5,7 @@
 #pragma once
 
 #include "base/Keywords.h"
-#include "document/Geometry.h"
+#include "document/ShapeRecord.h"
 #include "render/QELViewElm.h"
 
 // The fill styles by keyword, spelled as drawing tools spell them, "Stoke" included.
@@ -83,12 +83,12 @@ public:
     // Enters itself for the colours that a full draw of it leaves set.
     virtual void LeaveColors(LeftColors* pOut) const;
     [[nodiscard]] COLORREF LeftBackColor() const;
-    [[nodiscard]] COLORREF LeftTextColor() const { return BlinkColor(m_clrB); }
+    [[nodiscard]] COLORREF LeftTextColor() const { return BlinkColor(m_style.clrB); }
 
     // Host values of a frame or pattern around the shape, which do not ask its flags.
     void TakeColor(uint32_t clr);
-    void TakeDraft(int32_t nDraft) { m_nDraft = nDraft; }
-    void TakeBackColor(uint32_t clr) { m_clrB = clr; }
+    void TakeDraft(int32_t nDraft) { m_style.nDraft = nDraft; }
+    void TakeBackColor(uint32_t clr) { m_style.clrB = clr; }
     // Outline only, while it is on, whatever the style says: for the face of a meter.
     void SetHollow(bool bHollow)
     {
@@ -130,12 +130,13 @@ protected:
     // The style word as it is drawn.
     [[nodiscard]] uint32_t Style() const
     {
-        return m_bHollow ? m_nStyle & ~static_cast<uint32_t>(QEL_STYLE_FILL_MASK) : m_nStyle;
+        const auto nStyle = static_cast<uint32_t>(m_style.nStyle);
+        return m_bHollow ? nStyle & ~static_cast<uint32_t>(QEL_STYLE_FILL_MASK) : nStyle;
     }
     [[nodiscard]] uint32_t FillStyle() const { return Style() & QEL_STYLE_FILL_MASK; }
     [[nodiscard]] bool IsPressed(uint32_t nFlags) const
     {
-        return (m_nFlags & QEL_FLAG_PRESS) && (nFlags & QEL_DRAW_PRESSED);
+        return (m_style.nFlags & QEL_FLAG_PRESS) && (nFlags & QEL_DRAW_PRESSED);
     }
     // The anchored mapping of a rectangle, with the pressed shift when nFlags asks for it.
     int MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags, RECT* prcOut) const;
@@ -157,13 +158,7 @@ protected:
     int8_t m_nQuarters = 0;
     bool m_bHollow : 1 = false;
     bool m_bFace : 1 = false; // it has the fill of a meter's face instead of its own
-    uint32_t m_nStyle = 0;
-    int32_t m_nDraft = 0;
-    uint32_t m_clrA = 0xFFFFFF;
-    uint32_t m_clrB = 0;
-    uint32_t m_clrPen = 0xFFFFFF;
-    int32_t m_nPenWidth = 1;
-    int32_t m_nPenStyle = 0;
+    ShapeStyle m_style;
 
 private:
     void DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
@@ -174,12 +169,11 @@ private:
     [[nodiscard]] int32_t PenWidth() const; // as it is drawn
     [[nodiscard]] bool TakesDraft() const
     {
-        return (m_nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();
+        return (m_style.nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();
     }
 
-    char* m_pszText = nullptr; // null for none
-    [[no_unique_address]] CGeometry m_geometry;
+    [[nodiscard]] ShapeData Data() const;
 
-protected:
-    uint32_t m_nFlags = 0; // may lie in what the geometry leaves of its last word
+    CGeometry m_geometry;
+    char* m_pszText = nullptr; // null for none
 };

@@ -74,8 +74,8 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 
     const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
     CSizedFontScope font(hdc, cell);
-    const CBkColorScope back(hdc, BlinkColor(m_clrB));
-    const CTextColorScope text(hdc, BlinkColor(m_clrA));
+    const CBkColorScope back(hdc, BlinkColor(m_style.clrB));
+    const CTextColorScope text(hdc, BlinkColor(m_style.clrA));
     PaintText(hdc, &rc, static_cast<int>(nCount));
     font.Restore(); // before the colours: the order in which hosts have always seen these calls
     return 1;

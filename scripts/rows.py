@@ -36,6 +36,12 @@ CASES = [
      r'"fg"', '"bg"', "ids and names are unique"),
     ("document/ShapeForms.h", "a shape without coordinates",
      r"\n    \{QEL_TYPE_CIRCLE,[^}]*\}\},", "", "a row for each shape"),
+    ("document/ShapeRecord.cpp", "a field of a shape without a row",
+     r"\n    Field\(ATTR_FLAG,.*?\"\),", "", "a row for each field of a shape"),
+    ("document/ShapeRecord.cpp", "two fields of a shape in one place of the record",
+     r"QELSHAPEATTR, clrB", "QELSHAPEATTR, clrA", "a row for each field of a shape"),
+    ("document/ShapeRecord.cpp", "two attributes of a shape for one field",
+     r"&ShapeStyle::clrB", "&ShapeStyle::clrA", "a row for each field of a shape"),
 ]
 
 

@@ -117,12 +117,23 @@ std::string Spelled(const AttrInfo& info, int32_t nValue)
     return szText;
 }
 
+template <class T>
+int32_t FieldOf(const T& elm, const AttrRow<T>& row)
+{
+    return elm.*row.pField;
+}
+
+int32_t FieldOf(const CQELDocShape& shape, const ShapeRow& row)
+{
+    return shape.Data().pStyle->*row.pField;
+}
+
 // One attribute set, the others with their defaults: that one attribute alone is written, in its
 // place, and reading it back gives the value. Two rows on one field would write two.
 template <class T>
 void ExpectRowsAlone(const char* pszTag, const char* pszCrd)
 {
-    for (const AttrRow<T>& row : T::Attrs()) {
+    for (const auto& row : T::Attrs()) {
         if (!row.pField) continue; // coordinates and text have tests of their own
         SCOPED_TRACE(AttrName(row.nId));
         const int32_t nValue = ValueFor(row);
@@ -131,7 +142,7 @@ void ExpectRowsAlone(const char* pszTag, const char* pszCrd)
         const std::string attr = " " + name + "=\"" + Spelled(row, nValue) + "\"";
 
         std::string expected = std::string("<") + pszTag;
-        for (const AttrRow<T>& place : T::Attrs()) {
+        for (const auto& place : T::Attrs()) {
             if (place.nId == row.nId) expected += attr;
             if (place.nId == ATTR_CRD) expected += std::string(" crd=\"") + pszCrd + "\"";
         }
@@ -146,9 +157,9 @@ void ExpectRowsAlone(const char* pszTag, const char* pszCrd)
         CTestDocument again(document.Saved());
         const auto* pElm =
             static_cast<const T*>(bRoot ? static_cast<CQELDocElm*>(again.Root()) : again.First());
-        for (const AttrRow<T>& other : T::Attrs()) {
+        for (const auto& other : T::Attrs()) {
             if (!other.pField) continue;
-            EXPECT_EQ(other.nId == row.nId ? nValue : other.nDefault, pElm->*other.pField)
+            EXPECT_EQ(other.nId == row.nId ? nValue : other.nDefault, FieldOf(*pElm, other))
                 << AttrName(other.nId);
         }
     }

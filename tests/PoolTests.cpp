@@ -1,7 +1,7 @@
 // Blocks that serve again once they were given back: base/Pool.cpp, and document/Geometry.cpp,
 // which keeps the words of a shape in them.
 #include "base/Pool.h"
-#include "document/Geometry.h"
+#include "document/ShapeRecord.h"
 #include "render/QELViewElm.h"
 
 #include <gtest/gtest.h>
@@ -40,9 +40,11 @@ struct CThrowing : CElement {
 
 std::vector<int32_t> WordsOf(const CGeometry& geometry)
 {
-    std::vector<int32_t> words(QEL_SHAPE_WORDS, -1);
-    geometry.CopyTo(words.data());
-    return words;
+    const ShapeStyle style;
+    QELSHAPEATTR record;
+    std::memset(&record, -1, sizeof record);
+    EXPECT_EQ(1, WriteShapeRecord({&style, geometry.Words(), geometry.Count(), "", 0}, &record));
+    return {std::begin(record.nGeometry), std::end(record.nGeometry)};
 }
 
 std::vector<int32_t> Padded(std::vector<int32_t> words)
