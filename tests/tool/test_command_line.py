@@ -140,3 +140,122 @@ def test_the_program_runs_with_the_engines_dll_beside_it(alone):
 def test_the_program_does_not_run_without_the_engines_dll(alone):
     (alone.folder / "alone" / "QELEngine.dll").unlink()
     assert alone.run("info", "plain.qel").out == ""
+
+
+# ---- the ways to write options
+
+
+def same_picture(tool, usual, other):
+    """Whether two lines of options draw the same; the words end where the picture's name begins."""
+    tool.drawing("plain.qel", PLAIN, '<rect style="0x1" dr="1" flag="0x1" lnwid="3" crd="0 0 9 9"/>')
+    for words in (usual, other):
+        assert tool.line("render plain.qel " + words) == (0, "", "")
+    assert tool.bytes("a.bmp") == tool.bytes("b.bmp")
+
+
+@pytest.mark.parametrize("usual, other", rows(
+    ("a value joined to its option", "a.bmp --size 40x30", "b.bmp --size=40x30"),
+    ("a value with an equals sign in it", "a.bmp --param 0=255", "b.bmp --param=0=255"),
+    ("the picture by a short option", "a.bmp", "-o b.bmp"),
+    ("the picture joined to a short option", "a.bmp", "-ob.bmp"),
+    ("the picture by a long option", "a.bmp", "--output b.bmp"),
+    ("a colour with a number sign", "a.bmp --background 112233", "b.bmp --background '#112233'"),
+    ("a turn to the right", "a.bmp --rotate -90", "b.bmp --rotate=-90"),
+    ("a width", "a.bmp --size 80x60", "b.bmp --width 80"),
+    ("a height", "a.bmp --size 80x60", "b.bmp --height 60"),
+    ("a width and a height", "a.bmp --size 80x20", "b.bmp --width 80 --height 20"),
+    ("a height after a size", "a.bmp --size 80x60", "b.bmp --size 5x5 --height 60"),
+    ("a size after a width", "a.bmp --size 50x60", "b.bmp --width 5 --size 50x60"),
+    ("a zoom", "a.bmp --size 120x90", "b.bmp --zoom 3"),
+    ("a zoom of half", "a.bmp --size 20x15", "b.bmp --zoom 0.5"),
+    ("a width of a turned drawing", "a.bmp --rotate 90 --size 60x80", "b.bmp --rotate 90 --width 60")))
+def test_options_are_written_in_several_ways(tool, usual, other):
+    same_picture(tool, usual, other)
+
+
+@pytest.mark.parametrize("part, arguments", rows(
+    ("an unknown option points to the help of its command",
+     "unknown option '--fast'; 'qel render --help' lists them", "render plain.qel a.png --fast"),
+    ("an unknown option of animate", "'qel animate --help' lists them", "animate plain.qel a.gif --fast"),
+    ("an unknown option that is like one", "did you mean '--background'?", "render plain.qel a.png --bakground 112233"),
+    ("an unknown option with a value", "unknown option '--fast'", "render plain.qel a.png --fast=1"),
+    ("an unknown short option", "unknown option '-q'", "render plain.qel a.png -q"),
+    ("a switch with a value", "--blink takes no value", "render plain.qel a.png --blink=1"),
+    ("nothing after the equals sign", "value is missing after --size=", "render plain.qel a.png --size="),
+    ("nothing after a short option", "value is missing after -o", "render plain.qel -o"),
+    ("a picture and one more", "one drawing and one picture", "render plain.qel a.png -o b.png"),
+    ("a width of nothing", "--width wants", "render plain.qel a.png --width 0"),
+    ("a height of words", "--height wants", "render plain.qel a.png --height tall"),
+    ("a width and a height beyond the limit", "together no more than 8192x8192",
+     "render plain.qel a.png --width 16384 --height 16384"),
+    ("a zoom of nothing", "--zoom wants", "render plain.qel a.png --zoom 0"),
+    ("a zoom of words", "--zoom wants", "render plain.qel a.png --zoom big"),
+    ("a zoom beyond the limit", "too large", "render plain.qel a.png --zoom 1000"),
+    ("a colour of five digits after the sign", "--background wants", "render plain.qel a.png --background '#12345'"),
+    ("options that are not there", "cannot read the options 'none.toml': there is no such file",
+     "render plain.qel a.png --config none.toml"),
+    ("an unknown option in a file", "unknown option '--fast'", "render plain.qel a.png --config fast.toml"),
+    ("two values", "'two.toml': width takes one value", "render plain.qel a.png --config two.toml"),
+    ("a file in a file", "'again.toml': config is for the command line alone",
+     "render plain.qel a.png --config again.toml"),
+    ("a switch that is neither", "'maybe.toml': blink is true or false",
+     "render plain.qel a.png --config maybe.toml")))
+def test_options_that_cannot_be_are_refused_in_one_line(tool, part, arguments):
+    tool.drawing("plain.qel", PLAIN)
+    tool.file("fast.toml", "fast = true\n")
+    tool.file("maybe.toml", "blink = maybe\n")
+    tool.file("two.toml", "width = [80, 90]\n")
+    tool.file("again.toml", "config = again.toml\n")
+    assert_refused(tool, arguments, part)
+
+
+@pytest.mark.parametrize("content, options, same_as", rows(
+    ("a value", "size = 40x30\n", "", "--size 40x30"),
+    ("a text in quotes", 'background = "#102030"\n', "", "--background 102030"),
+    ("a color without quotes", "background = #102030\n", "", "--background 102030"),
+    ("a remark", "# one\n; another\nwidth = 80 ; a third\n", "", "--width 80"),
+    ("a switch", "blink = true\n", "", "--blink"),
+    ("a switch that is off", "blink = false\n", "", ""),
+    ("the command's own part", "[render]\nwidth = 80\n[animate]\nwidth = 20\n", "", "--width 80"),
+    ("a list", 'param = ["1=3", "0=255"]\n', "", "--param 1=3 --param 0=255"),
+    ("an option that the command line has, too", "background = 102030\n", "--background 405060",
+     "--background 405060"),
+    ("a time that the command line has, too", "time = 10:00:00\n", "--time 11:00:00", "--time 11:00:00"),
+    ("a setting before the command line's", "param = 0=65280\n", "--param 0=16711680",
+     "--param 0=65280 --param 0=16711680")))
+def test_options_come_from_a_file(tool, content, options, same_as):
+    tool.drawing("live.qel", '<rect style="0x1" dr="1" fg="0xff glt" flag="0x81" lnwid="0" crd="10 10 30 20"/>',
+                 '<meter upin="1" mtype="clock" crd="9 9 8 1 1 17 17"/>')
+    tool.file("options.toml", content)
+    clock = "" if "time" in content else " --time 10:10:10"
+    tool.draw("a.bmp", "live.qel", f"--config options.toml {options}{clock}")
+    tool.draw("b.bmp", "live.qel", same_as + clock)
+    assert tool.bytes("a.bmp") == tool.bytes("b.bmp")
+    if same_as:
+        assert tool.bytes("b.bmp") != tool.bytes(tool.draw("c.bmp", "live.qel", "--time 10:10:10"))
+
+
+@pytest.mark.parametrize("number, color", rows(
+    ("a setting", "--set 7.scale-color=0x0000ff", "--set '7.scale-color=#ff0000'"),
+    ("a setting in capitals", "--set 7.scale-color=0xefcdab", "--set '7.scale-color=#ABCDEF'"),
+    ("a parameter", "--param 0=0x0000ff", "--param '0=#ff0000'")))
+def test_a_color_is_written_with_a_number_sign(tool, number, color):
+    tool.drawing("live.qel", '<rect style="0x1" dr="1" flag="0x1" lnwid="3" crd="0 0 40 9"/>',
+                 '<scale scid="7" sctype="horizdn" crd="5 10 35 20"/>')
+    tool.draw("a.bmp", "live.qel", number)
+    tool.draw("b.bmp", "live.qel", color)
+    assert tool.bytes("a.bmp") == tool.bytes("b.bmp")
+    assert tool.bytes("a.bmp") != tool.bytes(tool.draw("c.bmp", "live.qel"))
+
+
+@pytest.mark.parametrize("arguments", rows(("a hatch", "--param '1=#000001'"), ("a bound", "--set '7.max=#000001'"),
+                                           ("a value", "--value '7=#000001'"),
+                                           ("five digits", "--set '7.scale-color=#12345'")))
+def test_no_color_stands_where_none_is_taken(tool, arguments):
+    tool.drawing("live.qel", '<scale scid="7" sctype="horizdn" crd="5 10 35 20"/>')
+    assert_refused(tool, "render live.qel no.png " + arguments, "a whole number, decimal or 0x hexadecimal")
+
+
+def test_a_name_in_brackets_is_a_name(tool):
+    tool.drawing("[a,b]", PLAIN)
+    assert tool.run("info", "[a,b]").out.startswith("size 40 x 30")

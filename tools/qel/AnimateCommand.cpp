@@ -40,12 +40,12 @@ int ReadCount(const char* pszOption, const std::wstring& text, int nMin, int nMa
     return static_cast<int>(nValue);
 }
 
-bool TakePace(CArgumentReader& reader, Pace* pPace)
+bool TakePace(const GivenOption& given, Pace* pPace)
 {
-    if (reader.Current() == L"--frames")
-        pPace->nFrames = ReadCount("--frames", reader.Value(), 2, MAX_FRAMES);
-    else if (reader.Current() == L"--fps")
-        pPace->nPerSecond = ReadCount("--fps", reader.Value(), 1, MAX_FPS);
+    if (given.name == "--frames")
+        pPace->nFrames = ReadCount("--frames", given.value, 2, MAX_FRAMES);
+    else if (given.name == "--fps")
+        pPace->nPerSecond = ReadCount("--fps", given.value, 1, MAX_FPS);
     else
         return false;
     return true;
@@ -118,8 +118,9 @@ standard input, OUT - standard output.
   --frames N             2 to 1000; by default 30
   --fps N                frames a second, 1 to 50; by default 10
 
-All other options are those of 'qel render': --set, --param, --status, --time, --size,
---background, --rotate, --blink, --pressed and --font; they hold from the first frame on.
+All other options are those of 'qel render': --set, --param, --status, --time, --size, --width,
+--height, --zoom, --background, --rotate, --blink, --pressed, --font, --config and --output; they
+hold from the first frame on.
 The picture has the exact colours when all frames together have at most 256 of them, else the 256
 that come nearest. While it works, a terminal shows how far it is.
 
@@ -130,12 +131,20 @@ Examples:
   qel animate panel.qel panel.gif --status 1 --value 0=20.0..80 --value 41=9..5 --frames 60 --fps 20
 )";
 
-int RunAnimate(const Arguments& arguments)
+OptionRows AnimateOptions()
+{
+    OptionRows rows = SceneOptionRows();
+    rows.push_back({OptionRow::Takes::Value, "--frames"});
+    rows.push_back({OptionRow::Takes::Value, "--fps"});
+    return rows;
+}
+
+int RunAnimate(const CommandLine& given)
 {
     SceneOptions options(true);
     Pace pace;
-    ReadSceneOptions(arguments, "animate", &options,
-                     [&pace](CArgumentReader& reader) { return TakePace(reader, &pace); });
+    ReadSceneOptions(given, "animate", &options,
+                     [&pace](const GivenOption& option) { return TakePace(option, &pace); });
     if (!IsStandardOutput(options.out) && !HasExtension(options.out, L".gif"))
         throw CTrouble("the picture '" + ToUtf8(options.out) + "' needs the extension .gif");
     if (!options.live.HasRanges())

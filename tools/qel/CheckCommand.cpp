@@ -1,6 +1,7 @@
 // qel check: reports what is wrong with drawings in the form that editors and build tools
 // understand.
 #include "tools/qel/Checker.h"
+#include "tools/qel/Command.h"
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
@@ -71,17 +72,11 @@ Examples:
   find . -name '*.qel' -print0 | qel check @-
 )";
 
-int RunCheck(const Arguments& arguments)
+int RunCheck(const CommandLine& given)
 {
-    Arguments inputs;
-    CArgumentReader reader(arguments);
-    while (reader.Next()) {
-        if (reader.IsOption()) reader.RefuseOption();
-        inputs.push_back(reader.Current());
-    }
-    if (inputs.empty()) throw CTrouble("check wants at least one drawing: qel check IN...");
+    if (given.names.empty()) throw CTrouble("check wants at least one drawing: qel check IN...");
     int nWorst = EXIT_CLEAN;
-    for (const std::wstring& input : inputs) {
+    for (const std::wstring& input : given.names) {
         const int nStatus = CheckFile(input);
         if (nStatus > nWorst) nWorst = nStatus;
     }

@@ -1,9 +1,8 @@
-// The commands of the program, and what reading their arguments needs.
+// The commands of the program, their options, and what they were given.
 #pragma once
 
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 enum ExitStatus { EXIT_CLEAN = 0, EXIT_FINDINGS = 1, EXIT_TROUBLE = 2 };
@@ -16,33 +15,38 @@ public:
 
 using Arguments = std::vector<std::wstring>;
 
+struct OptionRow {
+    enum class Takes { Nothing, Value, ManyValues } takes;
+    const char* pszNames; // "-o,--output"
+};
+using OptionRows = std::vector<OptionRow>;
+
+struct GivenOption {
+    std::string name; // the long one, with its dashes
+    std::wstring value;
+};
+
+struct CommandLine {
+    std::vector<GivenOption> options; // in the order of the command line
+    Arguments names;
+};
+
+struct CommandRow {
+    const char* pszName;
+    int (*pfnRun)(const CommandLine& given);
+    const char* pszHelp;
+    OptionRows options;
+};
+
 extern const char* const g_renderHelp;
 extern const char* const g_animateHelp;
 extern const char* const g_infoHelp;
 extern const char* const g_checkHelp;
 
-int RunRender(const Arguments& arguments);
-int RunAnimate(const Arguments& arguments);
-int RunInfo(const Arguments& arguments);
-int RunCheck(const Arguments& arguments);
+OptionRows RenderOptions();
+OptionRows AnimateOptions();
 
-// Goes through the arguments: options with or without a value, and names. "@FILE" in the place of
-// one stands for those in that list.
-class CArgumentReader {
-public:
-    explicit CArgumentReader(Arguments arguments) : m_arguments(std::move(arguments)) {}
-
-    bool Next();                         // false at the end; CTrouble for a list that is not there
-    [[nodiscard]] bool IsOption() const; // "--x"; after a lone "--" nothing is one
-    [[nodiscard]] const std::wstring& Current() const { return m_arguments[m_nAt - 1]; }
-    const std::wstring& Value(); // of the current option; CTrouble when there is none
-    [[noreturn]] void RefuseOption() const;
-
-private:
-    void ExpandLists(); // at the place where it is
-
-    Arguments m_arguments;
-    std::size_t m_nAt = 0;
-    int m_nLists = 0;
-    bool m_bNamesOnly = false;
-};
+int RunRender(const CommandLine& given);
+int RunAnimate(const CommandLine& given);
+int RunInfo(const CommandLine& given);
+int RunCheck(const CommandLine& given);

@@ -243,24 +243,12 @@ Examples:
   qel info - <pump.qel
 )";
 
-int RunInfo(const Arguments& arguments)
+int RunInfo(const CommandLine& given)
 {
-    Arguments names;
-    bool bJson = false;
-    CArgumentReader reader(arguments);
-    while (reader.Next()) {
-        if (!reader.IsOption()) {
-            names.push_back(reader.Current());
-        } else if (reader.Current() == L"--json") {
-            bJson = true;
-        } else {
-            reader.RefuseOption();
-        }
-    }
-    if (names.size() > 1) throw CTrouble("info takes one drawing");
-    if (names.empty()) throw CTrouble("info wants a drawing: qel info IN");
-    const CDrawing drawing(names[0]);
-    if (bJson)
+    if (given.names.size() > 1) throw CTrouble("info takes one drawing");
+    if (given.names.empty()) throw CTrouble("info wants a drawing: qel info IN");
+    const CDrawing drawing(given.names[0]);
+    if (!given.options.empty()) // --json is the only one
         PrintJson(drawing);
     else
         PrintText(drawing);

@@ -96,6 +96,16 @@ Assignment Split(const char* pszOption, const char* pszForm, const std::wstring&
     return {std::string(pszOption) + " " + utf8, utf8.substr(0, nEquals), utf8.substr(nEquals + 1)};
 }
 
+LiveNumber ReadColorOr(LiveNumber (*pfnRead)(const std::string&, const std::string&),
+                       const Assignment& parts)
+{
+    COLORREF clr = 0;
+    if (!ReadColor(parts.value, &clr)) return pfnRead(parts.option, parts.value);
+    LiveNumber number;
+    number.nWhole = clr;
+    return number;
+}
+
 const SelectorRow& ReadSelector(const std::string& option, const std::string& text)
 {
     int64_t nSelector = LookupKeyword(g_selectorRows, text.c_str());
@@ -117,7 +127,8 @@ LiveAction ReadParam(const std::wstring& text)
     if (action.nId >= QEL_PARAM_COUNT)
         throw CTrouble(parts.option + ": there is no such parameter; they are 0 to " +
                        std::to_string(QEL_PARAM_COUNT - 1));
-    action.value = ReadWholeNumber(parts.option, parts.value);
+    action.value = action.nId == QEL_PARAM_DRAFT ? ReadWholeNumber(parts.option, parts.value)
+                                                 : ReadColorOr(ReadWholeNumber, parts);
     return action;
 }
 
@@ -137,7 +148,8 @@ LiveAction ReadSet(const std::wstring& text)
     action.nId = ReadId(parts.option, parts.target.substr(0, nPoint));
     const SelectorRow& row = ReadSelector(parts.option, parts.target.substr(nPoint + 1));
     action.nSelector = static_cast<DWORD>(row.nId);
-    action.value = ReadLiveNumber(parts.option, parts.value);
+    action.value = row.form == SelectorForm::Colour ? ReadColorOr(ReadLiveNumber, parts)
+                                                    : ReadLiveNumber(parts.option, parts.value);
     if (action.value.bReal && row.nId != QEL_SEL_VALUE && row.nId != QEL_SEL_BASE_VALUE)
         throw CTrouble(parts.option + ": " + QuotedWord(row.pszName) +
                        " takes whole numbers only; a point is for value and base");
@@ -286,20 +298,40 @@ void CLiveOptions::AddValue(const std::wstring& text)
     m_ranges.push_back(std::move(action));
 }
 
-bool CLiveOptions::Take(CArgumentReader& reader)
+bool ReadColor(const std::string& text, COLORREF* pClr)
 {
-    const std::wstring& word = reader.Current();
-    if (word == L"--param") {
-        m_actions.push_back(ReadParam(reader.Value()));
-    } else if (word == L"--status") {
-        m_actions.push_back(ReadStatus(reader.Value()));
-    } else if (word == L"--set") {
-        m_actions.push_back(ReadSet(reader.Value()));
-    } else if (word == L"--value") {
-        AddValue(reader.Value());
-    } else if (word == L"--time") {
+    constexpr std::size_t LENGTH = 7;
+    if (text.size() != LENGTH || text[0] != '#' || !IsAll(text.substr(1), "0123456789abcdefABCDEF"))
+        return false;
+    const unsigned long nValue = std::strtoul(text.c_str() + 1, nullptr, 16);
+    *pClr = RGB((nValue >> 16) & 0xFF, (nValue >> 8) & 0xFF, nValue & 0xFF);
+    return true;
+}
+
+OptionRows CLiveOptions::Rows()
+{
+    using Takes = OptionRow::Takes;
+    return {{Takes::ManyValues, "--set"},
+            {Takes::ManyValues, "--value"},
+            {Takes::ManyValues, "--param"},
+            {Takes::ManyValues, "--status"},
+            {Takes::Value, "--time"}};
+}
+
+bool CLiveOptions::Take(const GivenOption& given)
+{
+    const std::string& name = given.name;
+    if (name == "--param") {
+        m_actions.push_back(ReadParam(given.value));
+    } else if (name == "--status") {
+        m_actions.push_back(ReadStatus(given.value));
+    } else if (name == "--set") {
+        m_actions.push_back(ReadSet(given.value));
+    } else if (name == "--value") {
+        AddValue(given.value);
+    } else if (name == "--time") {
         if (m_time) throw CTrouble("--time is given twice");
-        m_time = ReadTime(reader.Value());
+        m_time = ReadTime(given.value);
     } else {
         return false;
     }

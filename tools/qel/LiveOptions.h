@@ -25,13 +25,18 @@ struct LiveAction {
     LiveNumber last; // of a range; value is its first
 };
 
+// "#RRGGBB"; false: it is none.
+bool ReadColor(const std::string& text, COLORREF* pClr);
+
 class CLiveOptions {
 public:
+    static OptionRows Rows();
+
     // Whether --value takes ranges, too.
     explicit CLiveOptions(bool bRanges) : m_bRanges(bRanges) {}
 
-    // The reader's option with its value, when it is one of these. CTrouble for a wrong value.
-    bool Take(CArgumentReader& reader);
+    // The option, when it is one of these. CTrouble for a wrong value.
+    bool Take(const GivenOption& given);
 
     // The following throw CTrouble when the drawing refuses something, telling why.
     void Apply(const CDrawing& drawing) const; // in the order of the options

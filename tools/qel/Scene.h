@@ -12,7 +12,9 @@ struct SceneOptions {
 
     std::wstring in;
     std::wstring out;
-    SIZE size{0, 0}; // 0: by the drawing
+    SIZE size{0, 0};     // a side that is 0 follows the other one, both the drawing
+    bool bWhole = false; // the size was given as one
+    double fZoom = 0;    // 0: so that the picture is wide enough
     COLORREF clrBackground = RGB(0xC0, 0xC0, 0xC0);
     int nRotate = 0;
     bool bBlink = false;
@@ -21,10 +23,11 @@ struct SceneOptions {
     CLiveOptions live;
 };
 
-// Reads the arguments of a command that draws IN into OUT; takeOwn takes the options that only this
-// command has (false: none of them).
-void ReadSceneOptions(const Arguments& arguments, const char* pszCommand, SceneOptions* pOptions,
-                      const std::function<bool(CArgumentReader&)>& takeOwn);
+// Takes what was given to a command that draws IN into OUT; takeOwn takes the options that only
+// this command has (false: none of them).
+void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOptions* pOptions,
+                      const std::function<bool(const GivenOption&)>& takeOwn);
+OptionRows SceneOptionRows(); // without those that only one command has
 
 // The whole text as a number of that base; false for anything else.
 bool ReadNumber(const std::wstring& text, int nBase, long* pnValue);

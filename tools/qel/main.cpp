@@ -1,7 +1,6 @@
 // qel: draws, lists and checks drawings from the command line. The commands stand in files of their
 // own.
-#include "tools/qel/Command.h"
-#include "tools/qel/Streams.h"
+#include "tools/qel/CommandLine.h"
 #include "tools/qel/Text.h"
 
 #include <windows.h>
@@ -29,7 +28,8 @@ constexpr char HELP[] = R"(qel - draws, lists and checks instrument drawings (.q
 Texts and identifiers of drawings are read in the system's code page and printed as UTF-8.
 The name - is standard input (as /dev/stdin is), and for OUT standard output: a PNG, or a GIF.
 @FILE stands for the arguments in FILE, in UTF-8, one a line or each ended by a zero byte.
-A name that begins with "-" or "@" goes after a lone "--".
+A name that begins with "-" or "@" goes after a lone "--". A value may be
+joined to its option: --option=VALUE.
 
 Exit status: 0 done, or nothing found; 1 qel check found something; 2 an input cannot be read,
 an output cannot be written, or the command line is wrong (one message on standard error); 3 of
@@ -45,16 +45,14 @@ Examples:
   find . -name '*.qel' -print0 | qel check @-
 )";
 
-struct CommandRow {
-    const wchar_t* pszName;
-    int (*pfnRun)(const Arguments& arguments);
-    const char* pszHelp;
-};
-
-const CommandRow g_commands[] = {{L"render", RunRender, g_renderHelp},
-                                 {L"animate", RunAnimate, g_animateHelp},
-                                 {L"info", RunInfo, g_infoHelp},
-                                 {L"check", RunCheck, g_checkHelp}};
+// Of all commands, with their options.
+std::vector<CommandRow> Commands()
+{
+    return {{"render", RunRender, g_renderHelp, RenderOptions()},
+            {"animate", RunAnimate, g_animateHelp, AnimateOptions()},
+            {"info", RunInfo, g_infoHelp, {{OptionRow::Takes::Nothing, "--json"}}},
+            {"check", RunCheck, g_checkHelp, {}}};
+}
 
 bool IsHelpOption(const std::wstring& word)
 {
@@ -69,7 +67,7 @@ bool AsksForHelp(const Arguments& arguments)
 
 int RunCommand(const CommandRow& row, const Arguments& arguments)
 {
-    if (!AsksForHelp(arguments)) return row.pfnRun(arguments);
+    if (!AsksForHelp(arguments)) return row.pfnRun(ReadCommandLine(row, arguments));
     Print(row.pszHelp);
     return EXIT_CLEAN;
 }
@@ -87,54 +85,13 @@ int Run(const Arguments& words)
         Print("qel " QEL_VERSION "\n");
         return EXIT_CLEAN;
     }
-    for (const CommandRow& row : g_commands)
-        if (words[0] == row.pszName)
-            return RunCommand(row, Arguments(words.begin() + 1, words.end()));
-    throw CTrouble("unknown command '" + ToUtf8(words[0]) + "'; 'qel --help' lists them");
+    const std::string name = ToUtf8(words[0]);
+    for (const CommandRow& row : Commands())
+        if (name == row.pszName) return RunCommand(row, Arguments(words.begin() + 1, words.end()));
+    throw CTrouble("unknown command '" + name + "'; 'qel --help' lists them");
 }
 
 } // namespace
-
-void CArgumentReader::ExpandLists()
-{
-    constexpr int MAX_LISTS = 100;
-    const auto isList = [](const std::wstring& word) { return word.size() > 1 && word[0] == L'@'; };
-    while (!m_bNamesOnly && m_nAt < m_arguments.size() && isList(m_arguments[m_nAt])) {
-        const std::wstring path = m_arguments[m_nAt].substr(1);
-        if (++m_nLists > MAX_LISTS)
-            throw CTrouble("the list '" + ToUtf8(path) + "' is one too many, or in itself");
-        const Arguments words = ReadArgumentList(path);
-        const auto at = m_arguments.begin() + static_cast<std::ptrdiff_t>(m_nAt);
-        m_arguments.insert(m_arguments.erase(at), words.begin(), words.end());
-    }
-}
-
-bool CArgumentReader::Next()
-{
-    ExpandLists();
-    if (m_nAt < m_arguments.size() && !m_bNamesOnly && m_arguments[m_nAt] == L"--") {
-        m_bNamesOnly = true;
-        ++m_nAt;
-    }
-    return m_nAt++ < m_arguments.size();
-}
-
-bool CArgumentReader::IsOption() const
-{
-    return !m_bNamesOnly && Current().size() > 1 && Current()[0] == L'-';
-}
-
-const std::wstring& CArgumentReader::Value()
-{
-    if (m_nAt >= m_arguments.size())
-        throw CTrouble("a value is missing after " + ToUtf8(Current()));
-    return m_arguments[m_nAt++];
-}
-
-void CArgumentReader::RefuseOption() const
-{
-    throw CTrouble("unknown option '" + ToUtf8(Current()) + "'; 'qel --help' lists them");
-}
 
 // What ./qel has set tells by the status, too, that this program was started.
 int Status(int nStatus)
