@@ -14,7 +14,7 @@
 #include "meter/SectorMeter.h"
 #include "meter/UpBarMeter3D.h"
 #include "render/QELView.h"
-#include "render/QELViewRect.h"
+#include "render/QELViewBox.h"
 #include "tests/support/ViewSupport.h"
 
 #include <cmath>
