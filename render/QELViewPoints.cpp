@@ -42,8 +42,8 @@ int CQELViewPoints::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* 
 {
     if (!HasPoints()) return 0;
     pOut->nPoints = Words()[0];
-    // The box starts out as all zeros, so that it always holds the device's origin: deliberate, a
-    // gradient runs from there.
+    // The box starts out as all zeros, so that it always holds the device's origin: a gradient runs
+    // from there.
     pOut->rcBox = {0, 0, 0, 0};
     const int32_t* pnPoint = Words() + 1;
     for (int n = 0; n < pOut->nPoints; ++n, pnPoint += 2) {
