@@ -1,4 +1,3 @@
-// Memory in chunks; see the header.
 #include "base/Arena.h"
 
 #include <cstdlib>

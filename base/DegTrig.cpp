@@ -98,7 +98,7 @@ int IntersectOblique(DegVector* pOut, DegVector p1, DegVector p2, DegVector p3, 
     const int64_t dy1 = static_cast<int64_t>(p2.y) - p1.y;
     const int64_t dx2 = static_cast<int64_t>(p4.x) - p3.x;
     const int64_t dy2 = static_cast<int64_t>(p4.y) - p3.y;
-    const int64_t nDifference = static_cast<int64_t>(p1.y) - p3.y; // with this sign: deliberate
+    const int64_t nDifference = static_cast<int64_t>(p1.y) - p3.y; // this way round
     const int64_t nAbove = WrapAdd64(
         WrapSub64(WrapMul64(WrapMul64(dy1, dx2), p1.x), WrapMul64(WrapMul64(dy2, dx1), p3.x)),
         WrapMul64(WrapMul64(dx1, dx2), nDifference));
@@ -126,7 +126,7 @@ double DegCos(float fAngle)
 }
 
 // The cosine of the angle less 90. Between 0 and 90 degrees it reaches back from the next whole
-// degree: deliberate.
+// degree.
 double DegSin(float fAngle)
 {
     const int nWhole = WholeDegrees(fAngle);

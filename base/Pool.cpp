@@ -1,4 +1,3 @@
-// Blocks by size; see the header.
 #include "base/Pool.h"
 
 #include <cstring>

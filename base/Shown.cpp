@@ -1,4 +1,3 @@
-// What a device context shows; see the header.
 #include "base/Shown.h"
 
 bool IsSurface(HDC hdc)

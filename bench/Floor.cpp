@@ -1,4 +1,4 @@
-// Raw GDI calls; see the header. The device is as large as the drawing, so coordinates are pixels.
+// The device is as large as the drawing, so coordinates are pixels.
 #include "bench/Floor.h"
 
 #include <cstring>

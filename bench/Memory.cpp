@@ -1,4 +1,3 @@
-// Memory by the system's own records; see the header.
 #include "bench/Memory.h"
 
 #include "tools/ImportTable.h"

@@ -1,4 +1,3 @@
-// Recordings as calls; see the header.
 #include "bench/Replay.h"
 
 #include <cstring>

@@ -1,4 +1,3 @@
-// Scenes and their files; see the header.
 #include "bench/Scene.h"
 
 #include <cstdio>

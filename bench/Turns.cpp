@@ -1,4 +1,3 @@
-// Measuring by turns; see the header.
 #include "bench/Turns.h"
 
 #include <windows.h>

@@ -77,7 +77,7 @@ BOOL QELAPI QELDrawBezier(HDC hdc, const POINT* pPoints, DWORD nCount)
     return pPoints ? ::PolyBezier(hdc, pPoints, nCount) : FALSE;
 }
 
-// The result is 0 in every case: deliberate, hosts have never been told more.
+// The result is 0 in every case: hosts have never been told more.
 int QELAPI QELDrawCurve(HDC hdc, const POINT* pPoints, DWORD nCount)
 {
     DrawSpline(hdc, pPoints, nCount, 1.0);

@@ -1,5 +1,5 @@
-// Gradient descriptors; see the header. A kind is a row of a table: what runs across, what runs
-// down, and how the two are joined. The terms are worked out once for every column and every row.
+// A kind is a row of a table: what runs across, what runs down, and how the two are joined. The
+// terms are worked out once for every column and every row.
 #include "brush/Gradient.h"
 
 #include "base/Block.h"

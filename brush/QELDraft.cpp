@@ -26,7 +26,7 @@ CQELDraft::CQELDraft(tagDRAFTSTYLE nStyle)
 {
 }
 
-// A copy holds the same objects and frees them too: deliberate. The gradient's handle is refused
+// A copy holds the same objects and frees them too. The gradient's handle is refused
 // the second time.
 CQELDraft::CQELDraft(const CQELDraft& other)
     : m_nStyle(other.m_nStyle), m_hBitmap(other.m_hBitmap), m_hBrush(other.m_hBrush),

@@ -1,4 +1,3 @@
-// The brush of what shows; see the header.
 #include "brush/ShownDraft.h"
 
 #include "base/Shown.h"

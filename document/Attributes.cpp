@@ -1,4 +1,3 @@
-// The attribute names and the textual forms; see the header.
 #include "document/Attributes.h"
 
 #include "document/KeyIndex.h"

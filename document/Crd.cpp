@@ -1,4 +1,3 @@
-// Coordinates as data; see the header.
 #include "document/Crd.h"
 
 #include "base/Rects.h"

@@ -11,7 +11,7 @@
 
 class CGeometry {
 public:
-    CGeometry() noexcept : m_nHere{} {}
+    CGeometry() noexcept = default;
     CGeometry(const CGeometry&) = delete;
     CGeometry& operator=(const CGeometry&) = delete;
     ~CGeometry() = default; // the owner drops it, who knows the pool
@@ -45,7 +45,7 @@ private:
 
     // The words, or the address of their block. It is no pointer, which on 64 bits would need a
     // place of its own alignment and leave a hole behind the words of a shape's style.
-    int32_t m_nHere[HERE];
+    int32_t m_nHere[HERE] = {};
     uint8_t m_nCount = HERE;
 };
 

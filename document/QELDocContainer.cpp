@@ -1,4 +1,3 @@
-// The elements that only gather children; see the header.
 #include "document/QELDocContainer.h"
 
 #include "include/QELEngine.h"

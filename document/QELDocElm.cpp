@@ -1,4 +1,4 @@
-// The element base; see the header. The classes that derive from it add their fields.
+// The classes that derive from it add their fields.
 #include "document/QELDocElm.h"
 
 #include "document/ElementTypes.h"

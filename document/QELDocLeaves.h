@@ -1,5 +1,5 @@
 // The document elements that differ from their base by their type alone: the eleven shapes, whose
-// coordinates go by document/ShapeForms.cpp, and the elements that only gather children.
+// coordinates go by document/ShapeForms.h, and the elements that only gather children.
 #pragma once
 
 #include "document/QELDocContainer.h"

@@ -1,4 +1,3 @@
-// The point lists; see the header.
 #include "document/QELDocPointList.h"
 
 #include "base/Rects.h"

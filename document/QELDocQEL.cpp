@@ -1,4 +1,3 @@
-// The document side of QELViewQEL; see the header.
 #include "document/QELDocQEL.h"
 
 #include "include/QELEngine.h"
@@ -81,7 +80,7 @@ int CQELDocQEL::SetAttr(const void* pBlock)
     m_nKind = block.nType;
     m_nWidth = block.nWidth;
     m_nHeight = block.nHeight;
-    // Above a full turn the quotient is stored, not the remainder: deliberate rule of the format.
+    // Above a full turn the quotient is stored, not the remainder: a rule of the format.
     const DWORD nRotate = block.nRotate > FULL_TURN ? block.nRotate / FULL_TURN : block.nRotate;
     m_nRotate = static_cast<int32_t>(nRotate);
     return 1;

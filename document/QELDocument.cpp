@@ -1,4 +1,3 @@
-// The document; see the header.
 #include "document/QELDocument.h"
 
 #include "document/ElementTypes.h"
@@ -121,7 +120,7 @@ int CQELDocument::Save(const char* pszPath)
     writer.Declaration(XML_VERSION, XML_ENCODING, nullptr);
     const int nResult = SaveTree();
     m_context.pXml = nullptr;
-    file.Put('\0'); // part of the file: deliberate, readers stop there
+    file.Put('\0'); // part of the file: readers stop there
     return nResult && file.Commit() ? 1 : 0;
 }
 

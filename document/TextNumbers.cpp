@@ -1,4 +1,3 @@
-// Numbers as drawings spell them; see the header.
 #include "document/TextNumbers.h"
 
 #include <string_view>

@@ -1,4 +1,3 @@
-// From a meter element to its renderer; see the header.
 #include "dynamic/MeterRenderer.h"
 
 #include "dynamic/MeterTypes.h"
@@ -8,7 +7,7 @@
 
 namespace {
 
-// How dials keep their shape when their flags do not say. The two differ: deliberate.
+// How dials keep their shape when their flags do not say, a full circle other than an arc.
 constexpr uint32_t CIRCLE_KEEP = QEL_KEEP_ALL;
 constexpr uint32_t ARC_KEEP = QEL_KEEP_TOP | QEL_AWAY_AS_GRAPH;
 

@@ -2,13 +2,12 @@
 
 #include "base/Rects.h"
 #include "dynamic/MeterRenderer.h"
+#include "meter/BarMeter3D.h"
 #include "meter/CircleMeter.h"
 #include "meter/ClockMeter.h"
-#include "meter/LongBarMeter3D.h"
 #include "meter/PieUpgradeMeter.h"
 #include "meter/RoundMeter.h"
 #include "meter/SectorMeter.h"
-#include "meter/UpBarMeter3D.h"
 
 namespace {
 

@@ -1,4 +1,3 @@
-// The document side of QELViewDrawRgn; see the header.
 #include "dynamic/QELDocDrawRgn.h"
 
 #include "base/Rects.h"

@@ -1,4 +1,3 @@
-// The document side of QELViewMeter; see the header.
 #include "dynamic/QELDocMeter.h"
 
 #include "base/Rects.h"

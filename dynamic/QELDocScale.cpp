@@ -1,4 +1,3 @@
-// The document side of QELViewScale; see the header.
 #include "dynamic/QELDocScale.h"
 
 #include "base/Rects.h"

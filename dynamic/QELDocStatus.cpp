@@ -1,4 +1,3 @@
-// The document side of QELViewStatus; see the header.
 #include "dynamic/QELDocStatus.h"
 
 #include "include/QELEngine.h"

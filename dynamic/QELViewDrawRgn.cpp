@@ -1,4 +1,3 @@
-// The draw-region view; see the header.
 #include "dynamic/QELViewDrawRgn.h"
 
 #include "base/GdiScopes.h"

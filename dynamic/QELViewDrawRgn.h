@@ -20,7 +20,7 @@ public:
     [[nodiscard]] uint32_t GetParamMask() const override;
 
     // The host's parameters 1 to 3. Here parameter 2 is the background and 3 the hatch colour, the
-    // other way round than in shapes: deliberate.
+    // other way round than in shapes.
     int SetHostParam(int32_t nIndex, uint32_t nValue) override;
     int GetHostParam(int32_t nIndex, uint32_t* pnValue) const override;
 

@@ -1,4 +1,3 @@
-// The frame view; see the header.
 #include "dynamic/QELViewFrame.h"
 
 int CQELViewFrame::NewInstance(CQELViewElm** ppOut) const

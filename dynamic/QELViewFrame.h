@@ -1,5 +1,5 @@
 // The view of a frame: a group whose shapes all take the frame colour, whatever their flags say.
-// The document side is dynamic/QELDocFrame.h.
+// The document side is document/QELDocContainer.h.
 #pragma once
 
 #include "dynamic/QELViewParam.h"

@@ -1,4 +1,3 @@
-// The view of a meter; see the header.
 #include "dynamic/QELViewMeter.h"
 
 #include "base/GdiScopes.h"

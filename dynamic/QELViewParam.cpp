@@ -1,4 +1,3 @@
-// What the views that host values drive share; see the header.
 #include "dynamic/QELViewParam.h"
 
 #include <cstring>

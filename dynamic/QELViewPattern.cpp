@@ -1,4 +1,3 @@
-// The pattern view; see the header.
 #include "dynamic/QELViewPattern.h"
 
 int CQELViewPattern::NewInstance(CQELViewElm** ppOut) const

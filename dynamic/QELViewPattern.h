@@ -1,5 +1,5 @@
 // The view of a pattern: a group whose shapes all take the host's hatch and its two colours,
-// whatever their flags say. The document side is dynamic/QELDocPattern.h.
+// whatever their flags say. The document side is document/QELDocContainer.h.
 #pragma once
 
 #include "dynamic/QELViewParam.h"

@@ -1,4 +1,3 @@
-// The view of a scale; see the header.
 #include "dynamic/QELViewScale.h"
 
 #include "base/DrawLimits.h"

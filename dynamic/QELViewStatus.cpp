@@ -1,4 +1,3 @@
-// The status view; see the header.
 #include "dynamic/QELViewStatus.h"
 
 #include <cstring>

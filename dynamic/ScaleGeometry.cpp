@@ -1,4 +1,3 @@
-// The numbers of a scale element; see the header.
 #include "dynamic/ScaleGeometry.h"
 
 #include "base/WrapMath.h"

@@ -1,4 +1,3 @@
-// The table of selectors; see the header.
 #include "dynamic/Selectors.h"
 
 #include "include/QELEngine.h"

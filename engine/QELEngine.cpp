@@ -1,4 +1,4 @@
-// The engine object; see the header. The exported functions that forward to it are in Exports.cpp.
+// The exported functions that forward to it are in Exports.cpp.
 #include "engine/QELEngine.h"
 
 #include "document/QELDocShape.h"

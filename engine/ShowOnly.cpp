@@ -1,5 +1,4 @@
-// Show-only sharing; see the header. The switch and the list are unguarded globals: the host makes
-// all calls from one thread.
+// The switch and the list are unguarded globals: the host makes all calls from one thread.
 #include "engine/ShowOnly.h"
 
 #include <cstdlib>

@@ -1,4 +1,3 @@
-// What the fuzzers share; see the header.
 #include "fuzz/Fuzz.h"
 
 #include <climits>

@@ -1,4 +1,3 @@
-// What the fuzzers that act as a host share; see the header.
 #include "fuzz/Host.h"
 
 #include "fuzz/TextModel.h"
@@ -127,7 +126,7 @@ HostElem ReadHostElem(HQELENGINE hEngine, HQELELEM hElem, int nDepth)
     return elem;
 }
 
-// The draw region fills with the hollow brush where it shows nothing: deliberate, and no misuse.
+// The draw region fills with the hollow brush where it shows nothing, which is no misuse.
 void OnMisuse(const std::string& what)
 {
     if (what != "PatBlt with the null brush") FuzzFail("GDI", 0, what.c_str());

@@ -1,5 +1,4 @@
-// A host with little memory; see the header. Linked with --wrap=malloc, which leaves
-// the fuzzing library's own memory alone.
+// Linked with --wrap=malloc, which leaves the fuzzing library's own memory alone.
 #include "fuzz/LargeBlocks.h"
 
 std::size_t g_nLargestBlock = ANY_BLOCK;

@@ -1,4 +1,3 @@
-// The accounts of a life, opening and saving; see the header.
 #include "fuzz/Life.h"
 
 namespace {

@@ -1,4 +1,3 @@
-// The edits of a life; see the header.
 #include "fuzz/Life.h"
 
 #include <algorithm>

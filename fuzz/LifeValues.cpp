@@ -1,4 +1,3 @@
-// The drawing and the values of a life; see the header.
 #include "fuzz/LargeBlocks.h"
 #include "fuzz/Life.h"
 

@@ -1,4 +1,3 @@
-// Texts that are written and read again; see the header.
 #include "fuzz/TextModel.h"
 
 #include <cstddef>

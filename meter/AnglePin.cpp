@@ -1,4 +1,3 @@
-// The needle of the "round" dial; see the header.
 #include "meter/AnglePin.h"
 
 #include "meter/DialGeometry.h"

@@ -1,4 +1,3 @@
-// The filled sector; see the header.
 #include "meter/ArcFill.h"
 
 #include "base/GdiScopes.h"

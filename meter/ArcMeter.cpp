@@ -1,4 +1,3 @@
-// The dial; see the header.
 #include "meter/ArcMeter.h"
 
 #include "base/WrapMath.h"

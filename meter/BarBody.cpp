@@ -1,4 +1,3 @@
-// The three-dimensional body of a bar; see the header.
 #include "meter/BarBody.h"
 
 #include "base/DrawLimits.h"

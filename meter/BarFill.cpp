@@ -1,4 +1,3 @@
-// What bars are filled with; see the header.
 #include "meter/BarFill.h"
 
 #include "base/DrawLimits.h"

@@ -1,4 +1,3 @@
-// The numbers of a bar; see the header.
 #include "meter/BarGeometry.h"
 
 #include "base/Rects.h"

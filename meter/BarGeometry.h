@@ -15,7 +15,7 @@ struct BarScale {
 };
 
 // Where a value stands; values outside stand at the nearer end. The horizontal scale ends one pixel
-// inside of its right edge, the vertical one runs to its bottom edge itself: deliberate.
+// inside of its right edge, the vertical one runs to its bottom edge itself.
 int32_t VerticalPosition(const BarScale& scale, double fValue);
 int32_t HorizontalPosition(const BarScale& scale, double fValue);
 int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount);

@@ -1,4 +1,3 @@
-// The base of the bars; see the header.
 #include "meter/BarMeter.h"
 
 #include "meter/BarFill.h"

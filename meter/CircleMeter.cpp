@@ -1,4 +1,3 @@
-// The meter type "round"; see the header.
 #include "meter/CircleMeter.h"
 
 #include "meter/AnglePin.h"

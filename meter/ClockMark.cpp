@@ -1,4 +1,3 @@
-// The numerals of the clock; see the header.
 #include "meter/ClockMark.h"
 
 #include "base/GdiScopes.h"

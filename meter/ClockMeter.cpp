@@ -1,4 +1,3 @@
-// The meter type "clock"; see the header.
 #include "meter/ClockMeter.h"
 
 #include "include/QELEngine.h"

@@ -1,5 +1,5 @@
 // The meter type "clock": it shows the time of day, whatever its value. Only with real values does
-// it show the plain dial's needle instead of the hands: deliberate.
+// it show the plain dial's needle instead of the hands.
 #pragma once
 
 #include "meter/ArcMeter.h"

@@ -1,4 +1,3 @@
-// The hands of the clock; see the header.
 #include "meter/ClockPin.h"
 
 #include "base/DegTrig.h"

@@ -1,5 +1,5 @@
 // The three hands of the clock, in five styles. The hour hand follows local time, the other two
-// the system's universal time: deliberate; where the local offset is not a whole number of hours
+// the system's universal time; where the local offset is not a whole number of hours
 // the minute hand shows the universal minute.
 #pragma once
 

@@ -1,4 +1,3 @@
-// The marks of the clock; see the header.
 #include "meter/ClockScale.h"
 
 #include "meter/DialComponents.h"

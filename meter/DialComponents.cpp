@@ -1,4 +1,3 @@
-// The simple components; see the header.
 #include "meter/DialComponents.h"
 
 #include "base/GdiScopes.h"

@@ -1,4 +1,3 @@
-// The numbers of a dial; see the header.
 #include "meter/DialGeometry.h"
 
 #include "base/DegTrig.h"

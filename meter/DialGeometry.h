@@ -91,5 +91,5 @@ int32_t WholeAngle(float fAngle);
 POINT PlaceLabel(POINT ptAnchor, int32_t nAngle, SIZE text, const RECT& rcBounds);
 
 // Whether GDI could not tell the sector between two points of a circle from a full disc. Only
-// slopes are compared, so points on opposite sides of the centre count as well: deliberate.
+// slopes are compared, so points on opposite sides of the centre count as well.
 bool IsDegenerateSector(POINT ptCentre, POINT pt1, POINT pt0);

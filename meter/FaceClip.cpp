@@ -1,4 +1,3 @@
-// The clip of a bar's body; see the header.
 #include "meter/FaceClip.h"
 
 #include "base/Block.h"

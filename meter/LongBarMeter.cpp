@@ -1,4 +1,3 @@
-// The horizontal bar; see the header.
 #include "meter/LongBarMeter.h"
 
 #include "base/Rects.h"

@@ -1,4 +1,3 @@
-// The meter base; see the header.
 #include "meter/Meter.h"
 
 #include "base/DrawLimits.h"

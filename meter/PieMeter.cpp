@@ -1,4 +1,3 @@
-// The meter type "pie"; see the header.
 #include "meter/PieMeter.h"
 
 #include "meter/ArcFill.h"

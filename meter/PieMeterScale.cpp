@@ -1,4 +1,3 @@
-// The ticks of the "pieUpgrade" meter; see the header.
 #include "meter/PieMeterScale.h"
 
 #include "base/WrapMath.h"

@@ -1,4 +1,3 @@
-// The meter type "pieUpgrade"; see the header.
 #include "meter/PieUpgradeMeter.h"
 
 #include "meter/ArcFill.h"

@@ -1,4 +1,3 @@
-// The meter type "roundUpgrade"; see the header.
 #include "meter/RoundMeter.h"
 
 #include "base/GdiScopes.h"

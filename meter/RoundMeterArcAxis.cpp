@@ -1,4 +1,3 @@
-// A band along the scale; see the header.
 #include "meter/RoundMeterArcAxis.h"
 
 #include "meter/DialComponents.h"

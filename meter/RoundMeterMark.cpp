@@ -1,4 +1,3 @@
-// The numbers of the "roundUpgrade" gauge; see the header.
 #include "meter/RoundMeterMark.h"
 
 #include "base/WrapMath.h"

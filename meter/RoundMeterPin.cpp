@@ -1,4 +1,3 @@
-// The needle of the "roundUpgrade" gauge; see the header.
 #include "meter/RoundMeterPin.h"
 
 #include "base/WrapMath.h"

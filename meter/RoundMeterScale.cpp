@@ -1,4 +1,3 @@
-// The ticks of the "roundUpgrade" gauge; see the header.
 #include "meter/RoundMeterScale.h"
 
 #include "meter/DialComponents.h"

@@ -1,4 +1,3 @@
-// The meter type "sector"; see the header.
 #include "meter/SectorMeter.h"
 
 #include "meter/DialComponents.h"

@@ -1,4 +1,3 @@
-// The vertical bar; see the header.
 #include "meter/UpBarMeter.h"
 
 #include "base/Rects.h"

@@ -1,4 +1,3 @@
-// The 3D border; see the header.
 #include "render/Border3D.h"
 
 #include "base/GdiScopes.h"

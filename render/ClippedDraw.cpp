@@ -1,4 +1,3 @@
-// The draw under a clip; see the header.
 #include "render/ClippedDraw.h"
 
 #include "base/Shown.h"

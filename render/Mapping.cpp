@@ -1,5 +1,5 @@
-// The mapping; see the header. The four one-sided anchors are one rule: across the anchored edge
-// and along it, with the axes exchanged for top and bottom.
+// The four one-sided anchors are one rule: across the anchored edge and along it, with the axes
+// exchanged for top and bottom.
 #include "render/Mapping.h"
 
 namespace {

@@ -1,4 +1,3 @@
-// The canvas; see the header.
 #include "render/MonoCanvas.h"
 
 #include "base/Block.h"

@@ -1,4 +1,3 @@
-// Rotation of points; see the header.
 #include "render/QELRotate.h"
 
 #include "base/WrapMath.h"
@@ -52,7 +51,7 @@ POINT CQELRotate::RotateFreely(POINT pt) const
     const double fA2 = std::acos(fCos);
     double fOwn = 0.0;
     if (std::fabs(fA1) < 0.1 || fA1 > 0.0)
-        fOwn = std::fmax(fA1, fA2); // just below the centre counts as just above it: deliberate
+        fOwn = std::fmax(fA1, fA2); // just below the centre counts as just above it
     else
         fOwn = TWO_PI - (fA2 <= std::fabs(fA1) ? std::fabs(fA1) : fA2);
     const double fTurned = m_nAngle * PI / 180.0 + fOwn;

@@ -1,4 +1,3 @@
-// The view; see the header.
 #include "render/QELView.h"
 
 #include "document/ElementTypes.h"

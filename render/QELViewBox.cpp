@@ -1,6 +1,7 @@
-// The shapes in a rectangle; see the header.
 #include "render/QELViewBox.h"
 
+#include "base/DrawLimits.h"
+#include "render/Border3D.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 
@@ -45,4 +46,95 @@ int CQELViewBox::MoveY(int32_t nDy)
     rc.bottom = WrapAdd(rc.bottom, nDy);
     SetBoxInside(rc);
     return 1;
+}
+
+int CQELViewRect::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+bool CQELViewRect::HidesOutline() const
+{
+    return (Style() & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
+}
+
+// The rings of a border that is wider than the rectangle pass each other and come out beyond it.
+int CQELViewRect::PaintMargin(int32_t* pnOut) const
+{
+    if (!CQELViewBox::PaintMargin(pnOut)) return 0;
+    if (HidesOutline()) *pnOut += BorderWidthOf(Style());
+    return 1;
+}
+
+void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+                         const RECT& rcQel) const
+{
+    const RECT& rc = figure.rcBox;
+    if (m_style.nPenWidth == 0 && FillStyle() != QEL_STYLE_STROKE) {
+        // FillRect covers the whole rectangle, which Rectangle with a null pen does not.
+        if (!hBrush) hBrush = static_cast<HBRUSH>(::GetCurrentObject(hdc, OBJ_BRUSH));
+        ::FillRect(hdc, &rc, hBrush);
+    } else {
+        ::Rectangle(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    }
+    const int32_t nWidth = BorderWidthOf(Style());
+    if (Style() & QEL_STYLE_UP_BIT)
+        DrawBorder3D(hdc, rc, BORDER_LIGHT, BORDER_DARK, rcQel, nWidth);
+    else if (Style() & QEL_STYLE_DOWN_BIT)
+        DrawBorder3D(hdc, rc, BORDER_DARK, BORDER_LIGHT, rcQel, nWidth);
+}
+
+HRGN CQELViewRect::MakeRegion(const RECT& rcQel) const
+{
+    RECT rc{};
+    if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
+    const int32_t nShrink =
+        HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_style.nPenWidth, 1) / 2;
+    return ::CreateRectRgn(WrapAdd(rc.left, nShrink), WrapAdd(rc.top, nShrink),
+                           WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink));
+}
+
+int CQELViewRoundRect::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+SIZE CQELViewRoundRect::Corner() const
+{
+    const RECT rc = Box();
+    if (::IsRectEmpty(&rc)) return {0, 0};
+    return {Words()[4], Words()[5]};
+}
+
+void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const RECT& rc = figure.rcBox;
+    const SIZE corner = Corner();
+    ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
+}
+
+HRGN CQELViewRoundRect::MakeRegion(const RECT& rcQel) const
+{
+    RECT rc{};
+    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
+    const SIZE corner = Corner();
+    return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
+}
+
+int CQELViewEllipse::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const RECT& rc = figure.rcBox;
+    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+}
+
+HRGN CQELViewEllipse::MakeRegion(const RECT& rcQel) const
+{
+    RECT rc{};
+    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
+    return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

@@ -1,5 +1,6 @@
-// What the shapes in a rectangle share (rectangle, rounded rectangle, ellipse, text): the turn and
-// the move of the rectangle, kept inside the drawing.
+// The views of rectangle, rounded rectangle and ellipse, and what they share with the text: the
+// turn and the move of the rectangle, kept inside the drawing. The document side is
+// document/QELDocShape.h.
 #pragma once
 
 #include "render/QELViewShape.h"
@@ -20,4 +21,59 @@ protected:
 
 private:
     void SetBoxInside(const RECT& rc);
+};
+
+// The one shape with 3D borders.
+class CQELViewRect final : public CQELViewBox {
+public:
+    CQELViewRect(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+    int PaintMargin(int32_t* pnOut) const override;
+    [[nodiscard]] bool HidesOutline() const override; // behind a 3D border
+    [[nodiscard]] bool RestoresPenFirst() const override { return true; }
+};
+
+// The corners keep their size in pixels at every scale.
+class CQELViewRoundRect final : public CQELViewBox {
+public:
+    CQELViewRoundRect(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ROUNDRECT, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    [[nodiscard]] bool IsCurved() const override { return true; }
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+
+private:
+    [[nodiscard]] SIZE Corner() const; // of the corner ellipse; 0 for an empty rectangle
+};
+
+class CQELViewEllipse final : public CQELViewBox {
+public:
+    CQELViewEllipse(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ELLIPSE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    [[nodiscard]] bool IsCurved() const override { return true; }
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
 };

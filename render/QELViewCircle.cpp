@@ -1,4 +1,3 @@
-// The circle view; see the header.
 #include "render/QELViewCircle.h"
 
 #include "base/DrawLimits.h"

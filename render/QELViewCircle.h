@@ -1,5 +1,5 @@
 // The view of a circle: the mapped box is cut to a square around its middle, so that the circle
-// stays round. The document side is document/QELDocCircle.h.
+// stays round. The document side is document/QELDocShape.h.
 #pragma once
 
 #include "render/QELViewShape.h"

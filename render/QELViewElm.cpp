@@ -1,4 +1,3 @@
-// The base of the view elements; see the header.
 #include "render/QELViewElm.h"
 
 CQELViewElm::~CQELViewElm()
@@ -8,7 +7,7 @@ CQELViewElm::~CQELViewElm()
 
 // Within the own parent the copy is linked with this element as the moving part, so that what
 // followed this element is not reached through the chain any more and this element has no previous
-// sibling: deliberate, editing makes its copies another way.
+// sibling. Editing makes its copies another way.
 int CQELViewElm::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 {
     *ppOut = nullptr;

@@ -1,4 +1,3 @@
-// The group view; see the header.
 #include "render/QELViewGroup.h"
 
 #include <algorithm>

@@ -1,4 +1,3 @@
-// The list of dynamic elements; see the header.
 #include "render/QELViewList.h"
 
 namespace {

@@ -1,6 +1,6 @@
-// Point lists; see the header.
 #include "render/QELViewPoints.h"
 
+#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 
@@ -42,8 +42,8 @@ int CQELViewPoints::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* 
 {
     if (!HasPoints()) return 0;
     pOut->nPoints = Words()[0];
-    // The box starts out as all zeros, so that it always holds the device's origin: deliberate, a
-    // gradient runs from there.
+    // The box starts out as all zeros, so that it always holds the device's origin: a gradient runs
+    // from there.
     pOut->rcBox = {0, 0, 0, 0};
     const int32_t* pnPoint = Words() + 1;
     for (int n = 0; n < pOut->nPoints; ++n, pnPoint += 2) {
@@ -115,4 +115,104 @@ RECT CQELViewPoints::Bounds() const
         Widen(&rc, pnPoint[0], pnPoint[1]);
     }
     return rc;
+}
+
+int CQELViewLine::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+int CQELViewLine::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+{
+    pOut->nPoints = 2;
+    pOut->pts[0] = StretchPoint(rcQel, nFlags, Words()[0], Words()[1]);
+    pOut->pts[1] = StretchPoint(rcQel, nFlags, Words()[2], Words()[3]);
+    return 1;
+}
+
+void CQELViewLine::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const CPositionScope position(hdc, figure.pts[0]);
+    ::LineTo(hdc, figure.pts[1].x, figure.pts[1].y);
+}
+
+int CQELViewLine::Rotate(POINT ptCentre, int32_t nAngle)
+{
+    const int32_t nTurn = QuarterTurn(nAngle);
+    POINT pt1{Words()[0], Words()[1]};
+    POINT pt2{Words()[2], Words()[3]};
+    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateTwo(&pt1, &pt2)) return 0;
+    Words()[0] = pt1.x;
+    Words()[1] = pt1.y;
+    Words()[2] = pt2.x;
+    Words()[3] = pt2.y;
+    SetRotation(nTurn);
+    return 1;
+}
+
+int CQELViewLine::MoveX(int32_t nDx)
+{
+    Words()[0] = WrapAdd(Words()[0], nDx);
+    Words()[2] = WrapAdd(Words()[2], nDx);
+    return 1;
+}
+
+int CQELViewLine::MoveY(int32_t nDy)
+{
+    Words()[1] = WrapAdd(Words()[1], nDy);
+    Words()[3] = WrapAdd(Words()[3], nDy);
+    return 1;
+}
+
+int CQELViewPolyline::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+void CQELViewPolyline::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const CPositionScope position(hdc, figure.pts[0]);
+    for (int n = 1; n < figure.nPoints; ++n) ::LineTo(hdc, figure.pts[n].x, figure.pts[n].y);
+}
+
+namespace {
+
+// A region costs by its rows.
+constexpr int64_t CHEAP_ROWS = 4096; // up to here it is made whole whatever shows
+constexpr int64_t MAX_ROWS = 131072; // and up to here its box is that of the whole region
+
+} // namespace
+
+int CQELViewPolygon::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+void CQELViewPolygon::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    ::Polygon(hdc, figure.pts, figure.nPoints);
+}
+
+HRGN CQELViewPolygon::MakeRegion(const RECT& rcQel) const
+{
+    DeviceFigure figure{};
+    if (!MapFigure(rcQel, 0, &figure)) return nullptr;
+    return ::CreatePolygonRgn(figure.pts, figure.nPoints, ALTERNATE);
+}
+
+// The box of one that is higher than any region should be is that of its points.
+HRGN CQELViewPolygon::MakeShownRegion(const RECT& rcQel, const RECT& rcShown, bool* pbPart) const
+{
+    DeviceFigure figure{};
+    if (!MapFigure(rcQel, 0, &figure)) return nullptr;
+    RECT rcWhole = Hull(figure);
+    const int64_t nRows = int64_t{rcWhole.bottom} - rcWhole.top;
+    if (nRows <= CHEAP_ROWS) return MakeRegion(rcQel);
+    if (nRows <= MAX_ROWS) {
+        const CRegion whole(MakeRegion(rcQel));
+        if (!whole.Get() || ::GetRgnBox(whole.Get(), &rcWhole) == ERROR) return nullptr;
+    }
+    *pbPart = true;
+    if (::IsRectEmpty(&rcWhole)) return ::CreateRectRgn(0, 0, 0, 0);
+    return FillShownOnCanvas(figure, rcWhole, rcShown, rcQel);
 }

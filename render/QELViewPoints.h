@@ -1,6 +1,6 @@
-// What the shapes made of points share (polygon, polyline, and the line for its two ends):
-// stretching without keep modes, and for the lists the turn and the move of the whole figure, kept
-// inside the drawing.
+// The views of line, polyline and polygon, and what they share: stretching without keep modes, and
+// for the lists the turn and the move of the whole figure, kept inside the drawing. The document
+// sides are document/QELDocShape.h and document/QELDocPointList.h.
 #pragma once
 
 #include "render/QELViewShape.h"
@@ -32,4 +32,56 @@ private:
     int MoveInside(int32_t nDx, int32_t nDy);
     void Shift(int32_t nDx, int32_t nDy);
     [[nodiscard]] RECT Bounds() const; // of the points, drawing units
+};
+
+// Turned and moved freely, not kept inside the drawing.
+class CQELViewLine final : public CQELViewPoints {
+public:
+    CQELViewLine(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_LINE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    int Rotate(POINT ptCentre, int32_t nAngle) override;
+    int MoveX(int32_t nDx) override;
+    int MoveY(int32_t nDy) override;
+
+protected:
+    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+    [[nodiscard]] bool IsOutlineOnly() const override { return true; }
+};
+
+class CQELViewPolyline final : public CQELViewPoints {
+public:
+    CQELViewPolyline(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYLINE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+    [[nodiscard]] bool IsOutlineOnly() const override { return true; }
+};
+
+class CQELViewPolygon final : public CQELViewPoints {
+public:
+    CQELViewPolygon(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYGON, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+                                       bool* pbPart) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
 };

@@ -1,4 +1,3 @@
-// The root view; see the header.
 #include "render/QELViewQEL.h"
 
 #include <cstring>

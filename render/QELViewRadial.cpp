@@ -1,4 +1,3 @@
-// Arc, pie and chord; see the header.
 #include "render/QELViewRadial.h"
 
 #include "base/Block.h"
@@ -206,4 +205,56 @@ bool CQELViewRadial::FindFilledBox(const DeviceFigure& figure, const RECT& rc, c
     return (left.left > nLeft || nLeft == rc.left) && (top.top > nTop || nTop == rc.top) &&
            (right.right < nRight || nRight == rc.right) &&
            (bottom.bottom < nBottom || nBottom == rc.bottom);
+}
+
+int CQELViewArc::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+void CQELViewArc::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
+    const RECT& rc = figure.rcBox;
+    const POINT& ptStart = figure.pts[0];
+    const POINT& ptEnd = figure.pts[1];
+    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
+}
+
+int CQELViewChord::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+void CQELViewChord::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
+    const RECT& rc = figure.rcBox;
+    const POINT& ptStart = figure.pts[0];
+    const POINT& ptEnd = figure.pts[1];
+    ::Chord(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
+}
+
+HRGN CQELViewChord::MakeRegion(const RECT& rcQel) const
+{
+    return MakeFilledRegion(rcQel);
+}
+
+int CQELViewPie::NewInstance(CQELViewElm** ppOut) const
+{
+    return NewInstanceAs(*this, ppOut);
+}
+
+void CQELViewPie::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+{
+    const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
+    const RECT& rc = figure.rcBox;
+    const POINT& ptStart = figure.pts[0];
+    const POINT& ptEnd = figure.pts[1];
+    ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
+}
+
+HRGN CQELViewPie::MakeRegion(const RECT& rcQel) const
+{
+    return MakeFilledRegion(rcQel);
 }

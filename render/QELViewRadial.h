@@ -1,5 +1,6 @@
-// What arc, pie and chord share: the box of an ellipse and two points towards which its ends run,
-// stretched without keep modes and drawn counter-clockwise; the turn and the move of all three.
+// The views of arc, chord and pie, and what they share: the box of an ellipse and two points
+// towards which its ends run, stretched without keep modes and drawn counter-clockwise; the turn
+// and the move of all three. The document side is document/QELDocShape.h.
 #pragma once
 
 #include "render/QELViewShape.h"
@@ -43,4 +44,53 @@ private:
                        RECT* prcOut) const;
     void Shift(int32_t nDx, int32_t nDy);
     void KeepInside();
+};
+
+// Turned and moved freely, not kept inside the drawing.
+class CQELViewArc final : public CQELViewRadial {
+public:
+    CQELViewArc(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_ARC, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+    [[nodiscard]] bool IsOutlineOnly() const override { return true; }
+    [[nodiscard]] bool StaysInside() const override { return false; }
+};
+
+class CQELViewChord final : public CQELViewRadial {
+public:
+    CQELViewChord(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_CHORD, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+};
+
+class CQELViewPie final : public CQELViewRadial {
+public:
+    CQELViewPie(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_PIE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override;
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+
+protected:
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+               const RECT& rcQel) const override;
+    [[nodiscard]] bool CollapsesToEdge() const override { return true; }
+    [[nodiscard]] bool ReachesMiddle() const override { return true; }
 };

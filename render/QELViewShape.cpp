@@ -87,7 +87,7 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
     if (FillStyle() == QEL_STYLE_STROKE) {
         hBrush = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
     } else {
-        // These two stay set: deliberate, the next shape sets its own.
+        // These two stay set: the next shape sets its own.
         ::SetBkColor(hdc, BlinkColor(m_style.clrA));
         ::SetTextColor(hdc, BlinkColor(m_style.clrB));
         hBrush = draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(m_style.clrB),
@@ -114,7 +114,7 @@ void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT&
     PaintWithin(hdc, figure, nullptr, rcQel);
     pen.Restore();
     ::SetBkMode(hdc, nPrevMode);
-    // With the 3D fill styles the colour stays changed: deliberate.
+    // With the 3D fill styles the colour stays changed, which LeaveColors knows.
     if (FillStyle() == QEL_STYLE_FILL) ::SetBkColor(hdc, clrPrev);
 }
 

@@ -1,4 +1,3 @@
-// The text view; see the header.
 #include "render/QELViewText.h"
 
 #include "base/DrawLimits.h"

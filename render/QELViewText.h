@@ -1,6 +1,6 @@
 // The view of a text: one string in its mapped rectangle, in the face of the host's font. The
 // character cell follows from the rectangle and the number of characters, so that a text grows with
-// the drawing. The document side is document/QELDocText.h.
+// the drawing. The document side is document/QELDocShape.h.
 #pragma once
 
 #include "render/QELViewBox.h"

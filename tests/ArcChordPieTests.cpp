@@ -1,5 +1,5 @@
-// The arc, the chord and the pie element: a bounding rectangle, a start point and an end point. The
-// code is document/QELDocArc.cpp, QELDocChord.cpp and QELDocPie.cpp; tests/ArcViewTests.cpp and
+// The arc, the chord and the pie element: a bounding rectangle, a start point and an end point.
+// Their coordinates are rows of document/ShapeForms.h; tests/ArcViewTests.cpp and
 // tests/ChordPieViewTests.cpp look at the drawing.
 #include "tests/support/DocSupport.h"
 

@@ -1,6 +1,6 @@
 // The view of the arc: one Arc call, counter-clockwise, on a stretched box and two points. The code
-// is render/QELViewArc.*.
-#include "render/QELViewArc.h"
+// is render/QELViewRadial.*.
+#include "render/QELViewRadial.h"
 
 #include "tests/support/ViewSupport.h"
 

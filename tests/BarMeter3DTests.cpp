@@ -1,8 +1,7 @@
 // The 3D bars: body, outline and read-out stay in the column at every value, and the next paint
-// takes them away. The code is meter/BarBody.*, UpBarMeter3D.h and LongBarMeter3D.*.
+// takes them away. The code is meter/BarBody.* and meter/BarMeter3D.*.
 #include "include/QELEngine.h"
-#include "meter/LongBarMeter3D.h"
-#include "meter/UpBarMeter3D.h"
+#include "meter/BarMeter3D.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Recording.h"
 

@@ -1,8 +1,6 @@
 // The views of the chord and the pie: one Chord or Pie call, counter-clockwise, on a stretched box
-// and two points; the region is the filled figure. The code is render/QELViewChord.* and
-// QELViewPie.*.
-#include "render/QELViewChord.h"
-#include "render/QELViewPie.h"
+// and two points; the region is the filled figure. The code is render/QELViewRadial.*.
+#include "render/QELViewRadial.h"
 
 #include "tests/support/ViewSupport.h"
 

@@ -1,4 +1,4 @@
-// The circle element: its centre and an unsigned radius. The code is document/QELDocCircle.cpp;
+// The circle element: its centre and an unsigned radius. They are a row of document/ShapeForms.h;
 // tests/CircleViewTests.cpp looks at the drawing.
 #include "tests/support/DocSupport.h"
 

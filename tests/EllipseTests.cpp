@@ -1,4 +1,4 @@
-// The ellipse element: its bounding rectangle. The code is document/QELDocEllipse.cpp;
+// The ellipse element: its bounding rectangle. It is a row of document/ShapeForms.h;
 // tests/EllipseViewTests.cpp looks at the drawing.
 #include "tests/support/DocSupport.h"
 

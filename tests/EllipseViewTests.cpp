@@ -1,6 +1,6 @@
 // The view of the ellipse: one Ellipse call on the mapped rectangle. The code is
-// render/QELViewEllipse.*.
-#include "render/QELViewEllipse.h"
+// render/QELViewBox.*.
+#include "render/QELViewBox.h"
 
 #include "tests/support/ViewSupport.h"
 

@@ -1,4 +1,4 @@
-// The line element: its start and its end. The code is document/QELDocLine.cpp;
+// The line element: its start and its end. They are a row of document/ShapeForms.h;
 // tests/LineViewTests.cpp looks at the drawing.
 #include "tests/support/DocSupport.h"
 

@@ -1,6 +1,6 @@
 // The view of the line: MoveToEx and LineTo between two stretched points. The code is
-// render/QELViewLine.*.
-#include "render/QELViewLine.h"
+// render/QELViewPoints.*.
+#include "render/QELViewPoints.h"
 
 #include "tests/support/ViewSupport.h"
 

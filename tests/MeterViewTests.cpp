@@ -6,15 +6,14 @@
 #include "engine/ElementTypes.h"
 
 #include "dynamic/MeterRenderer.h"
+#include "meter/BarMeter3D.h"
 #include "meter/CircleMeter.h"
 #include "meter/ClockMeter.h"
-#include "meter/LongBarMeter3D.h"
 #include "meter/PieUpgradeMeter.h"
 #include "meter/RoundMeter.h"
 #include "meter/SectorMeter.h"
-#include "meter/UpBarMeter3D.h"
 #include "render/QELView.h"
-#include "render/QELViewRect.h"
+#include "render/QELViewBox.h"
 #include "tests/support/ViewSupport.h"
 
 #include <cmath>

@@ -6,8 +6,8 @@
 #include "dynamic/QELViewFrame.h"
 #include "dynamic/QELViewPattern.h"
 #include "dynamic/QELViewStatus.h"
+#include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
-#include "render/QELViewRect.h"
 #include "tests/support/ViewSupport.h"
 
 #include <cstring>

@@ -1,6 +1,6 @@
 // The view of the polygon: one Polygon call on 2 to 16 stretched points. The code is
-// render/QELViewPolygon.*.
-#include "render/QELViewPolygon.h"
+// render/QELViewPoints.*.
+#include "render/QELViewPoints.h"
 
 #include "tests/support/ViewSupport.h"
 

@@ -1,6 +1,6 @@
 // The view of the polyline: MoveToEx and LineTo through 2 to 16 stretched points. The code is
-// render/QELViewPolyline.*.
-#include "render/QELViewPolyline.h"
+// render/QELViewPoints.*.
+#include "render/QELViewPoints.h"
 
 #include "tests/support/ViewSupport.h"
 

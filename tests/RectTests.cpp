@@ -1,5 +1,5 @@
-// The rectangle element. The code is document/QELDocRect.cpp; tests/RectViewTests.cpp looks at the
-// drawing.
+// The rectangle element. Its coordinates are a row of document/ShapeForms.h;
+// tests/RectViewTests.cpp looks at the drawing.
 #include "tests/support/DocSupport.h"
 
 namespace {

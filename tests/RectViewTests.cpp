@@ -1,6 +1,6 @@
 // The view of the rectangle: one Rectangle call, or FillRect without an outline, and the 3D border.
-// The code is render/QELViewRect.*.
-#include "render/QELViewRect.h"
+// The code is render/QELViewBox.*.
+#include "render/QELViewBox.h"
 
 #include "render/Border3D.h"
 #include "tests/support/ViewSupport.h"

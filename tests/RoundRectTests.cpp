@@ -1,5 +1,5 @@
-// The rectangle with rounded corners: a rectangle and the size of the corner ellipse. The code is
-// document/QELDocRoundRect.cpp; tests/RoundRectViewTests.cpp looks at the drawing.
+// The rectangle with rounded corners: a rectangle and the size of the corner ellipse. They are a
+// row of document/ShapeForms.h; tests/RoundRectViewTests.cpp looks at the drawing.
 #include "tests/support/DocSupport.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // The view of the rounded rectangle: one RoundRect call with corners that are not scaled. The code
-// is render/QELViewRoundRect.*.
-#include "render/QELViewRoundRect.h"
+// is render/QELViewBox.*.
+#include "render/QELViewBox.h"
 
 #include "tests/support/ViewSupport.h"
 

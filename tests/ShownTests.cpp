@@ -6,10 +6,9 @@
 
 #include "brush/ShownDraft.h"
 #include "render/Border3D.h"
-#include "render/QELViewChord.h"
-#include "render/QELViewEllipse.h"
-#include "render/QELViewPie.h"
-#include "render/QELViewPolygon.h"
+#include "render/QELViewBox.h"
+#include "render/QELViewPoints.h"
+#include "render/QELViewRadial.h"
 #include "tests/support/ShownSupport.h"
 
 namespace {

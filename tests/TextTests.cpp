@@ -1,5 +1,5 @@
-// The text element: its rectangle, and the text that it shows. The code is document/QELDocText.cpp;
-// tests/TextViewTests.cpp looks at the drawing.
+// The text element: its rectangle, and the text that it shows. The code is
+// document/QELDocShape.cpp; tests/TextViewTests.cpp looks at the drawing.
 #include "tests/support/DocSupport.h"
 
 namespace {

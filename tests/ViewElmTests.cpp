@@ -1,11 +1,10 @@
 // The tree of view elements: links, copies, reference size and blink phase through a subtree, and
 // the blocks of root and group. The code is render/QELViewElm.*, QELViewQEL.* and QELViewGroup.*.
 #include "render/QELView.h"
-#include "render/QELViewEllipse.h"
+#include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
-#include "render/QELViewLine.h"
+#include "render/QELViewPoints.h"
 #include "render/QELViewQEL.h"
-#include "render/QELViewRect.h"
 #include "render/QELViewText.h"
 #include "tests/support/ViewSupport.h"
 

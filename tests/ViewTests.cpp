@@ -4,8 +4,8 @@
 #include "render/QELView.h"
 
 #include "dynamic/QELViewFrame.h"
+#include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
-#include "render/QELViewRect.h"
 #include "tests/support/ViewSupport.h"
 
 namespace {

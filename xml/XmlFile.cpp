@@ -1,4 +1,3 @@
-// Files that replace others; see the header.
 #include "xml/XmlFile.h"
 
 #include <cstdio>

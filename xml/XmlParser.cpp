@@ -67,8 +67,8 @@ struct Entity {
 constexpr Entity g_entities[] = {
     {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
 
-// Digits count as their value, anything else as its lower-case code minus 0x57: no test,
-// deliberate.
+// Digits count as their value, anything else as its lower-case code minus 0x57, which is right for
+// "a" to "f". No character is refused.
 char HexValue(char c)
 {
     if (c >= '0' && c <= '9') return static_cast<char>(c - '0');
@@ -94,7 +94,7 @@ std::size_t DecodeOne(const char* p, std::size_t nLeft, char* pcOut)
             return 5;
         }
         if (nLeft >= 6 && p[5] == ';') {
-            *pcOut = HexValue(p[4]); // the first of two digits does not count: deliberate
+            *pcOut = HexValue(p[4]); // the first of two digits does not count
             return 6;
         }
     }
@@ -116,8 +116,8 @@ std::size_t Decode(char* pRun, std::size_t nLen)
     return nOut;
 }
 
-// The line and column counters. A line feed leaves the column: deliberate. They are unsigned, so
-// that a line of any length wraps.
+// The line and column counters. A line feed leaves the column as it is. They are unsigned, so that
+// a line of any length wraps.
 struct Counters {
     uint32_t nLine = 0;
     uint32_t nColumn = 0;
@@ -693,7 +693,7 @@ int XmlLoadFile(XmlContext* pXml, const char* pszPath)
             return 1;
         }
         const uint64_t nSize = (static_cast<uint64_t>(nHigh) << 32) | nLow;
-        if (nSize == 0) return 1; // an empty file: no error code, deliberate
+        if (nSize == 0) return 1; // an empty file has no error code
         char* pBuffer = nullptr;
         if (nSize < SIZE_MAX / 2)
             pBuffer = pXml->arena.TakeBytes(static_cast<std::size_t>(nSize) + XML_READ_AHEAD);

@@ -320,7 +320,7 @@ int XmlDeleteNode(XmlContext* pXml)
     XmlNode* pNode = pXml->pCursor;
     if (!pNode) return Fail(pXml, XML_ERR_ARGUMENT);
     Unlink(pNode);
-    pXml->pCursor = pNode->pParent; // the depth counter stays: deliberate, nobody relies on it here
+    pXml->pCursor = pNode->pParent; // the depth counter stays, nobody relies on it here
     if (pNode == pXml->pRoot) pXml->pRoot = nullptr;
     return Done(pXml);
 }

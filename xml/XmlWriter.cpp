@@ -247,7 +247,7 @@ int XmlSaveFile(XmlContext* pXml, const char* pszPath)
     XmlError nError = file.Open(pszPath);
     if (nError == XML_OK) {
         PutDocument(file, pXml);
-        file.Put('\0'); // part of the file: deliberate, readers stop there
+        file.Put('\0'); // part of the file: readers stop there
         if (!file.Commit()) nError = XML_ERR_CREATE;
     }
     pXml->nLastError = nError;

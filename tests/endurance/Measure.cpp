@@ -1,4 +1,3 @@
-// The measuring; see the header.
 #include "tests/endurance/Measure.h"
 
 #include <windows.h>

@@ -1,4 +1,3 @@
-// The drawings; see the header.
 #include "tests/endurance/Panels.h"
 
 #include <cstdarg>

@@ -1,4 +1,3 @@
-// The phases; see the header.
 #include "tests/endurance/Phases.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Allocations that fail; see the header. The linker sends the calls here.
+// The linker sends the calls here.
 #include "tests/native/AllocationFaults.h"
 
 #include <cerrno>

@@ -1,4 +1,3 @@
-// Sets of pixels; see the header.
 #include "tests/native/Area.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing
 // leaks, the device context is as before, and the next draw is whole.
+#include "meter/BarMeter3D.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
-#include "meter/UpBarMeter3D.h"
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"

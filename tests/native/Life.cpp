@@ -1,4 +1,3 @@
-// A whole life of a drawing; see the header.
 #include "tests/native/Life.h"
 
 #include "tests/native/GdiDouble.h"

@@ -1,4 +1,3 @@
-// Pictures for the tests; see the header.
 #include "tests/support/Bitmap.h"
 
 #include <cstdio>

@@ -1,4 +1,3 @@
-// The figures of a recording; see the header.
 #include "tests/support/Figures.h"
 
 #include <cstdio>

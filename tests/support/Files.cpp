@@ -1,4 +1,3 @@
-// Files for the tests; see the header.
 #include "tests/support/Files.h"
 
 #include <windows.h>

@@ -1,4 +1,3 @@
-// Recorded GDI calls as text; see the header.
 #include "tests/support/Recording.h"
 
 #include <cstdarg>

@@ -1,5 +1,4 @@
-// The meter type "horz3d"; see the header.
-#include "meter/LongBarMeter3D.h"
+#include "meter/BarMeter3D.h"
 
 #include "base/WrapMath.h"
 
