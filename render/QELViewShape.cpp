@@ -5,6 +5,7 @@
 #include "render/DrawLimits.h"
 #include "render/GdiScopes.h"
 #include "render/Mapping.h"
+#include "render/Shown.h"
 
 #include <cstring>
 #include <string_view>
@@ -72,10 +73,20 @@ int32_t CQELViewShape::PenWidth() const
     return DrawnPenWidth(m_nPenStyle, m_nPenWidth);
 }
 
+// A curve that a frame's pen leaves no room ends some systems: they reckon with what is left of it.
+// A metafile keeps the width.
+int32_t CQELViewShape::PenWidthFor(HDC hdc, const DeviceFigure& figure) const
+{
+    const int32_t nWidth = PenWidth();
+    if (m_nPenStyle != PS_INSIDEFRAME || !IsCurved() || nWidth < 2 || !IsSurface(hdc))
+        return nWidth;
+    return FramePenWidth(nWidth, NormalizedRect(figure.rcBox));
+}
+
 void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
     CShownDraft draft(m_nDraft); // owns the brush, so it outlives the guards
-    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, PenWidth(),
+    CPenScope pen(hdc, m_nPenWidth == 0 || HidesOutline(), m_nPenStyle, PenWidthFor(hdc, figure),
                   BlinkColor(m_clrPen));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
@@ -100,7 +111,8 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
 
 void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
-    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, PenWidth(), BlinkColor(m_clrPen));
+    CPenScope pen(hdc, m_nPenWidth == 0, m_nPenStyle, PenWidthFor(hdc, figure),
+                  BlinkColor(m_clrPen));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
     COLORREF clrPrev = 0;
