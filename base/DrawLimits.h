@@ -32,6 +32,16 @@ constexpr int32_t DrawnPenWidth(int32_t nStyle, int32_t nWidth)
     return nWidth < -nMost ? -nMost : nWidth;
 }
 
+// Of a pen that stays inside of a curve's box, which has to leave one pixel of it.
+constexpr int32_t FramePenWidth(int32_t nWidth, const RECT& rc)
+{
+    const int64_t nAcross = int64_t{rc.right} - rc.left;
+    const int64_t nDown = int64_t{rc.bottom} - rc.top;
+    const int64_t nMost = (nAcross < nDown ? nAcross : nDown) - 2;
+    if (nWidth <= nMost) return nWidth;
+    return nMost < 1 ? 1 : static_cast<int32_t>(nMost);
+}
+
 constexpr bool IsDrawableCell(int32_t nWidth, int32_t nHeight)
 {
     return nWidth <= MAX_FONT_CELL && nHeight <= MAX_FONT_CELL;

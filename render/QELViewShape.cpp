@@ -2,6 +2,7 @@
 
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "base/Shown.h"
 #include "brush/ShownDraft.h"
 #include "render/Mapping.h"
 
@@ -77,11 +78,21 @@ int32_t CQELViewShape::PenWidth() const
     return DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth);
 }
 
+// A curve that a frame's pen leaves no room ends some systems: they reckon with what is left of it.
+// A metafile keeps the width.
+int32_t CQELViewShape::PenWidthFor(HDC hdc, const DeviceFigure& figure) const
+{
+    const int32_t nWidth = PenWidth();
+    if (m_style.nPenStyle != PS_INSIDEFRAME || !IsCurved() || nWidth < 2 || !IsSurface(hdc))
+        return nWidth;
+    return FramePenWidth(nWidth, NormalizedRect(figure.rcBox));
+}
+
 void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
     CShownDraft draft(m_style.nDraft); // owns the brush, so it outlives the guards
-    CPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle, PenWidth(),
-                  BlinkColor(m_style.clrPen));
+    CPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle,
+                  PenWidthFor(hdc, figure), BlinkColor(m_style.clrPen));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
     if (FillStyle() == QEL_STYLE_STROKE) {
@@ -105,7 +116,7 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
 
 void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
-    CPenScope pen(hdc, m_style.nPenWidth == 0, m_style.nPenStyle, PenWidth(),
+    CPenScope pen(hdc, m_style.nPenWidth == 0, m_style.nPenStyle, PenWidthFor(hdc, figure),
                   BlinkColor(m_style.clrPen));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);

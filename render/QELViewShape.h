@@ -166,7 +166,8 @@ private:
     [[nodiscard]] bool PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
                                      const RECT& rcQel) const;
     void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
-    [[nodiscard]] int32_t PenWidth() const; // as it is drawn
+    [[nodiscard]] int32_t PenWidth() const; // as it is drawn at most
+    [[nodiscard]] int32_t PenWidthFor(HDC hdc, const DeviceFigure& figure) const;
     [[nodiscard]] bool TakesDraft() const
     {
         return (m_style.nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();

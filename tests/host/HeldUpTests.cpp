@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 #include <string>
 
@@ -119,6 +120,25 @@ TEST_F(HeldUp, DashedPensAreNotDrawnWiderThan100Pixels)
         Open(std::string("<line lnwid=\"4000\" lnstyle=\"") + pszStyle + "\" crd=\"0 0 9 9\"/>");
         EXPECT_EQ(4000, Count().nWidestPen) << pszStyle;
     }
+}
+
+// The system goes beyond its memory with a pen that leaves nothing of the box inside of its frame.
+TEST_F(HeldUp, APenInsideOfTheFrameLeavesACurveOnePixelAtLeast)
+{
+    for (const char* pszShape : {"pie", "chord", "arc", "ellipse", "circle", "rndrect"}) {
+        Open(std::string("<") + pszShape +
+             " style=\"0x1\" clr=\"0xff\" lnstyle=\"6\" lnwid=\"9000\" crd=\"30 30 90 60 40 50 10 "
+             "20\"/>");
+        const int nWidest = Count().nWidestPen;
+        EXPECT_LE(1, nWidest) << pszShape;
+        EXPECT_GT(std::strcmp(pszShape, "circle") ? 30 : 180, nWidest) << pszShape;
+    }
+    Open(Times(5, "<pie lnstyle=\"6\" lnwid=\"987117464\" "
+                  "crd=\"642 -1 83 -9 -157290574 969 89783 529\"/>"),
+         {23, SIDE});
+    EXPECT_GE(6, Count().nWidestPen); // of eight pixels
+    Open("<ellipse lnstyle=\"6\" lnwid=\"20\" crd=\"30 30 90 60\"/>");
+    EXPECT_EQ(20, Count().nWidestPen); // what fits stays
 }
 
 TEST_F(HeldUp, ATextWithCharactersBeyondAllFontsIsLeftOut)
