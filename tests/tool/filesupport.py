@@ -16,7 +16,8 @@ PATIENCE = 120  # seconds
 DRAWING = (b'<?xml version="1.0" encoding="gb2312" ?>\r\n<qel width="40" height="30" id="plain">\r\n'
            b'<rect style="0x1" dr="1" fg="0x0000ff" lnwid="0" crd="0 0 40 30"/>\r\n</qel>\r\n')
 RED = (255, 0, 0)  # of the file's 0xBBGGRR
-MOVING = b'<qel width="40" height="30"><meter mtype="round" crd="20 15 12 0 0 40 30" upin="1"/></qel>'
+# Its needle is long enough to be seen moving.
+MOVING = b'<qel width="160" height="120"><meter mtype="round" crd="80 60 55 0 0 160 120" upin="1"/></qel>'
 
 
 class Qel:

@@ -68,11 +68,11 @@ def test_check_takes_standard_input_among_files_and_twice(qel):
 
 @pytest.mark.parametrize("name_out", OUTPUTS)
 def test_animate_writes_a_gif(qel, name_out):
-    arguments = ["--value", "0=0..9", "--frames", "3", "--size", "40x30"]
+    arguments = ["--value", "0=0..9", "--frames", "3", "--size", "160x120"]
     status, out, error = qel("animate", "-", name_out, *arguments, stdin=MOVING)
     assert (status, error) == (0, "")
     image = picture(out)
-    assert (image.format, image.size, image.n_frames) == ("GIF", (40, 30), 3)
+    assert (image.format, image.size, image.n_frames) == ("GIF", (160, 120), 3)
 
 
 def test_what_is_no_drawing_is_told_and_nothing_is_written(qel):
