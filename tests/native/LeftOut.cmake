@@ -74,6 +74,14 @@ list(APPEND QEL_LEFT_OUT
   ClockNumerals.StandClearOfTheMarks
   TextShape.BackgroundIsTouchedOnlyWithAFillStyle)
 
+# They compare pixels of figures whose patterns or regions were made of what shows with those of the whole.
+list(APPEND QEL_LEFT_OUT
+  FaceRegion.OfOneDrawsClipIsNotThatOfTheNext
+  PolygonShape.AGradientBeginsAtTheDeviceOriginAndReachesNegativePoints
+  ShownBrush.HasThePixelsOfTheWhole
+  ShownRegion.OfAChordIsItsRegionWhereItShowsWithTheBoxOfTheWhole
+  ShownRegion.OfAPieIsItsRegionWhereItShowsWithTheBoxOfTheWhole)
+
 # They read a metafile of the system's own form, with what a recording does not keep.
 list(APPEND QEL_LEFT_OUT
   RoundGauge.ReadOutIsBoldAndNumbersAreNot)
