@@ -29,7 +29,7 @@ int CQELDocument::Close()
     return 1;
 }
 
-int CQELDocument::ParseTemplate()
+int CQELDocument::ParseTemplate() const
 {
     char szText[sizeof g_template]; // the parser writes into its text
     std::memcpy(szText, g_template, sizeof g_template);

@@ -61,7 +61,7 @@ private:
     static bool OnClosed(void* pUser);
     [[nodiscard]] const ElementType* RowToRead(const CQELDocElm* pParent) const;
     int SaveTree();
-    int ParseTemplate();
+    [[nodiscard]] int ParseTemplate() const;
 
     CPool m_pool; // what the elements of the file lie in; those that are made later are on the heap
     DocContext m_context;
