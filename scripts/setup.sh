@@ -15,7 +15,8 @@ unset WINEARCH # it would hold the folder to one half
 # Code page 936 is to be the ANSI one, since drawings declare gb2312. Wine takes it from the locale, which
 # is made beside the Wine folder and need not exist for anybody else.
 QEL_LOCALES=$(dirname "$WINEPREFIX")/locale
-QEL_WINE=(env LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 wine)
+# What Wine finds out about fonts is kept there too: not every account has a home to keep it in.
+QEL_WINE=(env LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 XDG_CACHE_HOME="$(dirname "$WINEPREFIX")" wine)
 
 qel_say() { printf '%s\n' "$*" >&2; }
 

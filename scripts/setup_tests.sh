@@ -62,7 +62,7 @@ mkdir -p "$WINEPREFIX/drive_c/windows/syswow64"
 echo "#arch=win${STUB_BITS:-64}" >"$WINEPREFIX/system.reg"
 [ "${STUB_BITS:-64}" = 32 ] || touch "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll"
 STUB
-printf '#!/bin/sh\n' >"$work/bin/wineserver"
+printf '#!/bin/sh\n' | tee "$work/bin/wineserver" >"$work/bin/wine"
 printf '#!/bin/sh\nfor folder; do :; done; mkdir -p "$folder"; touch "$folder/LC_CTYPE"\n' >"$work/bin/localedef"
 chmod +x "$work/bin/"*
 export STUB_CALLS=$work/calls
@@ -83,12 +83,12 @@ folder() { # BITS MARK: one that stands there
 
 forget
 STUB_BITS=32 make_for 32
-is "a folder made where there is one half remembers it" "1 32" "$(calls) $(cat "$wine/.qel-ready")"
+is "a folder made where there is one half remembers it" "1 32 fonts" "$(calls) $(cat "$wine/.qel-ready")"
 make_for 32
 is "it serves again" 1 "$(calls)"
 touch "$wine/old"
 make_for '32 64'
-is "where the other half is needed it is made anew" "0 2 32 64" "$? $(calls) $(cat "$wine/.qel-ready")"
+is "where the other half is needed it is made anew" "0 2 32 64 fonts" "$? $(calls) $(cat "$wine/.qel-ready")"
 is "nothing of the old one is left" "drive_c system.reg" "$(cd "$wine" && echo *)"
 is "nor beside it" "folder folder.lock locale" "$(cd "$work/wine" && echo *)"
 make_for 32
@@ -97,10 +97,16 @@ is "a whole one serves both" 2 "$(calls)"
 
 folder 32 ''
 make_for '32 64'
-is "an empty mark of former times: one half" "1 32 64" "$(calls) $(cat "$wine/.qel-ready")"
+is "an empty mark of former times: one half" "1 32 64 fonts" "$(calls) $(cat "$wine/.qel-ready")"
 folder 64 ''
 make_for '32 64'
-is "an empty mark of former times: both halves" "0 yes" "$(calls) $([ -e "$wine/old" ] && echo yes)"
+is "and both halves, but not the fonts" "1 32 64 fonts" "$(calls) $(cat "$wine/.qel-ready")"
+folder 64 '32 64'
+make_for '32 64'
+is "a mark of both halves without the fonts" "1 32 64 fonts" "$(calls) $(cat "$wine/.qel-ready")"
+folder 64 '32 64 fonts'
+make_for '32 64'
+is "a folder with all of it stays" "0 yes" "$(calls) $([ -e "$wine/old" ] && echo yes)"
 
 forget
 STUB_BITS=32 make_for '32 64'
@@ -117,7 +123,7 @@ forget
 (STUB_DIES=1 make_for '32 64') 2>/dev/null
 is "one that is killed leaves no folder in place" no "$([ -e "$wine" ] && echo yes || echo no)"
 make_for '32 64'
-is "and the next one makes it" "0 32 64" "$? $(cat "$wine/.qel-ready")"
+is "and the next one makes it" "0 32 64 fonts" "$? $(cat "$wine/.qel-ready")"
 
 folder 32 32
 (exec 8>>"$wine.lock"; flock -s 8; touch "$work/held"; sleep 1.5; [ -e "$wine/old" ] && touch "$work/undisturbed") &
@@ -125,7 +131,7 @@ user=$!
 until [ -e "$work/held" ]; do sleep 0.1; done
 make_for '32 64'
 wait $user
-is "a folder in use is replaced afterwards" "yes 32 64" \
+is "a folder in use is replaced afterwards" "yes 32 64 fonts" \
   "$([ -e "$work/undisturbed" ] && echo yes) $(cat "$wine/.qel-ready")"
 
 folder 64 none
