@@ -12,7 +12,7 @@ ms_build() { # ARCH SOURCE PROGRAM: freestanding, with the import library for Mi
   local lib=/usr/$1-w64-mingw32/lib object
   object=${3%.exe}.obj
   clang++ --target="$1-pc-windows-msvc" -std=c++20 -fno-exceptions -fno-rtti -O1 -Wall -Wextra -Werror \
-    -I"$QEL_ROOT" -I"$QEL_ROOT/examples/hosts/msvc" -c "$2" -o "$object" &&
+    -I"$QEL_ROOT" -I"$QEL_ROOT/include" -I"$QEL_ROOT/examples/hosts/msvc" -c "$2" -o "$object" &&
     lld-link /nologo /entry:mainCRTStartup /subsystem:console /safeseh:no "/out:$3" "$object" \
       "build/$1/lib/QELEngine.lib" "$lib/libkernel32.a" "$lib/libgdi32.a" "$lib/libuser32.a"
 }
