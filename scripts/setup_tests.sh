@@ -220,7 +220,7 @@ if [ "$(id -u)" = 0 ]; then
   ! unshare --net true 2>/dev/null || without+=(unshare --net)
   without+=(setpriv --reuid=65534 --regid=65534 --clear-groups)
 fi
-bare() { "${without[@]}" env -i QEL_WINEPREFIX="$real" PATH="$work/none:/usr/bin:/bin" "$@" 2>&1 </dev/null | tr -d '\r'; }
+bare() { cd "$built" && "${without[@]}" env -i QEL_WINEPREFIX="$real" PATH="$work/none:/usr/bin:/bin" "$@" 2>&1 </dev/null | tr -d '\r'; }
 is "./qel needs no network and no root" "$version" "$(bare "$built/qel" --version)"
 is "and installs nothing" no "$([ -e "$work/called" ] && echo yes || echo no)"
 touch "$built/xml/XmlTree.cpp"

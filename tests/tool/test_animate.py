@@ -129,7 +129,7 @@ def turned(tool):
 
 
 def test_all_options_of_render_have_their_effect(tool, turned):
-    options = ('--size 60x80 --rotate 90 --blink --pressed --font "DejaVu Sans" --background 123456'
+    options = ('--size 60x80 --rotate 90 --blink --pressed --font "WenQuanYi Micro Hei" --background 123456'
                " --time 10:08:36 --set 40.labels=0 ")
     animation = animate(tool, turned, options + "--value 7=1..9 --frames 3")
     pictures = renders(tool, turned, [options + f"--value 7={value}" for value in (1, 5, 9)])

@@ -226,7 +226,7 @@ def written(studio):
     """Pictures of a text in several fonts, of none, and of Chinese ones."""
     studio.drawing("words.qel", '<text fg="0x0" crd="0 0 40 30">Ab</text>')
     for picture, options in (("words", ""), ("same", '--font "WenQuanYi Zen Hei Mono"'),
-                             ("other", '--font "DejaVu Sans"')):
+                             ("other", '--font "WenQuanYi Micro Hei"')):
         studio.draw(picture + ".png", "words.qel", options)
     studio.file("blank.qel", '<qel width="40" height="30"/>')
     for name, words in (("pump", gb("泵")), ("water", gb("水")), ("ask", b"??")):

@@ -51,7 +51,7 @@ Examples:
   qel render pump.qel pump.png
   qel render pump.qel pump.jpg --size 1600x1200 --background FFFFFF
   qel render pump.qel -o pump.png --width=640
-  qel render pump.qel turned.emf --rotate 90 --font "DejaVu Sans Mono"
+  qel render pump.qel turned.emf --rotate 90 --font "WenQuanYi Micro Hei Mono"
   qel render gauge.qel gauge.png --set 0.max=100 --set 0.pin-color=0x0000ff --value 0=62.5
   qel render panel.qel panel.png --status 1 --value 41=380 --time 10:08:36
   qel render - - --size 400x300 <pump.qel >pump.png
