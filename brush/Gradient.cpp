@@ -53,11 +53,11 @@ constexpr KindRow g_kinds[GRADIENT_KINDS] = {
     {Term::ThereAndBack, Term::ThereAndBack, Join::Nearer},      // 13
 };
 
-struct Colour { // channels in the order of a pixel's bytes: blue, green, red
+struct Color { // channels in the order of a pixel's bytes: blue, green, red
     int32_t nChannel[CHANNELS];
 };
 
-Colour ToChannels(COLORREF clr)
+Color ToChannels(COLORREF clr)
 {
     return {{GetBValue(clr), GetGValue(clr), GetRValue(clr)}};
 }
@@ -115,7 +115,7 @@ int32_t Remainder(int64_t n, int32_t nBy) // never negative
 
 // The terms of one direction: a triple for each pixel of the bitmap. The system lays bitmap and
 // period from the same origin.
-void FillTerms(uint8_t* pOut, const Direction& direction, const Colour& first, const Colour& second)
+void FillTerms(uint8_t* pOut, const Direction& direction, const Color& first, const Color& second)
 {
     const int32_t nCount = direction.part.nCount;
     int32_t nAt = Remainder(direction.part.nFirst, nCount);
@@ -134,7 +134,7 @@ void FillTerms(uint8_t* pOut, const Direction& direction, const Colour& first, c
 // One row of the bitmap. A function for each join, so that none is chosen anew for each pixel.
 template <Join JOIN>
 void FillRow(uint8_t* pPixel, int32_t nCount, const uint8_t* pAcross, const uint8_t* pDown,
-             const Colour& first, const Colour& second)
+             const Color& first, const Color& second)
 {
     for (int32_t p = 0; p < nCount; ++p, pPixel += 4, pAcross += CHANNELS) {
         for (int n = 0; n < CHANNELS; ++n)
@@ -144,14 +144,14 @@ void FillRow(uint8_t* pPixel, int32_t nCount, const uint8_t* pAcross, const uint
     }
 }
 
-using RowFiller = void (*)(uint8_t*, int32_t, const uint8_t*, const uint8_t*, const Colour&,
-                           const Colour&);
+using RowFiller = void (*)(uint8_t*, int32_t, const uint8_t*, const uint8_t*, const Color&,
+                           const Color&);
 constexpr RowFiller g_fillers[] = {FillRow<Join::Across>, FillRow<Join::Down>,
                                    FillRow<Join::Average>, FillRow<Join::Reflect>,
                                    FillRow<Join::Nearer>}; // in the order of the joins
 
-HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, const Colour& first,
-                 const Colour& second)
+HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, const Color& first,
+                 const Color& second)
 {
     const int32_t nWidth = across.part.nCount;
     const int32_t nHeight = down.part.nCount;

@@ -99,7 +99,7 @@ std::string_view NextWord(const char** ppText)
     return {pStart, static_cast<std::size_t>(*ppText - pStart)};
 }
 
-int ParseColour(const char* pszText, int32_t* pnValue)
+int ParseColor(const char* pszText, int32_t* pnValue)
 {
     uint32_t nValue = 0;
     if (!ScanPrefixedHex(&pszText, &nValue)) return 0;
@@ -108,11 +108,11 @@ int ParseColour(const char* pszText, int32_t* pnValue)
     return 1;
 }
 
-std::size_t FormatColour(int32_t nValue, char* pszOut, std::size_t nSize)
+std::size_t FormatColor(int32_t nValue, char* pszOut, std::size_t nSize)
 {
-    const auto nColour = static_cast<uint32_t>(nValue);
-    std::size_t nLen = FormatPrefixedHex(nColour & ~QEL_COLOR_BLINK, pszOut, nSize);
-    if (!nLen || !(nColour & QEL_COLOR_BLINK)) return nLen;
+    const auto nColor = static_cast<uint32_t>(nValue);
+    std::size_t nLen = FormatPrefixedHex(nColor & ~QEL_COLOR_BLINK, pszOut, nSize);
+    if (!nLen || !(nColor & QEL_COLOR_BLINK)) return nLen;
     if (nLen + 1 + BLINK_WORD.size() >= nSize) return 0;
     pszOut[nLen++] = ' ';
     std::memcpy(pszOut + nLen, BLINK_WORD.data(), BLINK_WORD.size());
@@ -121,7 +121,7 @@ std::size_t FormatColour(int32_t nValue, char* pszOut, std::size_t nSize)
     return nLen;
 }
 
-bool IsCleanColour(const char* pszText)
+bool IsCleanColor(const char* pszText)
 {
     uint32_t nValue = 0;
     if (!ScanPrefixedHex(&pszText, &nValue) || nValue > 0xFFFFFF) return false;
@@ -147,7 +147,7 @@ int ParseStatus(const char* pszText, int32_t* pnValue)
 
 const AttrForm g_formDecimal = {"decimal", ParseDecimal, FormatDecimalValue, IsCleanDecimal};
 const AttrForm g_formHex = {"0x hexadecimal", ParseHex, FormatHex, IsCleanHex};
-const AttrForm g_formColour = {"colour", ParseColour, FormatColour, IsCleanColour};
+const AttrForm g_formColor = {"colour", ParseColor, FormatColor, IsCleanColor};
 const AttrForm g_formScan = {"decimal", ParseScan, FormatDecimalValue, IsCleanDecimal};
 const AttrForm g_formCount = {"decimal", ParseCount, FormatCount, IsCleanDecimal};
 const AttrForm g_formStatus = {"decimal", ParseStatus, FormatDecimalValue, IsCleanDecimal};

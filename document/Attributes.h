@@ -91,7 +91,7 @@ struct AttrForm {
 
 extern const AttrForm g_formDecimal; // digits with an optional sign; what is no number reads as 0
 extern const AttrForm g_formHex;     // "0x" and hexadecimal digits
-extern const AttrForm g_formColour;  // the same, and the word "glt" for the blink bit
+extern const AttrForm g_formColor;   // the same, and the word "glt" for the blink bit
 extern const AttrForm g_formScan;    // digits with an optional sign; what is no number is refused
 extern const AttrForm g_formCount;   // the same without sign; a negative number wraps
 extern const AttrForm g_formKind;    // decimal; anything but 0 to 2 reads as 0

@@ -34,13 +34,13 @@ constexpr ShapeRow g_rows[] = {
           "low 16 bits: fill style; high 16 bits: width of the 3D border in pixels, 0 meaning 2"),
     Field(ATTR_DR, &g_formDecimal, &ShapeStyle::nDraft, offsetof(QELSHAPEATTR, nDraft),
           {0, DRAFT_COUNT - 1}, "hatch (0 to 9) or gradient (10 to 37)"),
-    Field(ATTR_FG, &g_formColour, &ShapeStyle::clrA, offsetof(QELSHAPEATTR, clrA), ANY,
+    Field(ATTR_FG, &g_formColor, &ShapeStyle::clrA, offsetof(QELSHAPEATTR, clrA), ANY,
           "colour A: the 1 bits of a hatch, the second colour of a gradient, the colour of a text"),
-    Field(ATTR_BG, &g_formColour, &ShapeStyle::clrB, offsetof(QELSHAPEATTR, clrB), ANY,
+    Field(ATTR_BG, &g_formColor, &ShapeStyle::clrB, offsetof(QELSHAPEATTR, clrB), ANY,
           "colour B: the 0 bits of a hatch, the first colour of a gradient, the gaps of a styled "
           "line, "
           "the background of a text"),
-    Field(ATTR_CLR, &g_formColour, &ShapeStyle::clrPen, offsetof(QELSHAPEATTR, clrPen), ANY,
+    Field(ATTR_CLR, &g_formColor, &ShapeStyle::clrPen, offsetof(QELSHAPEATTR, clrPen), ANY,
           "colour of the outline"),
     Field(ATTR_LNSTYLE, &g_formDecimal, &ShapeStyle::nPenStyle, offsetof(QELSHAPEATTR, nPenStyle),
           {0, 6},

@@ -82,7 +82,7 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     // none any more, it is made anew.
     if (bChanged || !m_pRenderer || (bNewFace && (m_hFace || bHadFace))) MakeRenderer(rcQel);
     if (m_pRenderer) {
-        if (m_nPassedBlink != BlinkPhase()) PassColours(m_pRenderer.get(), Settings());
+        if (m_nPassedBlink != BlinkPhase()) PassColors(m_pRenderer.get(), Settings());
         m_nPassedBlink = BlinkPhase();
         PassPins();
         if (m_bFloats)

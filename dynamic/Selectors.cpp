@@ -51,19 +51,19 @@ void DialNumber(CMeter* pMeter, const MeterSettings& settings)
 }
 
 template <int32_t SELECTOR, void (CArcMeter::*SETTER)(COLORREF)>
-void DialColour(CMeter* pMeter, const MeterSettings& settings)
+void DialColor(CMeter* pMeter, const MeterSettings& settings)
 {
-    (Dial(pMeter)->*SETTER)(settings.Colour(SELECTOR));
+    (Dial(pMeter)->*SETTER)(settings.Color(SELECTOR));
 }
 
 // A colour that bars and dials have under different names.
 template <int32_t SELECTOR, void (CBarMeter::*BAR)(COLORREF), void (CArcMeter::*DIAL)(COLORREF)>
-void AnyColour(CMeter* pMeter, const MeterSettings& settings)
+void AnyColor(CMeter* pMeter, const MeterSettings& settings)
 {
     if (IsBar(settings))
-        (Bar(pMeter)->*BAR)(settings.Colour(SELECTOR));
+        (Bar(pMeter)->*BAR)(settings.Color(SELECTOR));
     else
-        (Dial(pMeter)->*DIAL)(settings.Colour(SELECTOR));
+        (Dial(pMeter)->*DIAL)(settings.Color(SELECTOR));
 }
 
 void PassScale(CMeter* pMeter, const MeterSettings& settings)
@@ -88,11 +88,11 @@ void PassSectors(CMeter* pMeter, const MeterSettings& settings)
 using F = SelectorForm;
 
 constexpr SelectorRow g_rows[] = {
-    {QEL_SEL_PIN_COLOR, "pin-color", F::Colour, GREY, BARS_AND_DIALS,
-     AnyColour<QEL_SEL_PIN_COLOR, &CBarMeter::SetSecondScaleColor, &CArcMeter::SetPinColor>,
+    {QEL_SEL_PIN_COLOR, "pin-color", F::Color, GREY, BARS_AND_DIALS,
+     AnyColor<QEL_SEL_PIN_COLOR, &CBarMeter::SetSecondScaleColor, &CArcMeter::SetPinColor>,
      "colour of the pointer; of 3D bars, of the far edges", "colour of the pointer"},
-    {QEL_SEL_SCALE_COLOR, "scale-color", F::Colour, GREY, BARS_AND_DIALS,
-     AnyColour<QEL_SEL_SCALE_COLOR, &CBarMeter::SetScaleColor, &CArcMeter::SetScaleColor>,
+    {QEL_SEL_SCALE_COLOR, "scale-color", F::Color, GREY, BARS_AND_DIALS,
+     AnyColor<QEL_SEL_SCALE_COLOR, &CBarMeter::SetScaleColor, &CArcMeter::SetScaleColor>,
      "colour of axis and ticks", "colour of base line, circle and ticks"},
     {QEL_SEL_TICKS, "ticks", F::Count, 10, METER_ALL,
      Plain<QEL_SEL_TICKS, uint32_t, &CMeter::SetTickCount>,
@@ -110,8 +110,8 @@ constexpr SelectorRow g_rows[] = {
      "these "
      "ids; also as a float",
      "the current value; also as a float"},
-    {QEL_SEL_FACE_COLOR, "face-color", F::Colour, 0, BARS_AND_DIALS,
-     AnyColour<QEL_SEL_FACE_COLOR, &CBarMeter::SetEmptyColor, &CArcMeter::SetFaceColor>,
+    {QEL_SEL_FACE_COLOR, "face-color", F::Color, 0, BARS_AND_DIALS,
+     AnyColor<QEL_SEL_FACE_COLOR, &CBarMeter::SetEmptyColor, &CArcMeter::SetFaceColor>,
      "colour of the face's shapes, of the empty part of bars, and of what erases a needle",
      nullptr},
     {QEL_SEL_SHOW_SCALE, "scale", F::Switch, 1, METER_ALL, PassScale,
@@ -120,8 +120,8 @@ constexpr SelectorRow g_rows[] = {
      "show the pointer; refused when `upin` is 0; never for the pie types", nullptr},
     {QEL_SEL_SHOW_LABELS, "labels", F::Switch, 1, METER_ALL,
      Plain<QEL_SEL_SHOW_LABELS, int32_t, &CMeter::SetShowLabels>, "show the numbers", nullptr},
-    {QEL_SEL_LABEL_COLOR, "label-color", F::Colour, GREY, METER_ALL,
-     AnyColour<QEL_SEL_LABEL_COLOR, &CBarMeter::SetLabelColor, &CArcMeter::SetLabelColor>,
+    {QEL_SEL_LABEL_COLOR, "label-color", F::Color, GREY, METER_ALL,
+     AnyColor<QEL_SEL_LABEL_COLOR, &CBarMeter::SetLabelColor, &CArcMeter::SetLabelColor>,
      "colour of the numbers", nullptr},
     {QEL_SEL_SCALE_START, "scale-start", F::Number, 0, METER_ALL,
      Plain<QEL_SEL_SCALE_START, int32_t, &CMeter::SetScaleStart>,
@@ -149,10 +149,10 @@ constexpr SelectorRow g_rows[] = {
     {QEL_SEL_HIGH_LIMIT, "high-limit", F::Number, 10, METER_ALL,
      Plain<QEL_SEL_HIGH_LIMIT, int32_t, &CMeter::SetHighLimit>, "values above are in the high zone",
      nullptr},
-    {QEL_SEL_LOW_COLOR, "low-color", F::Colour, GREY, ALARMED,
-     DialColour<QEL_SEL_LOW_COLOR, &CArcMeter::SetLowColor>, "colour of the low zone", nullptr},
-    {QEL_SEL_HIGH_COLOR, "high-color", F::Colour, GREY, ALARMED,
-     DialColour<QEL_SEL_HIGH_COLOR, &CArcMeter::SetHighColor>, "colour of the high zone", nullptr},
+    {QEL_SEL_LOW_COLOR, "low-color", F::Color, GREY, ALARMED,
+     DialColor<QEL_SEL_LOW_COLOR, &CArcMeter::SetLowColor>, "colour of the low zone", nullptr},
+    {QEL_SEL_HIGH_COLOR, "high-color", F::Color, GREY, ALARMED,
+     DialColor<QEL_SEL_HIGH_COLOR, &CArcMeter::SetHighColor>, "colour of the high zone", nullptr},
     {QEL_SEL_REVERSE, "reverse", F::Switch, 0, METER_ALL,
      Plain<QEL_SEL_REVERSE, int32_t, &CMeter::SetReverse>,
      "the scale runs from the maximum to the minimum", nullptr},
@@ -248,11 +248,11 @@ void PassDraft(CMeter* pMeter, const MeterSettings& settings)
     }
 }
 
-void PassColours(CMeter* pMeter, const MeterSettings& settings)
+void PassColors(CMeter* pMeter, const MeterSettings& settings)
 {
     PassDraft(pMeter, settings);
     for (const SelectorRow& row : g_rows)
-        if (row.form == SelectorForm::Colour && row.pfnPass &&
+        if (row.form == SelectorForm::Color && row.pfnPass &&
             (row.nMeterTypes & MeterTypeBit(settings.nType)))
             row.pfnPass(pMeter, settings);
 }

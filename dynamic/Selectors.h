@@ -11,7 +11,7 @@
 
 class CMeter;
 
-enum class SelectorForm { Number, Count, Switch, Colour, Code };
+enum class SelectorForm { Number, Count, Switch, Color, Code };
 
 constexpr uint32_t METER_ALL = (1U << METER_TYPE_COUNT) - 1;
 
@@ -30,7 +30,7 @@ struct MeterSettings {
     {
         return static_cast<int32_t>(pnValues[nSelector]);
     }
-    [[nodiscard]] uint32_t Colour(int32_t nSelector) const { return Resolved(pnValues[nSelector]); }
+    [[nodiscard]] uint32_t Color(int32_t nSelector) const { return Resolved(pnValues[nSelector]); }
     [[nodiscard]] uint32_t Resolved(uint32_t clr) const;
 };
 
@@ -59,4 +59,4 @@ void PassAll(CMeter* pMeter, const MeterSettings& settings);
 // The hatch and its two colours, to the types that have them: bars and pies.
 void PassDraft(CMeter* pMeter, const MeterSettings& settings);
 // The colours alone, when the blink phase has changed.
-void PassColours(CMeter* pMeter, const MeterSettings& settings);
+void PassColors(CMeter* pMeter, const MeterSettings& settings);

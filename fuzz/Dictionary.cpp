@@ -35,7 +35,7 @@ std::string WithValue(const char* pszName, const AttrForm* pForm)
 {
     const char* pszValue = "7";
     if (pForm == &g_formHex) pszValue = "0x3";
-    if (pForm == &g_formColour) pszValue = "0xff80 glt";
+    if (pForm == &g_formColor) pszValue = "0xff80 glt";
     if (pForm == &g_formCrd) pszValue = "1 2 30 40";
     return std::string(" ") + pszName + "=\"" + pszValue + "\"";
 }

@@ -18,7 +18,7 @@ enum ClockStyle : int32_t { STRIPED = 0, PLAIN = 1, CENTRED = 2, LEAF = 3, BARE 
 constexpr int32_t STYLE_COUNT = 5;
 
 // What the hands are painted in. When they are erased, all of it is the face colour.
-struct HandColours {
+struct HandColors {
     COLORREF clrHand;
     COLORREF clrStripe;
     COLORREF clrLeaf;
@@ -28,8 +28,8 @@ struct HandColours {
 // The hands of one clock around its centre.
 class CHands {
 public:
-    CHands(HDC hdc, POINT ptCentre, int32_t nStyle, const HandColours& colours) noexcept
-        : m_hdc(hdc), m_ptCentre(ptCentre), m_nStyle(nStyle), m_colours(colours)
+    CHands(HDC hdc, POINT ptCentre, int32_t nStyle, const HandColors& colors) noexcept
+        : m_hdc(hdc), m_ptCentre(ptCentre), m_nStyle(nStyle), m_colors(colors)
     {
     }
 
@@ -41,22 +41,22 @@ public:
         const DegVector along = ClockVector({nRadius, nRadius}, fTurn);
         switch (m_nStyle) {
         case STRIPED:
-            Line(6, m_colours.clrHand, At(along, -nBehind), At(along, nTip));
-            Line(2, m_colours.clrStripe, At(along, nStripe), At(along, nTip));
+            Line(6, m_colors.clrHand, At(along, -nBehind), At(along, nTip));
+            Line(2, m_colors.clrStripe, At(along, nStripe), At(along, nTip));
             break;
         case PLAIN:
-            Line(6, m_colours.clrHand, At(along, -nBehind), At(along, nTip));
+            Line(6, m_colors.clrHand, At(along, -nBehind), At(along, nTip));
             break;
         case LEAF: {
             const DegVector later = ClockVector({nRadius, nRadius}, fTurn + LEAF_TURN);
             const DegVector earlier = ClockVector({nRadius, nRadius}, fTurn - LEAF_TURN);
             const POINT leaf[] = {At(along, nTip), At(later, 20), m_ptCentre, At(earlier, 20)};
-            const CFigureScope figure(m_hdc, 3, m_colours.clrHand, m_colours.clrLeaf);
+            const CFigureScope figure(m_hdc, 3, m_colors.clrHand, m_colors.clrLeaf);
             if (figure.IsReady()) ::Polygon(m_hdc, leaf, 4);
             break;
         }
         default:
-            Line(6, m_colours.clrHand, m_ptCentre, At(along, nTip));
+            Line(6, m_colors.clrHand, m_ptCentre, At(along, nTip));
             break;
         }
     }
@@ -70,21 +70,21 @@ public:
         case LEAF: {
             const POINT point[] = {At(along, 70), At(later, 30), At(earlier, 30)};
             {
-                const CFigureScope figure(m_hdc, 2, m_colours.clrHand, m_colours.clrHand);
+                const CFigureScope figure(m_hdc, 2, m_colors.clrHand, m_colors.clrHand);
                 if (figure.IsReady()) ::Polygon(m_hdc, point, 3);
             }
-            const CFigureScope hub(m_hdc, 1, m_colours.clrHub, m_colours.clrHub);
+            const CFigureScope hub(m_hdc, 1, m_colors.clrHub, m_colors.clrHub);
             if (hub.IsReady()) Disc();
             break;
         }
         case BARE: {
-            const CFigureScope hub(m_hdc, 1, m_colours.clrHand, m_colours.clrHand);
+            const CFigureScope hub(m_hdc, 1, m_colors.clrHand, m_colors.clrHand);
             if (hub.IsReady()) Disc();
             break;
         }
         default: {
-            const COLORREF clrFill = m_nStyle == PLAIN ? m_colours.clrHand : m_colours.clrStripe;
-            const CFigureScope figure(m_hdc, 3, m_colours.clrHand, clrFill);
+            const COLORREF clrFill = m_nStyle == PLAIN ? m_colors.clrHand : m_colors.clrStripe;
+            const CFigureScope figure(m_hdc, 3, m_colors.clrHand, clrFill);
             if (!figure.IsReady()) return;
             if (m_nStyle != CENTRED) {
                 const POINT weight[] = {m_ptCentre, At(later, -40), At(along, -40),
@@ -128,7 +128,7 @@ private:
     HDC m_hdc;
     POINT m_ptCentre;
     int32_t m_nStyle;
-    HandColours m_colours;
+    HandColors m_colors;
 };
 
 void DrawHands(const CHands& hands, int32_t nRadius, const ClockTimes& times)
@@ -157,14 +157,14 @@ ClockTimes CClockPin::Now()
 
 int CClockPin::Draw(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
-    const HandColours colours{m_clrHand, GREEN, WHITE, BLACK};
-    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
+    const HandColors colors{m_clrHand, GREEN, WHITE, BLACK};
+    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colors}, m_nRadius, times);
     return 1;
 }
 
 int CClockPin::Erase(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
-    const HandColours colours{m_clrFace, m_clrFace, m_clrFace, m_clrFace};
-    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colours}, m_nRadius, times);
+    const HandColors colors{m_clrFace, m_clrFace, m_clrFace, m_clrFace};
+    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colors}, m_nRadius, times);
     return 1;
 }

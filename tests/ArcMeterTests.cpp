@@ -494,7 +494,7 @@ TEST(ArcMeter, AnAlarmArcTooShortForTwoEndsLeavesNoPixel)
     EXPECT_GT(CountPixels(drawn, SCALE), 300);
 }
 
-TEST(ArcMeter, ReversedAlarmZonesAreMirroredAndExchangeTheirColours)
+TEST(ArcMeter, ReversedAlarmZonesAreMirroredAndExchangeTheirColors)
 {
     CDial dial;
     dial->SetReverse(1);

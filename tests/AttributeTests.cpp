@@ -94,7 +94,7 @@ TEST(AttributeNames, AreTheNumbersAndNamesOfTheFormat)
 // A value that an author may mean and that is not the default.
 int32_t ValueFor(const AttrInfo& info)
 {
-    if (info.pForm == &g_formColour) return static_cast<int32_t>(0x80123456);
+    if (info.pForm == &g_formColor) return static_cast<int32_t>(0x80123456);
     return info.nDefault < info.nMax ? info.nDefault + 1 : info.nMax - 1;
 }
 
@@ -105,7 +105,7 @@ std::string Spelled(const AttrInfo& info, int32_t nValue)
     if (info.pForm == &g_formMeterType && nValue == 1) return "vert3d";
     char szText[ATTR_TEXT_SIZE];
     const auto nBits = static_cast<unsigned>(nValue);
-    if (info.pForm == &g_formColour)
+    if (info.pForm == &g_formColor)
         std::snprintf(szText, sizeof szText, "0x%x%s", nBits & 0x7FFFFFFF,
                       nBits & 0x80000000 ? " glt" : "");
     else if (info.pForm == &g_formHex)
@@ -282,7 +282,7 @@ TEST(AttributeRows, OfEveryClassSurviveASaveAndAreDescribed)
 
 TEST(AttributeForms, WriteWhatTheyReadForValuesAtTheirEnds)
 {
-    const AttrForm* const forms[] = {&g_formDecimal, &g_formHex, &g_formColour, &g_formScan,
+    const AttrForm* const forms[] = {&g_formDecimal, &g_formHex, &g_formColor, &g_formScan,
                                      &g_formCount};
     const int32_t values[] = {0, 1, -1, 37, 0xFFFFFF, 2147483647, static_cast<int32_t>(LONG_LEAST)};
     for (const AttrForm* pForm : forms) {
@@ -303,8 +303,8 @@ TEST(AttributeForms, LeaveTheValueWhenTheTextIsRefused)
     const struct {
         const AttrForm* pForm;
         const char* pszText;
-    } rows[] = {{&g_formHex, "12"},     {&g_formHex, "0x"},  {&g_formColour, "red"},
-                {&g_formColour, "255"}, {&g_formScan, "x1"}, {&g_formCount, "-"}};
+    } rows[] = {{&g_formHex, "12"},    {&g_formHex, "0x"},  {&g_formColor, "red"},
+                {&g_formColor, "255"}, {&g_formScan, "x1"}, {&g_formCount, "-"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.pForm->pszName) + " " + row.pszText);
         int32_t nValue = 77;
@@ -321,8 +321,8 @@ TEST(AttributeForms, OfAValueThatDoesNotFitNothingIsTold)
         const char* pszText;
     } rows[] = {{&g_formDecimal, -123, "-123"},
                 {&g_formHex, 0x1234, "0x1234"},
-                {&g_formColour, 0x123456, "0x123456"},
-                {&g_formColour, static_cast<int32_t>(0x80123456), "0x123456 glt"},
+                {&g_formColor, 0x123456, "0x123456"},
+                {&g_formColor, static_cast<int32_t>(0x80123456), "0x123456 glt"},
                 {&g_formCount, -1, "4294967295"},
                 {&g_formMeterType, 1, "vert3d"},
                 {&g_formScaleType, 2, "horizup"}};
@@ -357,7 +357,7 @@ TEST(AttributeForms, AreCleanWhenTheWholeTextIsWhatTheFormAsksFor)
         {&g_formStatus, {"0", "7", " 12 "}, {"", "x", "12x"}},
         {&g_formKind, {"0", "1", "2"}, {"", "x", "12x"}},
         {&g_formHex, {"0x0", "0xFFFFFFFF", "0xab "}, {"", "12", "0x", "0x1g", "0x1 2"}},
-        {&g_formColour,
+        {&g_formColor,
          {"0x0", "0xFFFFFF", "0xFF ", "0xFF glt", "0xFF\tglt "},
          {"", "255", "red", "0x1000000", "0xFF blink", "0xFF glt glt", "0xFF gltx"}},
         {&g_formMeterType, {"vert", "Arc", "sector"}, {"", "arc", "vert ", "dial"}},

@@ -256,7 +256,7 @@ TEST(Bar3D, BoxHasAFrontASlantedSideAndATop)
     }
 }
 
-TEST(Bar3D, FrontHasTheHatchAndTheOtherFacesTheSolidBarColour)
+TEST(Bar3D, FrontHasTheHatchAndTheOtherFacesTheSolidBarColor)
 {
     for (const bool bUp : {true, false}) {
         CBar3D bar(bUp, Bar(bUp, 50, 150), BOX);
@@ -359,7 +359,7 @@ Painting Recorded(const std::function<void(HDC)>& draw)
     return painting;
 }
 
-TEST(Bar3D, OutlineIsInTheScaleColours)
+TEST(Bar3D, OutlineIsInTheScaleColors)
 {
     for (const bool bUp : {true, false})
         for (const int nOption : {BOX, CYLINDER}) {

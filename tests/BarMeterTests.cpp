@@ -268,13 +268,13 @@ TEST(Bar, WithoutRegionOrColumnNothingIsFilled)
 
 // ---- the scale ----
 
-// The lines and texts of a recording: "colour x,y x,y", "cell colour x,y "text"".
+// The lines and texts of a recording: "color x,y x,y", "cell color x,y "text"".
 Lines Strokes(const std::function<void(HDC)>& draw)
 {
     CRecording recording;
     draw(recording.Dc());
     Lines strokes;
-    std::string pen, font, colour, at;
+    std::string pen, font, color, at;
     for (const std::string& call : recording.Calls()) {
         char sz[64] = {};
         int n = 0, nWidth = 0, nHeight = 0;
@@ -282,10 +282,10 @@ Lines Strokes(const std::function<void(HDC)>& draw)
             pen = std::to_string(n) + " " + sz;
         if (std::sscanf(call.c_str(), "CreateFont width %d height %d", &nWidth, &nHeight) == 2)
             font = std::to_string(nWidth) + "x" + std::to_string(nHeight);
-        if (call.rfind("SetTextColor ", 0) == 0) colour = call.substr(13);
+        if (call.rfind("SetTextColor ", 0) == 0) color = call.substr(13);
         if (call.rfind("LineTo ", 0) == 0) strokes.push_back(pen + " " + at + " " + call.substr(7));
         if (call.rfind("LineTo ", 0) == 0 || call.rfind("MoveTo ", 0) == 0) at = call.substr(7);
-        if (call.rfind("Text ", 0) == 0) strokes.push_back(font + " " + colour + call.substr(4));
+        if (call.rfind("Text ", 0) == 0) strokes.push_back(font + " " + color + call.substr(4));
     }
     return strokes;
 }
@@ -517,7 +517,7 @@ TEST(BarFill, DrawsNothingWithoutSegmentBrushOrRegion)
     EXPECT_TRUE(IsBlank(drawn));
 }
 
-TEST(BarFill3D, CapIsAnEllipseInBrushAndColours)
+TEST(BarFill3D, CapIsAnEllipseInBrushAndColors)
 {
     for (const int nStyle : {0, 1, 2}) {
         CTestBitmap drawn(100, 100);

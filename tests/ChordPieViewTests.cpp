@@ -157,7 +157,7 @@ TYPED_TEST(ChordOrPieShape, PressedMovesItsBoxAsARectangleAndItsPointsAlways)
               this->Call(atEdge, SHAPE_QEL, nPressed));
 }
 
-TYPED_TEST(ChordOrPieShape, LeavesTheDeviceContextAsItWasButForTheFillColours)
+TYPED_TEST(ChordOrPieShape, LeavesTheDeviceContextAsItWasButForTheFillColors)
 {
     typename TestFixture::View filled(FigureAttr(g_figure));
     ExpectStateKept(filled, SHAPE_QEL, RGB(0, 255, 0), RGB(0, 0, 255));

@@ -138,7 +138,7 @@ TEST(CircleMeter, SharesAllLayersButTheNeedleWithThePlainDial)
             }
 }
 
-TEST(CircleMeter, NeedleIsATailAndABladeInPinColourOnTheFace)
+TEST(CircleMeter, NeedleIsATailAndABladeInPinColorOnTheFace)
 {
     for (const int r : {25, 60, R, 333}) {
         CCircleMeter m(r, false, 0);
@@ -170,7 +170,7 @@ TEST(CircleMeter, ARealValueTurnsTheNeedleByPartsOfADegree)
     EXPECT_EQ(Polygons(Blade(R, 150.75F)), recording.Only({"Polygon"}));
 }
 
-TEST(CircleMeter, ErasesTheSameBladeInFaceColourAtTheStoredValue)
+TEST(CircleMeter, ErasesTheSameBladeInFaceColorAtTheStoredValue)
 {
     for (const int nReverse : {0, 1}) {
         CCircleMeter m(R, false, 0);

@@ -121,7 +121,7 @@ TEST(CircleShape, WithoutARadiusNothingIsSeen)
     }
 }
 
-TEST(CircleShape, LeavesTheDeviceContextAsItWasButForTheFillColours)
+TEST(CircleShape, LeavesTheDeviceContextAsItWasButForTheFillColors)
 {
     View filled(FilledAttr({40, 50, 30}));
     ExpectStateKept(filled, SHAPE_QEL, RGB(0, 255, 0), RGB(0, 0, 255));

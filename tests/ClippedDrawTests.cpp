@@ -362,7 +362,7 @@ TEST(ClippedDraw, AnEmptyRectangleAndNoDeviceContextAreBorne)
 
 // ---- elements that are no shapes
 
-TEST(ClippedDraw, EveryOtherElementIsAlwaysDrawnAndFindsTheColoursOfAWholeDraw)
+TEST(ClippedDraw, EveryOtherElementIsAlwaysDrawnAndFindsTheColorsOfAWholeDraw)
 {
     CScene scene;
     CQELViewElm* pGroup = scene.Make(QEL_TYPE_GROUP);
@@ -437,7 +437,7 @@ TEST(ClippedDraw, AShapeThatIsAskedForItselfIsDrawn)
 
 // ---- the state that is left
 
-TEST(ClippedDraw, LeavesTheColoursOfTheLastShapesThatLeaveAny)
+TEST(ClippedDraw, LeavesTheColorsOfTheLastShapesThatLeaveAny)
 {
     // By the class and the fill style: the background colour in A or B, the text colour in B.
     const COLORREF none = 0xFFFFFFFF;
@@ -480,7 +480,7 @@ TEST(ClippedDraw, LeavesTheColoursOfTheLastShapesThatLeaveAny)
     }
 }
 
-TEST(ClippedDraw, LeavesColoursAsTheyAreNowWithoutFindingBoundsAnew)
+TEST(ClippedDraw, LeavesColorsAsTheyAreNowWithoutFindingBoundsAnew)
 {
     CScene scene;
     QELSHAPEATTR attr = Filled(OUTSIDE, FIRST | QEL_COLOR_BLINK);
@@ -668,9 +668,9 @@ TEST(ClippedDraw, BoundsFollowAnElementThatComesIntoTheGroup)
 }
 
 // Two filled shapes in a hidden group: which of them leaves its colours follows each change.
-class LeftColours : public testing::Test {
+class LeftColors : public testing::Test {
 protected:
-    LeftColours()
+    LeftColors()
         : m_pGroup(m_scene.Make(QEL_TYPE_GROUP)),
           m_pFirst(m_scene.MakeShape(QEL_TYPE_RECT, Filled(OUTSIDE, FIRST), m_pGroup)),
           m_pSecond(m_scene.MakeShape(QEL_TYPE_RECT, Filled(OUTSIDE, SECOND), m_pGroup))
@@ -691,7 +691,7 @@ protected:
     CQELViewShape* m_pSecond;
 };
 
-TEST_F(LeftColours, FollowTheStyle)
+TEST_F(LeftColors, FollowTheStyle)
 {
     QELSHAPEATTR attr = Outlined(OUTSIDE);
     EXPECT_EQ(1, m_pSecond->SetAttrBlock(&attr));
@@ -702,7 +702,7 @@ TEST_F(LeftColours, FollowTheStyle)
     EXPECT_EQ(FIRST, Back());
 }
 
-TEST_F(LeftColours, FollowTheOrder)
+TEST_F(LeftColors, FollowTheOrder)
 {
     m_pSecond->Move(m_pGroup, nullptr);
     EXPECT_EQ(FIRST, Back());
@@ -712,7 +712,7 @@ TEST_F(LeftColours, FollowTheOrder)
     EXPECT_EQ(FIRST, Back());
 }
 
-TEST_F(LeftColours, AreNotThoseOfADeletedShape)
+TEST_F(LeftColors, AreNotThoseOfADeletedShape)
 {
     EXPECT_EQ(1, m_scene->DeleteElement(m_pSecond));
     EXPECT_EQ(FIRST, Back());
@@ -720,7 +720,7 @@ TEST_F(LeftColours, AreNotThoseOfADeletedShape)
     EXPECT_EQ(0xFFFFFFU, Back());
 }
 
-TEST_F(LeftColours, FollowACopy)
+TEST_F(LeftColors, FollowACopy)
 {
     CQELViewElm* pCopy = nullptr;
     CQELViewElm* pInner = m_scene.Make(QEL_TYPE_GROUP, m_pGroup);
@@ -733,7 +733,7 @@ TEST_F(LeftColours, FollowACopy)
 }
 
 // Within its own parent an empty group's copy cuts off what followed the group.
-TEST_F(LeftColours, FollowACopyBesideTheElement)
+TEST_F(LeftColors, FollowACopyBesideTheElement)
 {
     CQELViewElm* pEmpty = m_scene.Make(QEL_TYPE_GROUP, m_pGroup);
     pEmpty->Move(m_pGroup, m_pFirst);

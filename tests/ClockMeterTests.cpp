@@ -58,12 +58,12 @@ std::string Disc(int nWidth, COLORREF clr, COLORREF clrFill)
            Text({C.x - 5, C.y - 5}) + "," + Text({C.x + 5, C.y + 5});
 }
 
-struct Colours {
+struct Colors {
     COLORREF clrHand = HAND, clrGreen = GREEN, clrWhite = WHITE, clrBlack = BLACK;
 };
-constexpr Colours ERASED{FACE, FACE, FACE, FACE};
+constexpr Colors ERASED{FACE, FACE, FACE, FACE};
 
-Lines BroadHand(int r, double f, int nStyle, int nBehind, int nStripe, int nTip, const Colours& c)
+Lines BroadHand(int r, double f, int nStyle, int nBehind, int nStripe, int nTip, const Colors& c)
 {
     const POINT tip = At(r, f, nTip);
     switch (nStyle) {
@@ -80,7 +80,7 @@ Lines BroadHand(int r, double f, int nStyle, int nBehind, int nStripe, int nTip,
     }
 }
 
-Lines SecondHand(int nDialRadius, double f, int nStyle, const Colours& c)
+Lines SecondHand(int nDialRadius, double f, int nStyle, const Colors& c)
 {
     const int r = nDialRadius * 9 / 10;
     const double fMark = 1.0 / 60;
@@ -104,7 +104,7 @@ Lines SecondHand(int nDialRadius, double f, int nStyle, const Colours& c)
 }
 
 // All three: the hour of the local time, minute and second of the universal one.
-Lines Hands(int r, int nStyle, const ClockTimes& t, const Colours& c = {})
+Lines Hands(int r, int nStyle, const ClockTimes& t, const Colors& c = {})
 {
     Lines all = BroadHand(r, t.local.wHour / 12.0 + t.local.wMinute / 720.0, nStyle, 18, 30, 60, c);
     for (const std::string& line : BroadHand(
@@ -233,7 +233,7 @@ TEST(ClockHands, PixelsAreThoseOfRawLines)
     EXPECT_EQ("", FirstDifference(expected, drawn));
 }
 
-TEST(ClockHands, AreErasedWhollyInTheFaceColour)
+TEST(ClockHands, AreErasedWhollyInTheFaceColor)
 {
     const ClockTimes t{Time(15, 37, 7), Time(10, 7, 42)};
     for (int nStyle = 0; nStyle < 5; ++nStyle) {
@@ -549,7 +549,7 @@ Numeral NumeralOf(const std::string& figure)
     return {text, x, y, x + size.cx, y + size.cy};
 }
 
-TEST(ClockNumerals, AreTwelveInLabelColourWithTwelveAtTheTop)
+TEST(ClockNumerals, AreTwelveInLabelColorWithTwelveAtTheTop)
 {
     for (const int r : {30, 45, 80, 150, 250, 400}) {
         CClock clock(r);

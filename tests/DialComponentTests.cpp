@@ -215,7 +215,7 @@ TEST(ArcAxis, WithBothEndsOnOnePixelIsLeftOutUnlessItIsWhole)
 
 // ---- discs ----
 
-TEST(ScaleCentre, IsADiscInItsTwoColours)
+TEST(ScaleCentre, IsADiscInItsTwoColors)
 {
     CRecording recording;
     EXPECT_EQ(1, CScaleCentre(3, 2, RED, GREEN).Draw(recording.Dc(), C));
@@ -261,7 +261,7 @@ HFONT RawFont(int nWidth, int nHeight)
     return ::CreateFontA(nHeight, nWidth, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0, 0, nullptr);
 }
 
-TEST(ScaleMark, IsATextInItsCellAndColourOnATransparentGround)
+TEST(ScaleMark, IsATextInItsCellAndColorOnATransparentGround)
 {
     CRecording recording;
     EXPECT_EQ(1, CScaleMark(8, 12, BLUE).Draw(recording.Dc(), 33, 44, "12.5"));
@@ -402,7 +402,7 @@ TEST(ArcFill, AWholeSweepIsADisc)
     EXPECT_EQ(RED, drawn.At(C.x, C.y));
 }
 
-TEST(ArcFill, PaintsAHatchWithoutOutlineInBothColours)
+TEST(ArcFill, PaintsAHatchWithoutOutlineInBothColors)
 {
     struct Row {
         int nStyle;
@@ -467,7 +467,7 @@ std::vector<std::vector<POINT>> PinShapes(int nInner, int nTip, float a)
             {Polar(nInner, a - 45), Polar(nTip, a), Polar(nInner, a + 45), Polar(nInner / 4, a)}};
 }
 
-TEST(AnglePin, IsATailAndABladeInOneColour)
+TEST(AnglePin, IsATailAndABladeInOneColor)
 {
     for (const int r : {40, 77, 200})
         for (const float a : {0.0F, 30.0F, 90.0F, 123.4F, 180.0F, 275.5F, 330.0F}) {

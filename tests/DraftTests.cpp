@@ -89,7 +89,7 @@ HBRUSH Junk()
 
 } // namespace
 
-TEST(Draft, HatchesHaveTheirPixelsSetInTheBackgroundColour)
+TEST(Draft, HatchesHaveTheirPixelsSetInTheBackgroundColor)
 {
     for (const HatchRow& row : g_hatches) {
         SCOPED_TRACE(row.nStyle);
@@ -145,7 +145,7 @@ TEST(Draft, IsOfTheDefaultStyleWhenMadeWithoutOne)
     EXPECT_EQ(16 * 16, CountPixels(drawn, CLR_TEXT));
 }
 
-TEST(Draft, StylesFromTenAreGradientsInBothOrdersOfTheColours)
+TEST(Draft, StylesFromTenAreGradientsInBothOrdersOfTheColors)
 {
     const COLORREF clr1 = RGB(255, 0, 10), clr2 = RGB(5, 250, 90);
     RECT rc{5, 3, 37, 31};
@@ -163,7 +163,7 @@ TEST(Draft, StylesFromTenAreGradientsInBothOrdersOfTheColours)
     }
 }
 
-TEST(Draft, EvenGradientStyleBeginsWithTheFirstColourAndTheOddOneWithTheSecond)
+TEST(Draft, EvenGradientStyleBeginsWithTheFirstColorAndTheOddOneWithTheSecond)
 {
     const COLORREF clr1 = RGB(255, 0, 0), clr2 = RGB(0, 0, 255);
     for (const int nStyle : {10, 11}) {
@@ -219,7 +219,7 @@ TEST(Draft, KeepsTheHatchBrushForItsLife)
     EXPECT_EQ(0u, ::GetObjectType(hFirst));
 }
 
-TEST(Draft, KeepsTheGradientBrushWhileTheRectangleIsTheSameWhateverTheColours)
+TEST(Draft, KeepsTheGradientBrushWhileTheRectangleIsTheSameWhateverTheColors)
 {
     const COLORREF clr1 = RGB(255, 255, 0), clr2 = RGB(0, 0, 60);
     CQELDraft draft(Style(10));

@@ -61,7 +61,7 @@ TEST(EllipseShape, PressedMovesItAsARectangle)
     EXPECT_EQ("Ellipse 32,62,210,220", atEdge.Call("Ellipse", SHAPE_QEL, nPressed));
 }
 
-TEST(EllipseShape, LeavesTheDeviceContextAsItWasButForTheFillColours)
+TEST(EllipseShape, LeavesTheDeviceContextAsItWasButForTheFillColors)
 {
     for (const int nDraft : {0, 3, 11}) {
         QELSHAPEATTR attr = FilledAttr({10, 20, 60, 70});

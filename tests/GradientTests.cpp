@@ -173,7 +173,7 @@ TEST_P(GradientKind, PaintsEveryPixelByItsFormulaWhereverTheRectangleBegins)
     }
 }
 
-TEST_P(GradientKind, KeepsEveryChannelBetweenThoseOfTheTwoColours)
+TEST_P(GradientKind, KeepsEveryChannelBetweenThoseOfTheTwoColors)
 {
     const RECT rc{11, 7, 44, 30};
     const COLORREF clrLow = RGB(20, 100, 200);
@@ -192,7 +192,7 @@ TEST_P(GradientKind, KeepsEveryChannelBetweenThoseOfTheTwoColours)
         }
 }
 
-TEST_P(GradientKind, OfOneColourTwiceIsSolid)
+TEST_P(GradientKind, OfOneColorTwiceIsSolid)
 {
     const RECT rc{9, 4, 30, 21};
     const COLORREF clr = RGB(12, 34, 56);
@@ -202,7 +202,7 @@ TEST_P(GradientKind, OfOneColourTwiceIsSolid)
     EXPECT_EQ(50 * 40, CountPixels(drawn, clr));
 }
 
-TEST_P(GradientKind, IgnoresTheHighByteOfTheColours)
+TEST_P(GradientKind, IgnoresTheHighByteOfTheColors)
 {
     const RECT rc{0, 0, 20, 20};
     const CDescriptor plain(rc, GetParam(), CLR_1, CLR_2);
@@ -216,7 +216,7 @@ TEST_P(GradientKind, IgnoresTheHighByteOfTheColours)
 
 INSTANTIATE_TEST_SUITE_P(Each, GradientKind, ::testing::Range(0, 14));
 
-TEST(Gradient, PaintsTheFirstColourExactlyAtTheRectanglesEdge)
+TEST(Gradient, PaintsTheFirstColorExactlyAtTheRectanglesEdge)
 {
     // 40 wide: device column 37 is bitmap column 37, the ramp's first.
     const RECT rc{37, 0, 77, 10};

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr KeywordRow g_colours[] = {
+constexpr KeywordRow g_colors[] = {
     {3, "red"}, {0, "Red"}, {-7, "green blue"}, {12, "redder"}, {KEYWORD_NONE, nullptr}};
-static_assert(IsSoundTable(g_colours));
+static_assert(IsSoundTable(g_colors));
 
 // Ended by the null keyword: the row behind it is never seen.
 constexpr KeywordRow g_endedByNull[] = {{1, "a"}, {2, nullptr}, {3, "b"}, {-1, nullptr}};
@@ -39,25 +39,25 @@ constexpr WiderRow g_wider[] = {{5, "five", 5.5}, {6, "six", 6.5}, {-1, nullptr,
 
 TEST(Keywords, LookupGivesTheNumberOfTheEqualKeyword)
 {
-    EXPECT_EQ(3, LookupKeyword(g_colours, "red"));
-    EXPECT_EQ(0, LookupKeyword(g_colours, "Red"));
-    EXPECT_EQ(-7, LookupKeyword(g_colours, "green blue"));
-    EXPECT_EQ(12, LookupKeyword(g_colours, "redder"));
+    EXPECT_EQ(3, LookupKeyword(g_colors, "red"));
+    EXPECT_EQ(0, LookupKeyword(g_colors, "Red"));
+    EXPECT_EQ(-7, LookupKeyword(g_colors, "green blue"));
+    EXPECT_EQ(12, LookupKeyword(g_colors, "redder"));
     EXPECT_EQ(6, LookupKeyword(g_wider, "six"));
 }
 
 TEST(Keywords, LookupOfAnUnknownKeywordOrOtherLetterCaseIsMinusOne)
 {
     for (const char* pszText : {"blue", "RED", "reD", "re", "redd", "red ", " red", "", "green"})
-        EXPECT_EQ(-1, LookupKeyword(g_colours, pszText)) << "\"" << pszText << "\"";
-    EXPECT_EQ(-1, LookupKeyword(g_colours, nullptr));
+        EXPECT_EQ(-1, LookupKeyword(g_colors, pszText)) << "\"" << pszText << "\"";
+    EXPECT_EQ(-1, LookupKeyword(g_colors, nullptr));
     EXPECT_EQ(-1, LookupKeyword(g_empty, "a"));
 }
 
 TEST(Keywords, BytesAreComparedThoughASecondPointerHoldsThem)
 {
     const std::string copy = std::string("re") + "d";
-    EXPECT_EQ(3, LookupKeyword(g_colours, copy.c_str()));
+    EXPECT_EQ(3, LookupKeyword(g_colors, copy.c_str()));
     constexpr KeywordRow gb2312[] = {{8, "\xBA\xEC"}, {-1, nullptr}};
     EXPECT_EQ(8, LookupKeyword(gb2312, "\xBA\xEC"));
     EXPECT_EQ(-1, LookupKeyword(gb2312, "\xBA\xED"));
@@ -74,12 +74,12 @@ TEST(Keywords, ATableEndsAtMinusOneOrAtANullKeyword)
 
 TEST(Keywords, ANumberFindsItsRowAndKeyword)
 {
-    ASSERT_EQ(&g_colours[2], FindRow(g_colours, -7));
-    EXPECT_EQ(nullptr, FindRow(g_colours, 4));
-    EXPECT_EQ(nullptr, FindRow(g_colours, KEYWORD_NONE)); // the end mark is no row
-    EXPECT_STREQ("Red", NameOf(g_colours, 0));
+    ASSERT_EQ(&g_colors[2], FindRow(g_colors, -7));
+    EXPECT_EQ(nullptr, FindRow(g_colors, 4));
+    EXPECT_EQ(nullptr, FindRow(g_colors, KEYWORD_NONE)); // the end mark is no row
+    EXPECT_STREQ("Red", NameOf(g_colors, 0));
     EXPECT_STREQ("six", NameOf(g_wider, 6));
-    EXPECT_EQ(nullptr, NameOf(g_colours, 99));
+    EXPECT_EQ(nullptr, NameOf(g_colors, 99));
     EXPECT_EQ(nullptr, NameOf(g_empty, 0));
     EXPECT_EQ(nullptr, NameOf(g_endedByNumber, 3));
 }
@@ -89,7 +89,7 @@ TEST(Keywords, AreCopiedWholeOrNotAtAll)
     for (std::size_t nSize = 0; nSize <= 6; ++nSize) {
         char szText[] = "??????";
         const bool bFits = nSize > 3; // "red" and the zero at its end
-        EXPECT_EQ(bFits ? 3u : 0u, CopyKeyword(g_colours, 3, szText, nSize)) << nSize;
+        EXPECT_EQ(bFits ? 3u : 0u, CopyKeyword(g_colors, 3, szText, nSize)) << nSize;
         EXPECT_STREQ(bFits ? "red" : "??????", szText) << nSize;
     }
 }
@@ -98,7 +98,7 @@ TEST(Keywords, OfANumberWithoutAKeywordNothingIsCopied)
 {
     char szText[] = "??????";
     for (const int nId : {4, -8, static_cast<int>(KEYWORD_NONE)})
-        EXPECT_EQ(0u, CopyKeyword(g_colours, nId, szText, sizeof szText)) << nId;
+        EXPECT_EQ(0u, CopyKeyword(g_colors, nId, szText, sizeof szText)) << nId;
     EXPECT_EQ(0u, CopyKeyword(g_endedByNull, 2, szText, sizeof szText)); // its keyword is null
     EXPECT_STREQ("??????", szText);
 }
@@ -112,8 +112,8 @@ TEST(Keywords, OfTwoRowsWithOneNumberTheFirstNamesIt)
 
 TEST(Keywords, ASoundTableReadsBackWhatItNames)
 {
-    for (const KeywordRow& row : g_colours) {
+    for (const KeywordRow& row : g_colors) {
         if (row.nId == KEYWORD_NONE) break;
-        EXPECT_EQ(row.nId, LookupKeyword(g_colours, NameOf(g_colours, row.nId))) << row.pszName;
+        EXPECT_EQ(row.nId, LookupKeyword(g_colors, NameOf(g_colors, row.nId))) << row.pszName;
     }
 }

@@ -79,7 +79,7 @@ TEST(LineShape, PixelsAreThoseOfTheRawCallsInEveryPenStyle)
     });
 }
 
-TEST(LineShape, AFillStylePaintsTheGapsInColourB)
+TEST(LineShape, AFillStylePaintsTheGapsInColorB)
 {
     QELSHAPEATTR attr = FilledAttr({0, 10, 40, 10});
     attr.nPenStyle = PS_DASH;

@@ -306,19 +306,19 @@ struct Route {
 constexpr uint32_t ALL = 0x7FF;
 constexpr uint32_t TO_9 = 0x3FF;
 constexpr uint32_t NO_PIES = ALL & ~0x240U;
-constexpr uint32_t COLOUR = 0x112233;
+constexpr uint32_t COLOR = 0x112233;
 
 const Route g_routes[] = {
-    {0, COLOUR, TO_9, "pin", "second"},
-    {1, COLOUR, TO_9, "scale"},
+    {0, COLOR, TO_9, "pin", "second"},
+    {1, COLOR, TO_9, "scale"},
     {2, 17, ALL, "ticks"},
     {4, 250, ALL, "max"},
     {5, static_cast<uint32_t>(-20), ALL, "min"},
-    {7, COLOUR, TO_9, "face", "empty"},
+    {7, COLOR, TO_9, "face", "empty"},
     {8, 0, ALL, "show-scale"}, // and the axis with it
     {9, 0, NO_PIES, "show-pin"},
     {10, 0, ALL, "show-labels"},
-    {11, COLOUR, ALL, "label"},
+    {11, COLOR, ALL, "label"},
     {12, static_cast<uint32_t>(-5), ALL, "start"},
     {13, 500, ALL, "end"},
     {14, 3, ALL, "major"},
@@ -327,8 +327,8 @@ const Route g_routes[] = {
     {17, 2, ALL, "shift"},
     {18, 3, ALL, "low"},
     {19, 8, ALL, "high"},
-    {20, COLOUR, 1 << 4 | 1 << 5 | 1 << 8, "low-colour"},
-    {21, COLOUR, 1 << 4 | 1 << 5 | 1 << 8, "high-colour"},
+    {20, COLOR, 1 << 4 | 1 << 5 | 1 << 8, "low-colour"},
+    {21, COLOR, 1 << 4 | 1 << 5 | 1 << 8, "high-colour"},
     {22, 1, ALL, "reverse"},
     {23, 1, ALL, "use-base"},
     {24, 4, ALL, "base"},
@@ -452,7 +452,7 @@ TEST(MeterView, NoMoreThanThirtyTwoSectors)
     }
 }
 
-TEST(MeterView, HatchAndItsColoursReachBarsAndPies)
+TEST(MeterView, HatchAndItsColorsReachBarsAndPies)
 {
     for (int nType = 0; nType < TYPES; ++nType) {
         SCOPED_TRACE(nType);
@@ -477,7 +477,7 @@ TEST(MeterView, HatchAndItsColoursReachBarsAndPies)
     }
 }
 
-TEST(MeterView, HatchAndItsColoursStayWithTheMeterAndTheColourGoesToItsFace)
+TEST(MeterView, HatchAndItsColorsStayWithTheMeterAndTheColorGoesToItsFace)
 {
     CTestMeter meter(0);
     QELSHAPEATTR attr = FilledAttr({10, 10, 20, 20});
@@ -496,7 +496,7 @@ TEST(MeterView, HatchAndItsColoursStayWithTheMeterAndTheColourGoesToItsFace)
     EXPECT_EQ(0xABCDEFu, after.clrA);
 }
 
-TEST(MeterView, BlinkingColoursAreBlackInTheDarkPhase)
+TEST(MeterView, BlinkingColorsAreBlackInTheDarkPhase)
 {
     const uint32_t nBlinking = 0x80445566;
     const struct {
@@ -837,7 +837,7 @@ TEST(MeterView, ANewRendererErasesTheOldPointer)
 
 // ---- the face ----
 
-TEST(MeterView, TheFaceIsDrawnInItsColourWithoutHatchInAFullDrawOnly)
+TEST(MeterView, TheFaceIsDrawnInItsColorWithoutHatchInAFullDrawOnly)
 {
     for (int nType = 0; nType < TYPES; ++nType) {
         SCOPED_TRACE(nType);

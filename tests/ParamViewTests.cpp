@@ -80,7 +80,7 @@ void ExpectRecord(const QELDRAWRGNATTR& expected, const CQELViewDrawRgn& view)
     EXPECT_EQ(0, std::memcmp(&expected, &read, sizeof read));
 }
 
-TEST(DrawRegionView, ACopyHasTheRecordAndTheHostsHatchAndColours)
+TEST(DrawRegionView, ACopyHasTheRecordAndTheHostsHatchAndColors)
 {
     CQELViewDrawRgn view(100, 90);
     const QELDRAWRGNATTR attr = DrawRgnAttr();
@@ -136,7 +136,7 @@ TEST(DrawRegionView, LeavesWhatTheHostPaintedInAPartialRedraw)
 
 // ---- frame and pattern ----
 
-TEST(FrameView, ACopyHasTheColourThatTheHostSet)
+TEST(FrameView, ACopyHasTheColorThatTheHostSet)
 {
     CQELViewFrame view(100, 90);
     view.AppendChild(NewRect());
@@ -148,7 +148,7 @@ TEST(FrameView, ACopyHasTheColourThatTheHostSet)
     EXPECT_EQ(0U, CQELViewFrame(100, 90).Color()); // which is not what a new one has
 }
 
-TEST(PatternView, ACopyHasTheHatchAndTheColoursThatTheHostSet)
+TEST(PatternView, ACopyHasTheHatchAndTheColorsThatTheHostSet)
 {
     CQELViewPattern view(100, 90);
     view.AppendChild(NewRect());

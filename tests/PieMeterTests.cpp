@@ -256,7 +256,7 @@ TYPED_TEST(PieMeters, PaintsSectorAndEraseWithoutOutline)
     EXPECT_EQ(0, CountPixels(drawn, SECTOR));
 }
 
-TYPED_TEST(PieMeters, AHatchedSectorHasBothColoursAndTheEraseIsSolid)
+TYPED_TEST(PieMeters, AHatchedSectorHasBothColorsAndTheEraseIsSolid)
 {
     static constexpr WORD CHECKER[8] = {0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55, 0xAA, 0x55};
     CTestBitmap expected(240, 240, FACE), drawn(240, 240, FACE);
@@ -547,7 +547,7 @@ TEST(PieUpgradeMeter, MarksAreMirroredAtTheUpright)
         }
 }
 
-TEST(PieUpgradeMeter, PaintsMarksInScaleColourInsideTheRadiusAlone)
+TEST(PieUpgradeMeter, PaintsMarksInScaleColorInsideTheRadiusAlone)
 {
     for (const int r : {45, 60, R})
         for (const int nStyle : {0, 1, 2, 3}) {
@@ -612,7 +612,7 @@ TEST(PieUpgradeMeter, NumbersHaveTheCellOfTheFontSizeOrOfASixthOfTheRadius)
     }
 }
 
-TEST(PieUpgradeMeter, FrameIsAOnePixelOutlineOfTheSpanInScaleColour)
+TEST(PieUpgradeMeter, FrameIsAOnePixelOutlineOfTheSpanInScaleColor)
 {
     for (const int r : {60, R, 250}) {
         CPie<CPieUpgradeMeter> pie(r, 40, 300);
@@ -654,7 +654,7 @@ TEST(PieUpgradeMeter, FrameLeavesTheFillToBeSeen)
     EXPECT_EQ(SCALE, drawn.At(C.x, C.y - FILL)); // the outline above the upright
 }
 
-TEST(PieUpgradeMeter, FrameWithoutAFillHasTheEraseColourAsItsGround)
+TEST(PieUpgradeMeter, FrameWithoutAFillHasTheEraseColorAsItsGround)
 {
     CPie<CPieUpgradeMeter> pie(R, 40, 300);
     pie->SetShowAxis(1);
@@ -663,9 +663,9 @@ TEST(PieUpgradeMeter, FrameWithoutAFillHasTheEraseColourAsItsGround)
     EXPECT_EQ(1, pie->DrawFrame(recording.Dc()));
     EXPECT_EQ((Lines{Sector(40, 300), Sector(40, 300, FILL, "Arc ")}), // the ground lies below
               recording.Only({"Arc", "Pie", "Chord", "Polygon", "Ellipse", "Rectangle"}));
-    const Lines colours = recording.Only({"SetTextColor"});
-    ASSERT_FALSE(colours.empty());
-    EXPECT_EQ("SetTextColor " + Hex(ERASE), colours.front()); // hatch 0 is all text colour
+    const Lines colors = recording.Only({"SetTextColor"});
+    ASSERT_FALSE(colors.empty());
+    EXPECT_EQ("SetTextColor " + Hex(ERASE), colors.front()); // hatch 0 is all text colour
 }
 
 TEST(PieUpgradeMeter, FrameOfAWholeCircleHasNoSides)

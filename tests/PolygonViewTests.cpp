@@ -118,7 +118,7 @@ TEST(PolygonShape, A3DStyleFillsItAndDrawsNoBorder)
     EXPECT_EQ(flat, View(attr).Calls(SHAPE_QEL));
 }
 
-TEST(PolygonShape, LeavesTheDeviceContextAsItWasButForTheFillColours)
+TEST(PolygonShape, LeavesTheDeviceContextAsItWasButForTheFillColors)
 {
     View filled(PointsAttr(g_star));
     ExpectStateKept(filled, SHAPE_QEL, RGB(0, 255, 0), RGB(0, 0, 255));

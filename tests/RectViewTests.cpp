@@ -129,7 +129,7 @@ TEST(RectShape, A3DBorderHidesTheOutline)
     }
 }
 
-TEST(RectShape, A3DBorderIsWhiteAndBlackWhateverTheColoursBlinkOrNot)
+TEST(RectShape, A3DBorderIsWhiteAndBlackWhateverTheColorsBlinkOrNot)
 {
     QELSHAPEATTR attr = FilledAttr({10, 20, 60, 70});
     attr.nStyle = 3 | 3 << 16;
@@ -161,7 +161,7 @@ TEST(RectShape, PressedMovesLeftAndTopAlways)
     EXPECT_EQ("Rectangle 30,60,130,160", unflagged.Call("Rectangle", SHAPE_QEL, nPressed));
 }
 
-TEST(RectShape, LeavesTheDeviceContextAsItWasButForTheFillColours)
+TEST(RectShape, LeavesTheDeviceContextAsItWasButForTheFillColors)
 {
     for (const DWORD nStyle : {0UL, 1UL, 3UL, 5UL}) {
         for (const int nPenWidth : {0, 1, 3}) {

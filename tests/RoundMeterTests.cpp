@@ -126,7 +126,7 @@ struct Tick {
     std::string kind;
     std::vector<POINT> points;
     double fHalfPen;
-    std::string colours;
+    std::string colors;
 };
 
 Tick ParseTick(const std::string& figure)
@@ -134,7 +134,7 @@ Tick ParseTick(const std::string& figure)
     const Lines w = Split(figure);
     Tick tick{w[0], {}, std::stoi(w[1]) / 2.0, w[2]};
     std::size_t n = 3;
-    if (w[0] != "Line") tick.colours += " " + w[n++];
+    if (w[0] != "Line") tick.colors += " " + w[n++];
     for (; n < w.size(); ++n) {
         const std::vector<int> xy = Numbers(w[n]);
         tick.points.push_back({xy[0], xy[1]});
@@ -209,7 +209,7 @@ TEST(RoundGauge, AxisIsOneBroadBandOrTwoNarrowOnes)
     }
 }
 
-TEST(RoundGauge, HasOneTickAtEachIntervalOnItsAngleInScaleColour)
+TEST(RoundGauge, HasOneTickAtEachIntervalOnItsAngleInScaleColor)
 {
     for (int nStyle = -1; nStyle <= 4; ++nStyle) {
         CGauge g(150);
@@ -221,7 +221,7 @@ TEST(RoundGauge, HasOneTickAtEachIntervalOnItsAngleInScaleColour)
             const Tick tick = ParseTick(figures[i]);
             EXPECT_TRUE(tick.kind == "Line" || tick.kind == "Polygon") << figures[i];
             EXPECT_EQ(tick.kind == "Line" ? Hex(SCALE) : Hex(SCALE) + " " + Hex(SCALE),
-                      tick.colours);
+                      tick.colors);
             // The tick's middle lies on its ray: 25 degrees a tick from 30. Points are whole
             // pixels, so it may be off by one.
             double x = 0, y = 0;
@@ -668,7 +668,7 @@ TEST(RoundGauge, ReadOutNeedsTicksAndAMaximum)
 }
 
 // The text that a whole draw ends with, without what it says.
-std::string ReadOutColour(CGauge& g, const std::function<void(HDC)>& draw)
+std::string ReadOutColor(CGauge& g, const std::function<void(HDC)>& draw)
 {
     g->SetShowValue(1);
     const Lines lines = Drawn(draw);
@@ -694,7 +694,7 @@ TEST(RoundGauge, ReadOutIsGreenWhenTheValueBeforeWasStrictlyBetweenTheLimitsAndR
             CGauge g(90);
             SetZones(g, bReverse);
             const auto draw = [&](int n, uint32_t nFlags) {
-                return ReadOutColour(g, [&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, n, nFlags)); });
+                return ReadOutColor(g, [&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, n, nFlags)); });
             };
             EXPECT_EQ(Hex(BLACK), draw(nValue, QEL_DRAW_FULL));
             g->SetShowAlarm(1);
@@ -706,14 +706,14 @@ TEST(RoundGauge, ReadOutIsGreenWhenTheValueBeforeWasStrictlyBetweenTheLimitsAndR
         }
 }
 
-TEST(RoundGauge, ReadOutOfARealValueTakesItsColourFromTheWholePartOfTheOneBefore)
+TEST(RoundGauge, ReadOutOfARealValueTakesItsColorFromTheWholePartOfTheOneBefore)
 {
     for (const bool bReverse : {false, true}) {
         CGauge g(90);
         SetZones(g, bReverse);
         g->SetShowAlarm(1);
         const auto draw = [&](float f) {
-            return ReadOutColour(g, [&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, f, 0)); });
+            return ReadOutColor(g, [&](HDC hdc) { EXPECT_EQ(1, g->Draw(hdc, f, 0)); });
         };
         EXPECT_EQ(Hex(RED), draw(20.75F)); // the angle of 0 before the first one
         EXPECT_EQ(Hex(RED), draw(64.5F));  // 20, which is a limit
@@ -723,7 +723,7 @@ TEST(RoundGauge, ReadOutOfARealValueTakesItsColourFromTheWholePartOfTheOneBefore
     }
 }
 
-TEST(RoundGauge, ReadOutOfTheFirstDrawHasTheColourOfZero)
+TEST(RoundGauge, ReadOutOfTheFirstDrawHasTheColorOfZero)
 {
     for (const bool bReverse : {false, true})
         for (const int nLow : {-50, 5}) {
@@ -732,7 +732,7 @@ TEST(RoundGauge, ReadOutOfTheFirstDrawHasTheColourOfZero)
             SetZones(g, bReverse);
             g->SetLowLimit(nLow);
             g->SetShowAlarm(1);
-            EXPECT_EQ(Hex(nLow < 0 ? GREEN : RED), ReadOutColour(g, [&](HDC hdc) {
+            EXPECT_EQ(Hex(nLow < 0 ? GREEN : RED), ReadOutColor(g, [&](HDC hdc) {
                           EXPECT_EQ(1, g->Draw(hdc, 90, QEL_DRAW_FULL));
                       }));
         }

@@ -81,7 +81,7 @@ TEST(RoundRectShape, FollowsItsKeepModeAndTheClip)
               View(OutlineAttr({-10, -5, 60, 70, 12, 16})).Call("RoundRect", SHAPE_QEL));
 }
 
-TEST(RoundRectShape, LeavesTheDeviceContextAsItWasButForTheFillColours)
+TEST(RoundRectShape, LeavesTheDeviceContextAsItWasButForTheFillColors)
 {
     View filled(FilledAttr({10, 20, 60, 70, 12, 16}));
     ExpectStateKept(filled, SHAPE_QEL, RGB(0, 255, 0), RGB(0, 0, 255));

@@ -721,7 +721,7 @@ TEST(ScaleView, TheFormThatWasSetLastIsDrawn)
     }
 }
 
-TEST(ScaleView, HatchAndItsColoursStayWithTheScaleAndTheColourGoesOn)
+TEST(ScaleView, HatchAndItsColorsStayWithTheScaleAndTheColorGoesOn)
 {
     CQELView view(g_elementTypes, SIZE{100, 100});
     ASSERT_EQ(1, view.NewTree());
@@ -742,7 +742,7 @@ TEST(ScaleView, HatchAndItsColoursStayWithTheScaleAndTheColourGoesOn)
     EXPECT_EQ(0xABCDEFu, after.clrA);
 }
 
-TEST(ScaleView, BlinkingColoursAreBlackInTheDarkPhase)
+TEST(ScaleView, BlinkingColorsAreBlackInTheDarkPhase)
 {
     for (int nType = 0; nType < 6; ++nType) {
         const Scale scale = Make(Attr(nType));

@@ -205,7 +205,7 @@ TEST(SectorMeter, SkipsASectorWithoutWidthButDrawsAWholeDisc)
     EXPECT_EQ(PieLines({3000, 1, 6999}, 120), RealFill(tiny));
 }
 
-TEST(SectorMeter, HasItsOwnColourForEachOf32Sectors)
+TEST(SectorMeter, HasItsOwnColorForEachOf32Sectors)
 {
     const Values values(32, 3);
     CChart chart(values);
@@ -337,7 +337,7 @@ TEST(SectorMeter, IsClippedToTheMeterRectangle)
 
 // What is printed: text, and the middle of its place.
 struct Printed {
-    std::string text, colour;
+    std::string text, color;
     double x, y;
     int nCellHeight;
 };
@@ -348,7 +348,7 @@ std::vector<Printed> Print(CChart& chart, bool bReal)
     EXPECT_EQ(1, bReal ? chart->DrawValueText(recording.Dc(), 0.0F)
                        : chart->DrawValueText(recording.Dc(), 0));
     std::vector<Printed> printed;
-    std::string colour;
+    std::string color;
     int nWidth = 0, nHeight = 0;
     for (const std::string& line : recording.Only({"CreateFont", "SetTextColor", "Text"})) {
         char szText[64] = {};
@@ -356,10 +356,10 @@ std::vector<Printed> Print(CChart& chart, bool bReal)
         // A font read in a text line's place would leave nothing behind.
         if (std::sscanf(line.c_str(), "CreateFont width %d height %d", &nWidth, &nHeight) == 2)
             continue;
-        if (line.rfind("SetTextColor ", 0) == 0) colour = line.substr(13);
+        if (line.rfind("SetTextColor ", 0) == 0) color = line.substr(13);
         if (std::sscanf(line.c_str(), "Text %d,%d \"%60[^\"]\"", &x, &y, szText) == 3) {
             const std::string text = szText;
-            printed.push_back({text, colour, x + static_cast<double>(text.size()) * nWidth / 2,
+            printed.push_back({text, color, x + static_cast<double>(text.size()) * nWidth / 2,
                                y + nHeight / 2.0, nHeight});
         }
     }
@@ -381,7 +381,7 @@ TEST(SectorMeter, PrintsEachValueAtTwoThirdsOfTheRadiusInTheMiddleOfItsSector)
                 // Halves of odd widths are cut.
                 EXPECT_NEAR(pt.x, printed[i].x, 1) << printed[i].text;
                 EXPECT_NEAR(pt.y, printed[i].y, 1) << printed[i].text;
-                EXPECT_EQ(Hex(LABEL), printed[i].colour);
+                EXPECT_EQ(Hex(LABEL), printed[i].color);
             }
         }
     }

@@ -120,7 +120,7 @@ TEST(Shape, StyleAndFlagNeedTheirPrefix)
     }
 }
 
-TEST(Shape, ColoursAreHexadecimalWithAWordForBlinking)
+TEST(Shape, ColorsAreHexadecimalWithAWordForBlinking)
 {
     const struct {
         const char* pszValue;
@@ -153,7 +153,7 @@ TEST(Shape, ColoursAreHexadecimalWithAWordForBlinking)
     }
 }
 
-TEST(Shape, AColourThatCannotBeReadKeepsItsDefault)
+TEST(Shape, AColorThatCannotBeReadKeepsItsDefault)
 {
     for (const char* pszValue : {"255", "red", "0x", "glt", "0xzz glt", "0XFF", " 0xff", "ff"}) {
         const QELSHAPEATTR attr = AttrOf(std::string("fg='") + pszValue + "' bg='" + pszValue +
@@ -164,7 +164,7 @@ TEST(Shape, AColourThatCannotBeReadKeepsItsDefault)
     }
 }
 
-TEST(Shape, AColourIsWrittenUnlessItIsTheDefaultOfItsOwnAttribute)
+TEST(Shape, AColorIsWrittenUnlessItIsTheDefaultOfItsOwnAttribute)
 {
     EXPECT_EQ("", SavedAttrs("fg='0xffffff'"));
     EXPECT_EQ("", SavedAttrs("clr='0xffffff'"));

@@ -157,7 +157,7 @@ TEST(ShapeRecord, IsCopiedWithTheElementButTheRotationIsNot)
 
 // ---- host parameters ----
 
-TEST(ShapeParameters, ColourGoesToTheFillOrElseThePen)
+TEST(ShapeParameters, ColorGoesToTheFillOrElseThePen)
 {
     const struct {
         uint32_t nFlags;
@@ -186,7 +186,7 @@ TEST(ShapeParameters, ColourGoesToTheFillOrElseThePen)
     }
 }
 
-TEST(ShapeParameters, ColourOfATextIsAlwaysItsTextColour)
+TEST(ShapeParameters, ColorOfATextIsAlwaysItsTextColor)
 {
     for (const uint32_t nStyle : {0U, 1U, 3U}) {
         QELSHAPEATTR expected = FullAttr();
@@ -199,7 +199,7 @@ TEST(ShapeParameters, ColourOfATextIsAlwaysItsTextColour)
     }
 }
 
-TEST(ShapeParameters, HatchAndItsColoursOnlyReachFlaggedFilledShapes)
+TEST(ShapeParameters, HatchAndItsColorsOnlyReachFlaggedFilledShapes)
 {
     const struct {
         uint32_t nFlags;
@@ -341,26 +341,26 @@ TEST(ShapeSequence, OfALineSetsNoBrush)
 }
 
 // Deliberate: only fill style 1 puts the background colour back, 3 and 5 leave it changed.
-TEST(ShapeSequence, OfAFilledLineFillsTheGapsAndRestoresTheColourForFillStyle1Only)
+TEST(ShapeSequence, OfAFilledLineFillsTheGapsAndRestoresTheColorForFillStyle1Only)
 {
     for (const DWORD nStyle : {1UL, 3UL, 5UL, 0x00040001UL, 0x00040003UL}) {
         QELSHAPEATTR attr = FilledAttr({10, 20, 60, 70});
         attr.nStyle = nStyle;
         attr.nPenStyle = PS_DASH;
         CTestView<CQELViewLine> view(attr);
-        Lines colours;
+        Lines colors;
         for (const std::string& line : view.Calls(QEL))
             if (line.rfind("SetBk", 0) == 0 || line.rfind("LineTo", 0) == 0 ||
                 line.rfind("SetTextColor", 0) == 0 || line.find("Brush") != std::string::npos)
-                colours.push_back(line);
-        std::sort(colours.begin(), colours.begin() + 2); // mode and colour in either order
-        ASSERT_GE(colours.size(), 3U);
+                colors.push_back(line);
+        std::sort(colors.begin(), colors.begin() + 2); // mode and colour in either order
+        ASSERT_GE(colors.size(), 3U);
         EXPECT_EQ((Lines{"SetBkColor ff0000", "SetBkMode 2", "LineTo 120,140"}),
-                  Lines(colours.begin(), colours.begin() + 3));
+                  Lines(colors.begin(), colors.begin() + 3));
         const bool bBack = (nStyle & 0xFFFF) == 1;
-        EXPECT_EQ(bBack, std::count(colours.begin() + 3, colours.end(), "SetBkColor ffffff") == 1);
-        EXPECT_EQ(1, std::count(colours.begin() + 3, colours.end(), "SetBkMode 2"));
-        EXPECT_EQ(bBack ? 5U : 4U, colours.size());
+        EXPECT_EQ(bBack, std::count(colors.begin() + 3, colors.end(), "SetBkColor ffffff") == 1);
+        EXPECT_EQ(1, std::count(colors.begin() + 3, colors.end(), "SetBkMode 2"));
+        EXPECT_EQ(bBack ? 5U : 4U, colors.size());
         ExpectStateKept(view, QEL, bBack ? BACK_BEFORE : RGB(0, 0, 255), TEXT_BEFORE);
     }
 }
@@ -382,7 +382,7 @@ TEST(ShapeSequence, APartialRedrawCallsNothingAndSucceeds)
 
 // ---- what is left changed in the device context ----
 
-TEST(ShapeState, AFillLeavesItsTwoColoursAndNothingElse)
+TEST(ShapeState, AFillLeavesItsTwoColorsAndNothingElse)
 {
     CTestView<CQELViewEllipse> filled(FilledAttr({10, 20, 60, 70}));
     ExpectStateKept(filled, QEL, RGB(0, 255, 0), RGB(0, 0, 255));
@@ -390,7 +390,7 @@ TEST(ShapeState, AFillLeavesItsTwoColoursAndNothingElse)
     ExpectStateKept(outline, QEL, BACK_BEFORE, TEXT_BEFORE);
 }
 
-TEST(ShapeState, BlinkReachesPenAndBothFillColours)
+TEST(ShapeState, BlinkReachesPenAndBothFillColors)
 {
     QELSHAPEATTR attr = FilledAttr({10, 20, 60, 70});
     attr.clrPen |= QEL_COLOR_BLINK;

@@ -266,7 +266,7 @@ TEST(TextShape, FollowsKeepModesAndThePressedShift)
     EXPECT_EQ("12 24", FontMade(kept, {0, 0, 200, 200}));
 }
 
-TEST(TextShape, ColoursBlink)
+TEST(TextShape, ColorsBlink)
 {
     QELSHAPEATTR attr = TextAttr({10, 20, 70, 50}, "hello", 1);
     attr.clrA |= QEL_COLOR_BLINK;

@@ -214,7 +214,7 @@ TEST(ViewElement, ReferenceSizeAndBlinkStayBelowTheElement)
     EXPECT_EQ(0, inner->BlinkPhase());
 }
 
-TEST(ViewElement, BlinkColoursAreBlackInTheDarkPhaseOnly)
+TEST(ViewElement, BlinkColorsAreBlackInTheDarkPhaseOnly)
 {
     CQELViewGroup group(50, 50);
     EXPECT_EQ(0x123456U, group.BlinkColor(0x123456));
@@ -277,13 +277,13 @@ TEST(ViewElement, PassesParametersDownAndJoinsTheMasks)
     CQELViewGroup group(100, 100);
     auto* pInner = new CQELViewGroup(100, 100);
     group.AppendChild(pInner);
-    CQELViewRect* pColour = NewRect(1, QEL_FLAG_COLOR_PARAM);
+    CQELViewRect* pColor = NewRect(1, QEL_FLAG_COLOR_PARAM);
     auto* pDraft = new CQELViewEllipse(100, 100);
     QELSHAPEATTR attr = FilledAttr({0, 0, 5, 5});
     attr.nFlags = QEL_FLAG_DRAFT_PARAM | QEL_KEEP_TOP;
     ASSERT_EQ(1, pDraft->SetAttrBlock(&attr));
     EXPECT_EQ(0U, group.GetParamMask());
-    pInner->AppendChild(pColour);
+    pInner->AppendChild(pColor);
     EXPECT_EQ(static_cast<uint32_t>(QEL_MASK_COLOR), group.GetParamMask());
     group.AppendChild(pDraft);
     group.AppendChild(new CQELViewText(100, 100));
@@ -294,7 +294,7 @@ TEST(ViewElement, PassesParametersDownAndJoinsTheMasks)
     EXPECT_EQ(1, group.SetDraftParam(12));
     EXPECT_EQ(1, group.SetDraftForeParam(0x222222));
     EXPECT_EQ(1, group.SetDraftBackParam(0x333333));
-    ASSERT_EQ(1, pColour->GetAttrBlock(&attr));
+    ASSERT_EQ(1, pColor->GetAttrBlock(&attr));
     EXPECT_EQ(0x111111U, attr.clrPen);
     EXPECT_EQ(0, attr.nDraft);
     ASSERT_EQ(1, pDraft->GetAttrBlock(&attr));

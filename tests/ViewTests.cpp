@@ -420,7 +420,7 @@ TEST(ViewOperations, WhatMovesOutsideOfThePictureTakesThePhaseWhenItComesIn)
     EXPECT_EQ(0, pRect->BlinkPhase());
 }
 
-TEST(ViewOperations, BlinkingColoursAreDrawnBlackInTheDarkPhase)
+TEST(ViewOperations, BlinkingColorsAreDrawnBlackInTheDarkPhase)
 {
     Scene scene;
     CQELViewElm* pRect = scene.MakeRect(10);
@@ -438,7 +438,7 @@ TEST(ViewOperations, BlinkingColoursAreDrawnBlackInTheDarkPhase)
 
 // ---- parameters and registry ----
 
-TEST(ViewParameters, RecolourTheFlaggedShapesAndStillAnswer0WithoutAFrameOrPattern)
+TEST(ViewParameters, RecolorTheFlaggedShapesAndStillAnswer0WithoutAFrameOrPattern)
 {
     Scene scene;
     CQELViewElm* pGroup = scene.Make(QEL_TYPE_GROUP);

@@ -107,9 +107,8 @@ bool CRedraws::ChangeOther(HQELENGINE h, bool bScales)
     case 2:
         return QELSetParam(h, 1, nBits % 38) == 1;
     case 3: {
-        constexpr int colours[] = {0, 2, 3};
-        return QELSetParam(h, colours[nBits >> 24 & 1 ? 0 : 1 + nBits % 2], nBits & 0x80FFFFFF) ==
-               1;
+        constexpr int colors[] = {0, 2, 3};
+        return QELSetParam(h, colors[nBits >> 24 & 1 ? 0 : 1 + nBits % 2], nBits & 0x80FFFFFF) == 1;
     }
     case 4: // the sectors of a share chart
         return bScales || QELSetScaleStatus(h, 1 + nBits % 32, nBits >> 8 & 63) == 1;

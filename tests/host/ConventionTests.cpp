@@ -13,9 +13,9 @@ constexpr COLORREF BLUE = RGB(0, 0, 255);
 constexpr COLORREF WHITE = RGB(255, 255, 255);
 
 // A block in colour A.
-std::string Block(const char* pszColour, const char* pszCrd, const char* pszMore = "")
+std::string Block(const char* pszColor, const char* pszCrd, const char* pszMore = "")
 {
-    return std::string("<rect style='0x1' dr='1' lnwid='0' fg='") + pszColour + "' crd='" + pszCrd +
+    return std::string("<rect style='0x1' dr='1' lnwid='0' fg='") + pszColor + "' crd='" + pszCrd +
            "' " + pszMore + "/>";
 }
 

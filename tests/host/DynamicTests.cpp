@@ -50,9 +50,9 @@ private:
     HQELENGINE m_hEngine;
 };
 
-std::string Fill(const char* pszColour, const char* pszCrd, const char* pszMore = "")
+std::string Fill(const char* pszColor, const char* pszCrd, const char* pszMore = "")
 {
-    return std::string("<rect style='0x1' dr='1' lnwid='0' fg='") + pszColour + "' crd='" + pszCrd +
+    return std::string("<rect style='0x1' dr='1' lnwid='0' fg='") + pszColor + "' crd='" + pszCrd +
            "' " + pszMore + "/>";
 }
 
@@ -123,7 +123,7 @@ TEST(Status, ANegativeNumberReadsAsZeroAndIsNotWritten)
     EXPECT_EQ(0, nOwn);
 }
 
-TEST(Status, AHiddenElementStillPassesTheFrameColourDown)
+TEST(Status, AHiddenElementStillPassesTheFrameColorDown)
 {
     const CHost host("<status stx='3'>" + Fill("0xff", "0 0 50 50", "flag='0x1'") + "</status>");
     QELSetParam(host, QEL_PARAM_COLOR, 0x00FF00);
@@ -177,7 +177,7 @@ TEST(Status, AMoveInsideThePictureLeavesTheOrderOfTheList)
 
 // ---- frame
 
-TEST(Frame, DeletingOneThatIsOutOfThePictureLeavesTheOtherItsColour)
+TEST(Frame, DeletingOneThatIsOutOfThePictureLeavesTheOtherItsColor)
 {
     const CHost host("<frame>" + Fill("0xff", "0 0 50 25") + "</frame><frame>" +
                      Fill("0xff", "0 25 50 50") + "</frame>");
@@ -191,31 +191,31 @@ TEST(Frame, DeletingOneThatIsOutOfThePictureLeavesTheOtherItsColour)
     EXPECT_EQ(GREEN, host.Pixel(10, 60));
 }
 
-TEST(Frame, EveryShapeInsideTakesTheColourWhateverItsFlags)
+TEST(Frame, EveryShapeInsideTakesTheColorWhateverItsFlags)
 {
     const CHost host("<frame><g>" + Fill("0xff", "0 0 50 25") + "</g></frame>" +
                      Fill("0xff", "0 25 50 50"));
     EXPECT_EQ(1, QELSetParam(host, QEL_PARAM_COLOR, 0x00FF00));
     EXPECT_EQ(GREEN, host.Pixel(10, 10));
     EXPECT_EQ(RED, host.Pixel(10, 60)); // outside, without the flag
-    DWORD nColour = 0;
-    ASSERT_EQ(1, QELGetParam(host, QEL_PARAM_COLOR, &nColour));
-    EXPECT_EQ(0x00FF00U, nColour);
+    DWORD nColor = 0;
+    ASSERT_EQ(1, QELGetParam(host, QEL_PARAM_COLOR, &nColor));
+    EXPECT_EQ(0x00FF00U, nColor);
 }
 
-TEST(Frame, AnUnfilledShapeTakesItAsOutlineAndColourA)
+TEST(Frame, AnUnfilledShapeTakesItAsOutlineAndColorA)
 {
     const CHost host("<frame><rect crd='0 0 50 50'/></frame>");
     QELSetParam(host, QEL_PARAM_COLOR, 0x00FF00);
     EXPECT_EQ(GREEN, host.Pixel(0, 50));
 }
 
-TEST(Frame, ItsOwnColourAnswersNotTheStoredOne)
+TEST(Frame, ItsOwnColorAnswersNotTheStoredOne)
 {
     const CHost host("<frame/>");
-    DWORD nColour = 99;
-    ASSERT_EQ(1, QELGetParam(host, QEL_PARAM_COLOR, &nColour));
-    EXPECT_EQ(0U, nColour); // the stored parameter is 0xFFFFFF
+    DWORD nColor = 99;
+    ASSERT_EQ(1, QELGetParam(host, QEL_PARAM_COLOR, &nColor));
+    EXPECT_EQ(0U, nColor); // the stored parameter is 0xFFFFFF
 }
 
 TEST(Frame, MaskIsItsOwnAloneAndItSavesAsItWas)
@@ -225,7 +225,7 @@ TEST(Frame, MaskIsItsOwnAloneAndItSavesAsItWas)
     EXPECT_TRUE(Contains(host.Saved(), "<frame id=\"f\">\r\n<rect "));
 }
 
-TEST(Frame, TheLastOneReceivesTheColour)
+TEST(Frame, TheLastOneReceivesTheColor)
 {
     const CHost host("<frame>" + Fill("0xff", "0 0 50 25") + "</frame><frame>" +
                      Fill("0xff", "0 25 50 50") + "</frame>");
@@ -238,7 +238,7 @@ TEST(Frame, TheLastOneReceivesTheColour)
 
 // ---- pattern
 
-TEST(Pattern, GivesHatchAndColoursToEveryShapeInside)
+TEST(Pattern, GivesHatchAndColorsToEveryShapeInside)
 {
     const CHost host("<pattern>" + Fill("0xff", "0 0 50 50") + "</pattern>");
     EXPECT_EQ(1, QELSetParam(host, QEL_PARAM_DRAFT_FORE, 0x00FF00));
@@ -278,7 +278,7 @@ TEST(Pattern, MaskIsItsOwnAlone)
 
 // ---- draw region
 
-TEST(DrawRegion, FillsWithTheHatchInSwappedColours)
+TEST(DrawRegion, FillsWithTheHatchInSwappedColors)
 {
     const CHost host("<drawrgn style='0x1' crd='10 10 40 40'/>");
     EXPECT_EQ(RGB(0, 0, 0), host.Pixel(50, 50)); // hatch 0 is all colour B

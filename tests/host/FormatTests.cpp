@@ -29,7 +29,7 @@ double Distance(const std::string& call, POINT ptCentre)
 }
 
 // The first line of a recording whose pen has that colour.
-DialLine LineInColour(const Lines& calls, const std::string& clr, POINT ptCentre)
+DialLine LineInColor(const Lines& calls, const std::string& clr, POINT ptCentre)
 {
     bool bPen = false;
     DialLine line{-1, -1};
@@ -185,11 +185,11 @@ TEST(Format, ADialsScaleStandsInsideOfItsRadius)
         EXPECT_EQ(1, host.Set(QEL_SEL_SCALE_COLOR, 0x112233));
         EXPECT_EQ(1, host.Set(QEL_SEL_PIN_COLOR, 0x445566));
         const Lines calls = host.Calls();
-        const DialLine tick = LineInColour(calls, "112233", pt);
+        const DialLine tick = LineInColor(calls, "112233", pt);
         EXPECT_NEAR(60 - 18, tick.fFrom, 2); // points are whole numbers
         EXPECT_NEAR(60 - 14, tick.fTo, 2);
         if (*pszType != 'A') continue;
-        const DialLine needle = LineInColour(calls, "445566", pt);
+        const DialLine needle = LineInColor(calls, "445566", pt);
         EXPECT_NEAR(5, needle.fFrom, 2);
         EXPECT_NEAR(60 - 21, needle.fTo, 2);
     }
@@ -244,7 +244,7 @@ TEST(Format, ADialWithoutAKeepModeKeepsItsDistancesFromTheBordersAndItsFaceIsStr
                        SIDE);
         host.Place({0, 0, 2 * SIDE, 2 * SIDE});
         EXPECT_EQ(1, host.Set(QEL_SEL_SCALE_COLOR, 0x112233));
-        const DialLine tick = LineInColour(host.Calls(), "112233", {140, 140});
+        const DialLine tick = LineInColor(host.Calls(), "112233", {140, 140});
         EXPECT_NEAR(row.nRadius - 14, tick.fTo, 2);
         EXPECT_TRUE(Has(host.Calls({"Ellipse"}), row.pszFace));
     }
@@ -415,7 +415,7 @@ std::string ReadOut(const CTextHost& host, DWORD nValue)
 
 } // namespace
 
-TEST(Format, TheReadOutHasItsOwnColoursAndADecimalAndGoesOnOutOfRange)
+TEST(Format, TheReadOutHasItsOwnColorsAndADecimalAndGoesOnOutOfRange)
 {
     const CTextHost host(Dial("roundUpgrade", "70 70 60 0 0 140 140"), SIDE);
     EXPECT_EQ(1, host.Set(QEL_SEL_SHOW_VALUE, 1));

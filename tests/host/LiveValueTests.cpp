@@ -169,7 +169,7 @@ TEST(LiveValues, AScaleAndAMeterOfOneIdBothTakeASettingAndAnswerByTheirOrder)
     EXPECT_EQ(0, both.Set(40, QEL_SEL_SHOW_PIN, 1));
 }
 
-TEST(LiveValues, WithBothTheMeterAnswersTheColoursAndTheScaleTheRest)
+TEST(LiveValues, WithBothTheMeterAnswersTheColorsAndTheScaleTheRest)
 {
     // The scale of id 5 and the meter of id 0, which owns 1 to 32: the meter alone has id 0.
     const CHost host("<scale scid='5' min='3'/><meter mtid='0' usc='1'/>");
@@ -622,10 +622,10 @@ public:
     {
         struct {
             BITMAPINFOHEADER head;
-            RGBQUAD colours[256];
+            RGBQUAD colors[256];
         } info{{sizeof(BITMAPINFOHEADER), SIDE, -SIDE, 1, 8, BI_RGB, 0, 0, 0, 256, 0}, {}};
         for (int n = 0; n < 256; ++n) // three bits of blue, three of green and two of red
-            info.colours[n] = {BYTE((n >> 5) * 36), BYTE((n >> 2 & 7) * 36), BYTE((n & 3) * 85), 0};
+            info.colors[n] = {BYTE((n >> 5) * 36), BYTE((n >> 2 & 7) * 36), BYTE((n & 3) * 85), 0};
         void* pBits = nullptr;
         m_hBitmap = ::CreateDIBSection(m_hdc, reinterpret_cast<const BITMAPINFO*>(&info),
                                        DIB_RGB_COLORS, &pBits, nullptr, 0);
@@ -647,7 +647,7 @@ public:
         ::GdiFlush();
     }
     int At(int nX, int nY) const { return m_pPixels[nY * SIDE + nX]; }
-    int Colours() const
+    int Colors() const
     {
         bool bSeen[256] = {};
         for (int n = 0; n < SIDE * SIDE; ++n) bSeen[m_pPixels[n]] = true;
@@ -705,7 +705,7 @@ std::string SweepDifference(int nType, const std::vector<std::pair<DWORD, DWORD>
     }
     set(still, LAST);
     fresh.Draw(still, QEL_DRAW_FULL);
-    EXPECT_LE(4, fresh.Colours()); // ground, face, marks, labels and what shows the value
+    EXPECT_LE(4, fresh.Colors()); // ground, face, marks, labels and what shows the value
     return Difference(fresh, swept, nType == 10);
 }
 
@@ -863,17 +863,17 @@ TEST(PartialRedraw, AfterADrawOntoAnotherDeviceContextTheOldNeedleStays)
 // ---- the read-out ----
 
 // The colour in which the read-out of a gauge with the zones 20 and 80 is written.
-std::string ReadOutColour(const CHost& host, DWORD nFlags)
+std::string ReadOutColor(const CHost& host, DWORD nFlags)
 {
-    std::string colour, found;
+    std::string color, found;
     for (const std::string& line : host.Calls(nFlags)) {
-        if (line.rfind("SetTextColor ", 0) == 0) colour = line.substr(13);
-        if (line.rfind("Text ", 0) == 0) found = colour;
+        if (line.rfind("SetTextColor ", 0) == 0) color = line.substr(13);
+        if (line.rfind("Text ", 0) == 0) found = color;
     }
     return found == "0000ff" ? "red" : found == "00ff00" ? "green" : found;
 }
 
-TEST(ReadOut, TakesItsColourFromTheValueOfTheDrawBefore)
+TEST(ReadOut, TakesItsColorFromTheValueOfTheDrawBefore)
 {
     for (const DWORD nFlags : {DWORD(QEL_DRAW_FULL), DWORD(0)}) {
         const CHost host(Meter(8));
@@ -882,7 +882,7 @@ TEST(ReadOut, TakesItsColourFromTheValueOfTheDrawBefore)
         host.Set(0, QEL_SEL_SHOW_VALUE, 1);
         const auto draw = [&](DWORD nValue) {
             SetMeter(host, 8, nValue);
-            return ReadOutColour(host, nFlags);
+            return ReadOutColor(host, nFlags);
         };
         EXPECT_EQ("red", draw(50)); // 0, before the first one
         EXPECT_EQ("green", draw(50));

@@ -9,9 +9,9 @@ constexpr COLORREF BLUE = RGB(0, 0, 255);
 constexpr COLORREF WHITE = RGB(255, 255, 255);
 constexpr int SIDE = 140;
 
-std::string Block(const char* pszColour, const char* pszCrd)
+std::string Block(const char* pszColor, const char* pszCrd)
 {
-    return std::string("<rect style='0x1' dr='1' lnwid='0' fg='") + pszColour + "' crd='" + pszCrd +
+    return std::string("<rect style='0x1' dr='1' lnwid='0' fg='") + pszColor + "' crd='" + pszCrd +
            "'/>";
 }
 
@@ -81,7 +81,7 @@ TEST(Redraw, ABlinkPhaseShowsInStaticShapesAtTheNextFullDraw)
     EXPECT_EQ(0, CountPixels(drawn, RED));
 }
 
-TEST(Redraw, AChangedColourOfADialsFaceShowsAtTheNextFullDraw)
+TEST(Redraw, AChangedColorOfADialsFaceShowsAtTheNextFullDraw)
 {
     const CTextHost host(Dial(), SIDE);
     ShowNeedleAlone(host);
@@ -93,7 +93,7 @@ TEST(Redraw, AChangedColourOfADialsFaceShowsAtTheNextFullDraw)
     EXPECT_FALSE(IsAsDrawnFully(host, drawn));
 }
 
-TEST(Redraw, ADialThatFillsOnlyLeavesANeedleInTheColourOfItsFace)
+TEST(Redraw, ADialThatFillsOnlyLeavesANeedleInTheColorOfItsFace)
 {
     const CTextHost host(Dial("Arc"), SIDE);
     ShowNeedleAlone(host);

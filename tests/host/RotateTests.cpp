@@ -18,9 +18,9 @@
 namespace {
 
 // Solid blocks without outlines: their pixels turn exactly.
-std::string Block(const char* pszColour, const std::string& crd)
+std::string Block(const char* pszColor, const std::string& crd)
 {
-    return std::string("<rect style=\"0x1\" lnwid=\"0\" bg=\"") + pszColour + "\" crd=\"" + crd +
+    return std::string("<rect style=\"0x1\" lnwid=\"0\" bg=\"") + pszColor + "\" crd=\"" + crd +
            "\"/>";
 }
 

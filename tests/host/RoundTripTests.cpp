@@ -71,7 +71,7 @@ private:
     std::string Crd(uint32_t nNumbers);
     std::string Decimal();
     std::string Hex();
-    std::string Colour();
+    std::string Color();
     std::string Blanks();
     std::string Interlude();
     bool Maybe() { return m_dice.OneIn(3); }
@@ -168,16 +168,16 @@ std::string CDrawingMaker::ShapeAttributes(int nType)
     std::string text;
     if (Maybe()) text += Attribute("style", Hex());
     if (Maybe()) text += Attribute("dr", m_dice.OneIn(4) ? Decimal() : "21");
-    if (Maybe()) text += Attribute("fg", Colour());
-    if (Maybe()) text += Attribute("bg", Colour());
-    if (Maybe()) text += Attribute("clr", Colour());
+    if (Maybe()) text += Attribute("fg", Color());
+    if (Maybe()) text += Attribute("bg", Color());
+    if (Maybe()) text += Attribute("clr", Color());
     if (Maybe()) text += Attribute("lnstyle", Decimal());
     if (Maybe()) text += Attribute("lnwid", Decimal());
     const bool bPoints = nType == QEL_TYPE_POLYLINE || nType == QEL_TYPE_POLYGON;
     if (!m_dice.OneIn(5))
         text += Attribute("crd", Crd(bPoints ? 3 + m_dice.Roll(36) : numbers[nType]));
     if (Maybe()) text += Attribute("flag", Hex());
-    if (m_dice.OneIn(20)) text += Attribute("fg", Colour()); // the last one counts
+    if (m_dice.OneIn(20)) text += Attribute("fg", Color()); // the last one counts
     return text;
 }
 
@@ -264,7 +264,7 @@ std::string CDrawingMaker::Hex()
     return m_dice.OneIn(5) ? m_dice.Any(odd) : szHex;
 }
 
-std::string CDrawingMaker::Colour()
+std::string CDrawingMaker::Color()
 {
     constexpr const char* words[] = {" glt", "glt", "  glt x", " GLT", "\tglt", " red"};
     return Hex() + (m_dice.OneIn(4) ? m_dice.Any(words) : "");

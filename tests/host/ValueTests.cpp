@@ -126,7 +126,7 @@ TEST_F(Values, ParametersOutliveCloseAndOpenButAreNotPushedIntoTheNewDrawing)
     EXPECT_EQ(2500, CountPixels(drawn, RED)); // as the file has it
 }
 
-TEST_F(Values, ColourParameterReachesShapesThatAskForIt)
+TEST_F(Values, ColorParameterReachesShapesThatAskForIt)
 {
     // Filled ones take it as colour A, outlines as pen colour, those without the flag not at all.
     Open(Block("flag=\"0x1\" fg=\"0xff0000\" dr=\"1\"", "0 0 10 10") +
@@ -248,7 +248,7 @@ TEST_F(Values, DrawGraphRectNeedsADrawRegion)
     EXPECT_EQ(0, QELGetDrawGraphRect(m_h, nullptr));
 }
 
-TEST_F(Values, BlinkingColoursAreBlackInTheDarkPhase)
+TEST_F(Values, BlinkingColorsAreBlackInTheDarkPhase)
 {
     Open(Block("bg=\"0xff glt\"", "0 0 10 10") + Block("bg=\"0xff\"", "20 0 30 10") +
          "<g><g><rect clr=\"0xff glt\" crd=\"0 20 10 30\"/></g></g>");

@@ -302,7 +302,7 @@ TEST(GdiDouble, KnowsARecordingFromAPicture)
     EXPECT_EQ(0U, ::GetObjectType(hdc));
 }
 
-TEST(GdiDouble, LetsTheColoursChangeWhereThatIsSaid)
+TEST(GdiDouble, LetsTheColorsChangeWhereThatIsSaid)
 {
     const CTestDc dc;
     EXPECT_TRUE(MisusesOf([&] {
@@ -526,7 +526,7 @@ TEST(Picture, HairlinesLeaveOutTheirLastPixel)
     }
 }
 
-TEST(Picture, PatternsHaveTheirPixelsInTheColoursOfTheDeviceContext)
+TEST(Picture, PatternsHaveTheirPixelsInTheColorsOfTheDeviceContext)
 {
     const uint16_t bits[] = {0x80, 0}; // the first of eight pixels by two
     const HBITMAP hBitmap = ::CreateBitmap(8, 2, 1, 1, bits);

@@ -18,28 +18,28 @@ list(APPEND QEL_LEFT_OUT
   Bar3D.BoxHasAFrontASlantedSideAndATop
   Bar3D.CylinderFillsTheColumnAcrossWithRoundEnds
   Bar3D.FillOnlyLeavesTheOldBodyStanding
-  Bar3D.FrontHasTheHatchAndTheOtherFacesTheSolidBarColour
+  Bar3D.FrontHasTheHatchAndTheOtherFacesTheSolidBarColor
   Bar3D.HorizontalBodyNeverReachesTheLastColumnOfPixels
-  Bar3D.OutlineIsInTheScaleColours
+  Bar3D.OutlineIsInTheScaleColors
   Bar3D.OutlineStaysInTheColumnAtEveryValue
-  BarFill3D.CapIsAnEllipseInBrushAndColours
+  BarFill3D.CapIsAnEllipseInBrushAndColors
   ChordOrPieShape/*.IsDrawnCounterClockwiseWhateverTheDirectionWas
   CircleShape.StaysRoundInTheMiddleOfAWideOrHighBox
   ClockMarks.HoursStandOutAmongTheMinutes
   Curve.LeavesTheDeviceContextAsItWasAndUsesItsPen
   DialComponents.TakeEveryRadiusOfALayerAtAnyAngleAndPlace
   EngineObject.ShowOnlyDropsTheElementsAndStillDraws
-  LineShape.AFillStylePaintsTheGapsInColourB
-  MeterView.TheFaceIsDrawnInItsColourWithoutHatchInAFullDrawOnly
-  PieMeters/*.AHatchedSectorHasBothColoursAndTheEraseIsSolid
+  LineShape.AFillStylePaintsTheGapsInColorB
+  MeterView.TheFaceIsDrawnInItsColorWithoutHatchInAFullDrawOnly
+  PieMeters/*.AHatchedSectorHasBothColorsAndTheEraseIsSolid
   PieMeters/*.PaintsSectorAndEraseWithoutOutline
   PieUpgradeMeter.FrameLeavesTheFillToBeSeen
-  PieUpgradeMeter.PaintsMarksInScaleColourInsideTheRadiusAlone
+  PieUpgradeMeter.PaintsMarksInScaleColorInsideTheRadiusAlone
   RoundGauge.AnAlarmBandTooShortForTwoEndsLeavesNoPixel
-  ScaleView.BlinkingColoursAreBlackInTheDarkPhase
+  ScaleView.BlinkingColorsAreBlackInTheDarkPhase
   ScaleView.HiddenMarksLeaveFillAndPointer
   ScaleView.RoundTypesFillOnlyByTheStyle
-  SectorMeter.HasItsOwnColourForEachOf32Sectors
+  SectorMeter.HasItsOwnColorForEachOf32Sectors
   SectorMeter.IsClippedToTheMeterRectangle
   SectorMeter.SkipsASectorWithoutWidthButDrawsAWholeDisc
   SectorMeter.StartsAtTheBottomAndGoesClockwise
@@ -64,7 +64,7 @@ list(APPEND QEL_LEFT_OUT
   CircleMeter.PixelsOfADrawAndAnUpdateAreThoseOfTheRawCalls
   CircleMeter.UpdatesEndInThePictureOfAFullDraw
   Clock.ErasesTheHandsOfTheTimeThatItLastDrew
-  ClockHands.AreErasedWhollyInTheFaceColour
+  ClockHands.AreErasedWhollyInTheFaceColor
   PieMeters/*.UpdatesEndInThePictureOfAFullDraw
   SectorMeter.EveryDrawPaintsTheWholeChartAnew)
 
@@ -128,8 +128,8 @@ set(QEL_HOST_LEFT_OUT
   PartialRedraw.ASweep*
   PartialRedraw.AfterADrawOntoAnotherDeviceContextTheOldNeedleStays
   PartialRedraw.TheClockMovesItsHandsFromSecondToSecond
-  Redraw.AChangedColourOfADialsFaceShowsAtTheNextFullDraw
-  Redraw.ADialThatFillsOnlyLeavesANeedleInTheColourOfItsFace
+  Redraw.AChangedColorOfADialsFaceShowsAtTheNextFullDraw
+  Redraw.ADialThatFillsOnlyLeavesANeedleInTheColorOfItsFace
   Redraw.ADrawOfTheSameValueOntoAnotherDeviceContextDoesNot
   Redraw.ADrawOntoAnotherDeviceContextSpoilsTheNextPartialRedrawOfTheFirst
   Redraw.AMeterInAHiddenStatusIsPaintedByAPartialRedraw

@@ -165,7 +165,7 @@ def test_what_stands_over_a_bar_is_gone_after_the_first_frame(tool):
 # ---- more colours than a GIF has
 
 
-def test_more_colours_than_a_gif_has_are_shared_by_neighbours(tool):
+def test_more_colors_than_a_gif_has_are_shared_by_neighbours(tool):
     tool.file("many.qel", """<qel width="400" height="300">
 <rect style="0x1" dr="10" fg="0xff" bg="0xff00" lnwid="0" crd="0 0 400 100"/>
 <rect style="0x1" dr="10" fg="0xff0000" bg="0xffff" lnwid="0" crd="0 100 400 200"/>

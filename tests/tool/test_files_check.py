@@ -125,6 +125,6 @@ def is_painted(tool, kind, crd):
     """Whether such a meter changes a pixel of the background."""
     tool.write("m.qel", f'<qel width="40" height="30"><meter mtype="{kind}" crd="{crd}"/></qel>'.encode())
     assert tool("render", "m.qel", "m.png", "--size", "400x300", "--background", "102030") == (0, b"", "")
-    colours = Image.open(tool.folder / "m.png").convert("RGB").getcolors(70000)
-    assert any(colour == (0x10, 0x20, 0x30) for _, colour in colours)
-    return len(colours) > 1
+    colors = Image.open(tool.folder / "m.png").convert("RGB").getcolors(70000)
+    assert any(color == (0x10, 0x20, 0x30) for _, color in colors)
+    return len(colors) > 1

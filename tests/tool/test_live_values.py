@@ -51,7 +51,7 @@ def test_param_sets(tool, scale, color, options):
     assert tool.pixels(tool.shot(scale, "--value 7=5 " + options), (19, 18)) == [color]
 
 
-def test_set_sets_the_colour_of_the_pointer(tool, scale):
+def test_set_sets_the_color_of_the_pointer(tool, scale):
     picture = tool.shot(scale, "--value 7=5 --param 2=0x0000ff --set 7.pin-color=0xff0000")
     assert tool.pixels(picture, (19, 18)) == ["ff0000"]
     assert tool.pixels(picture, (20, 10), (20, 14)) == ["0000ff", "0000ff"]
@@ -162,7 +162,7 @@ def test_equal_shares_are_equal_and_every_id_to_32_is_that_meter(shares):
 
 # The engine colours it by the value before: a picture is of a gauge that has stood at its value.
 @pytest.mark.parametrize("value, red", ((5, True), (50, False), (90, True)))
-def test_the_read_out_has_the_colour_of_its_own_values_zone(tool, value, red):
+def test_the_read_out_has_the_color_of_its_own_values_zone(tool, value, red):
     tool.file("gauge.qel", '<qel width="200" height="200">'
               '<meter mtype="roundUpgrade" crd="100 100 90 0 0 200 200"/></qel>')
     picture = tool.draw("gauge.bmp", "gauge.qel",

@@ -145,7 +145,7 @@ def test_the_background_is_light_grey(shown):
     assert shown.pixels("small.bmp", (0, 0)) == [BACKGROUND]
 
 
-def test_background_gives_its_colour(tool, plain):
+def test_background_gives_its_color(tool, plain):
     assert tool.pixels(tool.shot(plain, "--background 123456"), (0, 0)) == ["123456"]
 
 
@@ -187,7 +187,7 @@ def blinking(tool):
     return tool.drawing("blink.qel", '<rect style="0x1" dr="1" fg="0xff00 glt" lnwid="0" crd="0 0 40 30"/>')
 
 
-def test_a_blinking_colour_shows(tool, blinking):
+def test_a_blinking_color_shows(tool, blinking):
     assert tool.pixels(tool.shot(blinking), (5, 5)) == ["00ff00"]
 
 

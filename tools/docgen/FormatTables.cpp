@@ -92,7 +92,7 @@ const char* NameOfForm(SelectorForm form)
         return "count";
     case SelectorForm::Switch:
         return "switch";
-    case SelectorForm::Colour:
+    case SelectorForm::Color:
         return "colour";
     case SelectorForm::Code:
         return "code";
@@ -114,7 +114,7 @@ void PrintSelectors()
         if (!pRow->pszMeaning) continue;
         std::printf("| %d | `%s` | %s |", static_cast<int>(pRow->nId), pRow->pszName,
                     NameOfForm(pRow->form));
-        std::printf(pRow->form == SelectorForm::Colour ? " `0x%06x` |" : " `%u` |",
+        std::printf(pRow->form == SelectorForm::Color ? " `0x%06x` |" : " `%u` |",
                     static_cast<unsigned>(pRow->nDefault));
         for (int32_t n = 0; n < METER_TYPE_COUNT; ++n)
             std::printf(" %s |", pRow->nMeterTypes & MeterTypeBit(n) ? "•" : "");

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr std::size_t MAX_COLOURS = 256;
+constexpr std::size_t MAX_COLORS = 256;
 constexpr int MAX_DELAY = 65535;
-constexpr uint32_t COLOUR_MASK = 0xFFFFFF; // the fourth byte of a pixel is of no account
+constexpr uint32_t COLOR_MASK = 0xFFFFFF; // the fourth byte of a pixel is of no account
 
 class CBytes {
 public:
@@ -21,7 +21,7 @@ public:
         Byte(n >> 8);
     }
     void Text(const char* pszText) { m_bytes += pszText; }
-    void Colour(uint32_t clr)
+    void Color(uint32_t clr)
     {
         Byte(clr >> 16);
         Byte(clr >> 8);
@@ -43,7 +43,7 @@ struct Tally {
 };
 
 // Colours that are to become one.
-struct ColourBox {
+struct ColorBox {
     std::size_t nFirst;
     std::size_t nEnd;
     int nWidest; // the shift of the channel in which they differ most
@@ -54,9 +54,9 @@ struct ColourBox {
     [[nodiscard]] uint64_t Urgency() const { return nSpan * nPixels; }
 };
 
-ColourBox MakeBox(const std::vector<Tally>& tallies, std::size_t nFirst, std::size_t nEnd)
+ColorBox MakeBox(const std::vector<Tally>& tallies, std::size_t nFirst, std::size_t nEnd)
 {
-    ColourBox box{nFirst, nEnd, 0, 0, 0};
+    ColorBox box{nFirst, nEnd, 0, 0, 0};
     for (const int nShift : {16, 8, 0}) {
         uint32_t nLow = 0xFF;
         uint32_t nHigh = 0;
@@ -73,7 +73,7 @@ ColourBox MakeBox(const std::vector<Tally>& tallies, std::size_t nFirst, std::si
 }
 
 // Where half of the pixels lie on each side; each side keeps a colour at least.
-std::size_t Median(const std::vector<Tally>& tallies, const ColourBox& box)
+std::size_t Median(const std::vector<Tally>& tallies, const ColorBox& box)
 {
     uint64_t nPixels = 0;
     std::size_t n = box.nFirst;
@@ -82,7 +82,7 @@ std::size_t Median(const std::vector<Tally>& tallies, const ColourBox& box)
     return n + 1;
 }
 
-uint32_t MeanColour(const std::vector<Tally>& tallies, const ColourBox& box)
+uint32_t MeanColor(const std::vector<Tally>& tallies, const ColorBox& box)
 {
     uint32_t clr = 0;
     for (const int nShift : {16, 8, 0}) {
@@ -95,14 +95,15 @@ uint32_t MeanColour(const std::vector<Tally>& tallies, const ColourBox& box)
 }
 
 // Cuts the colours at medians until there are as many boxes as places; the means of the boxes.
-std::vector<uint32_t> CutColours(std::vector<Tally>& tallies)
+std::vector<uint32_t> CutColors(std::vector<Tally>& tallies)
 {
-    std::vector<ColourBox> boxes{MakeBox(tallies, 0, tallies.size())};
-    while (boxes.size() < MAX_COLOURS) {
-        const auto pBox = std::max_element(
-            boxes.begin(), boxes.end(),
-            [](const ColourBox& a, const ColourBox& b) { return a.Urgency() < b.Urgency(); });
-        const ColourBox box = *pBox;
+    std::vector<ColorBox> boxes{MakeBox(tallies, 0, tallies.size())};
+    while (boxes.size() < MAX_COLORS) {
+        const auto pBox =
+            std::max_element(boxes.begin(), boxes.end(), [](const ColorBox& a, const ColorBox& b) {
+                return a.Urgency() < b.Urgency();
+            });
+        const ColorBox box = *pBox;
         if (box.nSpan == 0) break;
         std::sort(tallies.begin() + static_cast<std::ptrdiff_t>(box.nFirst),
                   tallies.begin() + static_cast<std::ptrdiff_t>(box.nEnd),
@@ -115,10 +116,10 @@ std::vector<uint32_t> CutColours(std::vector<Tally>& tallies)
         *pBox = MakeBox(tallies, box.nFirst, nCut);
         boxes.push_back(MakeBox(tallies, nCut, box.nEnd));
     }
-    std::vector<uint32_t> colours;
-    colours.reserve(boxes.size());
-    for (const ColourBox& box : boxes) colours.push_back(MeanColour(tallies, box));
-    return colours;
+    std::vector<uint32_t> colors;
+    colors.reserve(boxes.size());
+    for (const ColorBox& box : boxes) colors.push_back(MeanColor(tallies, box));
+    return colors;
 }
 
 uint32_t Distance(uint32_t clrA, uint32_t clrB)
@@ -132,11 +133,11 @@ uint32_t Distance(uint32_t clrA, uint32_t clrB)
     return nSum;
 }
 
-std::size_t Nearest(const std::vector<uint32_t>& colours, uint32_t clr)
+std::size_t Nearest(const std::vector<uint32_t>& colors, uint32_t clr)
 {
     std::size_t nNearest = 0;
-    for (std::size_t n = 1; n < colours.size(); ++n)
-        if (Distance(colours[n], clr) < Distance(colours[nNearest], clr)) nNearest = n;
+    for (std::size_t n = 1; n < colors.size(); ++n)
+        if (Distance(colors[n], clr) < Distance(colors[nNearest], clr)) nNearest = n;
     return nNearest;
 }
 
@@ -156,13 +157,13 @@ public:
         // In an order of their own, so that the same frames give the same file.
         std::sort(tallies.begin(), tallies.end(),
                   [](const Tally& a, const Tally& b) { return a.clr < b.clr; });
-        if (tallies.size() > MAX_COLOURS)
-            m_colours = CutColours(tallies);
+        if (tallies.size() > MAX_COLORS)
+            m_colors = CutColors(tallies);
         else
-            for (const Tally& tally : tallies) m_colours.push_back(tally.clr);
+            for (const Tally& tally : tallies) m_colors.push_back(tally.clr);
         for (const Tally& tally : tallies)
-            m_places[tally.clr] = static_cast<BYTE>(Nearest(m_colours, tally.clr));
-        while (1U << m_nBits < m_colours.size()) ++m_nBits;
+            m_places[tally.clr] = static_cast<BYTE>(Nearest(m_colors, tally.clr));
+        while (1U << m_nBits < m_colors.size()) ++m_nBits;
     }
 
     [[nodiscard]] int Bits() const { return m_nBits; } // 1 to 8
@@ -170,13 +171,13 @@ public:
     void Write(CBytes& bytes) const
     {
         for (std::size_t n = 0; n < std::size_t{1} << m_nBits; ++n)
-            bytes.Colour(n < m_colours.size() ? m_colours[n] : 0);
+            bytes.Color(n < m_colors.size() ? m_colors[n] : 0);
     }
 
 private:
     std::unordered_map<uint32_t, uint64_t> m_counts;
     std::unordered_map<uint32_t, BYTE> m_places;
-    std::vector<uint32_t> m_colours;
+    std::vector<uint32_t> m_colors;
     int m_nBits = 1;
 };
 
@@ -227,12 +228,12 @@ private:
 // The strings that have a code: by the code of the string without its last place, and that place.
 class CStringTable {
 public:
-    CStringTable() : m_codes(MAX_CODES * MAX_COLOURS) {}
+    CStringTable() : m_codes(MAX_CODES * MAX_COLORS) {}
 
     static constexpr std::size_t MAX_CODES = 4096;
 
     void Clear() { std::fill(m_codes.begin(), m_codes.end(), uint16_t{0}); }
-    uint16_t& At(uint32_t nPrefix, BYTE nPlace) { return m_codes[nPrefix * MAX_COLOURS + nPlace]; }
+    uint16_t& At(uint32_t nPrefix, BYTE nPlace) { return m_codes[nPrefix * MAX_COLORS + nPlace]; }
 
 private:
     std::vector<uint16_t> m_codes; // 0: none, which is never the code of a longer string
@@ -326,7 +327,7 @@ RECT CGifMovie::ChangedRect(const uint32_t* pPixels) const
     std::size_t n = 0;
     for (LONG y = 0; y < m_size.cy; ++y) {
         for (LONG x = 0; x < m_size.cx; ++x, ++n) {
-            if ((pPixels[n] & COLOUR_MASK) == m_last[n]) continue;
+            if ((pPixels[n] & COLOR_MASK) == m_last[n]) continue;
             rc.left = std::min(rc.left, x);
             rc.top = std::min(rc.top, y);
             rc.right = std::max(rc.right, x + 1);
@@ -346,7 +347,7 @@ void CGifMovie::Store(const uint32_t* pPixels, const RECT& rc, int nDelay)
             const std::size_t n =
                 static_cast<std::size_t>(y) * static_cast<std::size_t>(m_size.cx) +
                 static_cast<std::size_t>(x);
-            m_last[n] = pPixels[n] & COLOUR_MASK;
+            m_last[n] = pPixels[n] & COLOR_MASK;
             frame.pixels.push_back(m_last[n]);
         }
     m_frames.push_back(std::move(frame));

@@ -47,7 +47,7 @@ struct Listed {
 
 std::string Setting::Text() const
 {
-    if (pRow->form == SelectorForm::Colour) return fmt::format("{:#08x}", nValue);
+    if (pRow->form == SelectorForm::Color) return fmt::format("{:#08x}", nValue);
     const std::string whole =
         bSigned ? std::to_string(static_cast<LONG>(nValue)) : std::to_string(nValue);
     const double fWhole = bSigned ? static_cast<double>(static_cast<LONG>(nValue)) : nValue;
@@ -66,10 +66,10 @@ std::string Unreached(const Listed& listed)
 // Which of the two elements of an id answers when a setting is read.
 bool OtherAnswers(const Listed& listed, const SelectorRow& row, const CHostIds& ids)
 {
-    const bool bColour = row.nId == QEL_SEL_PIN_COLOR || row.nId == QEL_SEL_SCALE_COLOR;
-    if (listed.bMeter) return ids.HasScale(listed.nId) && row.pszForScale && !bColour;
+    const bool bColor = row.nId == QEL_SEL_PIN_COLOR || row.nId == QEL_SEL_SCALE_COLOR;
+    if (listed.bMeter) return ids.HasScale(listed.nId) && row.pszForScale && !bColor;
     const bool bPin = row.nId == QEL_SEL_VALUE && listed.nId >= 1 && listed.nId <= METER_PINS;
-    return ids.HasMeter(listed.nId) && row.pszMeaning && (bColour || bPin);
+    return ids.HasMeter(listed.nId) && row.pszMeaning && (bColor || bPin);
 }
 
 bool Follows(const Listed& listed, const SelectorRow& row)

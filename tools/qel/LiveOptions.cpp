@@ -148,8 +148,8 @@ LiveAction ReadSet(const std::wstring& text)
     action.nId = ReadId(parts.option, parts.target.substr(0, nPoint));
     const SelectorRow& row = ReadSelector(parts.option, parts.target.substr(nPoint + 1));
     action.nSelector = static_cast<DWORD>(row.nId);
-    action.value = row.form == SelectorForm::Colour ? ReadColorOr(ReadLiveNumber, parts)
-                                                    : ReadLiveNumber(parts.option, parts.value);
+    action.value = row.form == SelectorForm::Color ? ReadColorOr(ReadLiveNumber, parts)
+                                                   : ReadLiveNumber(parts.option, parts.value);
     if (action.value.bReal && row.nId != QEL_SEL_VALUE && row.nId != QEL_SEL_BASE_VALUE)
         throw CTrouble(parts.option + ": " + QuotedWord(row.pszName) +
                        " takes whole numbers only; a point is for value and base");
