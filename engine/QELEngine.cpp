@@ -45,7 +45,7 @@ int CQELEngine::Open(const char* pszPath)
     CArena spare;
     if (!m_document.Load(pszPath, &spare)) return 0;
     m_view.BeginLoad(spare);
-    const int nResult = BuildViews();
+    const int nResult = BuildViews() && KeepIdentifiers();
     m_view.EndLoad();
     if (!nResult) {
         Close();
@@ -78,8 +78,15 @@ int CQELEngine::Close()
     m_nPerDrawing = 0;
     m_nRotation = 0;
     m_refSize = {DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
+    m_identifiers.Clear();
     m_view.Clear();
     return m_document.Close();
+}
+
+// Of a document that is dropped.
+int CQELEngine::KeepIdentifiers()
+{
+    return m_bShowOnly ? m_identifiers.Keep(m_document.GetRoot()) : 1;
 }
 
 int CQELEngine::BuildViews()
@@ -157,6 +164,7 @@ void CQELEngine::TakeRefSize()
 
 CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocElm* pAfter)
 {
+    ForgetPlaces();
     if (nType == QEL_TYPE_ROOT) return pParent || pAfter ? nullptr : ReplaceRoot();
     if (!pParent) pParent = m_document.GetRoot();
     if (!pParent) return nullptr;
@@ -193,6 +201,7 @@ CQELDocElm* CQELEngine::ReplaceRoot()
 
 int CQELEngine::DeleteElem(CQELDocElm* pElm)
 {
+    ForgetPlaces();
     if (CQELViewElm* pView = pElm->View()) {
         if (IsInPicture(pElm))
             UnregisterAll(pView); // else it is not registered, and slots are others'
@@ -203,6 +212,7 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
 
 int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter)
 {
+    ForgetPlaces();
     const bool bWasInPicture = IsInPicture(pElm);
     const CQELDocElm* pMeter = MeterAround(pElm);
     CQELViewElm* pView = pElm->View();
@@ -236,6 +246,7 @@ void CQELEngine::GiveFillsBack(CQELDocElm* pTop)
 
 CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
 {
+    ForgetPlaces();
     CQELDocElm* pCopy = m_document.CopyElement(pElm);
     if (!pCopy) return nullptr;
     if (MakeViews(pCopy, pElm->Parent()->View(), pElm->View())) return pCopy;
@@ -245,6 +256,7 @@ CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
 
 int CQELEngine::SetElemId(CQELDocElm* pElm, const char* pszId)
 {
+    ForgetPlaces();
     if (!CQELDocument::SetElementId(pElm, pszId)) return 0;
     if (pElm == m_document.GetRoot() && m_view.Root()) m_view.Root()->SetName(pElm->Id());
     return 1;

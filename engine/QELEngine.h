@@ -5,6 +5,7 @@
 
 #include "base/Handles.h"
 #include "document/QELDocument.h"
+#include "engine/Identifiers.h"
 #include "render/QELView.h"
 
 class CQELEngine {
@@ -39,6 +40,12 @@ public:
     int Rotate(int32_t nAngle);
     int SetBlinkState(int32_t nState);
 
+    // Who bears which identifier, as long as no edit changes that; null without memory.
+    [[nodiscard]] const CIdentifiers* Identifiers()
+    {
+        return m_identifiers.Make(m_document.GetRoot()) ? &m_identifiers : nullptr;
+    }
+
     [[nodiscard]] CQELDocument& Document() { return m_document; }
     [[nodiscard]] CQELView& View() { return m_view; }
     [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
@@ -48,6 +55,7 @@ public:
 
 private:
     int BuildViews();
+    int KeepIdentifiers();
     CQELDocElm* ReplaceRoot();
     int MakeViews(CQELDocElm* pTop, CQELViewElm* pParent, CQELViewElm* pAfter);
     int MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pAfter);
@@ -57,12 +65,15 @@ private:
     static void GiveFillsBack(CQELDocElm* pTop);
     [[nodiscard]] bool IsInPicture(const CQELDocElm* pElm) const;
     void TakeRefSize();
+    // Before every edit that changes the tree or an identifier.
+    void ForgetPlaces() { m_identifiers.Forget(); }
     void RegisterAll(CQELViewElm* pTop);
     void UnregisterAll(CQELViewElm* pTop);
 
     uint32_t m_nRefCount = 0; // show-only records that share this engine
     CQELDocument m_document;
     CQELView m_view;
+    CIdentifiers m_identifiers;
     uint32_t m_nPerDrawing = 0; // cleared at every open
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
