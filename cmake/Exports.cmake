@@ -12,7 +12,10 @@ set(QEL_EXPORTS
   QELSetBlinkState:8 QELGetStatus:8 QELSetStatus:8 QELGetParam:12 QELSetParam:12
   QELParamsSupported:4 QELGetScaleParam:16 QELSetScaleParam:16 QELGetScaleParamf:16
   QELSetScaleParamf:16 QELGetScaleStatus:12 QELSetScaleStatus:12 QELGetScaleStatusf:12
-  QELSetScaleStatusf:12 QELGetVersion:0)
+  QELSetScaleStatusf:12 QELGetVersion:0
+  QELSetValue:16 QELGetValue:12 QELSetPin:20 QELGetPin:16 QELSetSelector:20 QELGetSelector:16
+  QELSetText:12 QELSetVisible:12 QELSetColor:16 QELResetLive:8 QELSetQuality:12 QELSetEasing:12
+  QELAdvance:8 QELGetLiveId:20)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4
   QELDrawBezier:12 QELDrawCurve:12)

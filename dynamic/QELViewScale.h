@@ -36,7 +36,16 @@ public:
     int SetValue(uint32_t nPin, float fValue) override;
     int GetValue(uint32_t nPin, float* pfValue) const override;
 
+    [[nodiscard]] bool FollowsNumber() const override { return true; }
+    [[nodiscard]] bool KeepsNumber() const override { return true; }
+    void ShowNumber(double fNumber) override;
+    [[nodiscard]] double ShownNumber() const override;
+    [[nodiscard]] bool CanMove() const override { return true; }
+    double FullTurn(double* pfLow) const override;
+    void ResetValues() override;
+
 private:
+    void NoteNumbered() const;
     void DrawStraight(HDC hdc, const RECT& rc) const;
     void DrawRound(HDC hdc, const RECT& rc) const;
     void DrawStraightMarks(HDC hdc, const RECT& rc) const;

@@ -1,5 +1,7 @@
 #include "render/QELViewElm.h"
 
+#include "render/QELViewQEL.h"
+
 CQELViewElm::~CQELViewElm()
 {
     Detach();
@@ -40,8 +42,31 @@ int CQELViewElm::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 int CQELViewElm::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
-        pChild->Draw(hdc, rcQel, nFlags);
+        pChild->Show(hdc, rcQel, nFlags);
     return 1;
+}
+
+int CQELViewElm::ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    const LiveState* pState = FindLive();
+    if (pState && pState->bHidden) return 1;
+    return Draw(hdc, rcQel, nFlags);
+}
+
+LiveState* CQELViewElm::FindLive() const
+{
+    const CQELViewElm* pTop = this;
+    while (pTop->m_pParent) pTop = pTop->m_pParent;
+    if (pTop->Type() != QEL_TYPE_ROOT) return nullptr;
+    const CLiveLayer* pLayer = static_cast<const CQELViewQEL*>(pTop)->LiveLayer();
+    return pLayer ? pLayer->Find(this) : nullptr;
+}
+
+bool CQELViewElm::IsHidden(const CQELViewElm* pTop) const
+{
+    for (const CQELViewElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
+        if (const LiveState* pState = pElm->Live(); pState && pState->bHidden) return true;
+    return false;
 }
 
 int CQELViewElm::Rotate(POINT ptCentre, int32_t nAngle)
