@@ -29,9 +29,14 @@ int CQELViewStatus::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 // What is shown is always drawn in full: the picture that it replaces may have been another one.
 int CQELViewStatus::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
-    if (m_nOwn < 0) return 0;
-    if (m_nStatus != static_cast<uint32_t>(m_nOwn) && m_nStatus != STATUS_SHOW_ALL) return 0;
+    if (!IsShown()) return 0;
     return CQELViewElm::Draw(hdc, rcQel, (nFlags & QEL_DRAW_PRESSED) | QEL_DRAW_FULL);
+}
+
+bool CQELViewStatus::IsShown() const
+{
+    if (m_nOwn < 0) return false;
+    return m_nStatus == static_cast<uint32_t>(m_nOwn) || m_nStatus == STATUS_SHOW_ALL;
 }
 
 int CQELViewStatus::GetAttrBlockSize(int* pnSize) const

@@ -48,6 +48,10 @@ public:
     virtual int Draw(HDC hdc, float fValue, uint32_t nFlags);
     virtual int Draw(HDC hdc, int32_t nValue, uint32_t nFlags);
 
+    // What a draw paints on at most, whatever the value. rcFace: what holds the shapes of the face,
+    // empty for none.
+    [[nodiscard]] virtual RECT PaintedRect(const RECT& rcFace) const;
+
     void SetMin(int32_t n) { m_nMin = n; }
     void SetMax(int32_t n) { m_nMax = n; }
     void SetScaleEnd(int32_t n) { m_nScaleEnd = n; }
@@ -128,6 +132,8 @@ protected:
     {
         return m_nMajorEvery != 0 && nTick % m_nMajorEvery == 0;
     }
+    // As many characters as the number at any tick has at most.
+    [[nodiscard]] int32_t LongestNumber() const;
     // The number that stands at a tick.
     [[nodiscard]] float TickNumber(uint32_t nTick) const;
     [[nodiscard]] double AlarmRange() const { return static_cast<double>(m_nMax) - m_nMin; }

@@ -1,5 +1,8 @@
 #include "render/QELViewElm.h"
 
+#include "base/Rects.h"
+#include "render/UnitMap.h"
+
 CQELViewElm::~CQELViewElm()
 {
     Detach();
@@ -42,6 +45,22 @@ int CQELViewElm::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
         pChild->Draw(hdc, rcQel, nFlags);
     return 1;
+}
+
+bool CQELViewElm::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+{
+    CRectHull hull;
+    for (const CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) {
+        RECT rc{};
+        if (pChild->PaintedRect(rcQel, &rc)) hull.Add(rc);
+    }
+    return hull.Get(prcOut);
+}
+
+// An element without a geometry of its own goes with the drawing.
+bool CQELViewElm::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+{
+    return MakeUnitMap(rcQel, m_nRefW, m_nRefH, {}, 0, pOut);
 }
 
 int CQELViewElm::Rotate(POINT ptCentre, int32_t nAngle)

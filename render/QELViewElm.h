@@ -11,6 +11,7 @@
 #include <new>
 
 class CHostDriven;
+struct UnitMap;
 struct ViewListNode;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
@@ -47,6 +48,18 @@ public:
     virtual int SetDraftForeParam(uint32_t nValue);
     virtual int SetDraftBackParam(uint32_t nValue);
     [[nodiscard]] virtual uint32_t GetParamMask() const;
+
+    // What a full draw of it paints on at most, in device units, pressed or not and whether it is
+    // shown now or not; rather too much than too little. False, and nothing is written, for none.
+    virtual bool PaintedRect(const RECT& rcQel, RECT* prcOut) const;
+    // Whether a device point is on the element itself, without its children.
+    [[nodiscard]] virtual bool IsHit(const RECT&, POINT) const { return false; }
+    // Whether a draw of it draws its children, each by itself.
+    [[nodiscard]] virtual bool DrawsChildren() const { return true; }
+    // Whether the element lets itself and what is in it be seen now.
+    [[nodiscard]] virtual bool IsShown() const { return true; }
+    // How its geometry is mapped. False when it cannot be.
+    virtual bool MapUnits(const RECT& rcQel, UnitMap* pOut) const;
 
     // Whether there was no memory for what an element of its class holds.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
