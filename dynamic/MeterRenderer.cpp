@@ -84,6 +84,28 @@ MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, 
     return place;
 }
 
+MeterLayout LayoutOfMeter(const QELMETERATTR& attr)
+{
+    const MeterTypeRow* pType = MeterTypeOf(attr.nType);
+    const LONG* n = attr.nGeometry;
+    switch (pType ? pType->form : MeterForm::Rectangle) {
+    case MeterForm::Circle:
+        return {SquareAround({n[0], n[1]}, n[2]), attr.nFlags ? attr.nFlags : CIRCLE_KEEP};
+    case MeterForm::Arc:
+        return {LayoutOf(attr), attr.nFlags ? attr.nFlags : ARC_KEEP};
+    default:
+        return {{n[0], n[1], n[2], n[3]}, attr.nFlags};
+    }
+}
+
+// Of a circle what its layout rectangle cuts off is not there.
+bool IsOnMeter(const QELMETERATTR& attr, const MeterPlace& place, POINT pt)
+{
+    const MeterTypeRow* pType = MeterTypeOf(attr.nType);
+    if (!pType || !::PtInRect(&place.rc, pt)) return false;
+    return pType->form != MeterForm::Circle || IsInCircle(place.ptCentre, place.nRadius, pt);
+}
+
 std::unique_ptr<CMeter> MakeMeterRenderer(const MeterPlace& place, HRGN hFace,
                                           const MeterSettings& settings)
 {

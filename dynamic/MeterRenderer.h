@@ -18,6 +18,17 @@ struct MeterPlace {
     float fEnd;
 };
 
+// What a record's geometry is laid out in, in drawing units, and the keep flags by which that is
+// mapped: a bar's rectangle, the square around a circle, the layout rectangle of an arc.
+struct MeterLayout {
+    RECT rc;
+    uint32_t nKeep;
+};
+MeterLayout LayoutOfMeter(const QELMETERATTR& attr);
+
+// Whether a device point is on the rectangle or circle that a meter is laid out in.
+bool IsOnMeter(const QELMETERATTR& attr, const MeterPlace& place, POINT pt);
+
 // Maps the geometry of a meter's record. What cannot be mapped comes out empty, with radius 0.
 MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH);
 

@@ -4,6 +4,7 @@
 #include "brush/ShownDraft.h"
 #include "render/Border3D.h"
 #include "render/Mapping.h"
+#include "render/UnitMap.h"
 
 #include <cstring>
 
@@ -74,6 +75,26 @@ int CQELViewDrawRgn::GetGraphRect(const RECT& rcQel, RECT* prcOut) const
     return 1;
 }
 
+// All of the rectangle, where the host paints as well.
+bool CQELViewDrawRgn::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+{
+    RECT rc{};
+    if (!MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags) || ::IsRectEmpty(&rc)) return false;
+    *prcOut = GrownRect(rc, HasBorder() ? BorderReach(rc, BorderWidthOf(m_nStyle)) : 0);
+    return true;
+}
+
+bool CQELViewDrawRgn::IsHit(const RECT& rcQel, POINT pt) const
+{
+    RECT rc{};
+    return MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags) && ::PtInRect(&rc, pt);
+}
+
+bool CQELViewDrawRgn::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+{
+    return !::IsRectEmpty(&m_rc) && MakeUnitMap(rcQel, RefW(), RefH(), m_rc, m_nFlags, pOut);
+}
+
 int CQELViewDrawRgn::GetAttrBlockSize(int* pnSize) const
 {
     *pnSize = sizeof(QELDRAWRGNATTR);
@@ -99,6 +120,7 @@ int CQELViewDrawRgn::SetAttrBlock(const void* pBlock)
     m_nStyle = static_cast<uint32_t>(block.nStyle);
     m_rc = block.rc;
     m_nFlags = block.nFlags;
+    NoteChange();
     return 1;
 }
 

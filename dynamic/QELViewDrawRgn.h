@@ -14,6 +14,10 @@ public:
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] bool DrawsChildren() const override { return false; }
+    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;

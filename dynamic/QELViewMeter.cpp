@@ -7,6 +7,7 @@
 #include "dynamic/QELDocMeter.h"
 #include "meter/SectorMeter.h"
 #include "render/LiveLayer.h"
+#include "render/UnitMap.h"
 
 #include <cstring>
 #include <utility>
@@ -115,6 +116,36 @@ void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags)
         m_pRenderer->Draw(hdc, static_cast<int32_t>(m_nValue), nFlags);
 }
 
+// The shapes of the face, and what the renderer paints on them.
+bool CQELViewMeter::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+{
+    CRectHull hull;
+    CRectHull face;
+    for (const CQELViewShape* p = FirstFaceShape(this); p; p = NextFaceShape(p, this)) {
+        RECT rc{};
+        if (p->PaintedFace(rcQel, &rc)) hull.Add(rc);
+        if (p->FaceHull(rcQel, &rc)) face.Add(rc);
+    }
+    if (MeterTypeOf(m_attr.nType)) {
+        const std::unique_ptr<CMeter> pMeter =
+            MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), nullptr, Settings());
+        hull.Add(pMeter ? pMeter->PaintedRect(face.Rect()) : ALL_IN_REACH);
+    }
+    return hull.Get(prcOut);
+}
+
+bool CQELViewMeter::IsHit(const RECT& rcQel, POINT pt) const
+{
+    return IsOnMeter(m_attr, MapMeter(m_attr, rcQel, RefW(), RefH()), pt);
+}
+
+bool CQELViewMeter::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+{
+    const MeterLayout layout = LayoutOfMeter(m_attr);
+    return !::IsRectEmpty(&layout.rc) &&
+           MakeUnitMap(rcQel, RefW(), RefH(), layout.rc, layout.nKeep, pOut);
+}
+
 // The face takes the meter's colour, whatever its shapes have in the file.
 void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
@@ -210,6 +241,13 @@ void CQELViewMeter::PassDraftToRenderer()
     if (m_pRenderer) PassDraft(m_pRenderer.get(), Settings());
 }
 
+// Scale and numbers of a bar may stand out of it; a dial keeps all in its layout.
+bool CQELViewMeter::MovesNumbers(const SelectorRow& row) const
+{
+    const MeterTypeRow* pType = MeterTypeOf(m_attr.nType);
+    return pType && pType->family == MeterFamily::Bar && row.form != SelectorForm::Color;
+}
+
 int CQELViewMeter::SetProperty(uint32_t nSelector, uint32_t nValue)
 {
     const SelectorRow* pRow = FindSelector(nSelector);
@@ -237,6 +275,7 @@ int CQELViewMeter::SetProperty(uint32_t nSelector, uint32_t nValue)
     default:
         break;
     }
+    if (MovesNumbers(*pRow) && m_nProperties[nSelector] != nValue) NoteChange();
     m_nProperties[nSelector] = nValue;
     PassToRenderer(*pRow);
     return 1;
@@ -396,6 +435,7 @@ int CQELViewMeter::SetAttrBlock(const void* pBlock)
     m_attr = attr;
     m_attr.nSize = sizeof m_attr;
     DropRenderer();
+    NoteChange();
     return 1;
 }
 

@@ -19,6 +19,11 @@ public:
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
+    // On the rectangle or circle that it is laid out in.
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] bool DrawsChildren() const override { return false; } // but its face
+    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -69,6 +74,7 @@ private:
     [[nodiscard]] bool UsesFaceRegion() const;
     void PassToRenderer(const SelectorRow& row);
     void PassDraftToRenderer();
+    [[nodiscard]] bool MovesNumbers(const SelectorRow& row) const;
     void DropFace();
     void DropRenderer();
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);

@@ -10,6 +10,12 @@ CQELViewShape* ShapeFrom(CQELViewElm* pElm, const CQELViewElm* pTop)
     return static_cast<CQELViewShape*>(pElm);
 }
 
+const CQELViewShape* FaceFrom(const CQELViewElm* pElm, const CQELViewElm* pTop)
+{
+    while (pElm && (!pElm->IsShape() || pElm->FirstChild())) pElm = pElm->NextInTree(pTop);
+    return static_cast<const CQELViewShape*>(pElm);
+}
+
 } // namespace
 
 int GetEmptyBlock(void* pBlock)
@@ -32,4 +38,14 @@ CQELViewShape* FirstShapeBelow(CQELViewElm* pTop)
 CQELViewShape* NextShapeBelow(CQELViewShape* pShape, const CQELViewElm* pTop)
 {
     return ShapeFrom(pShape->NextInTree(pTop), pTop);
+}
+
+const CQELViewShape* FirstFaceShape(const CQELViewElm* pTop)
+{
+    return FaceFrom(pTop->NextInTree(pTop), pTop);
+}
+
+const CQELViewShape* NextFaceShape(const CQELViewShape* pShape, const CQELViewElm* pTop)
+{
+    return FaceFrom(pShape->NextInTree(pTop), pTop);
 }

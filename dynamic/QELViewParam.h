@@ -30,3 +30,6 @@ int SetEmptyBlock(const void* pBlock);
 // Groups and other dynamic elements are walked through.
 CQELViewShape* FirstShapeBelow(CQELViewElm* pTop);
 CQELViewShape* NextShapeBelow(CQELViewShape* pShape, const CQELViewElm* pTop);
+// The same for those that are a meter's face: what has children is none.
+const CQELViewShape* FirstFaceShape(const CQELViewElm* pTop);
+const CQELViewShape* NextFaceShape(const CQELViewShape* pShape, const CQELViewElm* pTop);

@@ -9,6 +9,7 @@
 #include "render/LiveLayer.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
+#include "render/UnitMap.h"
 
 #include <cstring>
 
@@ -101,18 +102,61 @@ ScaleValue CQELViewScale::Value() const
 
 int CQELViewScale::Draw(HDC hdc, const RECT& rcQel, uint32_t)
 {
-    const LONG* n = m_attr.nGeometry;
-    RECT rcElem{n[0], n[1], n[2], n[3]};
-    if (IsRound())
-        rcElem = {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]),
-                  WrapAdd(n[1], n[2])};
     RECT rc{};
-    if (!MapRect(rcQel, RefW(), RefH(), rcElem, &rc, QEL_KEEP_NONE) || ::IsRectEmpty(&rc)) return 0;
+    if (!MapLayout(rcQel, &rc)) return 0;
     if (IsRound())
         DrawRound(hdc, rc);
     else
         DrawStraight(hdc, rc);
     return 1;
+}
+
+RECT CQELViewScale::Layout() const
+{
+    const LONG* n = m_attr.nGeometry;
+    if (!IsRound()) return {n[0], n[1], n[2], n[3]};
+    return {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
+}
+
+bool CQELViewScale::MapLayout(const RECT& rcQel, RECT* prcOut) const
+{
+    return MapRect(rcQel, RefW(), RefH(), Layout(), prcOut, QEL_KEEP_NONE) &&
+           !::IsRectEmpty(prcOut);
+}
+
+// Ticks and pointer end on the pixels behind the rectangle's sides. Of a round scale each of the
+// three radii may be the largest.
+bool CQELViewScale::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+{
+    RECT rc{};
+    if (!MapLayout(rcQel, &rc)) return false;
+    if (!IsRound()) {
+        *prcOut = GrownRect(rc, 1);
+        return true;
+    }
+    const RoundScale round = MakeRoundScale(m_attr.nGeometry, rc);
+    if (round.nTick < 1) return false;
+    int32_t nRadius = round.nTick;
+    for (const int32_t n : {round.nCircle, round.nHub})
+        if (n < -nRadius || n > nRadius) nRadius = WrapAbs(n);
+    const POINT& pt = round.ptCentre;
+    *prcOut = GrownRect({pt.x, pt.y, WrapAdd(pt.x, 1), WrapAdd(pt.y, 1)}, WrapAdd(nRadius, 1));
+    return true;
+}
+
+bool CQELViewScale::IsHit(const RECT& rcQel, POINT pt) const
+{
+    RECT rc{};
+    if (!MapLayout(rcQel, &rc)) return false;
+    if (!IsRound()) return ::PtInRect(&rc, pt);
+    const RoundScale round = MakeRoundScale(m_attr.nGeometry, rc);
+    return round.nTick >= 1 && IsInCircle(round.ptCentre, round.nTick, pt);
+}
+
+bool CQELViewScale::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+{
+    const RECT rc = Layout();
+    return !::IsRectEmpty(&rc) && MakeUnitMap(rcQel, RefW(), RefH(), rc, QEL_KEEP_NONE, pOut);
 }
 
 void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc) const
@@ -402,6 +446,7 @@ int CQELViewScale::SetAttrBlock(const void* pBlock)
     std::memcpy(&attr, pBlock, sizeof attr);
     if (attr.nType < 0 || attr.nType > SCALE_ARC) return 0;
     m_attr = attr;
+    NoteChange();
     return 1;
 }
 

@@ -16,6 +16,11 @@ public:
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
     int Rotate(POINT ptCentre, int32_t nAngle) override; // turns the round type where it stands
+    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
+    // On the rectangle, or the circle of the ticks, that it is laid out in.
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] bool DrawsChildren() const override { return false; }
+    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -46,6 +51,8 @@ public:
 
 private:
     void NoteNumbered() const;
+    [[nodiscard]] RECT Layout() const; // the rectangle, or the square of the ticks; drawing units
+    bool MapLayout(const RECT& rcQel, RECT* prcOut) const; // false for none
     void DrawStraight(HDC hdc, const RECT& rc) const;
     void DrawRound(HDC hdc, const RECT& rc) const;
     void DrawStraightMarks(HDC hdc, const RECT& rc) const;

@@ -18,6 +18,7 @@ public:
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override; // 0 while it is not shown
+    [[nodiscard]] bool IsShown() const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override; // any number; a negative one is never shown
@@ -28,8 +29,6 @@ public:
     [[nodiscard]] bool FollowsNumber() const override { return true; }
 
 private:
-    [[nodiscard]] bool IsShown() const;
-
     int32_t m_nOwn = -1;
     uint32_t m_nStatus = 0; // of the drawing
 };

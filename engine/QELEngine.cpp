@@ -6,6 +6,7 @@
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 #include "render/QELViewShape.h"
+#include "render/UnitMap.h"
 
 #include <cstdio>
 
@@ -79,6 +80,7 @@ int CQELEngine::Close()
     m_nRotation = 0;
     m_refSize = {DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     m_identifiers.Clear();
+    m_places.Forget();
     m_view.Clear();
     return m_document.Close();
 }

@@ -6,7 +6,10 @@
 #include "base/Handles.h"
 #include "document/QELDocument.h"
 #include "engine/Identifiers.h"
+#include "engine/Places.h"
 #include "render/QELView.h"
+
+struct UnitTurn;
 
 class CQELEngine {
 public:
@@ -46,6 +49,18 @@ public:
         return m_identifiers.Make(m_document.GetRoot()) ? &m_identifiers : nullptr;
     }
 
+    // What stands where, as it is now; null without a drawing and without memory.
+    [[nodiscard]] CPlaces* Places();
+
+    // Where things are (engine/EnginePlaces.cpp). Device points are in the units of the QEL rect.
+    int GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const;
+    int GetIdDrawRect(const char* pszId, RECT* prc);
+    CQELDocElm* FindElem(const char* pszId);
+    CQELDocElm* ElemFromPoint(POINT pt);
+    const char* IdFromPoint(POINT pt); // null for none
+    int ElemToDevice(const CQELDocElm* pElm, POINT* ppt) const;
+    int DeviceToElem(const CQELDocElm* pElm, POINT* ppt) const;
+
     [[nodiscard]] CQELDocument& Document() { return m_document; }
     [[nodiscard]] CQELView& View() { return m_view; }
     [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
@@ -66,7 +81,13 @@ private:
     [[nodiscard]] bool IsInPicture(const CQELDocElm* pElm) const;
     void TakeRefSize();
     // Before every edit that changes the tree or an identifier.
-    void ForgetPlaces() { m_identifiers.Forget(); }
+    void ForgetPlaces()
+    {
+        m_identifiers.Forget();
+        m_places.Forget();
+    }
+    [[nodiscard]] UnitTurn TurnOfDrawing() const;
+    bool MapElem(const CQELDocElm* pElm, UnitMap* pMap, UnitTurn* pTurn) const;
     void RegisterAll(CQELViewElm* pTop);
     void UnregisterAll(CQELViewElm* pTop);
 
@@ -74,6 +95,7 @@ private:
     CQELDocument m_document;
     CQELView m_view;
     CIdentifiers m_identifiers;
+    CPlaces m_places;
     uint32_t m_nPerDrawing = 0; // cleared at every open
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};

@@ -213,6 +213,11 @@ int CArcMeter::DrawValueText(HDC, int32_t)
     return 0;
 }
 
+RECT CArcMeter::PaintedRect(const RECT&) const
+{
+    return m_rcMeter;
+}
+
 template <class Value>
 int CArcMeter::DrawClipped(HDC hdc, Value value, uint32_t nFlags)
 {

@@ -30,6 +30,8 @@ public:
     int Draw(HDC hdc, float fValue, uint32_t nFlags) override;
     int Draw(HDC hdc, int32_t nValue, uint32_t nFlags) override;
 
+    [[nodiscard]] RECT PaintedRect(const RECT& rcFace) const override; // what all is clipped to
+
     void SetMeterRect(const RECT& rc) { m_rcMeter = rc; }
     void SetCentre(POINT pt) { m_ptCentre = pt; }
     void SetFaceColor(COLORREF clr) { m_clrFace = clr; }

@@ -3,6 +3,7 @@
 #include "meter/BarFill.h"
 #include "meter/DialComponents.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -51,6 +52,42 @@ int CBarMeter::DrawAxis(HDC hdc)
     if (!HasBar() || ScaleBreadth() < MIN_BREADTH_FOR_AXIS) return 0;
     const auto [pt1, pt2] = LineAlong(AXIS_FROM_SIDE);
     return CScaleLine(1, m_clrScale).Draw(hdc, pt1, pt2);
+}
+
+// The place of the scale, the column that is filled and written in, and the numbers, which may
+// stand out on both sides.
+RECT CBarMeter::PaintedRect(const RECT& rcFace) const
+{
+    CRectHull hull;
+    hull.Add(m_rcBar);
+    if (!::IsRectEmpty(&rcFace)) hull.Add(ColumnIn(rcFace));
+    if (!IsWithinReach(hull.Rect())) return ALL_IN_REACH;
+    if (HasBar() && (GetShowScale() || GetShowAxis())) AddScale(&hull);
+    if (HasBar() && GetShowLabels()) AddLabels(&hull);
+    return hull.Rect();
+}
+
+void CBarMeter::AddScale(CRectHull* pHull) const
+{
+    for (const uint32_t nTick : {uint32_t{0}, DrawnTicks()})
+        for (const int32_t nFromSide : {0, AXIS_FROM_SIDE})
+            pHull->AddPixel(BesideTick(nTick, nFromSide));
+}
+
+// No character is wider than twice its cell, or than it is high; and a little higher than that it
+// may be.
+void CBarMeter::AddLabels(CRectHull* pHull) const
+{
+    FontCell cell{};
+    GetFontSize(ScaleBreadth() / FONT_HINT_PARTS, &cell);
+    const int32_t nWide = std::max(2 * cell.nWidth, cell.nHeight);
+    const int32_t nCount = LongestNumber();
+    for (const uint32_t nTick : {uint32_t{0}, DrawnTicks()}) {
+        const POINT pt = LabelPlace(nTick, {nCount * cell.nWidth, cell.nHeight}, nCount * nWide,
+                                    LABELS_FROM_SIDE);
+        pHull->Add({pt.x - cell.nWidth, pt.y - 1, pt.x + nCount * nWide + cell.nWidth,
+                    pt.y + cell.nHeight + cell.nHeight / 4 + 1});
+    }
 }
 
 bool CBarMeter::HasBar() const

@@ -3,6 +3,7 @@
 // has a three-dimensional body.
 #pragma once
 
+#include "base/Rects.h"
 #include "meter/BarGeometry.h"
 #include "meter/Meter.h"
 
@@ -45,6 +46,9 @@ public:
     [[nodiscard]] const RECT& BarRect() const { return m_rcBar; }
     // What the bar fills: its extent across is the column's (vertical) or the bar's (horizontal).
     [[nodiscard]] virtual RECT Column() const = 0;
+    // The same as far as it is known without the face's region, by what holds its shapes.
+    [[nodiscard]] virtual RECT ColumnIn(const RECT& rcFace) const = 0;
+    [[nodiscard]] RECT PaintedRect(const RECT& rcFace) const override;
     // The rectangle between two values, empty when it has no length.
     [[nodiscard]] virtual RECT Segment(double fFrom, double fTo) const = 0;
 
@@ -70,6 +74,8 @@ protected:
     virtual int PaintParts(HDC hdc, const BarParts& parts);
 
 private:
+    void AddScale(CRectHull* pHull) const;
+    void AddLabels(CRectHull* pHull) const;
     int FillTo(HDC hdc, double fValue);
 
     HRGN m_hRegion;

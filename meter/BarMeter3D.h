@@ -17,4 +17,5 @@ public:
     using CBarMeter3D::CBarMeter3D;
 
     [[nodiscard]] RECT Column() const override;
+    [[nodiscard]] RECT ColumnIn(const RECT& rcFace) const override;
 };

@@ -13,6 +13,11 @@ RECT CLongBarMeter::Column() const
     return BarRect();
 }
 
+RECT CLongBarMeter::ColumnIn(const RECT&) const
+{
+    return BarRect();
+}
+
 RECT CLongBarMeter::Segment(double fFrom, double fTo) const
 {
     const RECT rcColumn = Column();

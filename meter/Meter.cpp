@@ -1,7 +1,7 @@
 #include "meter/Meter.h"
 
 #include "base/DrawLimits.h"
-#include "base/WrapMath.h"
+#include "base/Rects.h"
 #include "include/QELEngine.h"
 
 #include <cstdio>
@@ -112,6 +112,34 @@ int CMeter::FormatValue(char (&szOut)[VALUE_TEXT_SIZE], float fValue) const
     std::snprintf(szOut, sizeof szOut, "%.*f", nDecimals,
                   static_cast<double>(fValue) / PowerOfTen(nShift));
     return 1;
+}
+
+// A class that says no more may paint anywhere.
+RECT CMeter::PaintedRect(const RECT&) const
+{
+    return ALL_IN_REACH;
+}
+
+// All numbers lie between those at the two ends, unless their steps wrap around.
+int32_t CMeter::LongestNumber() const
+{
+    const int64_t nStart = GetScaleStartShown();
+    const int64_t nSpan = GetScaleEndShown() - nStart;
+    const int64_t nFarthest = nSpan * DrawnTicks();
+    const bool bWraps =
+        nSpan != static_cast<int32_t>(nSpan) || nFarthest != static_cast<int32_t>(nFarthest);
+    const uint32_t nShift =
+        m_nDecimalShift < MAX_DECIMAL_SHIFT ? m_nDecimalShift : MAX_DECIMAL_SHIFT;
+    const auto length = [&](double fNumber) {
+        return std::snprintf(nullptr, 0, "%.*f", static_cast<int>(nShift) + 1,
+                             fNumber / PowerOfTen(nShift));
+    };
+    if (bWraps) return length(2.0 * INT32_MIN);
+    const bool bMinus = nStart < 0 || GetScaleEndShown() < 0;
+    const int nFirst = length(static_cast<float>(nStart < 0 ? -nStart : nStart));
+    const int64_t nEnd = GetScaleEndShown();
+    const int nLast = length(static_cast<float>(nEnd < 0 ? -nEnd : nEnd));
+    return (nFirst > nLast ? nFirst : nLast) + (bMinus ? 1 : 0);
 }
 
 int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const

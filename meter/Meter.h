@@ -50,6 +50,10 @@ public:
     // The same while bar or pointer are still on their way to the value, at fPointer now.
     int DrawOnWay(HDC hdc, float fValue, float fPointer, uint32_t nFlags);
 
+    // What a draw paints on at most, whatever the value. rcFace: what holds the shapes of the face,
+    // empty for none.
+    [[nodiscard]] virtual RECT PaintedRect(const RECT& rcFace) const;
+
     void SetMin(int32_t n) { m_nMin = n; }
     void SetMax(int32_t n) { m_nMax = n; }
     void SetScaleEnd(int32_t n) { m_nScaleEnd = n; }
@@ -133,6 +137,8 @@ protected:
     {
         return m_nMajorEvery != 0 && nTick % m_nMajorEvery == 0;
     }
+    // As many characters as the number at any tick has at most.
+    [[nodiscard]] int32_t LongestNumber() const;
     // The number that stands at a tick.
     [[nodiscard]] float TickNumber(uint32_t nTick) const;
     [[nodiscard]] double AlarmRange() const { return static_cast<double>(m_nMax) - m_nMin; }

@@ -25,6 +25,11 @@ RECT CUpBarMeter::Column() const
     return m_rcColumn;
 }
 
+RECT CUpBarMeter::ColumnIn(const RECT& rcFace) const
+{
+    return {rcFace.left, BarRect().top, rcFace.right, BarRect().bottom};
+}
+
 RECT CUpBarMeter::Segment(double fFrom, double fTo) const
 {
     return {m_rcColumn.left, VerticalPosition(Scale(), std::max(fFrom, fTo)), m_rcColumn.right,

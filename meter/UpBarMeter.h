@@ -8,6 +8,7 @@ public:
     CUpBarMeter(HRGN hRegion, const RECT& rcBar) noexcept;
 
     [[nodiscard]] RECT Column() const override;
+    [[nodiscard]] RECT ColumnIn(const RECT& rcFace) const override;
     [[nodiscard]] RECT Segment(double fFrom, double fTo) const override;
 
 protected:

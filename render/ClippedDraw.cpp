@@ -47,8 +47,10 @@ int CClippedDraw::Draw(CQELViewElm* pTop)
 void CClippedDraw::DrawChildren(const CQELViewElm* pParent)
 {
     for (CQELViewElm* pElm = pParent->FirstChild(); pElm; pElm = pElm->NextSibling())
-        if (pElm->IsHidden(pParent))
+        if (pElm->IsHiddenItself())
             continue;
+        else if (pElm->IsMarked())
+            DrawNow(pElm); // over all that it may paint at most, which is more than it does
         else if (pElm->IsShape())
             DrawShape(static_cast<CQELViewShape*>(pElm));
         else if (pElm->Type() == QEL_TYPE_GROUP)

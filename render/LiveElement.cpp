@@ -70,6 +70,7 @@ int CLiveElement::SetValue(double fValue)
     if (!bText && !(m_pHost && m_pHost->FollowsNumber())) return 0;
     LiveState* pState = MakeState();
     if (!pState) return 0;
+    const LiveQuality nQuality = pState->ShownQuality();
     fValue = AsNumber(fValue);
     const bool bIsNumber = !std::isnan(fValue);
     if (m_pHost && bIsNumber) {
@@ -81,6 +82,7 @@ int CLiveElement::SetValue(double fValue)
     pState->fValue = fValue;
     pState->bHasValue = true;
     pState->bIsNumber = bIsNumber;
+    if (pState->ShownQuality() != nQuality) m_elm.PaintChanged();
     return 1;
 }
 
@@ -114,7 +116,9 @@ int CLiveElement::SetPin(int nPin, double fValue)
     LiveState* pState = MakeState();
     if (!pState || !MakePins(pState)) return 0;
     const auto n = static_cast<uint32_t>(nPin);
+    const LiveQuality nQuality = pState->ShownQuality();
     pState->pfPins[n - 1] = AsNumber(fValue);
+    if (pState->ShownQuality() != nQuality) m_elm.PaintChanged();
     if (std::isfinite(fValue)) m_pHost->ShowPin(n, fValue);
     return 1;
 }
@@ -199,6 +203,7 @@ int CLiveElement::SetQuality(int nQuality)
     LiveState* pState = MakeState();
     if (!pState) return 0;
     pState->nQuality = static_cast<LiveQuality>(nQuality);
+    m_elm.PaintChanged();
     return 1;
 }
 

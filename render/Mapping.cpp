@@ -119,8 +119,8 @@ uint32_t AnchorOf(uint32_t nFlags)
     return QEL_KEEP_NONE;
 }
 
-int MapRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
-            uint32_t nKeep)
+int PlaceRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+              uint32_t nKeep)
 {
     ::SetRectEmpty(prcOut);
     if (::IsRectEmpty(&rcQel) || nRefW < 1 || nRefH < 1 || ::IsRectEmpty(&rcElem)) return 0;
@@ -149,6 +149,13 @@ int MapRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem,
         break;
     }
     *prcOut = {x.nLow, y.nLow, x.nHigh, y.nHigh};
+    return 1;
+}
+
+int MapRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+            uint32_t nKeep)
+{
+    if (!PlaceRect(rcQel, nRefW, nRefH, rcElem, prcOut, nKeep)) return 0;
     ClipTo(prcOut, rcQel);
     return 1;
 }

@@ -25,6 +25,10 @@ uint32_t AnchorOf(uint32_t nFlags);
 int MapRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
             uint32_t nKeep);
 
+// The same before it is clipped.
+int PlaceRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+              uint32_t nKeep);
+
 // Moves a mapped rectangle for a pressed element: left and top always, right and bottom only where
 // they stay inside the QEL rect.
 void ShiftPressed(RECT* prc, const RECT& rcQel);

@@ -3,7 +3,16 @@
 #include "base/DrawLimits.h"
 #include "render/Border3D.h"
 #include "render/Mapping.h"
+#include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr double PI = 3.14159265358979323846;
+
+} // namespace
 
 RECT CQELViewBox::Box() const
 {
@@ -66,6 +75,25 @@ int CQELViewRect::PaintMargin(int32_t* pnOut) const
     return 1;
 }
 
+// Nothing of an upright box is rounded.
+int32_t CQELViewRect::PaintReach(const DeviceFigure& figure, bool bFace) const
+{
+    const int32_t nPen = CQELViewBox::PaintReach(figure, bFace) - PAINT_SLACK;
+    const bool bBorder = (m_style.nStyle & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
+    const auto nStyle = static_cast<uint32_t>(m_style.nStyle);
+    return bBorder ? std::max(nPen, BorderReach(figure.rcBox, BorderWidthOf(nStyle))) : nPen;
+}
+
+// The sides of a region that is narrower than what is taken off pass each other; see MakeRegion.
+int32_t CQELViewRect::RegionReach(const DeviceFigure& figure) const
+{
+    const int64_t nPen = (int64_t{m_style.nPenWidth} + 1) / 2;
+    const int64_t nBorder = BorderWidthOf(static_cast<uint32_t>(m_style.nStyle));
+    const int64_t nSide = std::min(WidthOf(figure.rcBox), HeightOf(figure.rcBox));
+    const int64_t nBeyond = std::max({-nPen, std::max(nPen, nBorder) - nSide, int64_t{0}});
+    return static_cast<int32_t>(std::min<int64_t>(nBeyond, INT32_MAX));
+}
+
 void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                          const RECT& rcQel) const
 {
@@ -113,6 +141,27 @@ void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const
     ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
 }
 
+// A corner that is larger than the box is half of it.
+void CQELViewRoundRect::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
+{
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const SIZE corner = Corner();
+    const double fX = std::min(std::abs(static_cast<double>(corner.cx)), WidthOf(rc) - 1.0) / 2;
+    const double fY = std::min(std::abs(static_cast<double>(corner.cy)), HeightOf(rc) - 1.0) / 2;
+    const double fLeft = rc.left;
+    const double fTop = rc.top;
+    const double fRight = rc.right - 1.0;
+    const double fBottom = rc.bottom - 1.0;
+    pProbe->Line(fLeft + fX, fTop, fRight - fX, fTop);
+    pProbe->Line(fLeft + fX, fBottom, fRight - fX, fBottom);
+    pProbe->Line(fLeft, fTop + fY, fLeft, fBottom - fY);
+    pProbe->Line(fRight, fTop + fY, fRight, fBottom - fY);
+    pProbe->Arc({fRight - fX, fTop + fY, fX, fY}, 0, PI / 2);
+    pProbe->Arc({fLeft + fX, fTop + fY, fX, fY}, PI / 2, PI);
+    pProbe->Arc({fLeft + fX, fBottom - fY, fX, fY}, PI, 3 * PI / 2);
+    pProbe->Arc({fRight - fX, fBottom - fY, fX, fY}, 3 * PI / 2, 2 * PI);
+}
+
 HRGN CQELViewRoundRect::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
@@ -130,6 +179,11 @@ void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const R
 {
     const RECT& rc = figure.rcBox;
     ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+}
+
+void CQELViewEllipse::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
+{
+    pProbe->Arc(EllipseIn(figure.rcBox), 0, 2 * PI);
 }
 
 HRGN CQELViewEllipse::MakeRegion(const RECT& rcQel) const

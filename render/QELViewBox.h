@@ -18,6 +18,11 @@ public:
 
 protected:
     [[nodiscard]] RECT Box() const;
+    [[nodiscard]] bool IsBoxed() const override { return true; }
+    [[nodiscard]] uint32_t KeepFlags() const override
+    {
+        return static_cast<uint32_t>(m_style.nFlags);
+    }
 
 private:
     void SetBoxInside(const RECT& rc);
@@ -38,6 +43,9 @@ protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
     int PaintMargin(int32_t* pnOut) const override;
+    [[nodiscard]] int32_t PaintReach(const DeviceFigure& figure, bool bFace) const override;
+    [[nodiscard]] int32_t RegionReach(const DeviceFigure& figure) const override;
+    [[nodiscard]] double Roughness() const override { return 0; }
     [[nodiscard]] bool HidesOutline() const override; // behind a 3D border
     [[nodiscard]] bool RestoresPenFirst() const override { return true; }
 };
@@ -58,6 +66,8 @@ protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
 
+    void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
+
 private:
     [[nodiscard]] SIZE Corner() const; // of the corner ellipse; 0 for an empty rectangle
 };
@@ -76,4 +86,5 @@ protected:
     [[nodiscard]] bool IsCurved() const override { return true; }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
+    void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
 };

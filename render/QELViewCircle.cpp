@@ -2,9 +2,12 @@
 
 #include "base/DrawLimits.h"
 #include "render/Mapping.h"
+#include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
 
 namespace {
+
+constexpr double WHOLE_TURN = 2 * 3.14159265358979323846;
 
 // Half of the smaller side, as an unsigned number.
 uint32_t RadiusIn(const RECT& rc)
@@ -28,7 +31,11 @@ int CQELViewCircle::NewInstance(CQELViewElm** ppOut) const
 
 RECT CQELViewCircle::Box() const
 {
-    const int32_t* n = Words();
+    return GeometryBounds(Words());
+}
+
+RECT CQELViewCircle::GeometryBounds(const int32_t* n) const
+{
     return {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
 }
 
@@ -54,6 +61,11 @@ void CQELViewCircle::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RE
 {
     const RECT& rc = figure.rcBox;
     ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+}
+
+void CQELViewCircle::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
+{
+    pProbe->Arc(EllipseIn(figure.rcBox), 0, WHOLE_TURN);
 }
 
 int CQELViewCircle::Rotate(POINT ptCentre, int32_t nAngle)

@@ -20,6 +20,13 @@ public:
 protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
     [[nodiscard]] bool IsCurved() const override { return true; }
+    [[nodiscard]] bool IsBoxed() const override { return true; }
+    void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
+    [[nodiscard]] RECT GeometryBounds(const int32_t* pnWords) const override;
+    [[nodiscard]] uint32_t KeepFlags() const override
+    {
+        return static_cast<uint32_t>(m_style.nFlags);
+    }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
 

@@ -1,6 +1,9 @@
 #include "render/QELViewElm.h"
 
+#include "base/Rects.h"
 #include "render/QELViewQEL.h"
+#include "render/QualityMark.h"
+#include "render/UnitMap.h"
 
 CQELViewElm::~CQELViewElm()
 {
@@ -49,8 +52,20 @@ int CQELViewElm::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 int CQELViewElm::ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     const LiveState* pState = FindLive();
-    if (pState && pState->bHidden) return 1;
-    return Draw(hdc, rcQel, nFlags);
+    if (!pState) return Draw(hdc, rcQel, nFlags);
+    if (pState->bHidden) return 1;
+    const int nResult = Draw(hdc, rcQel, nFlags);
+    MarkQuality(hdc, rcQel, *pState);
+    return nResult;
+}
+
+// Over all that it may paint, so that the mark does not move with the value.
+void CQELViewElm::MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const
+{
+    RECT rcPainted{};
+    RECT rc{};
+    if (state.ShownQuality() == QUALITY_GOOD || !PaintedRect(rcQel, &rcPainted)) return;
+    if (::IntersectRect(&rc, &rcPainted, &rcQel)) DrawQualityMark(hdc, rc, state.ShownQuality());
 }
 
 LiveState* CQELViewElm::FindLive() const
@@ -65,8 +80,36 @@ LiveState* CQELViewElm::FindLive() const
 bool CQELViewElm::IsHidden(const CQELViewElm* pTop) const
 {
     for (const CQELViewElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
-        if (const LiveState* pState = pElm->Live(); pState && pState->bHidden) return true;
+        if (pElm->IsHiddenItself()) return true;
     return false;
+}
+
+bool CQELViewElm::FindHidden() const
+{
+    const LiveState* pState = FindLive();
+    return pState && pState->bHidden;
+}
+
+bool CQELViewElm::FindMark() const
+{
+    const LiveState* pState = FindLive();
+    return pState && pState->ShownQuality() != QUALITY_GOOD;
+}
+
+bool CQELViewElm::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+{
+    CRectHull hull;
+    for (const CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) {
+        RECT rc{};
+        if (pChild->PaintedRect(rcQel, &rc)) hull.Add(rc);
+    }
+    return hull.Get(prcOut);
+}
+
+// An element without a geometry of its own goes with the drawing.
+bool CQELViewElm::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+{
+    return MakeUnitMap(rcQel, m_nRefW, m_nRefH, {}, 0, pOut);
 }
 
 int CQELViewElm::Rotate(POINT ptCentre, int32_t nAngle)

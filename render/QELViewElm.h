@@ -12,6 +12,7 @@
 
 class CHostDriven;
 struct LiveState;
+struct UnitMap;
 struct ViewListNode;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
@@ -49,6 +50,18 @@ public:
     virtual int SetDraftBackParam(uint32_t nValue);
     [[nodiscard]] virtual uint32_t GetParamMask() const;
 
+    // What a full draw of it paints on at most, in device units, pressed or not and whether it is
+    // shown now or not; rather too much than too little. False, and nothing is written, for none.
+    virtual bool PaintedRect(const RECT& rcQel, RECT* prcOut) const;
+    // Whether a device point is on the element itself, without its children.
+    [[nodiscard]] virtual bool IsHit(const RECT&, POINT) const { return false; }
+    // Whether a draw of it draws its children, each by itself.
+    [[nodiscard]] virtual bool DrawsChildren() const { return true; }
+    // Whether the element lets itself and what is in it be seen now.
+    [[nodiscard]] virtual bool IsShown() const { return true; }
+    // How its geometry is mapped. False when it cannot be.
+    virtual bool MapUnits(const RECT& rcQel, UnitMap* pOut) const;
+
     // Whether there was no memory for what an element of its class holds.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
 
@@ -57,8 +70,11 @@ public:
     {
         return m_bLive ? ShowLive(hdc, rcQel, nFlags) : Draw(hdc, rcQel, nFlags);
     }
+    [[nodiscard]] bool IsHiddenItself() const { return m_bLive && FindHidden(); }
     // It, or an element that it is in, is hidden; looked for below pTop.
     [[nodiscard]] bool IsHidden(const CQELViewElm* pTop = nullptr) const;
+    // It has a mark over it, for a quality that is not good.
+    [[nodiscard]] bool IsMarked() const { return m_bLive && FindMark(); }
     // What the host has set by its identifier; null for nothing. It is marked when there may be
     // something, of it or of what it is in.
     [[nodiscard]] LiveState* Live() const { return m_bLive ? FindLive() : nullptr; }
@@ -111,6 +127,9 @@ protected:
 private:
     int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
     [[nodiscard]] LiveState* FindLive() const;
+    [[nodiscard]] bool FindHidden() const;
+    [[nodiscard]] bool FindMark() const;
+    void MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const;
 
     friend class CQELView; // keeps the lists of dynamic elements
 

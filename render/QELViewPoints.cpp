@@ -2,11 +2,17 @@
 
 #include "base/GdiScopes.h"
 #include "render/Mapping.h"
+#include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
 
 namespace {
 
 constexpr int MIN_POINTS = 2;
+
+bool HasPointCount(int32_t nCount)
+{
+    return nCount >= MIN_POINTS && nCount <= QEL_MAX_POINTS;
+}
 
 LONG StretchOne(int32_t nPos, int32_t nExtent, int32_t nRef, int32_t nLow, int32_t nHigh,
                 bool bPressed)
@@ -28,7 +34,7 @@ void Widen(RECT* prc, int32_t nX, int32_t nY)
 
 bool CQELViewPoints::HasPoints() const
 {
-    return Words()[0] >= MIN_POINTS && Words()[0] <= QEL_MAX_POINTS;
+    return HasPointCount(Words()[0]);
 }
 
 POINT CQELViewPoints::StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t nX, int32_t nY) const
@@ -62,6 +68,12 @@ RECT CQELViewPoints::Hull(const DeviceFigure& figure) const
     return rc;
 }
 
+void CQELViewPoints::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
+{
+    for (int n = 1; n < figure.nPoints; ++n) pProbe->Line(figure.pts[n - 1], figure.pts[n]);
+    if (!IsOutlineOnly()) pProbe->Line(figure.pts[figure.nPoints - 1], figure.pts[0]);
+}
+
 int CQELViewPoints::Rotate(POINT ptCentre, int32_t nAngle)
 {
     if (!HasPoints()) return 0;
@@ -92,7 +104,7 @@ int CQELViewPoints::MoveInside(int32_t nDx, int32_t nDy)
 {
     if (!HasPoints()) return 0;
     Shift(nDx, nDy);
-    const RECT rc = Bounds();
+    const RECT rc = GeometryBounds(Words());
     Shift(SlideInside(rc.left, rc.right, RefW()), SlideInside(rc.top, rc.bottom, RefH()));
     return 1;
 }
@@ -106,11 +118,12 @@ void CQELViewPoints::Shift(int32_t nDx, int32_t nDy)
     }
 }
 
-RECT CQELViewPoints::Bounds() const
+RECT CQELViewPoints::GeometryBounds(const int32_t* pnWords) const
 {
-    const int32_t* pnPoint = Words() + 1;
+    if (!HasPointCount(pnWords[0])) return {0, 0, 0, 0};
+    const int32_t* pnPoint = pnWords + 1;
     RECT rc{pnPoint[0], pnPoint[1], pnPoint[0], pnPoint[1]};
-    for (int n = 1; n < Words()[0]; ++n) {
+    for (int n = 1; n < pnWords[0]; ++n) {
         pnPoint += 2;
         Widen(&rc, pnPoint[0], pnPoint[1]);
     }

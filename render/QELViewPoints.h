@@ -21,6 +21,8 @@ protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
 
     [[nodiscard]] RECT Hull(const DeviceFigure& figure) const override;
+    void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
+    [[nodiscard]] RECT GeometryBounds(const int32_t* pnWords) const override;
 
     // Stretches a point. A reference size of 0 puts the coordinate at 0; a pressed point moves
     // where it stays inside the QEL rect.
@@ -31,7 +33,6 @@ private:
     [[nodiscard]] bool HasPoints() const;
     int MoveInside(int32_t nDx, int32_t nDy);
     void Shift(int32_t nDx, int32_t nDy);
-    [[nodiscard]] RECT Bounds() const; // of the points, drawing units
 };
 
 // Turned and moved freely, not kept inside the drawing.
@@ -51,6 +52,10 @@ protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
+    [[nodiscard]] RECT GeometryBounds(const int32_t* pnWords) const override
+    {
+        return CQELViewShape::GeometryBounds(pnWords);
+    }
     [[nodiscard]] bool IsOutlineOnly() const override { return true; }
 };
 

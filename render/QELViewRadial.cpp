@@ -3,6 +3,7 @@
 #include "base/Block.h"
 #include "base/GdiScopes.h"
 #include "render/Mapping.h"
+#include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
 
 #include <algorithm>
@@ -149,12 +150,38 @@ Extent ExtentOf(const RECT& rc, POINT ptStart, POINT ptEnd, bool bWithMiddle)
     return extent;
 }
 
+double AngleTo(const RECT& rc, POINT pt)
+{
+    return Ellipse(rc).AngleTo(pt);
+}
+
+void Side(COutlineProbe* pProbe, ProbedEllipse::Point pt1, ProbedEllipse::Point pt2)
+{
+    pProbe->Line(pt1.fX, pt1.fY, pt2.fX, pt2.fY);
+}
+
 LONG Whole(double f)
 {
     return static_cast<LONG>(std::floor(f));
 }
 
 } // namespace
+
+// The arc, and for the filled figures the sides that close it.
+void CQELViewRadial::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
+{
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const ProbedEllipse ellipse = EllipseIn(rc);
+    const double fStart = AngleTo(rc, figure.pts[0]);
+    double fEnd = AngleTo(rc, figure.pts[1]);
+    if (fEnd <= fStart) fEnd += 2 * PI; // one ray for both ends is the whole ellipse
+    pProbe->Arc(ellipse, fStart, fEnd);
+    if (IsOutlineOnly()) return;
+    const ProbedEllipse::Point ptMiddle{ellipse.fX, ellipse.fY};
+    if (!ReachesMiddle()) return Side(pProbe, ellipse.At(fStart), ellipse.At(fEnd));
+    Side(pProbe, ellipse.At(fStart), ptMiddle);
+    Side(pProbe, ptMiddle, ellipse.At(fEnd));
+}
 
 HRGN CQELViewRadial::MakeFilledRegion(const RECT& rcQel) const
 {

@@ -23,6 +23,7 @@ protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
 
     [[nodiscard]] bool IsCurved() const override { return true; }
+    void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
     // Whether the figure slides back into the drawing after a turn or a move.
     [[nodiscard]] virtual bool StaysInside() const { return true; }
     // Where the coordinates lie along an axis whose reference size is below 1: false, the box at 0;

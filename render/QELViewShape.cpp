@@ -5,6 +5,7 @@
 #include "base/Shown.h"
 #include "brush/ShownDraft.h"
 #include "render/Mapping.h"
+#include "render/OutlineProbe.h"
 
 #include <cstring>
 
@@ -17,6 +18,9 @@ constexpr KeywordRow g_fillStyles[] = {{QEL_STYLE_STROKE, "Stoke"},
                                        {KEYWORD_NONE, nullptr}};
 static_assert(IsSoundTable(g_fillStyles),
               "styles and keywords are unique and the end mark is there");
+
+constexpr double HIT_REACH = 3; // pixels, from the edge of what is stroked
+constexpr int32_t POINTED = 11; // times the width of a pen with pointed corners
 
 // Each step can be undone, so that a change of one word never gets lost.
 void AddWord(uint64_t* pnSum, int32_t nWord)
@@ -82,9 +86,14 @@ int32_t CQELViewShape::PenWidth() const
 // A metafile keeps the width.
 int32_t CQELViewShape::PenWidthFor(HDC hdc, const DeviceFigure& figure) const
 {
+    const int32_t nOnSurface = PenWidthOn(figure);
+    return nOnSurface == PenWidth() || IsSurface(hdc) ? nOnSurface : PenWidth();
+}
+
+int32_t CQELViewShape::PenWidthOn(const DeviceFigure& figure) const
+{
     const int32_t nWidth = PenWidth();
-    if (m_style.nPenStyle != PS_INSIDEFRAME || !IsCurved() || nWidth < 2 || !IsSurface(hdc))
-        return nWidth;
+    if (m_style.nPenStyle != PS_INSIDEFRAME || !IsCurved() || nWidth < 2) return nWidth;
     return FramePenWidth(nWidth, NormalizedRect(figure.rcBox));
 }
 
@@ -152,6 +161,39 @@ int CQELViewShape::MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlag
 
 void CQELViewShape::Paint(HDC, const DeviceFigure&, HBRUSH, const RECT&) const {}
 
+// By default the box, whose last pixels are the outline's.
+void CQELViewShape::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
+{
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const POINT pts[] = {{rc.left, rc.top},
+                         {WrapSub(rc.right, 1), rc.top},
+                         {WrapSub(rc.right, 1), WrapSub(rc.bottom, 1)},
+                         {rc.left, WrapSub(rc.bottom, 1)}};
+    for (int n = 0; n < 4; ++n) pProbe->Line(pts[n], pts[(n + 1) % 4]);
+}
+
+RECT CQELViewShape::GeometryBounds(const int32_t* pnWords) const
+{
+    return NormalizedRect({pnWords[0], pnWords[1], pnWords[2], pnWords[3]});
+}
+
+// A figure that is filled is hit on its paint, an outline from some pixels away as well.
+bool CQELViewShape::IsHit(const RECT& rcQel, POINT pt) const
+{
+    DeviceFigure figure{};
+    if (!MapFigure(rcQel, 0, &figure)) return false;
+    const RECT& rc = figure.rcBox;
+    if (IsBoxed() && (rc.left == rc.right || rc.top == rc.bottom)) return false;
+    const bool bFilled = IsArea() && FillStyle() != QEL_STYLE_STROKE;
+    const bool bStroked = m_style.nPenWidth != 0 && !HidesOutline();
+    if (!bFilled && !bStroked) return false;
+    COutlineProbe probe(pt);
+    Trace(figure, &probe);
+    if (bFilled && probe.IsInside()) return true;
+    const double fPen = bStroked ? WrapAbs(PenWidthOn(figure)) / 2.0 : 0;
+    return probe.IsWithin(fPen + (bFilled ? Roughness() : HIT_REACH));
+}
+
 HRGN CQELViewShape::MakeRegion(const RECT&) const
 {
     return nullptr;
@@ -179,6 +221,70 @@ Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOu
     if (!IsWithinReach(rc) || !PaintMargin(&n)) return Reach::Unknown;
     *prcOut = {rc.left - n, rc.top - n, rc.right + n, rc.bottom + n};
     return Reach::Known;
+}
+
+bool CQELViewShape::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+{
+    return PaintedAs(m_bFace, rcQel, prcOut);
+}
+
+bool CQELViewShape::PaintedFace(const RECT& rcQel, RECT* prcOut) const
+{
+    return PaintedAs(true, rcQel, prcOut);
+}
+
+// A hollow face is filled again as soon as the meter says so.
+bool CQELViewShape::PaintedAs(bool bFace, const RECT& rcQel, RECT* prcOut) const
+{
+    const bool bFills = (m_style.nStyle & QEL_STYLE_FILL_MASK) != QEL_STYLE_STROKE && IsArea();
+    if (!bFills && m_style.nPenWidth == 0 && Type() != QEL_TYPE_TEXT) return false;
+    CRectHull hull;
+    for (const uint32_t nFlags : {uint32_t{0}, uint32_t{QEL_DRAW_PRESSED}}) {
+        DeviceFigure figure{};
+        if ((nFlags && !IsPressed(nFlags)) || !MapFigure(rcQel, nFlags, &figure)) continue;
+        const RECT& rc = figure.rcBox;
+        if (!IsBoxed() || (rc.left != rc.right && rc.top != rc.bottom))
+            hull.Add(PaintedBox(figure, bFace));
+    }
+    return hull.Get(prcOut);
+}
+
+RECT CQELViewShape::PaintedBox(const DeviceFigure& figure, bool bFace) const
+{
+    return GrownRect(Hull(figure), PaintReach(figure, bFace));
+}
+
+// The system's own pen styles have round ends and joins. Of other numbers the corners may be
+// pointed, up to ten times as long as they are wide.
+int32_t CQELViewShape::PaintReach(const DeviceFigure&, bool bFace) const
+{
+    if (m_style.nPenWidth == 0 || (HidesOutline() && !bFace)) return PAINT_SLACK;
+    const int32_t nWidth = WrapAbs(PenWidth());
+    const bool bKnown = m_style.nPenStyle >= PS_SOLID && m_style.nPenStyle <= PS_INSIDEFRAME;
+    return PAINT_SLACK + (bKnown ? nWidth / 2 : POINTED * nWidth);
+}
+
+bool CQELViewShape::FaceHull(const RECT& rcQel, RECT* prcOut) const
+{
+    DeviceFigure figure{};
+    if (!IsArea() || !MapFigure(rcQel, 0, &figure)) return false;
+    const RECT rc = Hull(figure);
+    *prcOut = GrownRect(rc, RegionReach(figure));
+    return true;
+}
+
+UnitTurn CQELViewShape::TurnFrom(const int32_t* pnDocWords) const
+{
+    return {m_nTurned, GeometryBounds(pnDocWords), GeometryBounds(Words())};
+}
+
+bool CQELViewShape::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+{
+    DeviceFigure figure{};
+    if (!MapFigure(rcQel, 0, &figure)) return false;
+    const RECT rc = GeometryBounds(Words());
+    if (IsBoxed() && ::IsRectEmpty(&rc)) return false; // it is not drawn
+    return MakeUnitMap(rcQel, RefW(), RefH(), rc, KeepFlags(), pOut);
 }
 
 RECT CQELViewShape::Hull(const DeviceFigure& figure) const

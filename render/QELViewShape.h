@@ -5,9 +5,11 @@
 #pragma once
 
 #include "base/Keywords.h"
+#include "base/Rects.h"
 #include "document/ShapeRecord.h"
 #include "render/LiveLayer.h"
 #include "render/QELViewElm.h"
+#include "render/UnitMap.h"
 
 // The fill styles by keyword, spelled as drawing tools spell them, "Stoke" included.
 extern const KeywordRow* const g_fillStyleRows;
@@ -20,6 +22,7 @@ struct DeviceFigure {
 };
 
 class CMonoCanvas;
+class COutlineProbe;
 class CQELViewShape;
 
 // What is known of the area that a draw paints on.
@@ -28,14 +31,6 @@ enum class Reach : uint8_t {
     Known,   // no pixel outside of the rectangle that is told
     Unknown  // it may be anywhere
 };
-
-// Device coordinates within these bounds can be added up without a care, by the system as well,
-// which may do it in real numbers of 24 bits.
-constexpr int32_t REACH = 1 << 22;
-constexpr bool IsWithinReach(const RECT& rc)
-{
-    return rc.left >= -REACH && rc.top >= -REACH && rc.right <= REACH && rc.bottom <= REACH;
-}
 
 // The shapes that were the last to leave a colour set on the device context; null for none.
 struct LeftColors {
@@ -53,6 +48,10 @@ public:
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    [[nodiscard]] bool DrawsChildren() const override { return false; }
+    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -81,6 +80,13 @@ public:
 
     // What a full draw paints on, in device units and rather too much than too little.
     Reach PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
+    // The same of a meter's face, which may be drawn as an outline and filled.
+    bool PaintedFace(const RECT& rcQel, RECT* prcOut) const;
+    // What holds the region of a shape, as a face has it. False when it has none.
+    bool FaceHull(const RECT& rcQel, RECT* prcOut) const;
+    // How a record's geometry has become its own: by so many quarter turns, and a move.
+    [[nodiscard]] UnitTurn TurnFrom(const int32_t* pnDocWords) const;
+
     // Enters itself for the colours that a full draw of it leaves set.
     virtual void LeaveColors(LeftColors* pOut) const;
     [[nodiscard]] COLORREF LeftBackColor() const;
@@ -111,6 +117,26 @@ protected:
     [[nodiscard]] virtual RECT Hull(const DeviceFigure& figure) const;
     // How far a draw may paint beyond the hull, in pixels. 0: that is not known.
     virtual int PaintMargin(int32_t* pnOut) const;
+    // How far a draw of a figure paints beyond its hull at most. bFace: also as it may be drawn as
+    // a meter's face.
+    [[nodiscard]] virtual int32_t PaintReach(const DeviceFigure& figure, bool bFace) const;
+    // What it paints on at most.
+    [[nodiscard]] virtual RECT PaintedBox(const DeviceFigure& figure, bool bFace) const;
+    // How far the region of a figure may reach beyond its hull.
+    [[nodiscard]] virtual int32_t RegionReach(const DeviceFigure&) const { return 0; }
+    // Whether the figure stands in its box, so that an empty one is nothing.
+    [[nodiscard]] virtual bool IsBoxed() const { return false; }
+    // Whether the figure can be filled.
+    [[nodiscard]] bool IsArea() const { return !IsOutlineOnly() && Type() != QEL_TYPE_TEXT; }
+    // The outline that is stroked, along the middle of the pen.
+    virtual void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const;
+    // Pixels by which what is painted may differ from the outline, by the rounding of curves and
+    // slants.
+    [[nodiscard]] virtual double Roughness() const { return 1; }
+    // What a record's geometry lies in, in drawing units; and what the view maps as a whole, which
+    // is that where keep modes are not asked.
+    [[nodiscard]] virtual RECT GeometryBounds(const int32_t* pnWords) const;
+    [[nodiscard]] virtual uint32_t KeepFlags() const { return QEL_KEEP_NONE; }
     // Whether the outline is left out although it has a width.
     [[nodiscard]] virtual bool HidesOutline() const { return false; }
     // Whether the pen is put back before the brush.
@@ -152,7 +178,11 @@ protected:
 
     // The quarter turn that the geometry has been given, in degrees.
     [[nodiscard]] int32_t Rotation() const { return m_nQuarters * 90; }
-    void SetRotation(int32_t nTurn) { m_nQuarters = static_cast<int8_t>(nTurn / 90); }
+    void SetRotation(int32_t nTurn)
+    {
+        m_nTurned = static_cast<uint8_t>((m_nTurned + (nTurn - Rotation()) / 90) & 3);
+        m_nQuarters = static_cast<int8_t>(nTurn / 90);
+    }
 
     // The colours as the host has them shown. The fill of a meter's face stays the meter's.
     [[nodiscard]] uint32_t ShownPen() const { return Shown(LIVE_PEN, m_style.clrPen); }
@@ -166,17 +196,22 @@ protected:
 
     int8_t m_nQuarters = 0;
     bool m_bHollow : 1 = false;
+    // The quarter turns that the geometry has been given since it was that of a record. It shares
+    // its byte with the two around it.
+    uint8_t m_nTurned : 2 = 0;
     bool m_bFace : 1 = false; // it has the fill of a meter's face instead of its own
     ShapeStyle m_style;
 
 private:
     void DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
     void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
+    bool PaintedAs(bool bFace, const RECT& rcQel, RECT* prcOut) const;
     [[nodiscard]] bool PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
                                      const RECT& rcQel) const;
     void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
     [[nodiscard]] int32_t PenWidth() const; // as it is drawn at most
     [[nodiscard]] int32_t PenWidthFor(HDC hdc, const DeviceFigure& figure) const;
+    [[nodiscard]] int32_t PenWidthOn(const DeviceFigure& figure) const; // a surface
     [[nodiscard]] bool TakesDraft() const
     {
         return (m_style.nFlags & QEL_FLAG_DRAFT_PARAM) && FillStyle();

@@ -130,6 +130,34 @@ int CQELViewText::PaintMargin(int32_t* pnOut) const
     return std::strchr(ShownText(szRoom), '&') ? 0 : 1;
 }
 
+// In a font without lines and turn. Under the letter behind an ampersand is a line, which may stand
+// as far away as the text would reach: no character is wider than twice its cell, or than high.
+RECT CQELViewText::PaintedBox(const DeviceFigure& figure, bool) const
+{
+    char szRoom[QEL_TEXT_SIZE];
+    const char* const pszText = ShownText(szRoom);
+    const RECT rc = NormalizedRect(figure.rcBox);
+    if (!std::strchr(pszText, '&')) return rc;
+    const SIZE cell = TextCell(rc, std::strlen(pszText));
+    if (!IsDrawableCell(cell.cx, cell.cy) || !IsWithinReach(rc)) return rc;
+    const int32_t nWide = 2 * cell.cx > cell.cy ? 2 * cell.cx : cell.cy;
+    int32_t nLines = 1;
+    for (const char* p = pszText; *p; ++p) nLines += *p == '\n' || *p == '\r' ? 1 : 0;
+    const auto nLength = static_cast<int32_t>(std::strlen(pszText));
+    CRectHull hull;
+    hull.Add(rc);
+    hull.Add(
+        {rc.left - nWide, rc.top, rc.left + nWide * (nLength + 1), rc.top + 2 * cell.cy * nLines});
+    return hull.Rect();
+}
+
+// On the rectangle that it is laid out in.
+bool CQELViewText::IsHit(const RECT& rcQel, POINT pt) const
+{
+    RECT rc{};
+    return MapAnchored(rcQel, Box(), 0, &rc) && ::PtInRect(&rc, pt);
+}
+
 uint32_t CQELViewText::GetParamMask() const
 {
     return CQELViewShape::GetParamMask() | QEL_MASK_TEXT;

@@ -17,7 +17,10 @@ public:
     [[nodiscard]] uint32_t GetParamMask() const override;
     void LeaveColors(LeftColors* pOut) const override; // none
 
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+
 protected:
+    [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
     int PaintMargin(int32_t* pnOut) const override;
 
 private:
