@@ -102,7 +102,7 @@ int CRoundMeter::FormatReadOut(char (&szOut)[VALUE_TEXT_SIZE], double fValue) co
     return 1;
 }
 
-// The zone of the value before: the new one is stored when all layers are painted. Deliberate.
+// By the zone of the value before: a meter stores the new one when all of its layers are painted.
 COLORREF CRoundMeter::ReadOutColor() const
 {
     if (!GetShowAlarm()) return BLACK;

@@ -380,7 +380,7 @@ TEST(ArcFill, LessThanADegreeIsNotWorthDrawingAndNoFailure)
 TEST(ArcFill, DegenerateSectorsAreLeftOutUnlessTheyAreWhole)
 {
     EXPECT_EQ(Lines{}, Pies(0, 5, 30, 2));    // both ends on one pixel
-    EXPECT_EQ(Lines{}, Pies(0, 80, 30, 180)); // opposite, not upright: deliberate
+    EXPECT_EQ(Lines{}, Pies(0, 80, 30, 180)); // opposite: the slopes agree
     EXPECT_EQ(Lines{}, Pies(0, 80, 135, 180));
     EXPECT_EQ(Lines{}, Pies(0, 0, 30, 90)); // no radius
     EXPECT_EQ(Lines{}, Pies(0, 5, 1, 354));

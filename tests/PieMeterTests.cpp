@@ -228,7 +228,7 @@ TYPED_TEST(PieMeters, WithoutRangeOrSpanThereIsNoSector)
 
 TYPED_TEST(PieMeters, HalvesAreDrawnOnlyWhenTheyStandUpright)
 {
-    CPie<TypeParam> oblique; // 30 to 210: deliberate, only slopes are compared
+    CPie<TypeParam> oblique; // from 30 to 210: both ends have one slope
     EXPECT_EQ(Lines{}, oblique.Sectors(60, QEL_DRAW_FULL));
     CPie<TypeParam> closed(R, 0, 360);
     EXPECT_EQ((Lines{Sector(0, 180)}), closed.Sectors(50, QEL_DRAW_FULL));
