@@ -3,10 +3,7 @@
 #include "base/GdiScopes.h"
 #include "base/WrapMath.h"
 #include "meter/DialComponents.h"
-#include "meter/RoundMeterArcAxis.h"
-#include "meter/RoundMeterMark.h"
-#include "meter/RoundMeterPin.h"
-#include "meter/RoundMeterScale.h"
+#include "meter/RoundMeterParts.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,12 +1,12 @@
 // What the layers of dials draw with: lines, arcs, discs, labels, filled sectors and the blade of
 // the round dial. Each against the raw calls, with its results, and without a trace left behind.
-// The code is meter/DialComponents.*, meter/ArcFill.* and meter/AnglePin.*.
+// The code is meter/DialComponents.*, meter/PieMeter.* and meter/CircleMeter.*.
 #include "meter/DialComponents.h"
 
 #include "base/DegTrig.h"
-#include "meter/AnglePin.h"
-#include "meter/ArcFill.h"
-#include "meter/RoundMeterArcAxis.h"
+#include "meter/CircleMeter.h"
+#include "meter/PieMeter.h"
+#include "meter/RoundMeterParts.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

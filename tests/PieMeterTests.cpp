@@ -1,12 +1,10 @@
 // The two pie meters: the sector that follows the value and is painted over when it shrinks, and
-// the ticks, numbers and outline of the upgraded one. The code is meter/PieMeter.*,
-// meter/PieUpgradeMeter.* and meter/PieMeterScale.*.
+// the ticks, numbers and outline of the upgraded one. The code is
+// meter/PieMeter.*.
 #include "meter/PieMeter.h"
 
 #include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "meter/PieMeterScale.h"
-#include "meter/PieUpgradeMeter.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 
