@@ -21,11 +21,6 @@ POINT MiddleOf(const RECT& rc)
 
 } // namespace
 
-int CQELViewCircle::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 RECT CQELViewCircle::Box() const
 {
     const int32_t* n = Words();

@@ -124,3 +124,18 @@ int NewInstanceAs(const T& source, CQELViewElm** ppOut)
     *ppOut = MakeWhole<T>(nullptr, source.RefW(), source.RefH());
     return *ppOut ? 1 : 0;
 }
+
+// What every concrete class is made with and answers alike: class T, of that type, on its base.
+template <class T, class Base, int32_t TYPE>
+class CQELViewLeaf : public Base {
+public:
+    CQELViewLeaf(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : Base(nRefW, nRefH, TYPE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override
+    {
+        return NewInstanceAs(static_cast<const T&>(*this), ppOut);
+    }
+};

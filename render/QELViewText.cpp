@@ -57,11 +57,6 @@ SIZE TextCell(const RECT& rc, std::size_t nCount)
     return size;
 }
 
-int CQELViewText::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     if (!(nFlags & QEL_DRAW_FULL)) return 1;
