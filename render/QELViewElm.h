@@ -5,6 +5,7 @@
 
 #include "base/Pool.h"
 #include "base/TreeLinks.h"
+#include "document/ShapeForms.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>
@@ -59,10 +60,7 @@ public:
     void Detach(); // destroys all children, then unlinks
 
     [[nodiscard]] int32_t Type() const { return m_nType; }
-    [[nodiscard]] bool IsShape() const // a CQELViewShape
-    {
-        return m_nType >= QEL_TYPE_TEXT && m_nType <= QEL_TYPE_POLYGON;
-    }
+    [[nodiscard]] bool IsShape() const { return IsShapeType(m_nType); } // a CQELViewShape
 
     // Another number after all that may move what elements paint or change which colours they leave
     // set: geometry, styles, texts, links, sizes. Not after values, colours and the blink phase.
