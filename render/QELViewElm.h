@@ -5,6 +5,7 @@
 
 #include "base/Pool.h"
 #include "base/TreeLinks.h"
+#include "document/ShapeForms.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>
@@ -89,10 +90,7 @@ public:
     void Detach(); // destroys all children, then unlinks
 
     [[nodiscard]] int32_t Type() const { return m_nType; }
-    [[nodiscard]] bool IsShape() const // a CQELViewShape
-    {
-        return m_nType >= QEL_TYPE_TEXT && m_nType <= QEL_TYPE_POLYGON;
-    }
+    [[nodiscard]] bool IsShape() const { return IsShapeType(m_nType); } // a CQELViewShape
 
     // Another number after all that may move what elements paint or change which colours they leave
     // set: geometry, styles, texts, links, sizes. Not after values, colours and the blink phase.
@@ -162,3 +160,18 @@ int NewInstanceAs(const T& source, CQELViewElm** ppOut)
     *ppOut = MakeWhole<T>(nullptr, source.RefW(), source.RefH());
     return *ppOut ? 1 : 0;
 }
+
+// What every concrete class is made with and answers alike: class T, of that type, on its base.
+template <class T, class Base, int32_t TYPE>
+class CQELViewLeaf : public Base {
+public:
+    CQELViewLeaf(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : Base(nRefW, nRefH, TYPE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override
+    {
+        return NewInstanceAs(static_cast<const T&>(*this), ppOut);
+    }
+};
