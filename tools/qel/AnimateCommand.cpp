@@ -12,6 +12,8 @@
 
 #include <cstdio>
 
+namespace qel {
+
 namespace {
 
 constexpr int DEFAULT_FRAMES = 30;
@@ -155,3 +157,5 @@ int RunAnimate(const CommandLine& given)
     });
     return EXIT_CLEAN;
 }
+
+} // namespace qel

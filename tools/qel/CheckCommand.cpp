@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+namespace qel {
+
 namespace {
 
 // Lines and columns count from 1, columns by bytes.
@@ -82,3 +84,5 @@ int RunCheck(const CommandLine& given)
     }
     return nWorst;
 }
+
+} // namespace qel

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+namespace qel {
+
 enum ExitStatus { EXIT_CLEAN = 0, EXIT_FINDINGS = 1, EXIT_TROUBLE = 2 };
 
 // What ends a command with one message on standard error and exit status 2. The text is UTF-8.
@@ -50,3 +52,5 @@ int RunRender(const CommandLine& given);
 int RunAnimate(const CommandLine& given);
 int RunInfo(const CommandLine& given);
 int RunCheck(const CommandLine& given);
+
+} // namespace qel

@@ -13,6 +13,8 @@
 #include <sstream>
 #include <utility>
 
+namespace qel {
+
 namespace {
 
 constexpr char CONFIG[] = "--config";
@@ -223,3 +225,5 @@ CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words)
     CCommandParser parser(command);
     return parser.Parse(CWordExpander(command, parser, words).Expand());
 }
+
+} // namespace qel

@@ -4,5 +4,9 @@
 
 #include "tools/qel/Command.h"
 
+namespace qel {
+
 // CTrouble for what is no option, has no value, or cannot be read.
 CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words);
+
+} // namespace qel

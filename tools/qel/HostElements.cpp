@@ -1,6 +1,8 @@
 // The elements that the host sets values of; see the header.
 #include "tools/qel/HostElements.h"
 
+namespace qel {
+
 namespace {
 
 // Elements nest at most 512 levels deep, so the walks may recurse.
@@ -66,3 +68,5 @@ HostElements FindHostElements(const CDrawing& drawing)
         Walk(drawing.Engine(), hRoot, &found);
     return found;
 }
+
+} // namespace qel

@@ -7,6 +7,8 @@
 #include <set>
 #include <vector>
 
+namespace qel {
+
 struct HostMeter {
     QELMETERATTR attr; // as the picture has it
     HostReach reach;
@@ -27,3 +29,5 @@ struct HostElements {
 };
 
 HostElements FindHostElements(const CDrawing& drawing);
+
+} // namespace qel

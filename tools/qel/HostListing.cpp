@@ -12,6 +12,8 @@
 #include <string>
 #include <utility>
 
+namespace qel {
+
 using nlohmann::ordered_json;
 
 namespace {
@@ -261,3 +263,5 @@ ordered_json HostJson(const CDrawing& drawing)
             {"meters", std::move(meters)},
             {"scales", std::move(scales)}};
 }
+
+} // namespace qel

@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+namespace qel {
+
 using nlohmann::ordered_json;
 
 namespace {
@@ -254,3 +256,5 @@ int RunInfo(const CommandLine& given)
         PrintText(drawing);
     return EXIT_CLEAN;
 }
+
+} // namespace qel

@@ -13,6 +13,8 @@
 #include <cstdlib>
 #include <utility>
 
+namespace qel {
+
 namespace {
 
 constexpr char WHOLE_FORM[] = "a whole number, decimal or 0x hexadecimal";
@@ -350,3 +352,5 @@ void CLiveOptions::ApplyRanges(const CDrawing& drawing, int nFrame, int nFrames)
         if (!Set(drawing.Engine(), action, Between(action.value, action.last, nFrame, nFrames)))
             Refuse(drawing, action);
 }
+
+} // namespace qel

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <optional>
 
+namespace qel {
+
 // A value as the host passes it: a whole number of 32 bits, or a real one.
 struct LiveNumber {
     bool bReal = false;
@@ -53,3 +55,5 @@ private:
     std::vector<LiveAction> m_ranges;
     std::optional<SYSTEMTIME> m_time;
 };
+
+} // namespace qel

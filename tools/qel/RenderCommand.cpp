@@ -2,6 +2,8 @@
 #include "tools/qel/ImageWriter.h"
 #include "tools/qel/Scene.h"
 
+namespace qel {
+
 const char* const g_renderHelp = R"(qel render IN OUT [options]
 
 Draws the drawing IN into the picture OUT: .png, .bmp, .jpg (.jpeg) or .emf, the recorded drawing
@@ -71,3 +73,5 @@ int RunRender(const CommandLine& given)
     WritePicture(options.out, scene.Size(), [&scene](HDC hdc) { return scene.Paint(hdc); });
     return EXIT_CLEAN;
 }
+
+} // namespace qel

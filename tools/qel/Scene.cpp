@@ -12,6 +12,8 @@
 #include <cwctype>
 #include <utility>
 
+namespace qel {
+
 namespace {
 
 constexpr LONG WANTED_WIDTH = 800;
@@ -276,3 +278,5 @@ bool CScene::PaintMoving(HDC hdc) const
 {
     return Draw(hdc, 0);
 }
+
+} // namespace qel

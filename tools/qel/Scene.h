@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace qel {
+
 struct SceneOptions {
     explicit SceneOptions(bool bRanges) : live(bRanges) {}
 
@@ -54,3 +56,5 @@ private:
     CFixedTime m_time;
     LOGFONTW m_font;
 };
+
+} // namespace qel

@@ -12,6 +12,8 @@
 #include <io.h>
 #include <new>
 
+namespace qel {
+
 namespace {
 
 constexpr char HELP[] = R"(qel - draws, lists and checks instrument drawings (.qel)
@@ -91,8 +93,6 @@ int Run(const Arguments& words)
     throw CTrouble("unknown command '" + name + "'; 'qel --help' lists them");
 }
 
-} // namespace
-
 // What ./qel has set tells by the status, too, that this program was started.
 int Status(int nStatus)
 {
@@ -100,13 +100,8 @@ int Status(int nStatus)
     return ::GetEnvironmentVariableW(L"QEL_TELL_START", nullptr, 0) ? nStatus + STARTED : nStatus;
 }
 
-// The streams carry bytes: drawings, pictures, or UTF-8 with the line ends of the system's tools.
-int wmain(int nCount, wchar_t** ppszWords)
+int Answer(int nCount, wchar_t** ppszWords)
 {
-    _setmode(_fileno(stdin), _O_BINARY);
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
-    ::SetConsoleOutputCP(CP_UTF8);
     try {
         const int nStatus = Run(Arguments(ppszWords + (nCount ? 1 : 0), ppszWords + nCount));
         if (FinishOutput()) return Status(nStatus);
@@ -117,4 +112,18 @@ int wmain(int nCount, wchar_t** ppszWords)
         Complain(trouble.what());
     }
     return Status(EXIT_TROUBLE);
+}
+
+} // namespace
+
+} // namespace qel
+
+// The streams carry bytes: drawings, pictures, or UTF-8 with the line ends of the system's tools.
+int wmain(int nCount, wchar_t** ppszWords)
+{
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    ::SetConsoleOutputCP(CP_UTF8);
+    return qel::Answer(nCount, ppszWords);
 }
