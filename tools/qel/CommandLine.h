@@ -6,7 +6,9 @@
 
 namespace qel {
 
-// CTrouble for what is no option, has no value, or cannot be read.
-CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words);
+// CTrouble for what is no option, has no value, or cannot be read. The commands are those that the
+// help lists.
+CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words,
+                            const CommandRows& commands = {});
 
 } // namespace qel

@@ -279,6 +279,30 @@ bool Set(HQELENGINE hEngine, const LiveAction& action, const LiveNumber& value)
                        : QELSetScaleParam(hEngine, action.nId, action.nSelector, nValue) != 0;
 }
 
+constexpr char HOST_GROUP[] =
+    "What the host of the drawing would set, any number of times, in the order given";
+constexpr auto MANY = OptionRow::Takes::ManyValues;
+
+constexpr SettingRow<CLiveOptions> g_rows[] = {
+    {{MANY, "--set", "ID.SELECTOR=V", HOST_GROUP,
+      "a setting of the scale or meter with that id; 'qel info' lists ids and selectors, which go "
+      "by name or by number: max, ticks, alarm, 20"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadSet(given.value)); }},
+    {{MANY, "--value", "ID=V", HOST_GROUP,
+      "the value of the scale or meter with that id; the ids 1 to 32 are the sectors of the meter "
+      "with id 0. With 'qel animate' V may be FROM..TO: the value goes from one number to the "
+      "other, and several ids may move. With a point in one of the numbers real values are set, "
+      "else rounded whole ones"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->AddValue(given.value); }},
+    {{MANY, "--param", "I=V", HOST_GROUP,
+      "host parameter 0 (colour), 1 (hatch, 0 to 37), 2 or 3 (its colours)"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadParam(given.value)); }},
+    {{MANY, "--status", "N", HOST_GROUP, "the status number; -1 shows all status elements"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadStatus(given.value)); }},
+    {{OptionRow::Takes::Value, "--time", "HH:MM:SS", HOST_GROUP,
+      "the time that clocks show, instead of the present one; once"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetTime(given.value); }}};
+
 } // namespace
 
 void CLiveOptions::AddValue(const std::wstring& text)
@@ -310,34 +334,20 @@ bool ReadColor(const std::string& text, COLORREF* pClr)
     return true;
 }
 
-OptionRows CLiveOptions::Rows()
+void CLiveOptions::SetTime(const std::wstring& text)
 {
-    using Takes = OptionRow::Takes;
-    return {{Takes::ManyValues, "--set"},
-            {Takes::ManyValues, "--value"},
-            {Takes::ManyValues, "--param"},
-            {Takes::ManyValues, "--status"},
-            {Takes::Value, "--time"}};
+    if (m_time) throw CTrouble("--time is given twice");
+    m_time = ReadTime(text);
+}
+
+void CLiveOptions::AddRows(OptionRows* pRows)
+{
+    AddOptions(g_rows, pRows);
 }
 
 bool CLiveOptions::Take(const GivenOption& given)
 {
-    const std::string& name = given.name;
-    if (name == "--param") {
-        m_actions.push_back(ReadParam(given.value));
-    } else if (name == "--status") {
-        m_actions.push_back(ReadStatus(given.value));
-    } else if (name == "--set") {
-        m_actions.push_back(ReadSet(given.value));
-    } else if (name == "--value") {
-        AddValue(given.value);
-    } else if (name == "--time") {
-        if (m_time) throw CTrouble("--time is given twice");
-        m_time = ReadTime(given.value);
-    } else {
-        return false;
-    }
-    return true;
+    return TakeOption(g_rows, given, this);
 }
 
 void CLiveOptions::Apply(const CDrawing& drawing) const

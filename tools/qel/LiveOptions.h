@@ -7,6 +7,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace qel {
 
@@ -32,13 +34,16 @@ bool ReadColor(const std::string& text, COLORREF* pClr);
 
 class CLiveOptions {
 public:
-    static OptionRows Rows();
+    static void AddRows(OptionRows* pRows);
 
     // Whether --value takes ranges, too.
     explicit CLiveOptions(bool bRanges) : m_bRanges(bRanges) {}
 
     // The option, when it is one of these. CTrouble for a wrong value.
     bool Take(const GivenOption& given);
+    void Add(LiveAction action) { m_actions.push_back(std::move(action)); }
+    void AddValue(const std::wstring& text);
+    void SetTime(const std::wstring& text);
 
     // The following throw CTrouble when the drawing refuses something, telling why.
     void Apply(const CDrawing& drawing) const; // in the order of the options
@@ -48,8 +53,6 @@ public:
     [[nodiscard]] const SYSTEMTIME* Time() const { return m_time ? &*m_time : nullptr; }
 
 private:
-    void AddValue(const std::wstring& text);
-
     bool m_bRanges;
     std::vector<LiveAction> m_actions;
     std::vector<LiveAction> m_ranges;

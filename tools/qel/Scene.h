@@ -25,11 +25,15 @@ struct SceneOptions {
     CLiveOptions live;
 };
 
-// Takes what was given to a command that draws IN into OUT; takeOwn takes the options that only
-// this command has (false: none of them).
+// The options of a command that draws IN into OUT, without those that only one has.
+void AddSceneOptions(OptionRows* pRows);
+
+// Takes what was given to such a command; takeOwn takes the options that only this command has.
 void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOptions* pOptions,
-                      const std::function<bool(const GivenOption&)>& takeOwn);
-OptionRows SceneOptionRows(); // without those that only one command has
+                      const std::function<void(const GivenOption&)>& takeOwn);
+
+// Of the help: how the values of these options are written.
+extern const char* const g_sceneNotes;
 
 // The whole text as a number of that base; false for anything else.
 bool ReadNumber(const std::wstring& text, int nBase, long* pnValue);
