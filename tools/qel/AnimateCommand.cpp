@@ -137,6 +137,7 @@ int RunAnimate(const CommandLine& given)
     WriteComplete(options.out, [&](const std::wstring& name) {
         return Play(scene, options.live, pace).Write(name);
     });
+    scene.TellUnheard();
     return EXIT_CLEAN;
 }
 

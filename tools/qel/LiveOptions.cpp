@@ -6,6 +6,7 @@
 #include "tools/qel/Hint.h"
 #include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
+#include "tools/qel/Unheard.h"
 
 #include <algorithm>
 #include <cfloat>
@@ -179,18 +180,6 @@ LiveNumber Between(const LiveNumber& first, const LiveNumber& last, int nFrame, 
     return number;
 }
 
-std::string Listed(const std::set<uint32_t>& ids)
-{
-    constexpr std::size_t SHOWN = 12;
-    std::string text;
-    std::size_t nCount = 0;
-    for (const uint32_t nId : ids) {
-        if (nCount++ == SHOWN) return text + ", ...";
-        text += (text.empty() ? "" : ", ") + std::to_string(nId);
-    }
-    return text;
-}
-
 // What the drawing has instead of an id that nothing answers to.
 std::string WhyNobodyAnswers(const HostElements& elements, DWORD nId)
 {
@@ -202,14 +191,6 @@ std::string WhyNobodyAnswers(const HostElements& elements, DWORD nId)
     if (!elements.ids.Scales().empty()) text += "; scales: " + Listed(elements.ids.Scales());
     if (!elements.ids.Meters().empty()) text += "; meters: " + Listed(elements.ids.Meters());
     return text;
-}
-
-const HostMeter* MeterAt(const HostElements& elements, DWORD nId)
-{
-    for (const HostMeter& meter : elements.meters)
-        if (meter.reach == HostReach::Reached && meter.attr.nId == CHostIds::MeterOf(nId))
-            return &meter;
-    return nullptr;
 }
 
 std::string WhyValueRefused(const HostMeter* pMeter, const SelectorRow& row)
@@ -229,7 +210,7 @@ std::string WhySelectorRefused(const HostElements& elements, const LiveAction& a
     const SelectorRow& row = *FindSelector(action.nSelector);
     const std::string name = QuotedWord(row.pszName);
     const bool bScale = elements.ids.HasScale(action.nId);
-    const HostMeter* pMeter = MeterAt(elements, action.nId);
+    const HostMeter* pMeter = elements.MeterAt(action.nId);
     if (!bScale && !pMeter) return WhyNobodyAnswers(elements, action.nId);
     const bool bScaleKnows = bScale && row.pszForScale;
     const bool bMeterKnows = pMeter && row.pszMeaning;
@@ -338,6 +319,7 @@ void CLiveOptions::SetTime(const std::wstring& text)
 {
     if (m_time) throw CTrouble("--time is given twice");
     m_time = ReadTime(text);
+    m_timeOption = "--time " + ToUtf8(text);
 }
 
 void CLiveOptions::AddRows(OptionRows* pRows)
@@ -348,6 +330,16 @@ void CLiveOptions::AddRows(OptionRows* pRows)
 bool CLiveOptions::Take(const GivenOption& given)
 {
     return TakeOption(g_rows, given, this);
+}
+
+std::vector<std::string> CLiveOptions::Unheard(const CDrawing& drawing) const
+{
+    if (m_actions.empty() && m_ranges.empty() && !m_time) return {};
+    CUnheard unheard(drawing);
+    for (const LiveAction& action : m_actions) unheard.Add(action);
+    for (const LiveAction& action : m_ranges) unheard.Add(action);
+    if (m_time) unheard.AddTime(m_timeOption);
+    return unheard.Texts();
 }
 
 void CLiveOptions::Apply(const CDrawing& drawing) const

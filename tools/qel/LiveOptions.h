@@ -49,6 +49,9 @@ public:
     void Apply(const CDrawing& drawing) const; // in the order of the options
     void ApplyRanges(const CDrawing& drawing, int nFrame, int nFrames) const;
 
+    // What is wrong with the options that reach nothing in the drawing, when all have been applied.
+    [[nodiscard]] std::vector<std::string> Unheard(const CDrawing& drawing) const;
+
     [[nodiscard]] bool HasRanges() const { return !m_ranges.empty(); }
     [[nodiscard]] const SYSTEMTIME* Time() const { return m_time ? &*m_time : nullptr; }
 
@@ -57,6 +60,7 @@ private:
     std::vector<LiveAction> m_actions;
     std::vector<LiveAction> m_ranges;
     std::optional<SYSTEMTIME> m_time;
+    std::string m_timeOption;
 };
 
 } // namespace qel

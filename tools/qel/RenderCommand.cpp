@@ -31,6 +31,7 @@ int RunRender(const CommandLine& given)
     KindOf(options.out); // a name that cannot be written is refused before any work
     const CScene scene(options);
     WritePicture(options.out, scene.Size(), [&scene](HDC hdc) { return scene.Paint(hdc); });
+    scene.TellUnheard();
     return EXIT_CLEAN;
 }
 

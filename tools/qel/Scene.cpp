@@ -230,7 +230,9 @@ const char* const g_sceneNotes = R"(A value may also be joined to its option: --
 V is a decimal number, also a negative one, or 0x and hexadecimal digits; a colour is #RRGGBB, or
 0xBBGGRR with the last two digits red. Values, and the setting base, may also be real numbers,
 written with a point: a meter draws the kind that was set last, so write all its values with a point
-or none. What the drawing refuses is an error, and then there is no picture.
+or none. What the drawing refuses is an error, and then there is no picture. What it takes and
+nothing in it follows (a status number that no element has, a parameter, setting, value or time that
+shows nowhere) is a warning on standard error, and the picture is made.
 )";
 
 void AddSceneOptions(OptionRows* pRows)
@@ -302,6 +304,11 @@ bool CScene::Paint(HDC hdc) const
     ::FillRect(hdc, &rc, hBrush);
     ::DeleteObject(hBrush);
     return Draw(hdc, QEL_DRAW_FULL);
+}
+
+void CScene::TellUnheard() const
+{
+    for (const std::string& text : m_options.live.Unheard(m_drawing)) Complain("warning: " + text);
 }
 
 bool CScene::PaintMoving(HDC hdc) const

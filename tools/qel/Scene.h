@@ -50,6 +50,9 @@ public:
     bool Paint(HDC hdc) const;       // the background, and all of the drawing
     bool PaintMoving(HDC hdc) const; // over what stands there
 
+    // Warns of options that reach nothing in the drawing.
+    void TellUnheard() const;
+
 private:
     void Settle() const;
     bool Draw(HDC hdc, DWORD nFlags) const;
