@@ -75,7 +75,7 @@ private:
 // What the text element makes of the host's font for a cell; TextViewTests hold it to that.
 HFONT FontOfTexts(SIZE cell)
 {
-    LOGFONTW font = TextFont(DefaultTextFace());
+    LOGFONTW font = qel::TextFont(qel::DefaultTextFace());
     font.lfWidth = cell.cx;
     font.lfHeight = cell.cy;
     font.lfCharSet = OEM_CHARSET;

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <cmath>
 
+namespace qel {
+
 namespace {
 
 // Pixels: many times what a border or an outline has on the largest screen, and still drawn in a
@@ -126,3 +128,5 @@ std::vector<CostFinding> CostFindings(const CQELDocElm& elm, SIZE refSize)
              BorderFault(static_cast<DWORD>(BlockOf<QELDRAWRGNATTR>(elm).nStyle)));
     return findings;
 }
+
+} // namespace qel
