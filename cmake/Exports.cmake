@@ -12,7 +12,8 @@ set(QEL_EXPORTS
   QELSetBlinkState:8 QELGetStatus:8 QELSetStatus:8 QELGetParam:12 QELSetParam:12
   QELParamsSupported:4 QELGetScaleParam:16 QELSetScaleParam:16 QELGetScaleParamf:16
   QELSetScaleParamf:16 QELGetScaleStatus:12 QELSetScaleStatus:12 QELGetScaleStatusf:12
-  QELSetScaleStatusf:12 QELGetVersion:0)
+  QELSetScaleStatusf:12 QELGetVersion:0
+  QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4
   QELDrawBezier:12 QELDrawCurve:12)

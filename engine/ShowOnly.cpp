@@ -10,34 +10,31 @@ namespace {
 bool g_bShowOnly = false;
 CShowOnlyRecord* g_pFirst = nullptr;
 
-class CWideText { // a text of the ANSI code page as wide characters, for as long as its scope lasts
-public:
-    explicit CWideText(const char* pszText) noexcept
-    {
-        const int nLen = ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, nullptr, 0);
-        if (nLen <= 0) return;
-        m_pText =
-            static_cast<wchar_t*>(std::calloc(static_cast<std::size_t>(nLen), sizeof(wchar_t)));
-        if (m_pText) ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, m_pText, nLen);
-    }
-    ~CWideText() { std::free(m_pText); }
-    CWideText(const CWideText&) = delete;
-    CWideText& operator=(const CWideText&) = delete;
-    [[nodiscard]] const wchar_t* Get() const { return m_pText; }
+// A text of the ANSI code page as wide characters, and a copy of a wide one; null without memory.
+wchar_t* WideCopy(const char* pszText)
+{
+    const int nLen = ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, nullptr, 0);
+    if (nLen <= 0) return nullptr;
+    auto* pText =
+        static_cast<wchar_t*>(std::calloc(static_cast<std::size_t>(nLen), sizeof(wchar_t)));
+    if (pText) ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, pText, nLen);
+    return pText;
+}
 
-private:
-    wchar_t* m_pText = nullptr;
-};
+wchar_t* WideCopy(const wchar_t* pszText)
+{
+    std::size_t nLen = 0;
+    while (pszText[nLen]) ++nLen;
+    auto* pText = static_cast<wchar_t*>(std::malloc((nLen + 1) * sizeof(wchar_t)));
+    if (pText) std::memcpy(pText, pszText, (nLen + 1) * sizeof(wchar_t));
+    return pText;
+}
 
 // Paths without regard to letter case, the way file names are compared: bytes will not do, since
 // the second byte of a Chinese character may look like a letter.
-bool IsSamePath(const char* pszA, const char* pszB)
+bool IsSamePath(const wchar_t* pszA, const wchar_t* pszB)
 {
-    if (std::strcmp(pszA, pszB) == 0) return true;
-    const CWideText a(pszA);
-    const CWideText b(pszB);
-    return a.Get() && b.Get() &&
-           ::CompareStringOrdinal(a.Get(), -1, b.Get(), -1, TRUE) == CSTR_EQUAL;
+    return ::CompareStringOrdinal(pszA, -1, pszB, -1, TRUE) == CSTR_EQUAL;
 }
 
 } // namespace
@@ -52,32 +49,59 @@ void CShowOnlyRecord::Switch(bool bOn)
     g_bShowOnly = bOn;
 }
 
+int CShowOnlyRecord::Fail(const Failure& failure)
+{
+    m_failure = failure;
+    return 0;
+}
+
 int CShowOnlyRecord::Open(const char* pszPath)
 {
+    XmlSource source;
+    source.pszPath = pszPath;
+    return Open(source);
+}
+
+int CShowOnlyRecord::Open(const XmlSource& source)
+{
     Close();
-    if (!pszPath) return 0;
-    for (CShowOnlyRecord* pRecord = g_pFirst; pRecord; pRecord = pRecord->m_pNext) {
-        if (!pRecord->m_pszPath || !IsSamePath(pRecord->m_pszPath, pszPath)) continue;
-        Join(pRecord->m_pEngine, pszPath);
+    if (source.IsNone()) return Fail({QEL_ERROR_ARGUMENT});
+    if (source.pBytes) return OpenOwn(source);
+    m_pszPath = source.pszPath ? WideCopy(source.pszPath) : WideCopy(source.pszWidePath);
+    if (!m_pszPath) return Fail({QEL_ERROR_MEMORY});
+    if (CQELEngine* pShared = FindShared()) {
+        Join(pShared);
         return 1;
     }
+    return OpenOwn(source);
+}
+
+// The drawing that another record has of the same path.
+CQELEngine* CShowOnlyRecord::FindShared() const
+{
+    for (const CShowOnlyRecord* pRecord = g_pFirst; pRecord; pRecord = pRecord->m_pNext)
+        if (pRecord->m_pszPath && IsSamePath(pRecord->m_pszPath, m_pszPath))
+            return pRecord->m_pEngine;
+    return nullptr;
+}
+
+int CShowOnlyRecord::OpenOwn(const XmlSource& source)
+{
     auto* pEngine = new (std::nothrow) CQELEngine(true);
-    if (!pEngine) return 0;
-    if (!pEngine->Open(pszPath)) {
+    if (!pEngine) return Fail({QEL_ERROR_MEMORY});
+    if (!pEngine->Open(source)) {
+        Fail(pEngine->LastFailure());
         delete pEngine;
         return 0;
     }
-    Join(pEngine, pszPath);
+    Join(pEngine);
     return 1;
 }
 
-void CShowOnlyRecord::Join(CQELEngine* pEngine, const char* pszPath)
+void CShowOnlyRecord::Join(CQELEngine* pEngine)
 {
     m_pEngine = pEngine;
     pEngine->AddRef();
-    const std::size_t nSize = std::strlen(pszPath) + 1;
-    m_pszPath = static_cast<char*>(std::malloc(nSize));
-    if (m_pszPath) std::memcpy(m_pszPath, pszPath, nSize);
     m_pPrev = nullptr;
     m_pNext = g_pFirst;
     if (g_pFirst) g_pFirst->m_pPrev = this;

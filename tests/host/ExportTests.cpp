@@ -29,7 +29,9 @@ constexpr const char* g_plain[] = {
     "QELRotate",         "QELSetBlinkState",   "QELGetStatus",        "QELSetStatus",
     "QELGetParam",       "QELSetParam",        "QELParamsSupported",  "QELGetScaleParam",
     "QELSetScaleParam",  "QELGetScaleParamf",  "QELSetScaleParamf",   "QELGetScaleStatus",
-    "QELSetScaleStatus", "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion"};
+    "QELSetScaleStatus", "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion",
+    "QELGetError",       "QELOpenFileW",       "QELSaveFileW",        "QELOpenMemory",
+    "QELSaveMemory",     "QELIsModified"};
 
 struct DecoratedRow {
     const char* pszOn32;
