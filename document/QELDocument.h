@@ -50,6 +50,10 @@ public:
     // Queries; null or 0 when what is asked for does not exist.
     [[nodiscard]] CQELDocQEL* GetRoot() const { return m_pRoot; }
     [[nodiscard]] bool Owns(const CQELDocElm* pElm) const { return pElm->Context() == &m_context; }
+    [[nodiscard]] CQELDocElm* OfHandle(uintptr_t nValue) const
+    {
+        return CQELDocElm::OfHandle(nValue, &m_context);
+    }
     static int HasChildren(const CQELDocElm* pElm) { return pElm->FirstChild() ? 1 : 0; }
     static CQELDocElm* GetFirstChild(const CQELDocElm* pElm) { return pElm->FirstChild(); }
     static CQELDocElm* GetLastChild(const CQELDocElm* pElm) { return pElm->LastChild(); }

@@ -111,29 +111,28 @@ public:
     CThreadCode() = default;
     ~CThreadCode()
     {
-        if (m_nSlot != TLS_OUT_OF_INDEXES) ::TlsFree(m_nSlot);
+        if (m_nPlace) ::TlsFree(m_nPlace - 1);
     }
     CThreadCode(const CThreadCode&) = delete;
     CThreadCode& operator=(const CThreadCode&) = delete;
 
     void Set(uint32_t nCode) const
     {
-        if (m_nSlot != TLS_OUT_OF_INDEXES)
-            ::TlsSetValue(m_nSlot, reinterpret_cast<void*>(uintptr_t{nCode})); // NOLINT
+        if (m_nPlace) ::TlsSetValue(m_nPlace - 1, ToHandle<void*>(nCode));
     }
     // The system's own last error, which a read of the place clears, stays.
     [[nodiscard]] uint32_t Get() const
     {
-        if (m_nSlot == TLS_OUT_OF_INDEXES) return QEL_ERROR_NONE;
+        if (!m_nPlace) return QEL_ERROR_NONE;
         const DWORD nSystem = ::GetLastError();
-        const auto nCode =
-            static_cast<uint32_t>(reinterpret_cast<uintptr_t>(::TlsGetValue(m_nSlot)));
+        const uintptr_t nCode = ToNumber(::TlsGetValue(m_nPlace - 1));
         ::SetLastError(nSystem);
-        return nCode;
+        return static_cast<uint32_t>(nCode);
     }
 
 private:
-    const DWORD m_nSlot = ::TlsAlloc();
+    static_assert(TLS_OUT_OF_INDEXES + 1 == 0);
+    const DWORD m_nPlace = ::TlsAlloc() + 1; // 0: none, also before the constructor has run
 };
 
 const CThreadCode g_threadCode;

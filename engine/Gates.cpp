@@ -19,9 +19,7 @@ CQELEngine* EngineOf(HQELENGINE hEngine)
 
 CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem)
 {
-    if (!pEngine) return nullptr;
-    CQELDocElm* pElm = CQELDocElm::OfHandle(ToNumber(hElem));
-    return pElm && pEngine->Document().Owns(pElm) ? pElm : nullptr;
+    return pEngine ? pEngine->Document().OfHandle(ToNumber(hElem)) : nullptr;
 }
 
 bool OptionalElement(CQELEngine* pEngine, HQELELEM hElem, CQELDocElm** ppOut)

@@ -1,13 +1,19 @@
-// The switch and the list are unguarded globals: the host makes all calls from one thread.
+// Records of any thread stand in one list, which a lock guards with the counts of who shares an
+// engine. The engines themselves are used by one thread at a time.
 #include "engine/ShowOnly.h"
 
+#include "base/Lock.h"
+
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace {
 
-bool g_bShowOnly = false;
+constinit std::atomic<bool> g_bShowOnly = false;
+constinit CLock g_lock; // of the list, its links and the counts
 CShowOnlyRecord* g_pFirst = nullptr;
 
 // A text of the ANSI code page as wide characters, and a copy of a wide one; null without memory.
@@ -69,22 +75,31 @@ int CShowOnlyRecord::Open(const XmlSource& source)
     if (source.pBytes) return OpenOwn(source);
     m_pszPath = source.pszPath ? WideCopy(source.pszPath) : WideCopy(source.pszWidePath);
     if (!m_pszPath) return Fail({QEL_ERROR_MEMORY});
-    if (CQELEngine* pShared = FindShared()) {
-        Join(pShared);
-        return 1;
-    }
-    return OpenOwn(source);
+    return JoinSharedOr(nullptr) ? OpenOwn(source) : 1;
+}
+
+// Joins the drawing that is shared already, else the one given. Whether it was that.
+bool CShowOnlyRecord::JoinSharedOr(CQELEngine* pOwn)
+{
+    const CLockScope lock(g_lock);
+    CQELEngine* pShared = FindShared();
+    CQELEngine* pEngine = pShared ? pShared : pOwn;
+    if (pEngine) Join(pEngine);
+    return !pShared;
 }
 
 // The drawing that another record has of the same path.
 CQELEngine* CShowOnlyRecord::FindShared() const
 {
+    if (!m_pszPath) return nullptr;
     for (const CShowOnlyRecord* pRecord = g_pFirst; pRecord; pRecord = pRecord->m_pNext)
         if (pRecord->m_pszPath && IsSamePath(pRecord->m_pszPath, m_pszPath))
             return pRecord->m_pEngine;
     return nullptr;
 }
 
+// Read without the lock, so that others are not held up. Another thread may have opened the same
+// path meanwhile; its drawing is shared then, as if it had been first.
 int CShowOnlyRecord::OpenOwn(const XmlSource& source)
 {
     auto* pEngine = new (std::nothrow) CQELEngine(true);
@@ -94,7 +109,7 @@ int CShowOnlyRecord::OpenOwn(const XmlSource& source)
         delete pEngine;
         return 0;
     }
-    Join(pEngine);
+    if (!JoinSharedOr(pEngine)) delete pEngine;
     return 1;
 }
 
@@ -110,15 +125,21 @@ void CShowOnlyRecord::Join(CQELEngine* pEngine)
 
 int CShowOnlyRecord::Close()
 {
-    if (m_pEngine) {
-        (m_pPrev ? m_pPrev->m_pNext : g_pFirst) = m_pNext;
-        if (m_pNext) m_pNext->m_pPrev = m_pPrev;
-        m_pNext = m_pPrev = nullptr;
-        m_pEngine->DropRef();
-        if (m_pEngine->RefCount() == 0) delete m_pEngine;
-        m_pEngine = nullptr;
-    }
+    delete Leave();
     std::free(m_pszPath);
     m_pszPath = nullptr;
     return 1;
+}
+
+// The engine when nobody is left who shares it.
+CQELEngine* CShowOnlyRecord::Leave()
+{
+    if (!m_pEngine) return nullptr;
+    const CLockScope lock(g_lock);
+    (m_pPrev ? m_pPrev->m_pNext : g_pFirst) = m_pNext;
+    if (m_pNext) m_pNext->m_pPrev = m_pPrev;
+    m_pNext = m_pPrev = nullptr;
+    CQELEngine* pLeft = std::exchange(m_pEngine, nullptr);
+    pLeft->DropRef();
+    return pLeft->RefCount() == 0 ? pLeft : nullptr;
 }

@@ -28,8 +28,11 @@ public:
 
 private:
     int Fail(const Failure& failure);
-    [[nodiscard]] CQELEngine* FindShared() const;
     int OpenOwn(const XmlSource& source);
+    bool JoinSharedOr(CQELEngine* pOwn);
+    [[nodiscard]] CQELEngine* Leave();
+    // Under the lock.
+    [[nodiscard]] CQELEngine* FindShared() const;
     void Join(CQELEngine* pEngine);
 
     CQELEngine* m_pEngine = nullptr;
