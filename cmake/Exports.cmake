@@ -16,6 +16,7 @@ set(QEL_EXPORTS
   QELSetValue:16 QELGetValue:12 QELSetPin:20 QELGetPin:16 QELSetSelector:20 QELGetSelector:16
   QELSetText:12 QELSetVisible:12 QELSetColor:16 QELResetLive:8 QELSetQuality:12 QELSetEasing:12
   QELAdvance:8 QELGetLiveId:20
+  QELGetDirtyRect:8 QELGetDirtyRegion:8 QELInvalidate:8 QELValidate:4 QELUpdate:12
   QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4

@@ -119,8 +119,14 @@ int CQELViewDrawRgn::SetAttrBlock(const void* pBlock)
     return 1;
 }
 
+bool CQELViewDrawRgn::Blinks() const
+{
+    return ((m_clrA | m_clrB) & QEL_COLOR_BLINK) != 0;
+}
+
 int CQELViewDrawRgn::SetHostParam(int32_t nIndex, uint32_t nValue)
 {
+    Touch();
     if (nIndex == QEL_PARAM_DRAFT) {
         if (nValue >= DRAFT_COUNT) return 0;
         m_nDraft = static_cast<int32_t>(nValue);

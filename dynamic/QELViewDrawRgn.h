@@ -19,6 +19,7 @@ public:
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
+    [[nodiscard]] bool Blinks() const override;
 
     // The host's parameters 1 to 3. Here parameter 2 is the background and 3 the hatch colour, the
     // other way round than in shapes.

@@ -41,11 +41,6 @@ CQELViewMeter::CQELViewMeter(int32_t nRefW, int32_t nRefH, CPool* pPool) noexcep
     for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n) m_nProperties[n] = FindSelector(n)->nDefault;
 }
 
-CQELViewMeter::~CQELViewMeter()
-{
-    DropFace();
-}
-
 int CQELViewMeter::NewInstance(CQELViewElm** ppOut) const
 {
     return NewInstanceAs(*this, ppOut);
@@ -80,40 +75,75 @@ bool CQELViewMeter::UsesFaceRegion() const
     return MeterTypeOf(m_attr.nType) && MeterTypeOf(m_attr.nType)->UsesFace();
 }
 
+MeterPicture* CQELViewMeter::Updated() const
+{
+    const LiveState* pState = Live();
+    auto* pUpdated = pState ? static_cast<UpdatedMeter*>(pState->pPicture) : nullptr;
+    return pUpdated ? &pUpdated->picture : nullptr;
+}
+
+// Null without memory for the one of an update.
+MeterPicture* CQELViewMeter::PictureFor(uint32_t nFlags)
+{
+    if (!(nFlags & DRAW_UPDATE)) return &m_drawn;
+    LiveState* pState = MakeLive();
+    if (!pState) return nullptr;
+    if (!pState->pPicture) pState->pPicture = new (std::nothrow) UpdatedMeter;
+    return Updated();
+}
+
 int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
-    const bool bChanged =
-        !::EqualRect(&rcQel, &m_rcLast) || m_lastRef.cx != RefW() || m_lastRef.cy != RefH();
+    MeterPicture* pPicture = PictureFor(nFlags);
+    if (!pPicture) return 0;
     if (WantsFullRedraw()) nFlags |= QEL_DRAW_FULL;
     if (nFlags & QEL_DRAW_FULL) DrawFace(hdc, rcQel, nFlags);
-    const bool bHadFace = m_hFace != nullptr;
-    const bool bOtherFace = UsesFaceRegion() && HasOtherFace();
-    const bool bNewFace =
-        UsesFaceRegion() && (bChanged || bOtherFace || !m_hFace || !HasFaceFor(hdc));
-    if (bNewFace) MakeFaceRegion(hdc, rcQel);
-    // The renderer goes by the region that it was made with: as soon as there is another one, or
-    // none any more, it is made anew.
-    if (bChanged || !m_pRenderer || (bNewFace && (m_hFace || bHadFace))) MakeRenderer(rcQel);
-    if (m_pRenderer) {
-        if (m_nPassedBlink != BlinkPhase()) PassColors(m_pRenderer.get(), Settings());
-        m_nPassedBlink = BlinkPhase();
-        PassPins();
-        DrawValue(hdc, nFlags);
+    PrepareToDraw(hdc, rcQel, pPicture);
+    if (CMeter* pRenderer = pPicture->pRenderer.get()) {
+        if (pPicture->nPassedBlink != BlinkPhase()) PassColors(pRenderer, Settings());
+        pPicture->nPassedBlink = BlinkPhase();
+        PassPins(pRenderer);
+        const LiveState* pState = Live();
+        if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer, pState);
+        DrawValue(hdc, nFlags, pRenderer, pState);
     }
-    m_rcLast = rcQel;
-    m_lastRef = {RefW(), RefH()};
+    pPicture->rcLast = rcQel;
+    pPicture->lastRef = {RefW(), RefH()};
     return 1;
 }
 
-void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags)
+// Region and renderer for what is drawn now.
+void CQELViewMeter::PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture)
 {
-    const LiveState* pState = Live();
+    const bool bChanged = !::EqualRect(&rcQel, &pPicture->rcLast) ||
+                          pPicture->lastRef.cx != RefW() || pPicture->lastRef.cy != RefH();
+    const bool bHadFace = pPicture->hFace != nullptr;
+    const bool bOtherFace = UsesFaceRegion() && HasOtherFace(pPicture);
+    const bool bNewFace = UsesFaceRegion() && (bChanged || bOtherFace || !pPicture->hFace ||
+                                               !pPicture->HasFaceFor(hdc));
+    if (bNewFace) MakeFaceRegion(hdc, rcQel, pPicture);
+    // The renderer goes by the region that it was made with: as soon as there is another one, or
+    // none any more, it is made anew.
+    if (bChanged || !pPicture->pRenderer || (bNewFace && (pPicture->hFace || bHadFace)))
+        MakeRenderer(rcQel, pPicture);
+}
+
+// The zone of the read-out is that of the value that is shown, and clocks show the drawing's time.
+void CQELViewMeter::PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const
+{
+    pRenderer->SetLastReadOut(m_bFloats ? TruncToInt(m_fValue) : static_cast<int32_t>(m_nValue));
+    if (pState && pState->pClock) pRenderer->SetClock(pState->pClock);
+}
+
+void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer,
+                              const LiveState* pState) const
+{
     if (pState && pState->IsMoving())
-        m_pRenderer->DrawOnWay(hdc, m_fValue, static_cast<float>(pState->ShownValue()), nFlags);
+        pRenderer->DrawOnWay(hdc, m_fValue, static_cast<float>(pState->ShownValue()), nFlags);
     else if (m_bFloats)
-        m_pRenderer->Draw(hdc, m_fValue, nFlags);
+        pRenderer->Draw(hdc, m_fValue, nFlags);
     else
-        m_pRenderer->Draw(hdc, static_cast<int32_t>(m_nValue), nFlags);
+        pRenderer->Draw(hdc, static_cast<int32_t>(m_nValue), nFlags);
 }
 
 // The shapes of the face, and what the renderer paints on them.
@@ -158,88 +188,96 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 
 // Whether the shapes make another region than when they were last looked at. Values change none of
 // them, so that most draws end with the first question.
-bool CQELViewMeter::HasOtherFace()
+bool CQELViewMeter::HasOtherFace(MeterPicture* pPicture)
 {
     const ChangeStamp changes = Changes();
-    if (!changes.IsNone() && m_faceChanges == changes) return false;
-    m_faceChanges = changes;
+    if (!changes.IsNone() && pPicture->faceChanges == changes) return false;
+    pPicture->faceChanges = changes;
     uint64_t nSum = 0;
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this))
         if (!p->FirstChild()) p->AddRegionSource(&nSum);
     const auto nLow = static_cast<uint32_t>(nSum);
     const auto nHigh = static_cast<uint32_t>(nSum >> 32);
-    const bool bLow = std::exchange(m_nFaceSource[0], nLow) != nLow;
-    const bool bHigh = std::exchange(m_nFaceSource[1], nHigh) != nHigh;
+    const bool bLow = std::exchange(pPicture->nFaceSource[0], nLow) != nLow;
+    const bool bHigh = std::exchange(pPicture->nFaceSource[1], nHigh) != nHigh;
     return bLow || bHigh;
 }
 
-// Of a large face the region was made for what showed then.
-bool CQELViewMeter::HasFaceFor(HDC hdc) const
+bool MeterPicture::HasFaceFor(HDC hdc) const
 {
     RECT rc{};
-    return !m_bPartOfFace || (FindShown(hdc, &rc) && Covers(m_rcFaceShown, rc));
+    return !bPartOfFace || (FindShown(hdc, &rc) && Covers(rcFaceShown, rc));
 }
 
-void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel)
+void MeterPicture::DropFace()
 {
-    DropFace();
-    m_bPartOfFace = false;
-    const bool bOnSurface = FindShown(hdc, &m_rcFaceShown);
+    if (hFace) ::DeleteObject(hFace);
+    hFace = nullptr;
+}
+
+void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPicture)
+{
+    pPicture->DropFace();
+    pPicture->bPartOfFace = false;
+    const bool bOnSurface = FindShown(hdc, &pPicture->rcFaceShown);
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
-        CRegion shape(bOnSurface ? p->MakeShownRegion(rcQel, m_rcFaceShown, &m_bPartOfFace)
-                                 : p->MakeRegion(rcQel));
+        CRegion shape(bOnSurface
+                          ? p->MakeShownRegion(rcQel, pPicture->rcFaceShown, &pPicture->bPartOfFace)
+                          : p->MakeRegion(rcQel));
         if (!shape.Get()) continue;
-        if (m_hFace)
-            ::CombineRgn(m_hFace, m_hFace, shape.Get(), RGN_OR);
+        if (pPicture->hFace)
+            ::CombineRgn(pPicture->hFace, pPicture->hFace, shape.Get(), RGN_OR);
         else
-            m_hFace = shape.Take();
+            pPicture->hFace = shape.Take();
     }
 }
 
 // The pointer's place is carried over, so that a partial redraw finds the old one.
-void CQELViewMeter::MakeRenderer(const RECT& rcQel)
+void CQELViewMeter::MakeRenderer(const RECT& rcQel, MeterPicture* pPicture) const
 {
-    const int32_t nLast = m_pRenderer ? m_pRenderer->GetLastValue() : 0;
-    const int32_t nLastReadOut = m_pRenderer ? m_pRenderer->GetLastReadOut() : 0;
-    m_pRenderer = MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), m_hFace, Settings());
-    if (m_pRenderer) m_pRenderer->SetLastValue(nLast);
-    if (m_pRenderer) m_pRenderer->SetLastReadOut(nLastReadOut);
-    m_nPassedBlink = BlinkPhase();
+    std::unique_ptr<CMeter>& pRenderer = pPicture->pRenderer;
+    const int32_t nLast = pRenderer ? pRenderer->GetLastValue() : 0;
+    const int32_t nLastReadOut = pRenderer ? pRenderer->GetLastReadOut() : 0;
+    pRenderer =
+        MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), pPicture->hFace, Settings());
+    if (pRenderer) pRenderer->SetLastValue(nLast);
+    if (pRenderer) pRenderer->SetLastReadOut(nLastReadOut);
+    pPicture->nPassedBlink = BlinkPhase();
 }
 
-void CQELViewMeter::PassPins()
+void CQELViewMeter::PassPins(CMeter* pRenderer) const
 {
     if (m_attr.nType != METER_SECTOR || m_nLastPin == 0) return;
-    auto* pSectors = static_cast<CSectorMeter*>(m_pRenderer.get());
+    auto* pSectors = static_cast<CSectorMeter*>(pRenderer);
     if (m_bFloats)
         pSectors->SetSectorValues(m_fPins);
     else
         pSectors->SetSectorValues(m_nPins);
 }
 
-void CQELViewMeter::DropFace()
-{
-    if (m_hFace) ::DeleteObject(m_hFace);
-    m_hFace = nullptr;
-}
-
 // The face region goes as well: the shapes that it was made of may be others by now.
 void CQELViewMeter::DropRenderer()
 {
-    m_pRenderer.reset();
-    DropFace();
+    for (MeterPicture* p : {&m_drawn, Updated()}) {
+        if (!p) continue;
+        p->pRenderer.reset();
+        p->DropFace();
+    }
 }
 
 void CQELViewMeter::PassToRenderer(const SelectorRow& row)
 {
-    if (m_pRenderer && row.pfnPass && (row.nMeterTypes & MeterTypeBit(m_attr.nType)))
-        row.pfnPass(m_pRenderer.get(), Settings());
+    if (!row.pfnPass || !(row.nMeterTypes & MeterTypeBit(m_attr.nType))) return;
+    for (MeterPicture* p : {&m_drawn, Updated()})
+        if (p && p->pRenderer) row.pfnPass(p->pRenderer.get(), Settings());
 }
 
 void CQELViewMeter::PassDraftToRenderer()
 {
-    if (m_pRenderer) PassDraft(m_pRenderer.get(), Settings());
+    Touch();
+    for (MeterPicture* p : {&m_drawn, Updated()})
+        if (p && p->pRenderer) PassDraft(p->pRenderer.get(), Settings());
 }
 
 // Scale and numbers of a bar may stand out of it; a dial keeps all in its layout.
@@ -276,7 +314,11 @@ int CQELViewMeter::SetProperty(uint32_t nSelector, uint32_t nValue)
     default:
         break;
     }
-    if (MovesNumbers(*pRow) && m_nProperties[nSelector] != nValue) NoteChange();
+    if (MovesNumbers(*pRow) && m_nProperties[nSelector] != nValue) {
+        TouchPlace();
+        NoteChange();
+    }
+    Touch();
     m_nProperties[nSelector] = nValue;
     PassToRenderer(*pRow);
     return 1;
@@ -292,6 +334,7 @@ int CQELViewMeter::GetProperty(uint32_t nSelector, uint32_t* pnValue) const
 
 int CQELViewMeter::SetBase(float fValue)
 {
+    Touch();
     m_fBase = fValue;
     m_nProperties[QEL_SEL_BASE_VALUE] = static_cast<uint32_t>(TruncToInt(fValue));
     PassToRenderer(*FindSelector(QEL_SEL_BASE_VALUE));
@@ -319,6 +362,7 @@ int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)
 {
     if (nPin > METER_PINS) return 0;
     NoteNumbered(this, nPin, static_cast<int32_t>(nValue));
+    Touch();
     m_bFloats = false;
     if (nPin == 0) {
         m_nValue = nValue;
@@ -333,6 +377,7 @@ int CQELViewMeter::SetValue(uint32_t nPin, float fValue)
 {
     if (nPin > METER_PINS) return 0;
     NoteNumbered(this, nPin, static_cast<double>(fValue));
+    Touch();
     m_bFloats = true;
     if (nPin == 0) {
         m_fValue = fValue;
@@ -393,6 +438,7 @@ void CQELViewMeter::ResetValues()
     for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n)
         if (m_nProperties[n] != FindSelector(n)->nDefault)
             SetProperty(n, FindSelector(n)->nDefault);
+    Touch();
     m_fBase = 0;
     m_nValue = 0;
     m_fValue = 0;
@@ -460,6 +506,14 @@ int CQELViewMeter::SetDraftBackParam(uint32_t nValue)
     m_clrDraftBack = nValue;
     PassDraftToRenderer();
     return 1;
+}
+
+bool CQELViewMeter::Blinks() const
+{
+    for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n)
+        if (FindSelector(n)->form == SelectorForm::Color && (m_nProperties[n] & QEL_COLOR_BLINK))
+            return true;
+    return ((m_clrDraftFore | m_clrDraftBack) & QEL_COLOR_BLINK) != 0;
 }
 
 uint32_t CQELViewMeter::GetParamMask() const

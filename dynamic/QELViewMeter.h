@@ -6,15 +6,41 @@
 #include "dynamic/QELViewParam.h"
 #include "dynamic/Selectors.h"
 #include "meter/Meter.h"
+#include "render/LiveLayer.h"
 
 #include <memory>
 
 constexpr uint32_t METER_FULL_REDRAW = 0x1000000; // in a meter's flags
 
+// What a meter keeps from one draw to the next. QELUpdate has one of its own, so that a host that
+// uses both sees in its partial redraws what it always saw.
+struct MeterPicture {
+    MeterPicture() = default;
+    ~MeterPicture() { DropFace(); }
+    MeterPicture(const MeterPicture&) = delete;
+    MeterPicture& operator=(const MeterPicture&) = delete;
+    void DropFace();
+    // Of a large face the region was made for what showed then.
+    [[nodiscard]] bool HasFaceFor(HDC hdc) const;
+
+    RECT rcLast{0, 0, 0, 0}; // of the last draw
+    SIZE lastRef{0, 0};      // the reference size then: the place follows it as well
+    int32_t nPassedBlink = 0;
+    HRGN hFace = nullptr;
+    CQELViewElm::ChangeStamp faceChanges; // when the shapes were last looked at; never
+    uint32_t nFaceSource[2] = {0, 0};     // the sum of what they had then, as words like the stamp
+    bool bPartOfFace = false; // it is right where rcFaceShown is; its box is the whole's
+    RECT rcFaceShown{0, 0, 0, 0};
+    std::unique_ptr<CMeter> pRenderer;
+};
+
+struct UpdatedMeter final : LivePicture {
+    MeterPicture picture;
+};
+
 class CQELViewMeter final : public CQELViewParam {
 public:
     CQELViewMeter(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept;
-    ~CQELViewMeter() override;
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
@@ -31,6 +57,7 @@ public:
     int SetDraftForeParam(uint32_t nValue) override;
     int SetDraftBackParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
+    [[nodiscard]] bool Blinks() const override;
 
     [[nodiscard]] uint32_t HostId() const override { return m_attr.nId; }
     [[nodiscard]] bool WantsFullRedraw() const override
@@ -66,25 +93,28 @@ public:
     [[nodiscard]] bool CanMove() const override;
     double FullTurn(double* pfLow) const override;
     void ResetValues() override;
+    [[nodiscard]] bool ShowsTime() const override { return m_attr.nType == METER_CLOCK; }
 
-    [[nodiscard]] const CMeter* Renderer() const { return m_pRenderer.get(); }
+    [[nodiscard]] const CMeter* Renderer() const { return m_drawn.pRenderer.get(); }
 
 private:
     [[nodiscard]] MeterSettings Settings() const;
     [[nodiscard]] bool UsesFaceRegion() const;
     void PassToRenderer(const SelectorRow& row);
     void PassDraftToRenderer();
-    [[nodiscard]] bool MovesNumbers(const SelectorRow& row) const;
-    void DropFace();
     void DropRenderer();
+    [[nodiscard]] MeterPicture* PictureFor(uint32_t nFlags);
+    [[nodiscard]] MeterPicture* Updated() const;
+    void PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
+    void PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const;
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
-    [[nodiscard]] bool HasOtherFace();
-    [[nodiscard]] bool HasFaceFor(HDC hdc) const;
-    void MakeFaceRegion(HDC hdc, const RECT& rcQel);
-    void MakeRenderer(const RECT& rcQel);
-    void PassPins();
-    void DrawValue(HDC hdc, uint32_t nFlags);
+    [[nodiscard]] bool HasOtherFace(MeterPicture* pPicture);
+    void MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
+    void MakeRenderer(const RECT& rcQel, MeterPicture* pPicture) const;
+    void PassPins(CMeter* pRenderer) const;
+    void DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer, const LiveState* pState) const;
     void TakeForm();
+    [[nodiscard]] bool MovesNumbers(const SelectorRow& row) const;
 
     QELMETERATTR m_attr{sizeof(QELMETERATTR), 0, 1, 0, 0, 100, 1, {0, 0, 10, 10, 0, 0, 0, 0, 0}, 0};
     uint32_t m_nProperties[QEL_SEL_COUNT]; // by selector
@@ -100,13 +130,5 @@ private:
     uint32_t m_nLastPin = 0; // 0: none was set
     bool m_bFloats = false;  // the form that was set last
 
-    RECT m_rcLast{0, 0, 0, 0}; // of the last draw
-    SIZE m_lastRef{0, 0};      // the reference size then: the place follows it as well
-    int32_t m_nPassedBlink = 0;
-    HRGN m_hFace = nullptr;
-    ChangeStamp m_faceChanges;          // when the shapes were last looked at; never
-    uint32_t m_nFaceSource[2] = {0, 0}; // the sum of what they had then, as words like the stamp
-    bool m_bPartOfFace = false; // it is right where m_rcFaceShown is; its box is the whole's
-    RECT m_rcFaceShown{0, 0, 0, 0};
-    std::unique_ptr<CMeter> m_pRenderer;
+    MeterPicture m_drawn; // by QELDraw
 };

@@ -299,6 +299,7 @@ int CQELViewScale::Rotate(POINT ptCentre, int32_t nAngle)
 
 int CQELViewScale::SetProperty(uint32_t nSelector, uint32_t nValue)
 {
+    Touch();
     switch (nSelector) {
     case QEL_SEL_PIN_COLOR:
         m_clrPin = nValue;
@@ -385,6 +386,7 @@ double CQELViewScale::FullTurn(double* pfLow) const
 
 void CQELViewScale::ResetValues()
 {
+    Touch();
     const CQELViewScale fresh(RefW(), RefH());
     m_clrPin = fresh.m_clrPin;
     m_clrMark = fresh.m_clrMark;
@@ -396,6 +398,7 @@ void CQELViewScale::ResetValues()
 int CQELViewScale::SetValue(float fValue)
 {
     NoteNumbered();
+    Touch();
     m_value.fValue = fValue;
     m_value.bFloat = true;
     return 1;
@@ -449,19 +452,27 @@ int CQELViewScale::SetDraftParam(uint32_t nValue)
 {
     if (nValue >= DRAFT_COUNT) return 0;
     m_nDraft = static_cast<int32_t>(nValue);
+    Touch();
     return 1;
 }
 
 int CQELViewScale::SetDraftForeParam(uint32_t nValue)
 {
     m_clrFore = nValue;
+    Touch();
     return 1;
 }
 
 int CQELViewScale::SetDraftBackParam(uint32_t nValue)
 {
     m_clrBack = nValue;
+    Touch();
     return 1;
+}
+
+bool CQELViewScale::Blinks() const
+{
+    return ((m_clrPin | m_clrMark | m_clrFore | m_clrBack) & QEL_COLOR_BLINK) != 0;
 }
 
 uint32_t CQELViewScale::GetParamMask() const

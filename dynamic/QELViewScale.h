@@ -24,6 +24,7 @@ public:
     int SetDraftForeParam(uint32_t nValue) override;
     int SetDraftBackParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
+    [[nodiscard]] bool Blinks() const override;
 
     [[nodiscard]] uint32_t HostId() const override { return m_attr.nId; }
     [[nodiscard]] bool KnowsSelector(uint32_t nSelector) const override;

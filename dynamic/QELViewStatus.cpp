@@ -43,7 +43,8 @@ bool CQELViewStatus::IsShown() const
 int CQELViewStatus::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     if (!IsShown()) return 0;
-    return CQELViewElm::Draw(hdc, rcQel, (nFlags & QEL_DRAW_PRESSED) | QEL_DRAW_FULL);
+    return CQELViewElm::Draw(hdc, rcQel,
+                             (nFlags & (QEL_DRAW_PRESSED | DRAW_UPDATE)) | QEL_DRAW_FULL);
 }
 
 int CQELViewStatus::GetAttrBlockSize(int* pnSize) const

@@ -2,6 +2,7 @@
 #include "base/Rects.h"
 #include "document/QELDocShape.h"
 #include "engine/QELEngine.h"
+#include "render/PaintedPlace.h"
 #include "render/QELViewShape.h"
 #include "render/UnitMap.h"
 

@@ -95,3 +95,33 @@ int QELAPI QELGetLiveId(HQELENGINE hEngine, DWORD nIndex, char* pszBuffer, int n
     CQELEngine* pEngine = EngineOf(hEngine);
     return pEngine ? CLiveValues(*pEngine).IdAt(nIndex, pszBuffer, nSize, pnType) : 0;
 }
+
+int QELAPI QELGetDirtyRect(HQELENGINE hEngine, RECT* prc)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine && prc ? pEngine->GetDirtyRect(prc) : 0;
+}
+
+int QELAPI QELGetDirtyRegion(HQELENGINE hEngine, HRGN hRegion)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->GetDirtyRegion(hRegion) : 0;
+}
+
+int QELAPI QELInvalidate(HQELENGINE hEngine, const RECT* prc)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->Invalidate(prc) : 0;
+}
+
+int QELAPI QELValidate(HQELENGINE hEngine)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->Validate() : 0;
+}
+
+int QELAPI QELUpdate(HQELENGINE hEngine, HDC hdc, HBRUSH hBackground)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    return pEngine ? pEngine->Update(hdc, hBackground) : 0;
+}

@@ -1,6 +1,7 @@
 #include "engine/LiveValues.h"
 
 #include "engine/QELEngine.h"
+#include "render/QELViewElm.h"
 
 #include <cstring>
 
@@ -34,8 +35,12 @@ int CLiveValues::ResetAll()
 int CLiveValues::Advance(uint32_t nTime)
 {
     int nMoving = 0;
-    for (LiveState* p = m_engine.View().Live().First(); p; p = p->pNext)
+    m_engine.View().SetClock(ClockTimes::Now());
+    for (LiveState* p = m_engine.View().Live().First(); p; p = p->pNext) {
+        if (!p->IsMoving()) continue;
+        p->pElm->Touch();
         nMoving += p->Advance(nTime);
+    }
     return nMoving;
 }
 

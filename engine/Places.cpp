@@ -5,6 +5,7 @@
 #include "base/Block.h"
 #include "base/Rects.h"
 #include "document/QELDocElm.h"
+#include "render/PaintedPlace.h"
 #include "render/QELViewShape.h"
 
 #include <algorithm>
@@ -14,45 +15,6 @@ namespace {
 
 constexpr int32_t HIT_MARGIN = 5; // pixels, more than an outline may be away
 constexpr uint32_t CURVE_SIDE = 0xFFFF;
-
-// ---- who draws whom
-
-bool IsFace(const CQELViewElm& elm)
-{
-    return elm.IsShape() && !elm.FirstChild();
-}
-
-const CQELViewShape& AsShape(const CQELViewElm& elm)
-{
-    return static_cast<const CQELViewShape&>(elm);
-}
-
-enum class DrawnAs { Nothing, Itself, Face };
-
-// The element farthest out that does not draw its children one by one decides: a meter draws the
-// shapes that are anywhere in it as its face, every other draws itself alone.
-DrawnAs HowDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)
-{
-    const CQELViewElm* pOutermost = nullptr;
-    const CQELViewElm* pTop = pView;
-    for (const CQELViewElm* p = pView->Parent(); p; p = p->Parent()) {
-        if (!p->DrawsChildren()) pOutermost = p;
-        pTop = p;
-    }
-    if (pTop != pRoot) return DrawnAs::Nothing;
-    if (!pOutermost) return DrawnAs::Itself;
-    return pOutermost->Type() == QEL_TYPE_METER ? DrawnAs::Face : DrawnAs::Nothing;
-}
-
-bool AddFaces(const CQELViewElm* pTop, const RECT& rcQel, RECT* prcOut)
-{
-    CRectHull hull;
-    for (const CQELViewElm* p = pTop; p; p = p->NextInTree(pTop)) {
-        RECT rc{};
-        if (IsFace(*p) && AsShape(*p).PaintedFace(rcQel, &rc)) hull.Add(rc);
-    }
-    return hull.Get(prcOut);
-}
 
 // ---- the picture in the order of drawing
 
@@ -146,32 +108,6 @@ uint32_t GroupsOf(uint32_t nCount, uint32_t nFan)
 }
 
 } // namespace
-
-bool IsShownNow(const CQELViewElm* pView)
-{
-    while (pView && pView->IsShown() && !pView->IsHiddenItself()) pView = pView->Parent();
-    return !pView;
-}
-
-bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)
-{
-    const DrawnAs nHow = HowDrawn(pView, pRoot);
-    if (nHow == DrawnAs::Face) return IsFace(*pView) || !pView->IsShape();
-    return nHow == DrawnAs::Itself;
-}
-
-bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const RECT& rcQel,
-                     RECT* prcOut)
-{
-    switch (HowDrawn(pView, pRoot)) {
-    case DrawnAs::Itself:
-        return pView->PaintedRect(rcQel, prcOut);
-    case DrawnAs::Face:
-        return AddFaces(pView, rcQel, prcOut);
-    default:
-        return false;
-    }
-}
 
 void CPlaces::Forget()
 {

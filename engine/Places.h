@@ -73,13 +73,3 @@ private:
     RECT m_rcQel{0, 0, 0, 0}; // what it holds for
     CQELViewElm::ChangeStamp m_changes;
 };
-
-// Whether an element and all that it is in are shown now.
-bool IsShownNow(const CQELViewElm* pView);
-
-// What an element paints at most, wherever it stands in the drawing: of a group all that is in it,
-// of a meter its face as well. False, and nothing is written, for what no full draw paints.
-bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const RECT& rcQel,
-                     RECT* prcOut);
-// Whether a full draw would come to an element, were all of it shown.
-bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot);

@@ -61,6 +61,9 @@ int CQELEngine::Open(const XmlSource& source)
     }
     m_rcDraw.right = WrapAdd(m_rcDraw.left, m_refSize.cx);
     m_rcDraw.bottom = WrapAdd(m_rcDraw.top, m_refSize.cy);
+    m_view.Dirty().SetPlace(m_rcDraw);
+    m_view.SetClock(ClockTimes::Now());
+    m_bDrawn = false;
     if (m_bShowOnly) m_document.Close(); // from here on the drawing is only shown
     return 1;
 }
@@ -211,7 +214,10 @@ CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocEl
     if (!pParent) return nullptr;
     CQELDocElm* pElm = m_document.CreateElement(pParent, pAfter, nType);
     if (!pElm) return nullptr;
-    if (Edited(MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr))) return pElm;
+    if (Edited(MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr))) {
+        TouchPlaceOf(pElm);
+        return pElm;
+    }
     GiveUp(pElm);
     return nullptr;
 }
@@ -245,6 +251,7 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
 {
     ForgetPlaces();
     if (CQELViewElm* pView = pElm->View()) {
+        TouchPlaceOf(pElm);
         if (IsInPicture(pElm))
             UnregisterAll(pView); // else it is not registered, and slots are others'
         m_view.DeleteElement(pView);
@@ -266,12 +273,14 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
     }
     m_bModified = true;
     if (!pView) return 1;
+    TouchPlaceOf(pElm); // the view's place is the old one still
     const bool bIsInPicture = IsInPicture(pElm);
     if (bWasInPicture && !bIsInPicture) UnregisterAll(pView);
     m_view.MoveElement(pView, pParent ? pParent->View() : nullptr,
                        pAfter ? pAfter->View() : nullptr);
     if (bIsInPicture && !bWasInPicture) RegisterAll(pView);
     if (pMeter && MeterAround(pElm) != pMeter) GiveFillsBack(pElm);
+    TouchPlaceOf(pElm);
     return 1;
 }
 
@@ -292,7 +301,10 @@ CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
     ForgetPlaces();
     CQELDocElm* pCopy = m_document.CopyElement(pElm);
     if (!pCopy) return nullptr;
-    if (Edited(MakeViews(pCopy, pElm->Parent()->View(), pElm->View()))) return pCopy;
+    if (Edited(MakeViews(pCopy, pElm->Parent()->View(), pElm->View()))) {
+        TouchPlaceOf(pCopy);
+        return pCopy;
+    }
     GiveUp(pCopy);
     return nullptr;
 }
@@ -315,6 +327,15 @@ int CQELEngine::GetElemAttr(const CQELDocElm* pElm, void* pBuffer, int* pnSize)
 }
 
 int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
+{
+    if (pElm == m_document.GetRoot()) TouchAll();
+    TouchPlaceOf(pElm);
+    const int nResult = TakeElemAttr(pElm, pBuffer, nSize);
+    TouchPlaceOf(pElm);
+    return nResult;
+}
+
+int CQELEngine::TakeElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
 {
     int nOwnSize = 0;
     if (!pElm->GetAttrSize(&nOwnSize) || nSize < nOwnSize) return 0;
@@ -341,9 +362,11 @@ int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
 int CQELEngine::SetElemRect(CQELDocElm* pElm, const RECT& rc)
 {
     const int nResult = pElm->SetRect(rc);
+    TouchPlaceOf(pElm); // the view's place is the old one still
     for (CQELDocElm* p = pElm; p; p = p->NextInTree(pElm))
         if (p != m_document.GetRoot()) ReloadView(p); // the root has no place of its own
     if (pElm->FirstChild()) m_bModified = true;       // some of them may have moved
+    TouchPlaceOf(pElm);
     return Edited(nResult);
 }
 
@@ -358,6 +381,7 @@ int CQELEngine::SetRefSize(SIZE size)
     if (size.cx == m_refSize.cx && size.cy == m_refSize.cy) return 1;
     CQELDocQEL* pRoot = m_document.GetRoot();
     if (!pRoot) return 0;
+    TouchAll();
     pRoot->SetRefSize(size);
     m_view.SetRefSize(size);
     m_refSize = size;
@@ -372,7 +396,10 @@ int CQELEngine::GetDrawRect(RECT* prc) const
 
 int CQELEngine::SetDrawRect(const RECT& rc)
 {
+    if (::EqualRect(&m_rcDraw, &rc)) return 1;
+    TouchAll();
     m_rcDraw = rc;
+    m_view.Dirty().SetPlace(rc);
     return 1;
 }
 
@@ -381,7 +408,8 @@ int CQELEngine::Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags)
 {
     RECT rcMeet{};
     if (!::IntersectRect(&rcMeet, &rcUpdate, &m_rcDraw)) return 0;
-    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags);
+    m_bDrawn = true;
+    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags & ~DRAW_UPDATE);
 }
 
 // The drawing is turned inside a square of its longer side, then moved so that the turned drawing
@@ -391,6 +419,7 @@ int CQELEngine::Rotate(int32_t nAngle)
     const int32_t nTurn = QuarterTurn(nAngle);
     const int32_t nBy = nTurn - m_nRotation;
     SIZE size = m_refSize;
+    TouchAll();
     if (nBy % 180 != 0) size = {m_refSize.cy, m_refSize.cx};
     const int32_t nSide = size.cx > size.cy ? size.cx : size.cy;
     m_view.SetRefSize({nSide, nSide});

@@ -56,6 +56,14 @@ public:
         return m_identifiers.Make(m_document.GetRoot()) ? &m_identifiers : nullptr;
     }
 
+    // The picture as it was last updated (engine/EngineUpdate.cpp). A result of 0 also where
+    // nothing is dirty.
+    int GetDirtyRect(RECT* prc);
+    int GetDirtyRegion(HRGN hRegion);
+    int Invalidate(const RECT* prc); // null: all of it
+    int Validate();
+    int Update(HDC hdc, HBRUSH hBackground); // null: the background is there
+
     // What stands where, as it is now; null without a drawing and without memory.
     [[nodiscard]] CPlaces* Places();
 
@@ -97,6 +105,11 @@ private:
         m_identifiers.Forget();
         m_places.Forget();
     }
+    RECT DirtyBox();
+    int UpdateByPlace(HDC hdc, const CDirtyArea& painted, const RECT& rcBox);
+    void TouchPlaceOf(const CQELDocElm* pElm);
+    void TouchAll(); // before what may change the place of everything
+    int TakeElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize);
     [[nodiscard]] UnitTurn TurnOfDrawing() const;
     bool MapElem(const CQELDocElm* pElm, UnitMap* pMap, UnitTurn* pTurn) const;
     int Fail(const Failure& failure);
@@ -114,6 +127,7 @@ private:
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     int32_t m_nRotation = 0; // the quarter turn that the view has been given, in degrees
+    bool m_bDrawn = false;   // since all of it was dirty
     bool m_bShowOnly;
     bool m_bModified = false;
     Failure m_failure;

@@ -696,6 +696,40 @@ int QELAPI QELAdvance(HQELENGINE hEngine, DWORD nTime);
  */
 int QELAPI QELGetLiveId(HQELENGINE hEngine, DWORD nIndex, char* pszBuffer, int nSize, int* pnType);
 
+/* ---- updates of the picture ---- */
+
+/* The engine keeps where the picture is not right any more: whatever changes it, be it a live
+ * value, a parameter, an edit, a turn, another size or the blink state, adds the places where it
+ * was and where it is. QELUpdate paints that anew. Pixel for pixel the result is a full QELDraw
+ * onto the same background. After an open all is dirty.
+ *
+ *     QELSetValue(hEngine, "pump.speed", 1480);
+ *     if (QELGetDirtyRect(hEngine, &rc)) InvalidateRect(hWnd, &rc, FALSE);
+ *     ...
+ *     case WM_PAINT: hdc = BeginPaint(hWnd, &ps); QELUpdate(hEngine, hdc, hbrBackground); ...
+ */
+
+/* The rectangle around all that is dirty, and its parts as a region that the host has made
+ * (for InvalidateRgn), in device units of the QEL rect. 0, and they come out empty, when nothing
+ * is. */
+int QELAPI QELGetDirtyRect(HQELENGINE hEngine, RECT* prc);
+int QELAPI QELGetDirtyRegion(HQELENGINE hEngine, HRGN hRegion);
+
+/* Adds a rectangle that was lost in another way, as what the window system uncovered; null: all. 0
+ * without a drawing. */
+int QELAPI QELInvalidate(HQELENGINE hEngine, const RECT* prc);
+
+/* Says that the picture is right everywhere. 0 without a drawing. */
+int QELAPI QELValidate(HQELENGINE hEngine);
+
+/* Paints what is dirty: clips hdc to it, fills it with the brush unless that is null (then the host
+ * has put the background there), draws what stands in it, and takes out of the dirty area what the
+ * context's own clip let through, so that the rest is painted next time. The context is as before
+ * afterwards. A read-out has the colour of the value that it shows, and clocks show the time of the
+ * last QELAdvance, or of the open. What partial draws by QELDraw remember is not touched. 1 when it
+ * painted; 0 when nothing was dirty or within the clip, and on failure: the area stays. */
+int QELAPI QELUpdate(HQELENGINE hEngine, HDC hdc, HBRUSH hBackground);
+
 /* ---- gradients and curves (no engine needed) ---- */
 
 /* Makes a gradient of two colours over a device rectangle. nKind: 0 to 13. Null for a null or empty

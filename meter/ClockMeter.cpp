@@ -201,7 +201,7 @@ int CClockMeter::DrawLabels(HDC hdc)
 
 int CClockMeter::DrawPin(HDC hdc, int32_t, uint32_t)
 {
-    m_drawn = CClockPin::Now();
+    m_drawn = m_pClock ? *m_pClock : ClockTimes::Now();
     m_bDrawn = true;
     return CClockPin(Radius(), PinColor(), FaceColor()).Draw(hdc, Centre(), PinStyle(), m_drawn);
 }

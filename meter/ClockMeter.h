@@ -66,8 +66,10 @@ public:
     int DrawLabels(HDC hdc) override;
     int DrawPin(HDC hdc, int32_t nValue, uint32_t nFlags) override;
     int ErasePin(HDC hdc, int32_t nValue, uint32_t nFlags) override; // at the time last drawn
+    void SetClock(const ClockTimes* pClock) override { m_pClock = pClock; }
 
 private:
+    const ClockTimes* m_pClock = nullptr; // null: the present time
     ClockTimes m_drawn{};
     bool m_bDrawn = false; // there are hands to erase
 };

@@ -147,14 +147,6 @@ bool HasHands(int32_t nStyle, int32_t nRadius)
 
 } // namespace
 
-ClockTimes CClockPin::Now()
-{
-    ClockTimes times{};
-    ::GetLocalTime(&times.local);
-    ::GetSystemTime(&times.universal);
-    return times;
-}
-
 int CClockPin::Draw(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
     const HandColors colors{m_clrHand, GREEN, WHITE, BLACK};

@@ -3,15 +3,11 @@
 // the minute hand shows the universal minute.
 #pragma once
 
+#include "base/ClockTimes.h"
+
 #include <windows.h>
 
 #include <cstdint>
-
-// The two times that a clock shows at once.
-struct ClockTimes {
-    SYSTEMTIME local;
-    SYSTEMTIME universal;
-};
 
 class CClockPin {
 public:
@@ -23,7 +19,7 @@ public:
     CClockPin(const CClockPin&) = delete;
     CClockPin& operator=(const CClockPin&) = delete;
 
-    static ClockTimes Now();
+    static ClockTimes Now() { return ClockTimes::Now(); }
 
     // Hour, minute and second hand, in this order. A style out of 0 to 4 draws none of them, and
     // the result is 1 all the same.

@@ -4,7 +4,7 @@
 // element (dynamic/QELViewMeter.h) makes one renderer, sets its fields and calls Draw.
 #pragma once
 
-#include <windows.h>
+#include "base/ClockTimes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -47,6 +47,8 @@ public:
     // QEL_DRAW_FULL says that the area was repainted, so that there is no old pointer to erase.
     virtual int Draw(HDC hdc, float fValue, uint32_t nFlags);
     virtual int Draw(HDC hdc, int32_t nValue, uint32_t nFlags);
+    // Clocks show that time instead of the present one; it is to stay as long as the renderer.
+    virtual void SetClock(const ClockTimes*) {}
     // The same while bar or pointer are still on their way to the value, at fPointer now.
     int DrawOnWay(HDC hdc, float fValue, float fPointer, uint32_t nFlags);
 

@@ -60,6 +60,7 @@ public:
     // counts: 0 when there is none.
     [[nodiscard]] virtual bool CanMove() const { return false; }
     [[nodiscard]] virtual double FullTurn(double*) const { return 0; }
+    [[nodiscard]] virtual bool ShowsTime() const { return false; }
     // Settings and values as they were before the host set any.
     virtual void ResetValues() {}
 

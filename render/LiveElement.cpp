@@ -81,6 +81,7 @@ int CLiveElement::SetValue(double fValue)
     }
     pState->fValue = fValue;
     pState->bHasValue = true;
+    m_elm.Touch();
     pState->bIsNumber = bIsNumber;
     if (pState->ShownQuality() != nQuality) m_elm.PaintChanged();
     return 1;
@@ -120,6 +121,7 @@ int CLiveElement::SetPin(int nPin, double fValue)
     pState->pfPins[n - 1] = AsNumber(fValue);
     if (pState->ShownQuality() != nQuality) m_elm.PaintChanged();
     if (std::isfinite(fValue)) m_pHost->ShowPin(n, fValue);
+    m_elm.Touch();
     return 1;
 }
 
@@ -166,8 +168,11 @@ int CLiveElement::SetText(const char* pszText)
     if (m_elm.Type() != QEL_TYPE_TEXT || !pszText || std::strlen(pszText) >= QEL_TEXT_SIZE)
         return 0;
     LiveState* pState = MakeState();
-    if (!pState || !CLiveLayer::SetText(pState, pszText)) return 0;
-    m_elm.PaintChanged();
+    if (!pState) return 0;
+    m_elm.TouchPlace();
+    if (!CLiveLayer::SetText(pState, pszText)) return 0;
+    m_elm.PlaceChanged();
+    m_elm.Touch();
     return 1;
 }
 
@@ -175,8 +180,10 @@ int CLiveElement::SetVisible(bool bVisible)
 {
     LiveState* pState = bVisible ? State() : MakeState();
     if (!pState) return bVisible ? 1 : 0;
-    if (pState->bHidden == bVisible) m_elm.PaintChanged();
+    if (pState->bHidden != bVisible) return 1;
     pState->bHidden = !bVisible;
+    m_elm.PaintChanged();
+    m_elm.Touch();
     return 1;
 }
 
@@ -194,6 +201,7 @@ int CLiveElement::SetColor(int nPlace, uint32_t clr)
         bAny = true;
     }
     if (bAny) pState->colors[nPlace] = {clr, m_layer.NextSerial()};
+    m_elm.Touch();
     return bAny ? 1 : 0;
 }
 
@@ -202,8 +210,10 @@ int CLiveElement::SetQuality(int nQuality)
     if (nQuality < QUALITY_GOOD || nQuality >= QUALITY_COUNT) return 0;
     LiveState* pState = MakeState();
     if (!pState) return 0;
+    if (pState->nQuality == nQuality) return 1;
     pState->nQuality = static_cast<LiveQuality>(nQuality);
     m_elm.PaintChanged();
+    m_elm.Touch();
     return 1;
 }
 
@@ -220,7 +230,11 @@ int CLiveElement::SetEasing(uint32_t nTime)
 // The mark stays: it may be in something that has colours for it.
 int CLiveElement::Reset()
 {
-    if (State()) m_elm.PaintChanged();
+    if (State()) {
+        m_elm.TouchPlace();
+        m_elm.PlaceChanged();
+        m_elm.Touch();
+    }
     m_layer.Drop(&m_elm);
     if (m_pHost) m_pHost->ResetValues();
     return 1;

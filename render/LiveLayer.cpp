@@ -17,6 +17,7 @@ void Free(LiveState* pState)
 {
     std::free(pState->pszText);
     std::free(pState->pfPins);
+    delete pState->pPicture;
     delete pState;
 }
 
@@ -95,6 +96,7 @@ LiveState* CLiveLayer::Make(CQELViewElm* pElm)
     auto* pState = new (std::nothrow) LiveState{};
     if (!pState) return nullptr;
     pState->pElm = pElm;
+    pState->pClock = &m_clock;
     pState->pNext = m_pFirst;
     if (m_pFirst) m_pFirst->pPrev = pState;
     m_pFirst = pState;

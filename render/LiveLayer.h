@@ -3,7 +3,7 @@
 // drawing, and an element without it costs nothing: its state stands here, found by the element.
 #pragma once
 
-#include <windows.h>
+#include "base/ClockTimes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +18,14 @@ constexpr int LIVE_PINS = 32;
 struct LiveColor {
     COLORREF clr;
     uint32_t nSerial; // the later of two settings wins; 0: there is none
+};
+
+// What an element keeps for the updates of its picture.
+struct LivePicture {
+    LivePicture() = default;
+    virtual ~LivePicture() = default;
+    LivePicture(const LivePicture&) = delete;
+    LivePicture& operator=(const LivePicture&) = delete;
 };
 
 // The way that a shown value goes to a new one.
@@ -35,9 +43,11 @@ struct LiveState {
     LiveState* pNext; // in the list of all
     LiveState* pPrev;
 
-    double fValue;  // as it was set
-    double* pfPins; // LIVE_PINS of them, of a share chart; null while none was set
-    char* pszText;  // null: the element's own
+    double fValue;            // as it was set
+    double* pfPins;           // LIVE_PINS of them, of a share chart; null while none was set
+    char* pszText;            // null: the element's own
+    LivePicture* pPicture;    // null while there was no update
+    const ClockTimes* pClock; // what clocks of the drawing show in updates
     LiveMove move;
     uint32_t nEaseTime; // of the ways to come
     LiveColor colors[LIVE_COLOR_COUNT];
@@ -70,6 +80,7 @@ public:
     void Drop(CQELViewElm* pElm);
     void Clear();
     [[nodiscard]] LiveState* First() const { return m_pFirst; }
+    [[nodiscard]] ClockTimes& Clock() { return m_clock; }
     [[nodiscard]] uint32_t NextSerial() { return ++m_nSerial; }
     // Some element is hidden, or has colours for what is in it.
     [[nodiscard]] bool IsUsed() const { return m_pFirst != nullptr; }
@@ -86,4 +97,5 @@ private:
     uint32_t m_nCount = 0;
     uint32_t m_nSerial = 0;
     LiveState* m_pFirst = nullptr;
+    ClockTimes m_clock{};
 };

@@ -59,6 +59,8 @@ void CQELView::EndLoad()
 void CQELView::DeleteAll()
 {
     m_live.Clear();
+    m_dirty.Clear();
+    m_dirty.AddAll();
     m_scales.Clear();
     m_statuses.Clear();
     m_meters.Clear();
@@ -86,6 +88,7 @@ int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t n
         DeleteAll(); // the new root lies in the pool already
         m_pRoot = static_cast<CQELViewQEL*>(pElm);
         m_pRoot->SetLiveLayer(&m_live);
+        m_pRoot->SetDirtyArea(&m_dirty);
     } else {
         pParent->AppendChild(pElm);
         if (pAfter) pElm->Move(pParent, pAfter);
@@ -106,6 +109,7 @@ int CQELView::DeleteElement(CQELViewElm* pElm)
 // Before the elements go: others may come to stand where they stood.
 void CQELView::DropLive(CQELViewElm* pTop)
 {
+    if (!m_dirty.IsAll()) m_dirty.Resolve(m_pRoot);
     if (!m_live.IsUsed()) return;
     for (CQELViewElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) m_live.Drop(pElm);
 }
@@ -237,10 +241,17 @@ int CQELView::GetParam(int32_t nIndex, uint32_t* pnValue) const
     return 1;
 }
 
+void CQELView::SetStatusOf(CQELViewElm* pElm, uint32_t nStatus)
+{
+    const bool bWasShown = pElm->IsShown();
+    pElm->HostSide()->SetStatus(nStatus);
+    if (pElm->IsShown() != bWasShown) pElm->Touch();
+}
+
 int CQELView::SetStatus(uint32_t nStatus)
 {
     for (const ViewListNode* pNode = m_statuses.First(); pNode; pNode = pNode->pNext)
-        pNode->pElm->HostSide()->SetStatus(nStatus);
+        SetStatusOf(pNode->pElm, nStatus);
     return m_statuses.First() ? 1 : 0;
 }
 
@@ -366,6 +377,19 @@ int CQELView::MoveY(CQELViewElm* pElm, int32_t nDy)
 {
     if (!pElm) pElm = m_pRoot;
     return pElm ? pElm->MoveY(nDy) : 0;
+}
+
+void CQELView::SetClock(const ClockTimes& times)
+{
+    ClockTimes& shown = m_live.Clock();
+    const bool bSame = shown.universal.wSecond == times.universal.wSecond &&
+                       shown.universal.wMinute == times.universal.wMinute &&
+                       shown.local.wHour == times.local.wHour &&
+                       shown.local.wMinute == times.local.wMinute;
+    shown = times;
+    if (bSame) return;
+    for (const ViewListNode* pNode = m_meters.First(); pNode; pNode = pNode->pNext)
+        if (pNode->pElm->HostSide()->ShowsTime()) pNode->pElm->Touch();
 }
 
 int CQELView::GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const

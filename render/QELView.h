@@ -70,9 +70,13 @@ public:
     int MoveX(CQELViewElm* pElm, int32_t nDx);
     int MoveY(CQELViewElm* pElm, int32_t nDy);
 
+    // Lets the clocks of updates show a time; those whose second is another paint anew.
+    void SetClock(const ClockTimes& times);
+
     int GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const; // 0 without a draw region
     [[nodiscard]] CQELViewQEL* Root() const { return m_pRoot; }
     [[nodiscard]] CLiveLayer& Live() { return m_live; }
+    [[nodiscard]] CDirtyArea& Dirty() { return m_dirty; }
 
 private:
     void DeleteAll();
@@ -80,6 +84,7 @@ private:
     [[nodiscard]] CQELViewElm* MakeElement(int32_t nType);
     [[nodiscard]] bool IsInPicture(const CQELViewElm* pElm) const;
     int SetSlot(CQELViewElm* pElm, bool bOn);
+    static void SetStatusOf(CQELViewElm* pElm, uint32_t nStatus);
     int SetElementParam(int32_t nIndex, uint32_t nValue);
     CQELViewList* ListOf(int32_t nType);
     [[nodiscard]] CHostDriven* FindScale(uint32_t nId, uint32_t nSelector) const;
@@ -89,6 +94,7 @@ private:
     const CElementTypes& m_types;
     CPool m_pool;
     CLiveLayer m_live;
+    CDirtyArea m_dirty;
     bool m_bLoads = false; // elements are made in the pool
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;

@@ -1,6 +1,7 @@
 #include "render/QELViewElm.h"
 
 #include "base/Rects.h"
+#include "render/QELViewGroup.h"
 #include "render/QELViewQEL.h"
 #include "render/QualityMark.h"
 #include "render/UnitMap.h"
@@ -85,10 +86,7 @@ void CQELViewElm::MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state
 
 LiveState* CQELViewElm::FindLive() const
 {
-    const CQELViewElm* pTop = this;
-    while (pTop->m_pParent) pTop = pTop->m_pParent;
-    if (pTop->Type() != QEL_TYPE_ROOT) return nullptr;
-    const CLiveLayer* pLayer = static_cast<const CQELViewQEL*>(pTop)->LiveLayer();
+    const CLiveLayer* pLayer = LiveLayer();
     return pLayer ? pLayer->Find(this) : nullptr;
 }
 
@@ -97,6 +95,45 @@ bool CQELViewElm::IsHidden(const CQELViewElm* pTop) const
     for (const CQELViewElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
         if (pElm->IsHiddenItself()) return true;
     return false;
+}
+
+LiveState* CQELViewElm::MakeLive()
+{
+    CLiveLayer* pLayer = LiveLayer();
+    LiveState* pState = pLayer ? pLayer->Make(this) : nullptr;
+    if (pState) m_bLive = true;
+    return pState;
+}
+
+void CQELViewElm::PaintChanged() const
+{
+    for (CQELViewElm* p = m_pParent; p; p = p->m_pParent)
+        if (p->Type() == QEL_TYPE_GROUP) static_cast<CQELViewGroup*>(p)->DropBounds();
+}
+
+const CQELViewQEL* CQELViewElm::Drawing() const
+{
+    const CQELViewElm* pTop = this;
+    while (pTop->m_pParent) pTop = pTop->m_pParent;
+    return pTop->Type() == QEL_TYPE_ROOT ? static_cast<const CQELViewQEL*>(pTop) : nullptr;
+}
+
+CLiveLayer* CQELViewElm::LiveLayer() const
+{
+    const CQELViewQEL* pDrawing = Drawing();
+    return pDrawing ? pDrawing->DrawingLayer() : nullptr;
+}
+
+void CQELViewElm::Touch()
+{
+    const CQELViewQEL* pDrawing = Drawing();
+    if (pDrawing && pDrawing->Dirty()) pDrawing->Dirty()->Touch(this);
+}
+
+void CQELViewElm::TouchPlace() const
+{
+    const CQELViewQEL* pDrawing = Drawing();
+    if (pDrawing && pDrawing->Dirty()) pDrawing->Dirty()->AddPlaceOf(this, pDrawing);
 }
 
 bool CQELViewElm::FindHidden() const
@@ -209,5 +246,9 @@ void CQELViewElm::SetRefSize(int32_t nRefW, int32_t nRefH)
 
 void CQELViewElm::SetBlink(int32_t nPhase)
 {
-    for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) pElm->m_bDark = nPhase != 0;
+    const bool bDark = nPhase != 0;
+    for (CQELViewElm* pElm = this; pElm; pElm = pElm->NextInTree(this)) {
+        if (pElm->m_bDark != bDark && pElm->Blinks()) pElm->Touch();
+        pElm->m_bDark = bDark;
+    }
 }

@@ -12,9 +12,14 @@
 #include <new>
 
 class CHostDriven;
+class CQELViewQEL;
+class CLiveLayer;
 struct LiveState;
 struct UnitMap;
 struct ViewListNode;
+
+// Beside the flags that hosts give: a draw that changes nothing of what their draws remember.
+constexpr uint32_t DRAW_UPDATE = 0x40000000;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
 public:
@@ -50,6 +55,8 @@ public:
     virtual int SetDraftForeParam(uint32_t nValue);
     virtual int SetDraftBackParam(uint32_t nValue);
     [[nodiscard]] virtual uint32_t GetParamMask() const;
+    // Whether it has a colour that blinks.
+    [[nodiscard]] virtual bool Blinks() const { return false; }
 
     // What a full draw of it paints on at most, in device units, pressed or not and whether it is
     // shown now or not; rather too much than too little. False, and nothing is written, for none.
@@ -81,6 +88,15 @@ public:
     [[nodiscard]] LiveState* Live() const { return m_bLive ? FindLive() : nullptr; }
     [[nodiscard]] bool IsLive() const { return m_bLive; }
     void SetLive(bool bLive) { m_bLive = bLive; }
+    // The same, made when there is nothing; null without memory, and outside of a drawing.
+    [[nodiscard]] LiveState* MakeLive();
+
+    // It paints something else than before, in the place where it is, or, the second, may come to
+    // do so in another place. For what is not in a drawing they do nothing.
+    void Touch();
+    void TouchPlace() const;
+    [[nodiscard]] bool IsTouched() const { return m_bTouched; }
+    void SetTouched(bool bTouched) { m_bTouched = bTouched; }
 
     // What the host drives of it; null for the elements that only draw.
     [[nodiscard]] virtual CHostDriven* HostSide() { return nullptr; }
@@ -103,7 +119,10 @@ public:
     };
     [[nodiscard]] ChangeStamp Changes() const;
     void LinksChanged() { NoteChange(); }
-    void PaintChanged() { NoteChange(); }
+    // What it paints by host values has changed: in the place where it is, so that only the groups
+    // around it look anew, or with its place.
+    void PaintChanged() const;
+    void PlaceChanged() { NoteChange(); }
 
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
     [[nodiscard]] int32_t RefW() const { return m_nRefW; }
@@ -124,6 +143,8 @@ protected:
 private:
     int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
     [[nodiscard]] LiveState* FindLive() const;
+    [[nodiscard]] CLiveLayer* LiveLayer() const;
+    [[nodiscard]] const CQELViewQEL* Drawing() const; // the root of its drawing; null for none
     [[nodiscard]] bool FindHidden() const;
     [[nodiscard]] bool FindMark() const;
     void MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const;
@@ -137,6 +158,7 @@ private:
     int8_t m_nType = QEL_TYPE_NONE;
     bool m_bDark : 1 = false; // the phase in which blinking colours are black
     bool m_bLive : 1 = false;
+    bool m_bTouched : 1 = false; // since the last update of the picture
 };
 
 // A new element with all that it holds; null without memory.

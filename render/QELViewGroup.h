@@ -22,6 +22,7 @@ public:
     int SetAttrBlock(const void* pBlock) override; // takes any block and changes nothing
 
     // Found anew only when anything has changed since the last time.
+    void DropBounds() { m_boundsChanges = {}; }
     const PaintedBounds& Bounds(const RECT& rcQel, uint32_t nFlags);
 
 private:

@@ -2,6 +2,7 @@
 // host. The document side is document/QELDocQEL.h.
 #pragma once
 
+#include "render/DirtyArea.h"
 #include "render/LiveLayer.h"
 #include "render/QELViewElm.h"
 
@@ -25,8 +26,11 @@ public:
     void SetName(const char* pszName);
 
     // What the host sets by identifier, of this drawing's elements; null for none.
-    [[nodiscard]] CLiveLayer* LiveLayer() const { return m_pLiveLayer; }
+    [[nodiscard]] CLiveLayer* DrawingLayer() const { return m_pLiveLayer; }
     void SetLiveLayer(CLiveLayer* pLayer) { m_pLiveLayer = pLayer; }
+
+    [[nodiscard]] CDirtyArea* Dirty() const { return m_pDirty; }
+    void SetDirtyArea(CDirtyArea* pDirty) { m_pDirty = pDirty; }
 
     // The changes of the tree (CQELViewElm::Changes).
     [[nodiscard]] ChangeStamp ChangeCount() const { return m_changes; }
@@ -37,7 +41,8 @@ public:
 
 private:
     CLiveLayer* m_pLiveLayer = nullptr;
-    ChangeStamp m_changes{1, 0}; // 0 is never reached again: 64 bits do not come round
+    CDirtyArea* m_pDirty = nullptr; // null for none
+    ChangeStamp m_changes{1, 0};    // 0 is never reached again: 64 bits do not come round
     int32_t m_nKind = 0;
     char m_szName[QEL_TEXT_SIZE] = {};
 };

@@ -381,6 +381,7 @@ int CQELViewShape::SetColorParam(uint32_t nValue)
     if (!(m_style.nFlags & QEL_FLAG_COLOR_PARAM)) return 0;
     const bool bOutline = FillStyle() == QEL_STYLE_STROKE && Type() != QEL_TYPE_TEXT;
     (bOutline ? m_style.clrPen : m_style.clrA) = nValue;
+    Touch();
     return 1;
 }
 
@@ -388,6 +389,7 @@ int CQELViewShape::SetDraftParam(uint32_t nValue)
 {
     if (!TakesDraft()) return 0;
     m_style.nDraft = static_cast<int32_t>(nValue);
+    Touch();
     return 1;
 }
 
@@ -395,6 +397,7 @@ int CQELViewShape::SetDraftForeParam(uint32_t nValue)
 {
     if (!TakesDraft()) return 0;
     m_style.clrA = nValue;
+    Touch();
     return 1;
 }
 
@@ -402,13 +405,14 @@ int CQELViewShape::SetDraftBackParam(uint32_t nValue)
 {
     if (!TakesDraft()) return 0;
     m_style.clrB = nValue;
+    Touch();
     return 1;
 }
 
 void CQELViewShape::DressAsFace(uint32_t clr, bool bHollow)
 {
-    TakeBackColor(clr);
-    TakeDraft(DRAFT_SOLID_TEXT);
+    m_style.clrB = clr;
+    m_style.nDraft = DRAFT_SOLID_TEXT;
     SetHollow(bHollow);
     m_bFace = true;
 }
@@ -416,14 +420,32 @@ void CQELViewShape::DressAsFace(uint32_t clr, bool bHollow)
 void CQELViewShape::GiveFillBack(int32_t nOwnDraft, uint32_t clrOwnB)
 {
     if (!m_bFace) return; // it never was drawn as a face
-    TakeBackColor(clrOwnB);
-    TakeDraft(nOwnDraft);
+    m_style.clrB = clrOwnB;
+    m_style.nDraft = nOwnDraft;
     SetHollow(false);
     m_bFace = false;
 }
 
+bool CQELViewShape::Blinks() const
+{
+    return ((ShownPen() | ShownA() | ShownB()) & QEL_COLOR_BLINK) != 0;
+}
+
+void CQELViewShape::TakeDraft(int32_t nDraft)
+{
+    m_style.nDraft = nDraft;
+    Touch();
+}
+
+void CQELViewShape::TakeBackColor(uint32_t clr)
+{
+    m_style.clrB = clr;
+    Touch();
+}
+
 void CQELViewShape::TakeColor(uint32_t clr)
 {
+    Touch();
     m_style.clrA = clr;
     if (FillStyle() == QEL_STYLE_STROKE) m_style.clrPen = clr;
 }

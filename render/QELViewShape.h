@@ -60,6 +60,7 @@ public:
     int SetDraftForeParam(uint32_t nValue) override;
     int SetDraftBackParam(uint32_t nValue) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
+    [[nodiscard]] bool Blinks() const override;
 
     [[nodiscard]] bool LacksMemory() const override;
     // What a record holds. 0 without memory: then all is as before.
@@ -94,8 +95,8 @@ public:
 
     // Host values of a frame or pattern around the shape, which do not ask its flags.
     void TakeColor(uint32_t clr);
-    void TakeDraft(int32_t nDraft) { m_style.nDraft = nDraft; }
-    void TakeBackColor(uint32_t clr) { m_style.clrB = clr; }
+    void TakeDraft(int32_t nDraft);
+    void TakeBackColor(uint32_t clr);
     // Outline only, while it is on, whatever the style says: for the face of a meter.
     void SetHollow(bool bHollow)
     {

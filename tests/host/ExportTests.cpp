@@ -33,9 +33,10 @@ constexpr const char* g_plain[] = {
     "QELSetValue",       "QELGetValue",        "QELSetPin",           "QELGetPin",
     "QELSetSelector",    "QELGetSelector",     "QELSetText",          "QELSetVisible",
     "QELSetColor",       "QELResetLive",       "QELSetQuality",       "QELSetEasing",
-    "QELAdvance",        "QELGetLiveId",
-    "QELGetError",       "QELOpenFileW",       "QELSaveFileW",        "QELOpenMemory",
-    "QELSaveMemory",     "QELIsModified"};
+    "QELAdvance",        "QELGetLiveId",       "QELGetDirtyRect",     "QELGetDirtyRegion",
+    "QELInvalidate",     "QELValidate",        "QELUpdate",           "QELGetError",
+    "QELOpenFileW",      "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
+    "QELIsModified"};
 
 struct DecoratedRow {
     const char* pszOn32;

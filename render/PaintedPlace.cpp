@@ -1,0 +1,60 @@
+#include "render/PaintedPlace.h"
+
+#include "base/Rects.h"
+
+namespace {
+
+enum class DrawnAs { Nothing, Itself, Face };
+
+// The element farthest out that does not draw its children one by one decides: a meter draws the
+// shapes that are anywhere in it as its face, every other draws itself alone.
+DrawnAs HowDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)
+{
+    const CQELViewElm* pOutermost = nullptr;
+    const CQELViewElm* pTop = pView;
+    for (const CQELViewElm* p = pView->Parent(); p; p = p->Parent()) {
+        if (!p->DrawsChildren()) pOutermost = p;
+        pTop = p;
+    }
+    if (pTop != pRoot) return DrawnAs::Nothing;
+    if (!pOutermost) return DrawnAs::Itself;
+    return pOutermost->Type() == QEL_TYPE_METER ? DrawnAs::Face : DrawnAs::Nothing;
+}
+
+bool AddFaces(const CQELViewElm* pTop, const RECT& rcQel, RECT* prcOut)
+{
+    CRectHull hull;
+    for (const CQELViewElm* p = pTop; p; p = p->NextInTree(pTop)) {
+        RECT rc{};
+        if (IsFace(*p) && AsShape(*p).PaintedFace(rcQel, &rc)) hull.Add(rc);
+    }
+    return hull.Get(prcOut);
+}
+
+} // namespace
+
+bool IsShownNow(const CQELViewElm* pView)
+{
+    while (pView && pView->IsShown() && !pView->IsHiddenItself()) pView = pView->Parent();
+    return !pView;
+}
+
+bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)
+{
+    const DrawnAs nHow = HowDrawn(pView, pRoot);
+    if (nHow == DrawnAs::Face) return IsFace(*pView) || !pView->IsShape();
+    return nHow == DrawnAs::Itself;
+}
+
+bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const RECT& rcQel,
+                     RECT* prcOut)
+{
+    switch (HowDrawn(pView, pRoot)) {
+    case DrawnAs::Itself:
+        return pView->PaintedRect(rcQel, prcOut);
+    case DrawnAs::Face:
+        return AddFaces(pView, rcQel, prcOut);
+    default:
+        return false;
+    }
+}

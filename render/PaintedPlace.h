@@ -1,0 +1,25 @@
+// Who paints an element, and where: by itself, or as the face of the meter that it is in.
+#pragma once
+
+#include "render/QELViewShape.h"
+
+// Whether a shape is one of those that a meter which it is in draws as its face.
+inline bool IsFace(const CQELViewElm& elm)
+{
+    return elm.IsShape() && !elm.FirstChild();
+}
+
+inline const CQELViewShape& AsShape(const CQELViewElm& elm)
+{
+    return static_cast<const CQELViewShape&>(elm);
+}
+
+// Whether an element and all that it is in are shown now.
+bool IsShownNow(const CQELViewElm* pView);
+
+// What an element paints at most, wherever it stands in the drawing: of a group all that is in it,
+// of a meter its face as well. False, and nothing is written, for what no full draw paints.
+bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const RECT& rcQel,
+                     RECT* prcOut);
+// Whether a full draw would come to an element, were all of it shown.
+bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot);
