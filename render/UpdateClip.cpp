@@ -28,6 +28,23 @@ RECT BoxOf(const POINT (&pts)[4])
     return rc;
 }
 
+// The whole of what a context paints on, however much of it shows: a bitmap, or of a window what
+// begins where the context does.
+bool FindSurface(HDC hdc, POINT ptOrigin, RECT* prcOut)
+{
+    BITMAP bitmap{};
+    if (::GetObjectType(hdc) == OBJ_MEMDC) {
+        HGDIOBJ hBitmap = ::GetCurrentObject(hdc, OBJ_BITMAP);
+        if (!hBitmap || !::GetObjectA(hBitmap, sizeof bitmap, &bitmap)) return false;
+        *prcOut = {0, 0, bitmap.bmWidth, bitmap.bmHeight < 0 ? -bitmap.bmHeight : bitmap.bmHeight};
+        return true;
+    }
+    const HWND hWnd = ::WindowFromDC(hdc);
+    POINT ptClient{0, 0};
+    if (!hWnd || !::ClientToScreen(hWnd, &ptClient) || !::GetClientRect(hWnd, prcOut)) return false;
+    return ptClient.x == ptOrigin.x && ptClient.y == ptOrigin.y;
+}
+
 // The rectangles of a region, as long as they are few.
 struct RegionRects {
     RGNDATAHEADER header;
@@ -85,7 +102,8 @@ bool CUpdateClip::TakeArea(const CDirtyArea& dirty)
 }
 
 // Each clip that there is closes what of the area is outside of it: the host's own, its meta
-// region, and what the system leaves of a window, which is told in places of the screen.
+// region, and what the system leaves of a window, which is told in places of the screen. What is
+// beyond the surface itself can never be painted there.
 bool CUpdateClip::LeaveWhatIsClipped() const
 {
     const CRegion clip(::CreateRectRgn(0, 0, 0, 0));
@@ -97,7 +115,16 @@ bool CUpdateClip::LeaveWhatIsClipped() const
     POINT ptOrigin{0, 0};
     ::GetDCOrgEx(m_hdc, &ptOrigin);
     ::OffsetRgn(clip.Get(), -ptOrigin.x, -ptOrigin.y);
-    return Subtract(clip.Get());
+    RECT rcSurface{};
+    return Subtract(clip.Get()) &&
+           (!FindSurface(m_hdc, ptOrigin, &rcSurface) || OpenBeyond(rcSurface));
+}
+
+bool CUpdateClip::OpenBeyond(const RECT& rcSurface) const
+{
+    const CRegion surface(::CreateRectRgnIndirect(&rcSurface));
+    return surface.Get() &&
+           ::CombineRgn(m_closed.Get(), m_closed.Get(), surface.Get(), RGN_AND) != ERROR;
 }
 
 bool CUpdateClip::Subtract(HRGN hRegion) const

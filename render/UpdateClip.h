@@ -26,6 +26,7 @@ private:
     [[nodiscard]] bool TakeArea(const CDirtyArea& dirty);
     [[nodiscard]] bool LeaveWhatIsClipped() const;
     [[nodiscard]] bool Subtract(HRGN hRegion) const;
+    [[nodiscard]] bool OpenBeyond(const RECT& rcSurface) const;
     void AddRest(CDirtyArea* pDirty) const;
 
     HDC m_hdc;
