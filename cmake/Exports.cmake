@@ -12,7 +12,9 @@ set(QEL_EXPORTS
   QELSetBlinkState:8 QELGetStatus:8 QELSetStatus:8 QELGetParam:12 QELSetParam:12
   QELParamsSupported:4 QELGetScaleParam:16 QELSetScaleParam:16 QELGetScaleParamf:16
   QELSetScaleParamf:16 QELGetScaleStatus:12 QELSetScaleStatus:12 QELGetScaleStatusf:12
-  QELSetScaleStatusf:12 QELGetVersion:0)
+  QELSetScaleStatusf:12 QELGetVersion:0
+  QELGetElemDrawRect:12 QELGetIdDrawRect:12 QELElemFromPoint:8 QELIdFromPoint:16 QELFindElem:8
+  QELElemToDevice:12 QELDeviceToElem:12)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4
   QELDrawBezier:12 QELDrawCurve:12)

@@ -88,6 +88,16 @@ RECT CQELViewRect::PaintedBox(const DeviceFigure& figure, bool bFace) const
     return hull.Rect();
 }
 
+// A border may stand out of a rectangle that is narrower than it.
+bool CQELViewRect::IsHit(const RECT& rcQel, POINT pt) const
+{
+    if (CQELViewBox::IsHit(rcQel, pt)) return true;
+    RECT rc{};
+    if (!HidesOutline() || !MapAnchored(rcQel, Box(), 0, &rc) || ::IsRectEmpty(&rc)) return false;
+    const RECT rcBorder = BorderBox(rc, BorderWidthOf(Style()));
+    return ::PtInRect(&rcBorder, pt);
+}
+
 double CQELViewRect::Roughness() const
 {
     return m_style.nPenWidth > 1 && !HidesOutline() ? CQELViewBox::Roughness() : 0;

@@ -38,6 +38,7 @@ public:
 
     int NewInstance(CQELViewElm** ppOut) const override;
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
