@@ -13,6 +13,9 @@ set(QEL_EXPORTS
   QELParamsSupported:4 QELGetScaleParam:16 QELSetScaleParam:16 QELGetScaleParamf:16
   QELSetScaleParamf:16 QELGetScaleStatus:12 QELSetScaleStatus:12 QELGetScaleStatusf:12
   QELSetScaleStatusf:12 QELGetVersion:0
+  QELSetValue:16 QELGetValue:12 QELSetPin:20 QELGetPin:16 QELSetSelector:20 QELGetSelector:16
+  QELSetText:12 QELSetVisible:12 QELSetColor:16 QELResetLive:8 QELSetQuality:12 QELSetEasing:12
+  QELAdvance:8 QELGetLiveId:20
   QELGetElemDrawRect:12 QELGetIdDrawRect:12 QELElemFromPoint:8 QELIdFromPoint:16 QELFindElem:8
   QELElemToDevice:12 QELDeviceToElem:12)
 set(QEL_DECORATED_EXPORTS

@@ -6,6 +6,7 @@
 #include "dynamic/MeterRenderer.h"
 #include "dynamic/QELDocMeter.h"
 #include "meter/SectorMeter.h"
+#include "render/LiveLayer.h"
 #include "render/UnitMap.h"
 
 #include <cstring>
@@ -20,6 +21,17 @@ constexpr uint32_t MASK_SHOWS_SCALE = 0x014;
 constexpr uint32_t MASK_USES_PIN = 0x200;
 constexpr uint32_t MASK_SHOWS_PIN = 0x002;
 constexpr uint32_t MASK_LABELS = 0x800;
+
+// A value by number goes before one by identifier that was set earlier.
+void NoteNumbered(CQELViewElm* pElm, uint32_t nPin, double fValue)
+{
+    LiveState* pState = pElm->Live();
+    if (!pState) return;
+    if (nPin == 0)
+        pState->TakeOtherValue();
+    else if (pState->pfPins)
+        pState->pfPins[nPin - 1] = fValue;
+}
 
 } // namespace
 
@@ -86,14 +98,22 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
         if (m_nPassedBlink != BlinkPhase()) PassColors(m_pRenderer.get(), Settings());
         m_nPassedBlink = BlinkPhase();
         PassPins();
-        if (m_bFloats)
-            m_pRenderer->Draw(hdc, m_fValue, nFlags);
-        else
-            m_pRenderer->Draw(hdc, static_cast<int32_t>(m_nValue), nFlags);
+        DrawValue(hdc, nFlags);
     }
     m_rcLast = rcQel;
     m_lastRef = {RefW(), RefH()};
     return 1;
+}
+
+void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags)
+{
+    const LiveState* pState = Live();
+    if (pState && pState->IsMoving())
+        m_pRenderer->DrawOnWay(hdc, m_fValue, static_cast<float>(pState->ShownValue()), nFlags);
+    else if (m_bFloats)
+        m_pRenderer->Draw(hdc, m_fValue, nFlags);
+    else
+        m_pRenderer->Draw(hdc, static_cast<int32_t>(m_nValue), nFlags);
 }
 
 // The shapes of the face, and what the renderer paints on them.
@@ -132,7 +152,7 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
         p->DressAsFace(m_nProperties[QEL_SEL_FACE_COLOR], m_nProperties[QEL_SEL_FILL_ONLY] != 0);
-        p->Draw(hdc, rcQel, nFlags);
+        if (!p->IsHidden(this)) p->Show(hdc, rcQel, nFlags);
     }
 }
 
@@ -180,8 +200,10 @@ void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel)
 void CQELViewMeter::MakeRenderer(const RECT& rcQel)
 {
     const int32_t nLast = m_pRenderer ? m_pRenderer->GetLastValue() : 0;
+    const int32_t nLastReadOut = m_pRenderer ? m_pRenderer->GetLastReadOut() : 0;
     m_pRenderer = MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), m_hFace, Settings());
     if (m_pRenderer) m_pRenderer->SetLastValue(nLast);
+    if (m_pRenderer) m_pRenderer->SetLastReadOut(nLastReadOut);
     m_nPassedBlink = BlinkPhase();
 }
 
@@ -287,9 +309,15 @@ bool CQELViewMeter::KnowsSelector(uint32_t nSelector) const
     return pRow && pRow->pszMeaning;
 }
 
+bool CQELViewMeter::HasSign(uint32_t nSelector) const
+{
+    return FindSelector(nSelector)->form == SelectorForm::Number;
+}
+
 int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)
 {
     if (nPin > METER_PINS) return 0;
+    NoteNumbered(this, nPin, static_cast<int32_t>(nValue));
     m_bFloats = false;
     if (nPin == 0) {
         m_nValue = nValue;
@@ -303,6 +331,7 @@ int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)
 int CQELViewMeter::SetValue(uint32_t nPin, float fValue)
 {
     if (nPin > METER_PINS) return 0;
+    NoteNumbered(this, nPin, static_cast<double>(fValue));
     m_bFloats = true;
     if (nPin == 0) {
         m_fValue = fValue;
@@ -311,6 +340,65 @@ int CQELViewMeter::SetValue(uint32_t nPin, float fValue)
     m_fPins[nPin - 1] = fValue;
     m_nLastPin = nPin;
     return 1;
+}
+
+// The pins are drawn in the form of the value.
+void CQELViewMeter::TakeForm()
+{
+    if (m_attr.nType != METER_CLOCK) m_bFloats = true;
+}
+
+void CQELViewMeter::ShowNumber(double fNumber)
+{
+    m_nValue = static_cast<uint32_t>(TruncToInt(fNumber));
+    m_fValue = static_cast<float>(fNumber);
+    TakeForm();
+}
+
+double CQELViewMeter::ShownNumber() const
+{
+    return m_bFloats ? static_cast<double>(m_fValue) : static_cast<int32_t>(m_nValue);
+}
+
+void CQELViewMeter::ShowPin(uint32_t nPin, double fNumber)
+{
+    m_nPins[nPin - 1] = TruncToInt(fNumber);
+    m_fPins[nPin - 1] = static_cast<float>(fNumber);
+    m_nLastPin = nPin;
+    TakeForm();
+}
+
+double CQELViewMeter::ShownPin(uint32_t nPin) const
+{
+    return m_bFloats ? static_cast<double>(m_fPins[nPin - 1]) : m_nPins[nPin - 1];
+}
+
+bool CQELViewMeter::CanMove() const
+{
+    return m_attr.nType != METER_SECTOR && m_attr.nType != METER_CLOCK;
+}
+
+double CQELViewMeter::FullTurn(double* pfLow) const
+{
+    const bool bTurns = m_attr.nType == METER_ROUND || m_attr.nType == METER_ROUND_UPGRADE;
+    if (!bTurns || m_nProperties[QEL_SEL_FULL_CIRCLE] != 1) return 0;
+    *pfLow = static_cast<int32_t>(m_nProperties[QEL_SEL_MIN]);
+    return static_cast<int32_t>(m_nProperties[QEL_SEL_MAX]) - *pfLow;
+}
+
+// A setting that is refused as the element is has its default already.
+void CQELViewMeter::ResetValues()
+{
+    for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n)
+        if (m_nProperties[n] != FindSelector(n)->nDefault)
+            SetProperty(n, FindSelector(n)->nDefault);
+    m_fBase = 0;
+    m_nValue = 0;
+    m_fValue = 0;
+    std::memset(m_nPins, 0, sizeof m_nPins);
+    std::memset(m_fPins, 0, sizeof m_fPins);
+    m_nLastPin = 0;
+    m_bFloats = false;
 }
 
 int CQELViewMeter::GetValue(uint32_t nPin, uint32_t* pnValue) const

@@ -38,6 +38,7 @@ public:
         return m_attr.nFlags & METER_FULL_REDRAW;
     }
     [[nodiscard]] bool KnowsSelector(uint32_t nSelector) const override;
+    [[nodiscard]] bool HasSign(uint32_t nSelector) const override;
 
     // Any selector but the value. 0: not known to meters, or the value is refused.
     int SetProperty(uint32_t nSelector, uint32_t nValue) override;
@@ -53,6 +54,18 @@ public:
     int SetValue(uint32_t nPin, float fValue) override;
     int GetValue(uint32_t nPin, uint32_t* pnValue) const override;
     int GetValue(uint32_t nPin, float* pfValue) const override;
+
+    // Both forms at once. A clock shows the time in the form that was set last, so it keeps that.
+    [[nodiscard]] bool FollowsNumber() const override { return true; }
+    [[nodiscard]] bool KeepsNumber() const override { return true; }
+    void ShowNumber(double fNumber) override;
+    [[nodiscard]] double ShownNumber() const override;
+    [[nodiscard]] bool HasPins() const override { return m_attr.nType == METER_SECTOR; }
+    void ShowPin(uint32_t nPin, double fNumber) override;
+    [[nodiscard]] double ShownPin(uint32_t nPin) const override;
+    [[nodiscard]] bool CanMove() const override;
+    double FullTurn(double* pfLow) const override;
+    void ResetValues() override;
 
     [[nodiscard]] const CMeter* Renderer() const { return m_pRenderer.get(); }
 
@@ -70,6 +83,8 @@ private:
     void MakeFaceRegion(HDC hdc, const RECT& rcQel);
     void MakeRenderer(const RECT& rcQel);
     void PassPins();
+    void DrawValue(HDC hdc, uint32_t nFlags);
+    void TakeForm();
 
     QELMETERATTR m_attr{sizeof(QELMETERATTR), 0, 1, 0, 0, 100, 1, {0, 0, 10, 10, 0, 0, 0, 0, 0}, 0};
     uint32_t m_nProperties[QEL_SEL_COUNT]; // by selector

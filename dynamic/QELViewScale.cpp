@@ -6,6 +6,7 @@
 #include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
 #include "meter/DialGeometry.h"
+#include "render/LiveLayer.h"
 #include "render/Mapping.h"
 #include "render/QELRotate.h"
 #include "render/UnitMap.h"
@@ -93,7 +94,10 @@ int32_t CQELViewScale::Divisions() const
 
 ScaleValue CQELViewScale::Value() const
 {
-    return RepairedRange(m_value, Divisions());
+    ScaleValue value = m_value;
+    if (const LiveState* pState = Live(); pState && pState->IsMoving())
+        value.fValue = static_cast<float>(pState->ShownValue());
+    return RepairedRange(value, Divisions());
 }
 
 int CQELViewScale::Draw(HDC hdc, const RECT& rcQel, uint32_t)
@@ -321,6 +325,7 @@ int CQELViewScale::SetProperty(uint32_t nSelector, uint32_t nValue)
         m_value.nLow = nValue;
         return 1;
     case QEL_SEL_VALUE:
+        NoteNumbered();
         m_value.nValue = nValue;
         m_value.bFloat = false;
         return 1;
@@ -358,8 +363,44 @@ int CQELViewScale::GetProperty(uint32_t nSelector, uint32_t* pnValue) const
     }
 }
 
+void CQELViewScale::NoteNumbered() const
+{
+    if (LiveState* pState = Live()) pState->TakeOtherValue();
+}
+
+void CQELViewScale::ShowNumber(double fNumber)
+{
+    m_value.nValue = static_cast<uint32_t>(TruncToInt(fNumber));
+    m_value.fValue = static_cast<float>(fNumber);
+    m_value.bFloat = true;
+}
+
+double CQELViewScale::ShownNumber() const
+{
+    return m_value.bFloat ? static_cast<double>(m_value.fValue) : m_value.nValue;
+}
+
+double CQELViewScale::FullTurn(double* pfLow) const
+{
+    if (m_attr.nType != SCALE_ROUND) return 0;
+    const ScaleValue value = RepairedRange(m_value, Divisions());
+    *pfLow = value.nLow;
+    return static_cast<double>(value.nHigh) - value.nLow;
+}
+
+void CQELViewScale::ResetValues()
+{
+    const CQELViewScale fresh(RefW(), RefH());
+    m_clrPin = fresh.m_clrPin;
+    m_clrMark = fresh.m_clrMark;
+    m_nDivisions = fresh.m_nDivisions;
+    m_nStartCode = fresh.m_nStartCode;
+    m_value = fresh.m_value;
+}
+
 int CQELViewScale::SetValue(float fValue)
 {
+    NoteNumbered();
     m_value.fValue = fValue;
     m_value.bFloat = true;
     return 1;

@@ -41,7 +41,16 @@ public:
     int SetValue(uint32_t nPin, float fValue) override;
     int GetValue(uint32_t nPin, float* pfValue) const override;
 
+    [[nodiscard]] bool FollowsNumber() const override { return true; }
+    [[nodiscard]] bool KeepsNumber() const override { return true; }
+    void ShowNumber(double fNumber) override;
+    [[nodiscard]] double ShownNumber() const override;
+    [[nodiscard]] bool CanMove() const override { return true; }
+    double FullTurn(double* pfLow) const override;
+    void ResetValues() override;
+
 private:
+    void NoteNumbered() const;
     [[nodiscard]] RECT Layout() const; // the rectangle, or the square of the ticks; drawing units
     bool MapLayout(const RECT& rcQel, RECT* prcOut) const; // false for none
     void DrawStraight(HDC hdc, const RECT& rc) const;

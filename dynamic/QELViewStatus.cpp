@@ -1,5 +1,8 @@
 #include "dynamic/QELViewStatus.h"
 
+#include "render/LiveLayer.h"
+
+#include <cmath>
 #include <cstring>
 
 constexpr KeywordRow g_statusKindRows[] = {
@@ -26,17 +29,21 @@ int CQELViewStatus::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
     return 1;
 }
 
+// A value of its own goes before the drawing's number, and no value of it shows all.
+bool CQELViewStatus::IsShown() const
+{
+    if (m_nOwn < 0) return false;
+    const LiveState* pState = Live();
+    if (pState && pState->bHasValue && pState->bIsNumber)
+        return std::trunc(pState->fValue) == static_cast<double>(m_nOwn);
+    return m_nStatus == static_cast<uint32_t>(m_nOwn) || m_nStatus == STATUS_SHOW_ALL;
+}
+
 // What is shown is always drawn in full: the picture that it replaces may have been another one.
 int CQELViewStatus::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     if (!IsShown()) return 0;
     return CQELViewElm::Draw(hdc, rcQel, (nFlags & QEL_DRAW_PRESSED) | QEL_DRAW_FULL);
-}
-
-bool CQELViewStatus::IsShown() const
-{
-    if (m_nOwn < 0) return false;
-    return m_nStatus == static_cast<uint32_t>(m_nOwn) || m_nStatus == STATUS_SHOW_ALL;
 }
 
 int CQELViewStatus::GetAttrBlockSize(int* pnSize) const

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] CHostDriven* HostSide() override { return this; }
     [[nodiscard]] uint32_t Status() const override { return m_nStatus; }
     void SetStatus(uint32_t nStatus) override { m_nStatus = nStatus; }
+    [[nodiscard]] bool FollowsNumber() const override { return true; }
 
 private:
     int32_t m_nOwn = -1;

@@ -1,7 +1,6 @@
 // The exported functions: thin gates. Each resolves its handles, honours show-only mode and
 // forwards to the engine object. The gradient and curve functions stand in brush/.
-#include "engine/QELEngine.h"
-#include "engine/ShowOnly.h"
+#include "engine/Gates.h"
 #include "include/QELEngine.h"
 
 #include <cstring>
@@ -13,50 +12,11 @@ constexpr int NO_DRAWING_KIND = 3;
 constexpr int NO_KIND = -1;
 constexpr std::size_t MAX_PATH_BYTES = 260;
 
-CShowOnlyRecord* RecordOf(HQELENGINE hEngine)
-{
-    return static_cast<CShowOnlyRecord*>(CHandleEntry::Find(HandleKind::Record, ToNumber(hEngine)));
-}
-
-// The engine of a handle that may edit: null in show-only mode.
-CQELEngine* EditableEngine(HQELENGINE hEngine)
-{
-    return static_cast<CQELEngine*>(CHandleEntry::Find(HandleKind::Engine, ToNumber(hEngine)));
-}
-
-// The engine of a handle, in show-only mode the shared one: null for a record without a drawing.
-CQELEngine* EngineOf(HQELENGINE hEngine)
-{
-    if (CQELEngine* pEngine = EditableEngine(hEngine)) return pEngine;
-    const CShowOnlyRecord* pRecord = RecordOf(hEngine);
-    return pRecord ? pRecord->Engine() : nullptr;
-}
-
-// The element of a handle, null unless it lives in that engine's drawing.
-CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem)
-{
-    if (!pEngine) return nullptr;
-    CQELDocElm* pElm = CQELDocElm::OfHandle(ToNumber(hElem));
-    return pElm && pEngine->Document().Owns(pElm) ? pElm : nullptr;
-}
-
-HQELELEM HandleOf(CQELDocElm* pElm)
-{
-    return pElm ? ToHandle<HQELELEM>(pElm->HandleValue()) : nullptr;
-}
-
 template <CQELDocElm* (*pfnRelated)(const CQELDocElm*)>
 HQELELEM Related(HQELENGINE hEngine, HQELELEM hElem)
 {
     const CQELDocElm* pElm = ElementOf(EngineOf(hEngine), hElem);
     return pElm ? HandleOf(pfnRelated(pElm)) : nullptr;
-}
-
-// A handle that may be left out: null is fine, one that is not live is not.
-bool OptionalElement(CQELEngine* pEngine, HQELELEM hElem, CQELDocElm** ppOut)
-{
-    *ppOut = ElementOf(pEngine, hElem);
-    return *ppOut || !hElem;
 }
 
 // The ANSI bytes of a wide path, in the calling thread's code page. A character that the code page

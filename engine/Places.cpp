@@ -147,10 +147,15 @@ uint32_t GroupsOf(uint32_t nCount, uint32_t nFan)
 
 } // namespace
 
+// A meter draws its face whatever a status in it says.
 bool IsShownNow(const CQELViewElm* pView)
 {
-    while (pView && pView->IsShown()) pView = pView->Parent();
-    return !pView;
+    bool bShown = true;
+    for (const CQELViewElm* p = pView; p; p = p->Parent()) {
+        if (p->IsHiddenItself()) return false;
+        bShown = p->Type() == QEL_TYPE_METER || (bShown && p->IsShown());
+    }
+    return bShown;
 }
 
 bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)

@@ -548,6 +548,76 @@ int QELAPI QELSetScaleStatus(HQELENGINE hEngine, DWORD nId, DWORD nValue);
 int QELAPI QELGetScaleStatusf(HQELENGINE hEngine, DWORD nId, float* pfValue);
 int QELAPI QELSetScaleStatusf(HQELENGINE hEngine, DWORD nId, float fValue);
 
+/* ---- live values by identifier ---- */
+
+/* These name elements by their identifier (the "id" of the file), with the bytes that it has there,
+ * and reach every element that bears it. They change what is shown, in both modes, lie above what
+ * the host sets otherwise, and end with the drawing: the document and the saved file do not know
+ * of them. A set tells how many elements took it, 0 when none did: none bears the identifier, or
+ * none is of a kind that takes it; a get asks the first that has it. The first call makes an index
+ * of the identifiers, so that each of ten thousand is found at the cost of one; without memory for
+ * it nothing is reached.
+ *
+ *     QELSetValue(hEngine, "boiler.temperature", 82.4);
+ */
+
+/* The value of a meter (whatever its "mtid"), a scale, a status element, or a text. A meter and a
+ * scale keep it as a whole number, truncated, and as a real one, and show the real one; a status
+ * element is shown from then on while the value, truncated, equals its own number. In a text the
+ * first run of '#', which may go on with a point and more of them ("##.#"), gives way to the
+ * number, right-aligned, with as many decimals as stand behind the point; what does not fit leaves
+ * the run. What is no number, or infinite, shows nothing of itself and makes the element's quality
+ * bad until a number comes. The get gives back what was set, or what a meter or scale has
+ * otherwise. */
+int QELAPI QELSetValue(HQELENGINE hEngine, const char* pszId, double fValue);
+int QELAPI QELGetValue(HQELENGINE hEngine, const char* pszId, double* pfValue);
+
+/* The value of one sector of a share chart (a meter of the type "sector"): nPin 1 to 32. */
+int QELAPI QELSetPin(HQELENGINE hEngine, const char* pszId, int nPin, double fValue);
+int QELAPI QELGetPin(HQELENGINE hEngine, const char* pszId, int nPin, double* pfValue);
+
+/* A setting of meters and scales (QEL_SEL_...), truncated but for the value and the base value. 0
+ * for one that they refuse, as QELSetScaleParam does. */
+int QELAPI QELSetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector, double fValue);
+int QELAPI QELGetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector, double* pfValue);
+
+/* What a text element shows instead of its own text, at most 255 bytes; a run of '#' in it takes
+ * the value that was set before or comes later. */
+int QELAPI QELSetText(HQELENGINE hEngine, const char* pszId, const char* pszText);
+
+/* 0 hides an element with all that is in it. The face of a meter keeps its region. */
+int QELAPI QELSetVisible(HQELENGINE hEngine, const char* pszId, int bVisible);
+
+/* A colour of a shape, or of every shape in a group, frame, pattern, status element or the root.
+ * nPlace: 0 the outline ("clr"), 1 "fg", 2 "bg". It wins over host parameters, frames and patterns,
+ * and of two settings the later one wins; what fills the face of a meter stays the meter's. */
+int QELAPI QELSetColor(HQELENGINE hEngine, const char* pszId, int nPlace, COLORREF clr);
+
+/* Takes back what was set by identifier; null: of all elements that bear one. A meter or scale has
+ * its settings and values as after the open then, whoever had set them. */
+int QELAPI QELResetLive(HQELENGINE hEngine, const char* pszId);
+
+/* How far the element can be trusted: 0 good, 1 stale (under a grey half-tone), 2 bad (under it,
+ * and a red cross). */
+int QELAPI QELSetQuality(HQELENGINE hEngine, const char* pszId, int nQuality);
+
+/* The time in milliseconds in which needles, bars and pointers move to a new value that QELSetValue
+ * sets: quick at first, and on a full circle the shorter way round; 0: at once. Read-out, the
+ * colour of its zone and QELGetValue take the new value at once. For meters other than clocks and
+ * share charts, and scales. */
+int QELAPI QELSetEasing(HQELENGINE hEngine, const char* pszId, DWORD nTime);
+
+/* Lets nTime milliseconds pass for all that moves. Result: how many still move. */
+int QELAPI QELAdvance(HQELENGINE hEngine, DWORD nTime);
+
+/* The different identifiers of the drawing one by one, in document order, from 0 on, with the type
+ * (QEL_TYPE_...) of the first element that bears it; pnType may be null. 0 past the end, or when
+ * the buffer of nSize bytes is too small for the text and its zero.
+ *
+ *     for (DWORD n = 0; QELGetLiveId(hEngine, n, szId, sizeof szId, &nType); ++n) ...
+ */
+int QELAPI QELGetLiveId(HQELENGINE hEngine, DWORD nIndex, char* pszBuffer, int nSize, int* pnType);
+
 /* ---- gradients and curves (no engine needed) ---- */
 
 /* Makes a gradient of two colours over a device rectangle. nKind: 0 to 13. Null for a null or empty

@@ -55,36 +55,43 @@ int32_t Whole(float fValue)
 } // namespace
 
 template <class Value>
-void CMeter::DrawLayers(HDC hdc, Value value, uint32_t nFlags)
+void CMeter::DrawLayers(HDC hdc, Value value, Value pointer, uint32_t nFlags)
 {
-    const Value painted = m_bReverse ? Mirrored(value, m_nMin, m_nMax) : value;
+    const Value painted = m_bReverse ? Mirrored(pointer, m_nMin, m_nMax) : pointer;
     if (m_bShowFill) DrawFill(hdc, painted, nFlags);
     if (m_bShowPin) ErasePin(hdc, painted, nFlags);
     if (m_bShowAlarm) DrawAlarmZones(hdc);
     if (m_bShowAxis) DrawAxis(hdc);
     if (m_bShowFrame) DrawFrame(hdc);
-    if (m_bShowValue) DrawValueText(hdc, painted);
+    if (m_bShowValue) DrawValueText(hdc, m_bReverse ? Mirrored(value, m_nMin, m_nMax) : value);
     if (m_bShowScale) DrawScale(hdc);
     if (m_bShowLabels) DrawLabels(hdc);
     if (m_bShowPin) DrawPin(hdc, painted, nFlags);
-    m_nLastValue = Whole(value);
+    m_nLastValue = Whole(pointer);
+    m_nLastReadOut = Whole(value);
 }
 
 int CMeter::Draw(HDC hdc, float fValue, uint32_t nFlags)
 {
-    DrawLayers(hdc, fValue, nFlags);
+    DrawLayers(hdc, fValue, fValue, nFlags);
     return 1;
 }
 
 int CMeter::Draw(HDC hdc, int32_t nValue, uint32_t nFlags)
 {
-    DrawLayers(hdc, nValue, nFlags);
+    DrawLayers(hdc, nValue, nValue, nFlags);
     return 1;
 }
 
-int32_t CMeter::GetShownValue() const
+int CMeter::DrawOnWay(HDC hdc, float fValue, float fPointer, uint32_t nFlags)
 {
-    return m_bReverse ? Mirrored(m_nLastValue, m_nMin, m_nMax) : m_nLastValue;
+    DrawLayers(hdc, fValue, fPointer, nFlags);
+    return 1;
+}
+
+int32_t CMeter::AsPainted(int32_t nValue) const
+{
+    return m_bReverse ? Mirrored(nValue, m_nMin, m_nMax) : nValue;
 }
 
 float CMeter::TickNumber(uint32_t nTick) const

@@ -47,6 +47,8 @@ public:
     // QEL_DRAW_FULL says that the area was repainted, so that there is no old pointer to erase.
     virtual int Draw(HDC hdc, float fValue, uint32_t nFlags);
     virtual int Draw(HDC hdc, int32_t nValue, uint32_t nFlags);
+    // The same while bar or pointer are still on their way to the value, at fPointer now.
+    int DrawOnWay(HDC hdc, float fValue, float fPointer, uint32_t nFlags);
 
     // What a draw paints on at most, whatever the value. rcFace: what holds the shapes of the face,
     // empty for none.
@@ -60,7 +62,8 @@ public:
     void SetHighLimit(int32_t n) { m_nHighLimit = n; }
     void SetTickCount(uint32_t n) { m_nTickCount = n; }
     void SetMajorEvery(uint32_t n) { m_nMajorEvery = n; }
-    void SetLastValue(int32_t n) { m_nLastValue = n; }
+    void SetLastValue(int32_t n) { m_nLastValue = m_nLastReadOut = n; }
+    void SetLastReadOut(int32_t n) { m_nLastReadOut = n; }
     void SetDecimalShift(uint32_t n) { m_nDecimalShift = n; }
     void SetShowPin(int32_t b) { m_bShowPin = b; }
     void SetShowScale(int32_t b) { m_bShowScale = b; }
@@ -86,6 +89,7 @@ public:
     [[nodiscard]] uint32_t GetTickCount() const { return m_nTickCount; }
     [[nodiscard]] uint32_t GetMajorEvery() const { return m_nMajorEvery; }
     [[nodiscard]] int32_t GetLastValue() const { return m_nLastValue; }
+    [[nodiscard]] int32_t GetLastReadOut() const { return m_nLastReadOut; }
     [[nodiscard]] uint32_t GetDecimalShift() const { return m_nDecimalShift; }
     [[nodiscard]] int32_t GetShowPin() const { return m_bShowPin; }
     [[nodiscard]] int32_t GetShowScale() const { return m_bShowScale; }
@@ -103,7 +107,8 @@ public:
     [[nodiscard]] uint32_t GetFontSize() const { return m_nFontSize; }
 
     // The last value as it was painted: mirrored when the scale is reversed.
-    [[nodiscard]] int32_t GetShownValue() const;
+    [[nodiscard]] int32_t GetShownValue() const { return AsPainted(m_nLastValue); }
+    [[nodiscard]] int32_t GetShownReadOut() const { return AsPainted(m_nLastReadOut); }
     // The numbers at the two ends of the scale as it is drawn.
     [[nodiscard]] int32_t GetScaleEndShown() const
     {
@@ -140,7 +145,8 @@ protected:
 
 private:
     template <class Value>
-    void DrawLayers(HDC hdc, Value value, uint32_t nFlags);
+    void DrawLayers(HDC hdc, Value value, Value pointer, uint32_t nFlags);
+    [[nodiscard]] int32_t AsPainted(int32_t nValue) const;
 
     int32_t m_nMin = 0;
     int32_t m_nMax = 10;
@@ -150,7 +156,8 @@ private:
     int32_t m_nHighLimit = 10;
     uint32_t m_nTickCount = 10;
     uint32_t m_nMajorEvery = 5;
-    int32_t m_nLastValue = 0; // in the caller's sense, before any mirroring
+    int32_t m_nLastValue = 0;   // of the pointer, in the caller's sense, before any mirroring
+    int32_t m_nLastReadOut = 0; // the value that it was on its way to
     uint32_t m_nDecimalShift = 0;
     int32_t m_bShowPin = 0;
     int32_t m_bShowScale = 0;

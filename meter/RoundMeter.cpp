@@ -107,7 +107,7 @@ COLORREF CRoundMeter::ReadOutColor() const
 {
     if (!GetShowAlarm()) return BLACK;
     const AlarmZones zones = GetAlarmZones();
-    const float fAngle = AngleOf(GetShownValue());
+    const float fAngle = AngleOf(GetShownReadOut());
     return zones.fLow < fAngle && fAngle < zones.fHigh ? GREEN : RED;
 }
 

@@ -38,7 +38,7 @@ bool CClippedDraw::IsHidden(const RECT& rcPainted) const
 int CClippedDraw::Draw(CQELViewElm* pTop)
 {
     const bool bWalks = pTop->Type() == QEL_TYPE_ROOT || pTop->Type() == QEL_TYPE_GROUP;
-    if (!bWalks || !HidesSomething()) return pTop->Draw(m_hdc, m_rcQel, m_nFlags);
+    if (!bWalks || pTop->IsLive() || !HidesSomething()) return pTop->Show(m_hdc, m_rcQel, m_nFlags);
     DrawChildren(pTop);
     m_owed.Settle(m_hdc);
     return 1;
@@ -47,7 +47,11 @@ int CClippedDraw::Draw(CQELViewElm* pTop)
 void CClippedDraw::DrawChildren(const CQELViewElm* pParent)
 {
     for (CQELViewElm* pElm = pParent->FirstChild(); pElm; pElm = pElm->NextSibling())
-        if (pElm->IsShape())
+        if (pElm->IsHiddenItself())
+            continue;
+        else if (pElm->IsMarked())
+            DrawNow(pElm); // over all that it may paint at most, which is more than it does
+        else if (pElm->IsShape())
             DrawShape(static_cast<CQELViewShape*>(pElm));
         else if (pElm->Type() == QEL_TYPE_GROUP)
             DrawGroup(static_cast<CQELViewGroup*>(pElm));
@@ -77,5 +81,5 @@ void CClippedDraw::DrawGroup(CQELViewGroup* pGroup)
 void CClippedDraw::DrawNow(CQELViewElm* pElm)
 {
     m_owed.Settle(m_hdc);
-    pElm->Draw(m_hdc, m_rcQel, m_nFlags);
+    pElm->Show(m_hdc, m_rcQel, m_nFlags);
 }

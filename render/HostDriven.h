@@ -35,6 +35,7 @@ public:
 
     // Settings by selector, of scales the value among them. 0: not known, or refused.
     [[nodiscard]] virtual bool KnowsSelector(uint32_t) const { return false; }
+    [[nodiscard]] virtual bool HasSign(uint32_t) const { return false; }
     virtual int SetProperty(uint32_t, uint32_t) { return 0; }
     virtual int GetProperty(uint32_t, uint32_t*) const { return 0; }
 
@@ -45,6 +46,22 @@ public:
     virtual int GetValue(uint32_t, float*) const { return 0; }
     virtual int SetBase(float) { return 0; }
     virtual int GetBase(float*) const { return 0; }
+
+    // A number that the host shows by identifier, in whichever form the element keeps it, and the
+    // one that it shows now; and those of pins, from 1 on.
+    [[nodiscard]] virtual bool FollowsNumber() const { return false; }
+    [[nodiscard]] virtual bool KeepsNumber() const { return false; } // it has one from the start
+    virtual void ShowNumber(double) {}
+    [[nodiscard]] virtual double ShownNumber() const { return 0; }
+    [[nodiscard]] virtual bool HasPins() const { return false; }
+    virtual void ShowPin(uint32_t, double) {}
+    [[nodiscard]] virtual double ShownPin(uint32_t) const { return 0; }
+    // Whether it can be shown on its way to a new number, and how much a full circle of such a way
+    // counts: 0 when there is none.
+    [[nodiscard]] virtual bool CanMove() const { return false; }
+    [[nodiscard]] virtual double FullTurn(double*) const { return 0; }
+    // Settings and values as they were before the host set any.
+    virtual void ResetValues() {}
 
     // The rectangle inside of a draw region's border. 0 when there is none.
     virtual int GetGraphRect(const RECT&, RECT*) const { return 0; }

@@ -58,6 +58,7 @@ void CQELView::EndLoad()
 
 void CQELView::DeleteAll()
 {
+    m_live.Clear();
     m_scales.Clear();
     m_statuses.Clear();
     m_meters.Clear();
@@ -84,6 +85,7 @@ int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t n
     if (nType == QEL_TYPE_ROOT) {
         DeleteAll(); // the new root lies in the pool already
         m_pRoot = static_cast<CQELViewQEL*>(pElm);
+        m_pRoot->SetLiveLayer(&m_live);
     } else {
         pParent->AppendChild(pElm);
         if (pAfter) pElm->Move(pParent, pAfter);
@@ -94,10 +96,18 @@ int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t n
 
 int CQELView::DeleteElement(CQELViewElm* pElm)
 {
+    DropLive(pElm);
     if (pElm == m_pRoot) m_pRoot = nullptr;
     m_detached.Unlink(pElm);
     delete pElm;
     return 1;
+}
+
+// Before the elements go: others may come to stand where they stood.
+void CQELView::DropLive(CQELViewElm* pTop)
+{
+    if (!m_live.IsUsed()) return;
+    for (CQELViewElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) m_live.Drop(pElm);
 }
 
 bool CQELView::IsInPicture(const CQELViewElm* pElm) const

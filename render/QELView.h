@@ -71,9 +71,11 @@ public:
 
     int GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const; // 0 without a draw region
     [[nodiscard]] CQELViewQEL* Root() const { return m_pRoot; }
+    [[nodiscard]] CLiveLayer& Live() { return m_live; }
 
 private:
     void DeleteAll();
+    void DropLive(CQELViewElm* pTop);
     [[nodiscard]] CQELViewElm* MakeElement(int32_t nType);
     [[nodiscard]] bool IsInPicture(const CQELViewElm* pElm) const;
     int SetSlot(CQELViewElm* pElm, bool bOn);
@@ -85,6 +87,7 @@ private:
 
     const CElementTypes& m_types;
     CPool m_pool;
+    CLiveLayer m_live;
     bool m_bLoads = false; // elements are made in the pool
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;

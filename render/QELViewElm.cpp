@@ -1,6 +1,8 @@
 #include "render/QELViewElm.h"
 
 #include "base/Rects.h"
+#include "render/QELViewQEL.h"
+#include "render/QualityMark.h"
 #include "render/UnitMap.h"
 
 CQELViewElm::~CQELViewElm()
@@ -43,8 +45,55 @@ int CQELViewElm::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 int CQELViewElm::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
-        pChild->Draw(hdc, rcQel, nFlags);
+        pChild->Show(hdc, rcQel, nFlags);
     return 1;
+}
+
+int CQELViewElm::ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+{
+    const LiveState* pState = FindLive();
+    if (!pState) return Draw(hdc, rcQel, nFlags);
+    if (pState->bHidden) return 1;
+    const int nResult = Draw(hdc, rcQel, nFlags);
+    MarkQuality(hdc, rcQel, *pState);
+    return nResult;
+}
+
+// Over all that it may paint, so that the mark does not move with the value.
+void CQELViewElm::MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const
+{
+    RECT rcPainted{};
+    RECT rc{};
+    if (state.ShownQuality() == QUALITY_GOOD || !PaintedRect(rcQel, &rcPainted)) return;
+    if (::IntersectRect(&rc, &rcPainted, &rcQel)) DrawQualityMark(hdc, rc, state.ShownQuality());
+}
+
+LiveState* CQELViewElm::FindLive() const
+{
+    const CQELViewElm* pTop = this;
+    while (pTop->m_pParent) pTop = pTop->m_pParent;
+    if (pTop->Type() != QEL_TYPE_ROOT) return nullptr;
+    const CLiveLayer* pLayer = static_cast<const CQELViewQEL*>(pTop)->LiveLayer();
+    return pLayer ? pLayer->Find(this) : nullptr;
+}
+
+bool CQELViewElm::IsHidden(const CQELViewElm* pTop) const
+{
+    for (const CQELViewElm* pElm = this; pElm && pElm != pTop; pElm = pElm->m_pParent)
+        if (pElm->IsHiddenItself()) return true;
+    return false;
+}
+
+bool CQELViewElm::FindHidden() const
+{
+    const LiveState* pState = FindLive();
+    return pState && pState->bHidden;
+}
+
+bool CQELViewElm::FindMark() const
+{
+    const LiveState* pState = FindLive();
+    return pState && pState->ShownQuality() != QUALITY_GOOD;
 }
 
 bool CQELViewElm::PaintedRect(const RECT& rcQel, RECT* prcOut) const

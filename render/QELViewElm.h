@@ -11,6 +11,7 @@
 #include <new>
 
 class CHostDriven;
+struct LiveState;
 struct UnitMap;
 struct ViewListNode;
 
@@ -64,6 +65,22 @@ public:
     // Whether there was no memory for what an element of its class holds.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
 
+    // Draws it as the host has it shown by its identifier: not while it is hidden.
+    int Show(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+    {
+        return m_bLive ? ShowLive(hdc, rcQel, nFlags) : Draw(hdc, rcQel, nFlags);
+    }
+    [[nodiscard]] bool IsHiddenItself() const { return m_bLive && FindHidden(); }
+    // It, or an element that it is in, is hidden; looked for below pTop.
+    [[nodiscard]] bool IsHidden(const CQELViewElm* pTop = nullptr) const;
+    // It has a mark over it, for a quality that is not good.
+    [[nodiscard]] bool IsMarked() const { return m_bLive && FindMark(); }
+    // What the host has set by its identifier; null for nothing. It is marked when there may be
+    // something, of it or of what it is in.
+    [[nodiscard]] LiveState* Live() const { return m_bLive ? FindLive() : nullptr; }
+    [[nodiscard]] bool IsLive() const { return m_bLive; }
+    void SetLive(bool bLive) { m_bLive = bLive; }
+
     // What the host drives of it; null for the elements that only draw.
     [[nodiscard]] virtual CHostDriven* HostSide() { return nullptr; }
 
@@ -89,6 +106,7 @@ public:
         return {static_cast<uint32_t>(s_nChanges), static_cast<uint32_t>(s_nChanges >> 32)};
     }
     static void LinksChanged() { NoteChange(); }
+    static void PaintChanged() { NoteChange(); }
 
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
     [[nodiscard]] int32_t RefW() const { return m_nRefW; }
@@ -107,6 +125,12 @@ protected:
     static void NoteChange() { ++s_nChanges; }
 
 private:
+    int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    [[nodiscard]] LiveState* FindLive() const;
+    [[nodiscard]] bool FindHidden() const;
+    [[nodiscard]] bool FindMark() const;
+    void MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const;
+
     friend class CQELView; // keeps the lists of dynamic elements
 
     static inline uint64_t s_nChanges = 1; // 0 is never reached again: 64 bits do not come round
@@ -116,7 +140,8 @@ private:
     ViewListNode* m_pListNode = nullptr; // null while the element is in none of the view's lists
     // Last: a derived class's small fields fill what is left of the word.
     int8_t m_nType = QEL_TYPE_NONE;
-    bool m_bDark = false; // the phase in which blinking colours are black
+    bool m_bDark : 1 = false; // the phase in which blinking colours are black
+    bool m_bLive : 1 = false;
 };
 
 // A new element with all that it holds; null without memory.

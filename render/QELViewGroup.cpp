@@ -48,7 +48,11 @@ void CQELViewGroup::FindBounds()
 {
     m_bounds = {{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN}, {}, true};
     for (CQELViewElm* pElm = FirstChild(); pElm && m_bounds.bKnown; pElm = pElm->NextSibling())
-        if (pElm->IsShape())
+        if (pElm->IsHiddenItself())
+            continue;
+        else if (pElm->IsMarked())
+            m_bounds.bKnown = false;
+        else if (pElm->IsShape())
             m_bounds.bKnown = AddShape(*static_cast<const CQELViewShape*>(pElm));
         else
             m_bounds.bKnown =

@@ -95,7 +95,7 @@ void CQELViewList::SetKey(ViewListNode* pNode, uint32_t nKey)
 void CQELViewList::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) const
 {
     for (const ViewListNode* pNode = m_pFirst; pNode; pNode = pNode->pNext)
-        pNode->pElm->Draw(hdc, rcQel, nFlags);
+        if (!pNode->pElm->IsHidden()) pNode->pElm->Show(hdc, rcQel, nFlags);
 }
 
 void CQELViewList::Clear()

@@ -2,6 +2,7 @@
 // host. The document side is document/QELDocQEL.h.
 #pragma once
 
+#include "render/LiveLayer.h"
 #include "render/QELViewElm.h"
 
 class CQELViewQEL final : public CQELViewElm {
@@ -18,7 +19,12 @@ public:
     [[nodiscard]] const char* Name() const { return m_szName; }
     void SetName(const char* pszName);
 
+    // What the host sets by identifier, of this drawing's elements; null for none.
+    [[nodiscard]] CLiveLayer* LiveLayer() const { return m_pLiveLayer; }
+    void SetLiveLayer(CLiveLayer* pLayer) { m_pLiveLayer = pLayer; }
+
 private:
+    CLiveLayer* m_pLiveLayer = nullptr;
     int32_t m_nKind = 0;
     char m_szName[QEL_TEXT_SIZE] = {};
 };

@@ -101,17 +101,17 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
 {
     CShownDraft draft(m_style.nDraft); // owns the brush, so it outlives the guards
     CPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle,
-                  PenWidthFor(hdc, figure), BlinkColor(m_style.clrPen));
+                  PenWidthFor(hdc, figure), BlinkColor(ShownPen()));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
     if (FillStyle() == QEL_STYLE_STROKE) {
         hBrush = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
     } else {
         // These two stay set: the next shape sets its own.
-        ::SetBkColor(hdc, BlinkColor(m_style.clrA));
-        ::SetTextColor(hdc, BlinkColor(m_style.clrB));
-        hBrush = draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(m_style.clrB),
-                             BlinkColor(m_style.clrA));
+        ::SetBkColor(hdc, BlinkColor(ShownA()));
+        ::SetTextColor(hdc, BlinkColor(ShownB()));
+        hBrush = draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(ShownB()),
+                             BlinkColor(ShownA()));
     }
     CSelectScope brush(hdc, hBrush);
     PaintWithin(hdc, figure, hBrush, rcQel);
@@ -126,11 +126,11 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
 void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
 {
     CPenScope pen(hdc, m_style.nPenWidth == 0, m_style.nPenStyle, PenWidthFor(hdc, figure),
-                  BlinkColor(m_style.clrPen));
+                  BlinkColor(ShownPen()));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
     COLORREF clrPrev = 0;
-    if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(m_style.clrB));
+    if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(ShownB()));
     PaintWithin(hdc, figure, nullptr, rcQel);
     pen.Restore();
     ::SetBkMode(hdc, nPrevMode);
@@ -225,7 +225,7 @@ Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOu
 
 bool CQELViewShape::PaintedRect(const RECT& rcQel, RECT* prcOut) const
 {
-    return PaintedAs(false, rcQel, prcOut);
+    return PaintedAs(m_bFace, rcQel, prcOut);
 }
 
 bool CQELViewShape::PaintedFace(const RECT& rcQel, RECT* prcOut) const
@@ -316,7 +316,20 @@ void CQELViewShape::LeaveColors(LeftColors* pOut) const
 
 COLORREF CQELViewShape::LeftBackColor() const
 {
-    return BlinkColor(IsOutlineOnly() ? m_style.clrB : m_style.clrA);
+    return BlinkColor(IsOutlineOnly() ? ShownB() : ShownA());
+}
+
+// Of what the host has set of it and of what it is in, the latest.
+uint32_t CQELViewShape::LiveColorOr(LiveColorPlace place, uint32_t clrOwn) const
+{
+    uint32_t nLatest = 0;
+    for (const CQELViewElm* pElm = this; pElm; pElm = pElm->Parent()) {
+        const LiveState* pState = pElm->Live();
+        if (!pState || pState->colors[place].nSerial <= nLatest) continue;
+        nLatest = pState->colors[place].nSerial;
+        clrOwn = pState->colors[place].clr;
+    }
+    return clrOwn;
 }
 
 void LeftColors::Add(const LeftColors& later)

@@ -7,6 +7,7 @@
 #include "base/Keywords.h"
 #include "base/Rects.h"
 #include "document/ShapeRecord.h"
+#include "render/LiveLayer.h"
 #include "render/QELViewElm.h"
 #include "render/UnitMap.h"
 
@@ -89,7 +90,7 @@ public:
     // Enters itself for the colours that a full draw of it leaves set.
     virtual void LeaveColors(LeftColors* pOut) const;
     [[nodiscard]] COLORREF LeftBackColor() const;
-    [[nodiscard]] COLORREF LeftTextColor() const { return BlinkColor(m_style.clrB); }
+    [[nodiscard]] COLORREF LeftTextColor() const { return BlinkColor(ShownB()); }
 
     // Host values of a frame or pattern around the shape, which do not ask its flags.
     void TakeColor(uint32_t clr);
@@ -183,6 +184,14 @@ protected:
         m_nQuarters = static_cast<int8_t>(nTurn / 90);
     }
 
+    // The colours as the host has them shown. The fill of a meter's face stays the meter's.
+    [[nodiscard]] uint32_t ShownPen() const { return Shown(LIVE_PEN, m_style.clrPen); }
+    [[nodiscard]] uint32_t ShownA() const { return Shown(LIVE_FORE, m_style.clrA); }
+    [[nodiscard]] uint32_t ShownB() const
+    {
+        return m_bFace ? m_style.clrB : Shown(LIVE_BACK, m_style.clrB);
+    }
+
     static constexpr int32_t PAINT_SLACK = 2; // pixels, for the rounding of curves and slants
 
     int8_t m_nQuarters = 0;
@@ -209,6 +218,11 @@ private:
     }
 
     [[nodiscard]] ShapeData Data() const;
+    [[nodiscard]] uint32_t Shown(LiveColorPlace place, uint32_t clrOwn) const
+    {
+        return IsLive() ? LiveColorOr(place, clrOwn) : clrOwn;
+    }
+    [[nodiscard]] uint32_t LiveColorOr(LiveColorPlace place, uint32_t clrOwn) const;
 
     CGeometry m_geometry;
     char* m_pszText = nullptr; // null for none

@@ -1,5 +1,6 @@
 #include "render/QELViewText.h"
 
+#include "base/Decimal.h"
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
 #include "render/Mapping.h"
@@ -57,6 +58,34 @@ SIZE TextCell(const RECT& rc, std::size_t nCount)
     return size;
 }
 
+void PutNumber(char* pszText, double fNumber)
+{
+    char* pchRun = std::strchr(pszText, '#');
+    if (!pchRun) return;
+    std::size_t nWidth = std::strspn(pchRun, "#");
+    std::size_t nDecimals = 0;
+    if (pchRun[nWidth] == '.') nDecimals = std::strspn(pchRun + nWidth + 1, "#");
+    if (nDecimals) nWidth += nDecimals + 1;
+    char szNumber[QEL_TEXT_SIZE];
+    const int nLength =
+        WriteDecimal(fNumber, static_cast<int>(nDecimals), szNumber, sizeof szNumber);
+    const auto nUsed = static_cast<std::size_t>(nLength);
+    if (!nLength || nUsed > nWidth) return;
+    std::memset(pchRun, ' ', nWidth - nUsed);
+    std::memcpy(pchRun + (nWidth - nUsed), szNumber, nUsed);
+}
+
+const char* CQELViewText::ShownText(char (&szRoom)[QEL_TEXT_SIZE]) const
+{
+    const LiveState* pState = Live();
+    if (!pState) return Text();
+    const char* pszText = pState->pszText ? pState->pszText : Text();
+    if (!pState->bHasValue || std::strlen(pszText) >= sizeof szRoom) return pszText;
+    std::strcpy(szRoom, pszText);
+    PutNumber(szRoom, pState->fValue);
+    return szRoom;
+}
+
 int CQELViewText::NewInstance(CQELViewElm** ppOut) const
 {
     return NewInstanceAs(*this, ppOut);
@@ -67,25 +96,27 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     if (!(nFlags & QEL_DRAW_FULL)) return 1;
     RECT rc{};
     MapAnchored(rcQel, Box(), nFlags, &rc);
-    const std::size_t nCount = std::strlen(Text());
+    char szRoom[QEL_TEXT_SIZE];
+    const char* const pszText = ShownText(szRoom);
+    const std::size_t nCount = std::strlen(pszText);
     const SIZE cell = TextCell(rc, nCount);
     if (!IsDrawableCell(cell.cx, cell.cy)) return 1;
 
     const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
     CSizedFontScope font(hdc, cell);
-    const CBkColorScope back(hdc, BlinkColor(m_style.clrB));
-    const CTextColorScope text(hdc, BlinkColor(m_style.clrA));
-    PaintText(hdc, &rc, static_cast<int>(nCount));
+    const CBkColorScope back(hdc, BlinkColor(ShownB()));
+    const CTextColorScope text(hdc, BlinkColor(ShownA()));
+    PaintText(hdc, pszText, &rc, static_cast<int>(nCount));
     font.Restore(); // before the colours: the order in which hosts have always seen these calls
     return 1;
 }
 
 // The system may draw the line under the letter behind an ampersand from the current position.
-void CQELViewText::PaintText(HDC hdc, RECT* prc, int nCount) const
+void CQELViewText::PaintText(HDC hdc, const char* pszText, RECT* prc, int nCount)
 {
     const CTextPlaceScope place(hdc);
     const CPositionBackScope position(hdc);
-    ::DrawTextA(hdc, Text(), nCount, prc, 0);
+    ::DrawTextA(hdc, pszText, nCount, prc, 0);
 }
 
 void CQELViewText::LeaveColors(LeftColors*) const {}
@@ -94,22 +125,25 @@ void CQELViewText::LeaveColors(LeftColors*) const {}
 // ampersand may not be: nothing is known of such a text.
 int CQELViewText::PaintMargin(int32_t* pnOut) const
 {
+    char szRoom[QEL_TEXT_SIZE];
     *pnOut = PAINT_SLACK;
-    return std::strchr(Text(), '&') ? 0 : 1;
+    return std::strchr(ShownText(szRoom), '&') ? 0 : 1;
 }
 
 // In a font without lines and turn. Under the letter behind an ampersand is a line, which may stand
 // as far away as the text would reach: no character is wider than twice its cell, or than high.
 RECT CQELViewText::PaintedBox(const DeviceFigure& figure, bool) const
 {
+    char szRoom[QEL_TEXT_SIZE];
+    const char* const pszText = ShownText(szRoom);
     const RECT rc = NormalizedRect(figure.rcBox);
-    if (!std::strchr(Text(), '&')) return rc;
-    const SIZE cell = TextCell(rc, std::strlen(Text()));
+    if (!std::strchr(pszText, '&')) return rc;
+    const SIZE cell = TextCell(rc, std::strlen(pszText));
     if (!IsDrawableCell(cell.cx, cell.cy) || !IsWithinReach(rc)) return rc;
     const int32_t nWide = 2 * cell.cx > cell.cy ? 2 * cell.cx : cell.cy;
     int32_t nLines = 1;
-    for (const char* p = Text(); *p; ++p) nLines += *p == '\n' || *p == '\r' ? 1 : 0;
-    const auto nLength = static_cast<int32_t>(std::strlen(Text()));
+    for (const char* p = pszText; *p; ++p) nLines += *p == '\n' || *p == '\r' ? 1 : 0;
+    const auto nLength = static_cast<int32_t>(std::strlen(pszText));
     CRectHull hull;
     hull.Add(rc);
     hull.Add(

@@ -24,8 +24,15 @@ protected:
     int PaintMargin(int32_t* pnOut) const override;
 
 private:
-    void PaintText(HDC hdc, RECT* prc, int nCount) const;
+    static void PaintText(HDC hdc, const char* pszText, RECT* prc, int nCount);
+    // The text as the host has it shown; szRoom: where one with a number in it is made.
+    [[nodiscard]] const char* ShownText(char (&szRoom)[QEL_TEXT_SIZE]) const;
 };
+
+// The first run of '#' in a text, which may go on with a point and more of them, is where a number
+// stands: right-aligned in the run's width, with as many decimals as there are behind the point.
+// What does not fit, and what is no number, leaves the run as it is.
+void PutNumber(char* pszText, double fNumber);
 
 // The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,
 // never below one step.

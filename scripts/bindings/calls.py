@@ -1,6 +1,8 @@
 """What the programs that call every function pass, and what has to come of it."""
 OUT_LONGS = {"RECT*": (11, -12, 13, 14), "SIZE*": (321, 222)}
-OUT_NUMBERS = {"int*": -77, "DWORD*": 0x90000007, "float*": 7.25}
+OUT_NUMBERS = {"int*": -77, "DWORD*": 0x90000007, "float*": 7.25, "double*": -0.125}
+OUT_TEXT = "filled"
+REALS = ("float", "double")
 HANDLES = ("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH")
 
 
@@ -12,7 +14,7 @@ def test_argument(kind, at):
         return -2 - at
     if kind in ("DWORD", "COLORREF"):
         return 0x80000000 + at
-    if kind == "float":
+    if kind in REALS:
         return at + 0.5
     return {"const char*": f"text {at}", "const wchar_t*": f"wide {at}", "const RECT*": (at, -2, 3, 4),
             "const SIZE*": (at, -2), "const POINT*": (at, -2, 3, 4), "const void*": bytes((1, 2, 3, 4))}.get(kind)
@@ -33,7 +35,7 @@ def traced(kind, value):
         return value.hex()
     if isinstance(value, tuple):
         return ",".join(map(str, value))
-    return f"'{value}'" if isinstance(value, str) else f"{value:g}" if kind == "float" else str(value)
+    return f"'{value}'" if isinstance(value, str) else f"{value:g}" if kind in REALS else str(value)
 
 
 class TestCall:
@@ -62,6 +64,8 @@ class TestCall:
                 outs.append(str(interface.sizes[records[chosen]]))
             elif kind in OUT_NUMBERS:
                 outs.append(f"{OUT_NUMBERS[kind]}")
+            elif kind == "char*":
+                outs.append(OUT_TEXT)
             elif record and kind == "void*":
                 outs.append(pattern.hex())
         pairs = [traced(kind, value) for (kind, _), value in zip(function.arguments, self.values)]

@@ -88,7 +88,8 @@ def make(interface):
     return re.sub(r"\n{3,}", "\n\n", "\n".join(out))
 
 
-BYTES = {"int": 4, "uint": 4, "float": 4, "byte": 1, "RECT": 16, "IntPtr": 4, "string": 4, "POINT[]": 4}
+BYTES = {"int": 4, "uint": 4, "float": 4, "double": 8, "byte": 1, "RECT": 16, "IntPtr": 4, "string": 4, "POINT[]": 4,
+         "System.Text.StringBuilder": 4}
 
 
 def read(text):

@@ -1,6 +1,6 @@
 """A C# program that calls every function, and with any argument prints the layout of all records."""
 from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, test_calls
-from bindings.header import SYSTEM_RECORDS
+from bindings.header import CSHARP, SYSTEM_RECORDS, TYPES
 
 PROGRAM = """using System;
 using System.Linq;
@@ -84,8 +84,12 @@ def make(interface):
                 before.append(f"QELEngine.{kind[:-1]} {name};")
                 passed.append("out " + name)
                 shown.append(' + "," + '.join(f"{name}.{field}" for field in SYSTEM_RECORDS[kind[:-1]]))
+            elif kind == "char*":
+                before.append(f"var {name} = new System.Text.StringBuilder(64);")
+                passed.append(name)
+                shown.append(name)
             elif kind in OUT_NUMBERS:
-                before.append(f"{ {'int*': 'int', 'DWORD*': 'uint', 'float*': 'float'}[kind] } {name};")
+                before.append(f"{TYPES[kind][CSHARP].removeprefix('out ')} {name};")
                 passed.append("out " + name)
                 shown.append(name)
             else:

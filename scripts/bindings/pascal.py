@@ -76,9 +76,9 @@ def make(interface):
     return re.sub(r"\n{3,}", "\n\n", "\n".join(out))
 
 
-BYTES = {"LongInt": 4, "LongWord": 4, "Single": 4, "AnsiChar": 1, "TRect": 16,
+BYTES = {"LongInt": 4, "LongWord": 4, "Single": 4, "Double": 8, "AnsiChar": 1, "TRect": 16,
          **dict.fromkeys(("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH", "Pointer", "PAnsiChar",
-                          "PWideChar", "PLongInt", "PLongWord", "PSingle", "PRect", "PSize", "PPoint"), 4)}
+                          "PWideChar", "PLongInt", "PLongWord", "PSingle", "PDouble", "PRect", "PSize", "PPoint"), 4)}
 
 
 def read(text):

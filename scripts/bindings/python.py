@@ -18,7 +18,7 @@ Handles are opaque (numbers, None for none), texts are bytes in the system's ANS
 (text.encode("mbcs")), all calls come from one thread, and a result of 0 means failure. Where the
 header takes a pointer, pass ctypes.byref(variable) or None."""
 import ctypes
-from ctypes import POINTER, c_char, c_char_p, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
+from ctypes import POINTER, c_char, c_char_p, c_double, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
 
 HQELENGINE = c_void_p  # an engine, or in show-only mode a share of one
 HQELELEM = c_void_p  # an element of the open drawing
@@ -84,7 +84,7 @@ def load(path):
 
 def read(module):
     def size(kind):  # on 32 bits, whatever this Python is
-        is_number = issubclass(kind, ctypes._SimpleCData) and kind._type_ in "iIlLf"  # noqa: SLF001
+        is_number = issubclass(kind, ctypes._SimpleCData) and kind._type_ in "iIlLfd"  # noqa: SLF001
         return ctypes.sizeof(kind) if is_number else 4
 
     declared = {32: {}, 64: {}}

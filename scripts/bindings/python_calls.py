@@ -26,14 +26,18 @@ def call_all(interface, library):
                 variable = getattr(module, kind[:-1])()
                 shown.append((variable, lambda v: ",".join(str(getattr(v, field)) for field, _ in v._fields_)))
             elif kind in OUT_NUMBERS:
-                variable = {"int*": ctypes.c_int32, "DWORD*": ctypes.c_uint32, "float*": ctypes.c_float}[kind]()
+                variable = {"int*": ctypes.c_int32, "DWORD*": ctypes.c_uint32, "float*": ctypes.c_float,
+                            "double*": ctypes.c_double}[kind]()
                 shown.append((variable, lambda v: str(v.value)))
+            elif kind == "char*":
+                variable = ctypes.create_string_buffer(64)
+                shown.append((variable, lambda v: v.value.decode()))
             elif kind == "const POINT*":
                 variable = (module.POINT * 2)(value[:2], value[2:])
             elif isinstance(value, tuple):
                 variable = getattr(module, kind.split()[1][:-1])(*value)
             passed.append(value.encode() if kind == "const char*" else value if variable is None else
-                          variable if kind == "const POINT*" else ctypes.byref(variable))
+                          variable if kind in ("const POINT*", "char*") else ctypes.byref(variable))
         result = getattr(dll, call.function.name)(*passed)
         result = result.decode() if isinstance(result, bytes) else result
         texts = [form(variable) for variable, form in shown]

@@ -1,6 +1,6 @@
 """A stand-in of the DLL that records every call, for runtimes that are here on Linux only."""
 from bindings import csharp_calls, pascal
-from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, layout_lines, test_calls, test_result
+from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, OUT_TEXT, layout_lines, test_calls, test_result
 
 HEAD = """/* A stand-in of QELEngine.dll for Linux, made by scripts/bindings from the header that it
  * includes. It writes every call with its arguments into the file $QEL_TRACE and answers with numbers
@@ -23,6 +23,7 @@ static void Handle(const void* h) { fprintf(g_pTrace, " %#llx", (unsigned long l
 static void Int(int n) { fprintf(g_pTrace, " %d", n); }
 static void Dword(DWORD n) { fprintf(g_pTrace, " %u", n); }
 static void Float(float f) { fprintf(g_pTrace, " %g", f); }
+static void Double(double f) { fprintf(g_pTrace, " %g", f); }
 static void Text(const char* psz) { fprintf(g_pTrace, " '%s'", psz); }
 static void Wide(const void* p) /* 16-bit units; Python on Linux hands over 32-bit ones */
 {
@@ -124,7 +125,8 @@ int FillRect(void* dc, void* prc, void* hBrush)
 def make(interface):
     out = [HEAD.replace("SIZES", ", ".join(str(interface.sizes[name]) for name in interface.records))]
     tracers = {**dict.fromkeys(HANDLES, "Handle({0});"), "int": "Int({0});", "BOOL": "Int({0});",
-               "DWORD": "Dword({0});", "COLORREF": "Dword({0});", "float": "Float({0});", "const char*": "Text({0});",
+               "DWORD": "Dword({0});", "COLORREF": "Dword({0});", "float": "Float({0});", "double": "Double({0});",
+               "const char*": "Text({0});",
                "const wchar_t*": "Wide({0});", "const RECT*": "Longs({0}, 4);", "const SIZE*": "Longs({0}, 2);",
                "const POINT*": "Longs({0}, 4);", "const void*": "Bytes({0}, nSize);"}
     for index, function in enumerate(interface.functions):
@@ -136,6 +138,8 @@ def make(interface):
             if kind in OUT_LONGS:
                 values = ", ".join(map(str, OUT_LONGS[kind]))
                 body.append(f"{{ const {kind[:-1]} value = {{{values}}}; *{name} = value; }}")
+            elif kind == "char*":
+                body.append(f'strcpy({name}, "{OUT_TEXT}");')
             elif kind == "void*":
                 body.append(f"*pnSize = Fill(hElem, {name});")
             elif kind in OUT_NUMBERS and name != "pnSize":

@@ -29,7 +29,11 @@ constexpr const char* g_plain[] = {
     "QELRotate",         "QELSetBlinkState",   "QELGetStatus",        "QELSetStatus",
     "QELGetParam",       "QELSetParam",        "QELParamsSupported",  "QELGetScaleParam",
     "QELSetScaleParam",  "QELGetScaleParamf",  "QELSetScaleParamf",   "QELGetScaleStatus",
-    "QELSetScaleStatus", "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion"};
+    "QELSetScaleStatus", "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion",
+    "QELSetValue",       "QELGetValue",        "QELSetPin",           "QELGetPin",
+    "QELSetSelector",    "QELGetSelector",     "QELSetText",          "QELSetVisible",
+    "QELSetColor",       "QELResetLive",       "QELSetQuality",       "QELSetEasing",
+    "QELAdvance",        "QELGetLiveId"};
 
 struct DecoratedRow {
     const char* pszOn32;

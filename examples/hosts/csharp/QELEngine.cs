@@ -492,6 +492,64 @@ public static class QELEngine
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELSetScaleStatusf(IntPtr hEngine, uint nId, float fValue);
 
+    // ---- live values by identifier ----
+
+    [DllImport(Dll, EntryPoint = "QELSetValue", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetValue(IntPtr hEngine, string pszId, double fValue);
+
+    [DllImport(Dll, EntryPoint = "QELGetValue", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetValue(IntPtr hEngine, string pszId, out double pfValue);
+
+    [DllImport(Dll, EntryPoint = "QELSetPin", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetPin(IntPtr hEngine, string pszId, int nPin, double fValue);
+
+    [DllImport(Dll, EntryPoint = "QELGetPin", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetPin(IntPtr hEngine, string pszId, int nPin, out double pfValue);
+
+    [DllImport(Dll, EntryPoint = "QELSetSelector", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetSelector(IntPtr hEngine, string pszId, uint nSelector, double fValue);
+
+    [DllImport(Dll, EntryPoint = "QELGetSelector", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetSelector(IntPtr hEngine, string pszId, uint nSelector, out double pfValue);
+
+    [DllImport(Dll, EntryPoint = "QELSetText", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetText(IntPtr hEngine, string pszId, string pszText);
+
+    [DllImport(Dll, EntryPoint = "QELSetVisible", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetVisible(IntPtr hEngine, string pszId, int bVisible);
+
+    [DllImport(Dll, EntryPoint = "QELSetColor", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetColor(IntPtr hEngine, string pszId, int nPlace, uint clr);
+
+    [DllImport(Dll, EntryPoint = "QELResetLive", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELResetLive(IntPtr hEngine, string pszId);
+
+    [DllImport(Dll, EntryPoint = "QELSetQuality", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetQuality(IntPtr hEngine, string pszId, int nQuality);
+
+    [DllImport(Dll, EntryPoint = "QELSetEasing", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetEasing(IntPtr hEngine, string pszId, uint nTime);
+
+    [DllImport(Dll, EntryPoint = "QELAdvance", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELAdvance(IntPtr hEngine, uint nTime);
+
+    [DllImport(Dll, EntryPoint = "QELGetLiveId", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetLiveId(IntPtr hEngine, uint nIndex, [Out] System.Text.StringBuilder pszBuffer, int nSize, out int pnType);
+
     // ---- gradients and curves (no engine needed) ----
 
     [DllImport(Dll, EntryPoint = "_QELCreateGradientDescriptor@16", CallingConvention = CallingConvention.StdCall,

@@ -339,6 +339,37 @@ function QELGetScaleStatusf(hEngine: HQELENGINE; nId: LongWord; pfValue: PSingle
 function QELSetScaleStatusf(hEngine: HQELENGINE; nId: LongWord; fValue: Single): LongInt; stdcall;
   external QELENGINE_DLL name 'QELSetScaleStatusf';
 
+{ ---- live values by identifier ---- }
+
+function QELSetValue(hEngine: HQELENGINE; pszId: PAnsiChar; fValue: Double): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetValue';
+function QELGetValue(hEngine: HQELENGINE; pszId: PAnsiChar; pfValue: PDouble): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetValue';
+function QELSetPin(hEngine: HQELENGINE; pszId: PAnsiChar; nPin: LongInt; fValue: Double): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetPin';
+function QELGetPin(hEngine: HQELENGINE; pszId: PAnsiChar; nPin: LongInt; pfValue: PDouble): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetPin';
+function QELSetSelector(hEngine: HQELENGINE; pszId: PAnsiChar; nSelector: LongWord; fValue: Double): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetSelector';
+function QELGetSelector(hEngine: HQELENGINE; pszId: PAnsiChar; nSelector: LongWord; pfValue: PDouble): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetSelector';
+function QELSetText(hEngine: HQELENGINE; pszId: PAnsiChar; pszText: PAnsiChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetText';
+function QELSetVisible(hEngine: HQELENGINE; pszId: PAnsiChar; bVisible: LongInt): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetVisible';
+function QELSetColor(hEngine: HQELENGINE; pszId: PAnsiChar; nPlace: LongInt; clr: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetColor';
+function QELResetLive(hEngine: HQELENGINE; pszId: PAnsiChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELResetLive';
+function QELSetQuality(hEngine: HQELENGINE; pszId: PAnsiChar; nQuality: LongInt): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetQuality';
+function QELSetEasing(hEngine: HQELENGINE; pszId: PAnsiChar; nTime: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetEasing';
+function QELAdvance(hEngine: HQELENGINE; nTime: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELAdvance';
+function QELGetLiveId(hEngine: HQELENGINE; nIndex: LongWord; pszBuffer: PAnsiChar; nSize: LongInt; pnType: PLongInt): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetLiveId';
+
 { ---- gradients and curves (no engine needed) ---- }
 
 function QELCreateGradientDescriptor(prc: PRect; nKind: LongInt; clr1: LongWord; clr2: LongWord): HQELGRADIENT; stdcall;

@@ -10,7 +10,7 @@ Handles are opaque (numbers, None for none), texts are bytes in the system's ANS
 (text.encode("mbcs")), all calls come from one thread, and a result of 0 means failure. Where the
 header takes a pointer, pass ctypes.byref(variable) or None."""
 import ctypes
-from ctypes import POINTER, c_char, c_char_p, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
+from ctypes import POINTER, c_char, c_char_p, c_double, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
 
 HQELENGINE = c_void_p  # an engine, or in show-only mode a share of one
 HQELELEM = c_void_p  # an element of the open drawing
@@ -301,6 +301,20 @@ FUNCTIONS = {
     "QELSetScaleStatus": (c_int32, (HQELENGINE, c_uint32, c_uint32)),
     "QELGetScaleStatusf": (c_int32, (HQELENGINE, c_uint32, POINTER(c_float))),
     "QELSetScaleStatusf": (c_int32, (HQELENGINE, c_uint32, c_float)),
+    "QELSetValue": (c_int32, (HQELENGINE, c_char_p, c_double)),
+    "QELGetValue": (c_int32, (HQELENGINE, c_char_p, POINTER(c_double))),
+    "QELSetPin": (c_int32, (HQELENGINE, c_char_p, c_int32, c_double)),
+    "QELGetPin": (c_int32, (HQELENGINE, c_char_p, c_int32, POINTER(c_double))),
+    "QELSetSelector": (c_int32, (HQELENGINE, c_char_p, c_uint32, c_double)),
+    "QELGetSelector": (c_int32, (HQELENGINE, c_char_p, c_uint32, POINTER(c_double))),
+    "QELSetText": (c_int32, (HQELENGINE, c_char_p, c_char_p)),
+    "QELSetVisible": (c_int32, (HQELENGINE, c_char_p, c_int32)),
+    "QELSetColor": (c_int32, (HQELENGINE, c_char_p, c_int32, c_uint32)),
+    "QELResetLive": (c_int32, (HQELENGINE, c_char_p)),
+    "QELSetQuality": (c_int32, (HQELENGINE, c_char_p, c_int32)),
+    "QELSetEasing": (c_int32, (HQELENGINE, c_char_p, c_uint32)),
+    "QELAdvance": (c_int32, (HQELENGINE, c_uint32)),
+    "QELGetLiveId": (c_int32, (HQELENGINE, c_uint32, c_char_p, c_int32, POINTER(c_int32))),
     "QELCreateGradientDescriptor": (HQELGRADIENT, (POINTER(RECT), c_int32, c_uint32, c_uint32)),
     "QELCloseGradientDescriptor": (c_int32, (HQELGRADIENT,)),
     "QELGetGradientBrush": (HANDLE, (HQELGRADIENT,)),

@@ -1,0 +1,21 @@
+// From the handles of a call to the objects behind them, for the files of exported functions. What
+// a handle does not give is null.
+#pragma once
+
+#include "engine/QELEngine.h"
+#include "engine/ShowOnly.h"
+#include "include/QELEngine.h"
+
+CShowOnlyRecord* RecordOf(HQELENGINE hEngine);
+
+// The engine of a handle that may edit: null in show-only mode.
+CQELEngine* EditableEngine(HQELENGINE hEngine);
+
+// The engine of a handle, in show-only mode the shared one: null for a record without a drawing.
+CQELEngine* EngineOf(HQELENGINE hEngine);
+
+// The element of a handle, null unless it lives in that engine's drawing.
+CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem);
+// A handle that may be left out: null is fine, one that is not live is not.
+bool OptionalElement(CQELEngine* pEngine, HQELELEM hElem, CQELDocElm** ppOut);
+HQELELEM HandleOf(CQELDocElm* pElm);

@@ -1,0 +1,39 @@
+// One element as the host reaches it by its identifier: what it takes of values, texts, colours and
+// the like, kept in the drawing's live layer above what the element has. A set answers 1 when the
+// element took it, a get when it has such a thing.
+#pragma once
+
+#include "render/LiveLayer.h"
+
+#include <cstdint>
+
+class CHostDriven;
+
+class CLiveElement {
+public:
+    CLiveElement(CLiveLayer& layer, CQELViewElm& elm) noexcept;
+
+    // What is no number, or infinite, is kept, shows nothing of itself and counts as bad.
+    int SetValue(double fValue);
+    int GetValue(double* pfValue) const;
+    int SetPin(int nPin, double fValue); // 1 to LIVE_PINS
+    int GetPin(int nPin, double* pfValue) const;
+    int SetSelector(uint32_t nSelector, double fValue);
+    int GetSelector(uint32_t nSelector, double* pfValue) const;
+    int SetText(const char* pszText);
+    int SetVisible(bool bVisible);
+    int SetColor(int nPlace, uint32_t clr); // of what holds others: of every shape inside
+    int SetQuality(int nQuality);
+    int SetEasing(uint32_t nTime);
+    int Reset();
+
+private:
+    [[nodiscard]] LiveState* State() const;     // null while there is none
+    [[nodiscard]] LiveState* MakeState() const; // null without memory
+    int MakePins(LiveState* pState) const;
+    void BeginMove(LiveState* pState, double fValue) const;
+
+    CLiveLayer& m_layer;
+    CQELViewElm& m_elm;
+    CHostDriven* m_pHost;
+};
