@@ -33,7 +33,9 @@ constexpr const char* g_plain[] = {
     "QELSetValue",       "QELGetValue",        "QELSetPin",           "QELGetPin",
     "QELSetSelector",    "QELGetSelector",     "QELSetText",          "QELSetVisible",
     "QELSetColor",       "QELResetLive",       "QELSetQuality",       "QELSetEasing",
-    "QELAdvance",        "QELGetLiveId"};
+    "QELAdvance",        "QELGetLiveId",       "QELGetElemDrawRect",  "QELGetIdDrawRect",
+    "QELElemFromPoint",  "QELIdFromPoint",     "QELFindElem",         "QELElemToDevice",
+    "QELDeviceToElem"};
 
 struct DecoratedRow {
     const char* pszOn32;
