@@ -1,7 +1,11 @@
-// The table of live handles: buckets of entries that are chained through the objects themselves, so
-// that making a handle needs no memory of its own.
+// The tables of live handles: buckets of entries that are chained through the objects themselves,
+// so that making a handle needs no memory of its own. One lock guards them and the numbers; the
+// handles that every call looks up are found without it, in fixed places that no memory goes with.
 #include "base/Handles.h"
 
+#include "base/Lock.h"
+
+#include <atomic>
 #include <cstddef>
 #include <cstdlib>
 
@@ -95,18 +99,69 @@ private:
     uintptr_t m_nNext = FIRST_VALUE;
 };
 
+// Places that are read without a lock, by the low bits of the number. A handle whose place is taken
+// has none and is found in the table. What is written here is written under the lock.
+class CHandlePlaces {
+public:
+    void Put(uintptr_t nNumber, HandleKind nKind, void* pObject)
+    {
+        Place& place = PlaceOf(nNumber);
+        if (place.nNumber.load(std::memory_order_relaxed)) return;
+        place.nObject.store(reinterpret_cast<uintptr_t>(pObject) | static_cast<uintptr_t>(nKind),
+                            std::memory_order_release);
+        place.nNumber.store(nNumber, std::memory_order_release);
+    }
+
+    void Remove(uintptr_t nNumber)
+    {
+        Place& place = PlaceOf(nNumber);
+        if (place.nNumber.load(std::memory_order_relaxed) == nNumber)
+            place.nNumber.store(0, std::memory_order_release);
+    }
+
+    // Whether the handle has a place; then *ppObject is its object, null for one of another kind.
+    // The object is that of the number when the number still stands there after the object was
+    // read.
+    bool Find(HandleKind nKind, uintptr_t nNumber, void** ppObject)
+    {
+        Place& place = PlaceOf(nNumber);
+        if (place.nNumber.load(std::memory_order_acquire) != nNumber) return false;
+        const uintptr_t nObject = place.nObject.load(std::memory_order_acquire);
+        if (place.nNumber.load(std::memory_order_acquire) != nNumber) return false;
+        const bool bIsOfKind = (nObject & KIND_BITS) == static_cast<uintptr_t>(nKind);
+        *ppObject = bIsOfKind ? ToHandle<void*>(nObject & ~KIND_BITS) : nullptr;
+        return true;
+    }
+
+private:
+    static constexpr std::size_t PLACES = 256;
+    static constexpr uintptr_t KIND_BITS = 3; // objects are aligned to four bytes at least
+
+    struct Place {
+        std::atomic<uintptr_t> nNumber; // 0: nobody's
+        std::atomic<uintptr_t> nObject; // with its kind
+    };
+    Place& PlaceOf(uintptr_t nNumber) { return m_places[nNumber % PLACES]; }
+
+    Place m_places[PLACES] = {};
+};
+
 namespace {
 
 // Ready before any constructor of the host runs.
+constinit CLock g_lock;
 constinit CHandleTable g_handles;
 constinit CHandleTable g_elements;
 constinit CHandleNumbers g_numbers;
+constinit CHandlePlaces g_places;
 
 } // namespace
 
 CHandleEntry::~CHandleEntry()
 {
     if (!nNumber) return;
+    const CLockScope lock(g_lock);
+    g_places.Remove(nNumber);
     g_handles.Remove(this);
     if (m_bPrivate) g_numbers.KeepSpare(nNumber);
 }
@@ -114,6 +169,7 @@ CHandleEntry::~CHandleEntry()
 uintptr_t CHandleEntry::Value()
 {
     m_bPrivate = false;
+    const CLockScope lock(g_lock);
     if (!nNumber) Link(g_numbers.New());
     return nNumber;
 }
@@ -121,37 +177,52 @@ uintptr_t CHandleEntry::Value()
 uintptr_t CHandleEntry::PrivateValue()
 {
     if (nNumber) return nNumber;
+    const CLockScope lock(g_lock);
     Link(g_numbers.Spare());
     m_bPrivate = nNumber != 0;
     return nNumber;
 }
 
+// Under the lock.
 void CHandleEntry::Link(uintptr_t nValue)
 {
     nNumber = nValue;
-    if (nValue) g_handles.Insert(this);
+    if (!nValue) return;
+    g_handles.Insert(this);
+    g_places.Put(nValue, m_nKind, m_pObject);
 }
 
 void* CHandleEntry::Find(HandleKind nKind, uintptr_t nValue)
 {
-    const auto* pEntry = nValue ? static_cast<CHandleEntry*>(g_handles.Find(nValue)) : nullptr;
+    void* pObject = nullptr;
+    if (!nValue || g_places.Find(nKind, nValue, &pObject)) return pObject;
+    const CSharedLockScope lock(g_lock);
+    const auto* pEntry = static_cast<CHandleEntry*>(g_handles.Find(nValue));
     return pEntry && pEntry->m_nKind == nKind ? pEntry->m_pObject : nullptr;
 }
 
 CElementHandle::~CElementHandle()
 {
-    if (nNumber) g_elements.Remove(this);
+    if (!nNumber) return;
+    const CLockScope lock(g_lock);
+    g_elements.Remove(this);
 }
 
 uintptr_t CElementHandle::HandleValue()
 {
     if (nNumber) return nNumber;
+    const CLockScope lock(g_lock);
     nNumber = g_numbers.New();
     if (nNumber) g_elements.Insert(this);
     return nNumber;
 }
 
-CElementHandle* CElementHandle::FindHandle(uintptr_t nValue)
+// The owner is asked under the lock: of an element of another engine its thread may be about to
+// delete it.
+CElementHandle* CElementHandle::FindHandle(uintptr_t nValue, Owns pfnOwns, const void* pOwner)
 {
-    return nValue ? static_cast<CElementHandle*>(g_elements.Find(nValue)) : nullptr;
+    if (!nValue) return nullptr;
+    const CSharedLockScope lock(g_lock);
+    auto* pHandle = static_cast<CElementHandle*>(g_elements.Find(nValue));
+    return pHandle && pfnOwns && !pfnOwns(pHandle, pOwner) ? nullptr : pHandle;
 }

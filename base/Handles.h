@@ -1,6 +1,7 @@
 // Handles: the opaque numbers by which a host names what the engine made. A number is looked up and
 // never followed as a pointer, so a stale or made-up one is refused; it is not given out a second
-// time. Lookup costs the same however many handles are live.
+// time. Lookup costs the same however many handles are live. Any thread may make, find and give up
+// handles at any time; an object itself is its holder's, one thread at a time.
 #pragma once
 
 #include <cstdint>
@@ -59,7 +60,11 @@ public:
 
 protected:
     ~CElementHandle();
-    static CElementHandle* FindHandle(uintptr_t nValue); // null when none has that number
+    // Null when none has that number, or the one that has it is not the owner's; without the
+    // question it may be anyone's.
+    using Owns = bool (*)(const CElementHandle* pHandle, const void* pOwner);
+    static CElementHandle* FindHandle(uintptr_t nValue, Owns pfnOwns = nullptr,
+                                      const void* pOwner = nullptr);
 };
 
 // The host's handle types are pointers to nothing; these cross between them and numbers.

@@ -22,7 +22,7 @@ public:
         pChild->m_pNext = nullptr;
         (m_pLastChild ? m_pLastChild->m_pNext : m_pFirstChild) = pChild;
         m_pLastChild = pChild;
-        T::LinksChanged();
+        Self()->LinksChanged();
     }
 
     void PrependChild(T* pChild)
@@ -41,7 +41,7 @@ public:
         if (m_pNext) m_pNext->m_pPrev = Self();
         pSibling->m_pNext = Self();
         if (m_pParent && m_pParent->m_pLastChild == pSibling) m_pParent->m_pLastChild = Self();
-        T::LinksChanged();
+        Self()->LinksChanged();
     }
 
     void InsertBefore(T* pSibling) // likewise before one
@@ -52,17 +52,17 @@ public:
         if (m_pPrev) m_pPrev->m_pNext = Self();
         pSibling->m_pPrev = Self();
         if (m_pParent && m_pParent->m_pFirstChild == pSibling) m_pParent->m_pFirstChild = Self();
-        T::LinksChanged();
+        Self()->LinksChanged();
     }
 
     void Unlink()
     {
+        Self()->LinksChanged(); // while it still knows what it is in
         if (m_pPrev) m_pPrev->m_pNext = m_pNext;
         if (m_pNext) m_pNext->m_pPrev = m_pPrev;
         if (m_pParent && m_pParent->m_pFirstChild == Self()) m_pParent->m_pFirstChild = m_pNext;
         if (m_pParent && m_pParent->m_pLastChild == Self()) m_pParent->m_pLastChild = m_pPrev;
         m_pParent = m_pNext = m_pPrev = nullptr;
-        T::LinksChanged();
     }
 
     void DeleteChildren()
@@ -84,7 +84,7 @@ public:
     }
 
 protected:
-    static void LinksChanged() {} // for a T that wants to know
+    void LinksChanged() {} // for a T that wants to know
 
     CTreeLinks() = default;
     ~CTreeLinks() = default;

@@ -221,7 +221,7 @@ void MeasureDrawing(SceneKind nKind, int nCount, const char* pszWhat, double fBa
     const CEngine engine;
     engine.OpenShown(SceneText(shapes));
     if (nCount <= 10000) ExpectSameCalls(shapes);
-    const CCanvas canvas(SCENE_SIZE);
+    const qel::CCanvas canvas(SCENE_SIZE);
     const auto mine = [&] { return TimeOf([&] { engine.Draw(canvas.Dc(), QEL_DRAW_FULL); }); };
     const auto floor = [&] { return TimeOf([&] { DrawFloor(canvas.Dc(), shapes); }); };
     g_table.Bar(pszWhat, Compare(TurnsFor(nCount * 10), mine, floor), nCount, fBar);
@@ -258,8 +258,8 @@ void MeasureClipping()
     constexpr int COUNT = 10000;
     const CEngine engine;
     engine.OpenShown(SceneText(MakeScene(SceneKind::Mixed, COUNT)));
-    const CCanvas full(SCENE_SIZE);
-    const CCanvas clipped(SCENE_SIZE);
+    const qel::CCanvas full(SCENE_SIZE);
+    const qel::CCanvas clipped(SCENE_SIZE);
     constexpr RECT CLIP{430, 320, 530, 395}; // a hundredth of the area
     const HRGN hRegion = ::CreateRectRgnIndirect(&CLIP);
     ::SelectClipRgn(clipped.Dc(), hRegion);
@@ -275,7 +275,7 @@ void MeasureClipping()
                         static_cast<std::size_t>(CLIP.right - CLIP.left) * 4) != 0)
             Die("a clip changes pixels inside of it");
     }
-    const auto draw = [&](const CCanvas& canvas) {
+    const auto draw = [&](const qel::CCanvas& canvas) {
         return TimeOf([&] { engine.Draw(canvas.Dc(), QEL_DRAW_FULL); });
     };
     g_table.Bar("draw clipped to 1 % of the area / full draw (ns an element)",
@@ -291,8 +291,8 @@ void MeasureGradient()
     constexpr COLORREF FIRST = 0x102030;
     constexpr COLORREF SECOND = 0xF0E0D0;
     constexpr int KIND_AVERAGE = 2; // across and down, averaged
-    const CCanvas mine({SIDE, SIDE});
-    const CCanvas other({SIDE, SIDE});
+    const qel::CCanvas mine({SIDE, SIDE});
+    const qel::CCanvas other({SIDE, SIDE});
     const auto engine = [&] {
         return TimeOf([&] {
             const HQELGRADIENT h = QELCreateGradientDescriptor(&RC, KIND_AVERAGE, FIRST, SECOND);
@@ -380,8 +380,8 @@ std::string RecordedRedraw(const CEngine& engine, int nFirst, int nMeters, DWORD
 
 // On both canvases stands the same picture. After a redraw and the replay of that redraw it does
 // again.
-void ExpectSameRedraw(const CEngine& engine, const CReplay& replay, const CCanvas& mine,
-                      const CCanvas& other)
+void ExpectSameRedraw(const CEngine& engine, const CReplay& replay, const qel::CCanvas& mine,
+                      const qel::CCanvas& other)
 {
     if (!replay.IsWhole()) Die("the dials make calls that cannot be replayed");
     engine.Draw(mine.Dc(), 0);
@@ -398,7 +398,7 @@ void MeasurePartial()
 {
     constexpr int FIRST = 1000;
     constexpr int METERS = 1000;
-    const CCanvas canvas(SCENE_SIZE);
+    const qel::CCanvas canvas(SCENE_SIZE);
     const CEngine bare;
     const CEngine full;
     bare.OpenShown(PanelText(METERS, FIRST, {}));
@@ -410,7 +410,7 @@ void MeasurePartial()
     };
     redraw(bare);
     redraw(full);
-    const CCanvas other(SCENE_SIZE);
+    const qel::CCanvas other(SCENE_SIZE);
     const CReplay replay(RecordedRedraw(bare, FIRST, METERS, ++clr));
     bare.Draw(canvas.Dc(), QEL_DRAW_FULL);
     bare.Draw(other.Dc(), QEL_DRAW_FULL);
@@ -428,7 +428,7 @@ void MeasurePartial()
 
 void MeasureAllocations()
 {
-    const CCanvas canvas(SCENE_SIZE);
+    const qel::CCanvas canvas(SCENE_SIZE);
     const CEngine engine;
     engine.OpenShown(PanelText(100, 1000, MakeScene(SceneKind::Mixed, 1100)));
     engine.Draw(canvas.Dc(), QEL_DRAW_FULL);

@@ -10,7 +10,7 @@ int wmain(int nArgs, wchar_t** ppszArgs)
     if (nArgs != 3) return 2;
     const std::vector<Shape> shapes =
         MakeScene(SceneKind::Mixed, std::wcstol(ppszArgs[1], nullptr, 10));
-    WritePicture(ppszArgs[2], SCENE_SIZE, [&](HDC hdc) {
+    qel::WritePicture(ppszArgs[2], SCENE_SIZE, [&](HDC hdc) {
         constexpr RECT ALL{0, 0, SCENE_SIZE.cx, SCENE_SIZE.cy};
         const HBRUSH hBrush = ::CreateSolidBrush(0xC0C0C0);
         ::FillRect(hdc, &ALL, hBrush);

@@ -16,6 +16,7 @@ set(QEL_EXPORTS
   QELSetValue:16 QELGetValue:12 QELSetPin:20 QELGetPin:16 QELSetSelector:20 QELGetSelector:16
   QELSetText:12 QELSetVisible:12 QELSetColor:16 QELResetLive:8 QELSetQuality:12 QELSetEasing:12
   QELAdvance:8 QELGetLiveId:20
+  QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4
   QELGetElemDrawRect:12 QELGetIdDrawRect:12 QELElemFromPoint:8 QELIdFromPoint:16 QELFindElem:8
   QELElemToDevice:12 QELDeviceToElem:12)
 set(QEL_DECORATED_EXPORTS

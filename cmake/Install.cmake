@@ -28,7 +28,11 @@ endif()
 # the name that is left inside.
 set(shipped ${CMAKE_BINARY_DIR}/package)
 set(shipped_files "")
-foreach(target QELEngine qel)
+set(shipped_targets QELEngine)
+if(TARGET qel)
+  list(APPEND shipped_targets qel)
+endif()
+foreach(target IN LISTS shipped_targets)
   set(file ${shipped}/$<TARGET_FILE_NAME:${target}>)
   add_custom_command(OUTPUT ${shipped}/${target}.stamp
     COMMAND ${CMAKE_COMMAND} -E make_directory ${shipped}

@@ -3,14 +3,23 @@
 # it gets to see links to the three.
 set(QEL_TOOL_HEADERS /usr/include CACHE PATH "the folder with CLI/CLI.hpp, nlohmann/json.hpp and fmt/format.h")
 
+set(QEL_TOOL_LIBRARIES CLI/CLI.hpp nlohmann/json.hpp fmt/format.h)
+
+# Those that are not there. Only qel needs them: without them it is left out, and the rest is built.
+function(qel_missing_tool_libraries out)
+  set(missing "")
+  foreach(header IN LISTS QEL_TOOL_LIBRARIES)
+    if(NOT EXISTS ${QEL_TOOL_HEADERS}/${header})
+      list(APPEND missing ${QEL_TOOL_HEADERS}/${header})
+    endif()
+  endforeach()
+  set(${out} ${missing} PARENT_SCOPE)
+endfunction()
+
 function(qel_tool_libraries target)
   set(links ${CMAKE_BINARY_DIR}/headers)
   file(MAKE_DIRECTORY ${links})
-  foreach(header IN ITEMS CLI/CLI.hpp nlohmann/json.hpp fmt/format.h)
-    if(NOT EXISTS ${QEL_TOOL_HEADERS}/${header})
-      message(FATAL_ERROR "${QEL_TOOL_HEADERS}/${header} is missing: the packages libcli11-dev, "
-        "nlohmann-json3-dev and libfmt-dev have what qel is built with")
-    endif()
+  foreach(header IN LISTS QEL_TOOL_LIBRARIES)
     get_filename_component(folder ${header} DIRECTORY)
     file(CREATE_LINK ${QEL_TOOL_HEADERS}/${folder} ${links}/${folder} SYMBOLIC COPY_ON_ERROR)
   endforeach()

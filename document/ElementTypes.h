@@ -6,6 +6,7 @@
 #include "base/Keywords.h"
 #include "document/Attributes.h"
 #include "document/KeyIndex.h"
+#include "document/ShapeForms.h"
 #include "include/QELEngine.h"
 
 #include <array>
@@ -80,11 +81,13 @@ private:
     std::array<std::string_view, QEL_TYPE_NONE> m_names{}; // with their lengths
 };
 
-// Whether a table is in the order of its numbers, with each tag there once.
+// Whether a table is in the order of its numbers, with each tag there once, and its shapes are
+// those that have a form of coordinates.
 consteval bool IsSoundTypeTable(const ElementType (&rows)[CElementTypes::ROWS])
 {
     for (int32_t n = 0; n < QEL_TYPE_NONE; ++n)
-        if (rows[n].nId != n || HasFunction(rows[n].pfnMakeDoc) != HasFunction(rows[n].pfnMakeView))
+        if (rows[n].nId != n || rows[n].Is(TRAIT_SHAPE) != IsShapeType(n) ||
+            HasFunction(rows[n].pfnMakeDoc) != HasFunction(rows[n].pfnMakeView))
             return false;
     return IsSoundTable(rows);
 }

@@ -90,6 +90,11 @@ public:
     {
         return static_cast<CQELDocElm*>(FindHandle(nValue));
     }
+    // The same among the elements of one document.
+    static CQELDocElm* OfHandle(uintptr_t nValue, const DocContext* pContext)
+    {
+        return static_cast<CQELDocElm*>(FindHandle(nValue, IsOf, pContext));
+    }
     // Whether there was no memory for what a new element of its class has.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
 
@@ -99,6 +104,10 @@ protected:
     [[nodiscard]] CXmlWriter& Writer() const { return *Xml()->pWriter; } // while it is saved
 
 private:
+    static bool IsOf(const CElementHandle* pHandle, const void* pContext)
+    {
+        return static_cast<const CQELDocElm*>(pHandle)->m_pContext == pContext;
+    }
     int TakeCopyId(const char* pszSource);
 
     DocContext* m_pContext;

@@ -2,9 +2,24 @@
 // coordinates go by document/ShapeForms.h, and the elements that only gather children.
 #pragma once
 
-#include "document/QELDocContainer.h"
 #include "document/QELDocPointList.h"
 #include "document/QELDocShape.h"
+#include "include/QELEngine.h"
+
+// What group, frame and pattern share: a record of one word that is read as 0, and no data of their
+// own.
+class CQELDocContainer : public CQELDocElm {
+public:
+    using Record = QELWORDATTR;
+
+    CQELDocContainer(const DocMaking& making, int32_t nType) noexcept : CQELDocElm(making, nType) {}
+
+    int GetAttrSize(int* pnSize) const override;
+    int GetAttr(void* pBlock) const override;
+    int SetAttr(const void* pBlock) override; // takes any record and changes nothing
+
+    static int TakeFields(const CQELDocContainer&) { return 1; }
+};
 
 template <class Base, int32_t TYPE>
 class CQELDocLeaf final : public Base {

@@ -2,7 +2,9 @@
 
 #include "document/ElementTypes.h"
 #include "document/QELDocShape.h"
+#include "include/QELEngine.h"
 #include "xml/XmlFile.h"
+#include "xml/XmlMemory.h"
 #include "xml/XmlWriter.h"
 
 namespace {
@@ -12,6 +14,26 @@ constexpr char g_template[] = "<qel />"; // an empty drawing
 // What every file that is saved says of itself.
 constexpr const char* XML_VERSION = "1.0";
 constexpr const char* XML_ENCODING = "gb2312";
+
+// Why the system does not open a file.
+uint32_t CodeOfOpen(uint32_t nSystem)
+{
+    switch (nSystem) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+        return QEL_ERROR_NO_FILE;
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+        return QEL_ERROR_IN_USE;
+    case ERROR_NOT_ENOUGH_MEMORY:
+        return QEL_ERROR_MEMORY;
+    default:
+        return QEL_ERROR_OPEN;
+    }
+}
 
 } // namespace
 
@@ -36,22 +58,28 @@ int CQELDocument::ParseTemplate() const
     return XmlParseText(m_context.pXml, szText) ? 0 : 1;
 }
 
-// The element tree is made while the file is read: each element before its children, and loaded
-// when all of it is known.
 int CQELDocument::Load(const char* pszPath, CArena* pSpare)
+{
+    XmlSource source;
+    source.pszPath = pszPath;
+    return Load(source, pSpare);
+}
+
+// The element tree is made while the text is read: each element before its children, and loaded
+// when all of it is known.
+int CQELDocument::Load(const XmlSource& source, CArena* pSpare)
 {
     if (!m_context.pXml) m_context.pXml = XmlCreate();
     SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
-    int nResult = 0;
-    if (m_context.pXml) {
-        Reading reading{this};
-        const XmlConsumer consumer{OnOpened, OnClosed, &reading};
-        m_context.pXml->pConsumer = &consumer;
-        nResult = pszPath ? !XmlLoadFile(m_context.pXml, pszPath) : ParseTemplate();
-        nResult = nResult && m_pRoot;
-        const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_context.pXml->nTextSize;
-        if (nResult && pSpare && bMany) pSpare->TakeOver(m_context.pXml->arena);
-    }
+    if (!m_context.pXml) return Fail({QEL_ERROR_MEMORY});
+    Reading reading{this};
+    const XmlConsumer consumer{OnOpened, OnClosed, &reading};
+    m_context.pXml->pConsumer = &consumer;
+    int nResult = source.IsNone() ? ParseTemplate() : !XmlLoad(m_context.pXml, source);
+    nResult = nResult && m_pRoot;
+    const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_context.pXml->nTextSize;
+    if (nResult && pSpare && bMany) pSpare->TakeOver(m_context.pXml->arena);
+    if (!nResult) Fail(WhyNotRead());
     XmlDestroy(m_context.pXml);
     m_context.pXml = nullptr;
     if (!nResult) {
@@ -60,6 +88,25 @@ int CQELDocument::Load(const char* pszPath, CArena* pSpare)
         m_pool.Clear();
     }
     return nResult;
+}
+
+int CQELDocument::Fail(const Failure& failure)
+{
+    m_failure = failure;
+    return 0;
+}
+
+// What the reader met, as hosts are told it.
+Failure CQELDocument::WhyNotRead() const
+{
+    const XmlContext& xml = *m_context.pXml;
+    if (xml.nLastError == XML_ERR_OPEN)
+        return {xml.bOpened ? uint32_t{QEL_ERROR_READ} : CodeOfOpen(xml.nSystemError), 0, 0,
+                xml.nSystemError};
+    if (xml.nLastError == XML_ERR_MEMORY && !xml.bTooDeep) return {QEL_ERROR_MEMORY};
+    if (xml.nLastError == XML_OK) return {xml.nTextSize ? QEL_ERROR_NOT_QEL : QEL_ERROR_XML_EMPTY};
+    const auto nError = static_cast<uint32_t>(xml.nLastError);
+    return {QEL_ERROR_XML + nError, xml.nErrorLine, xml.nErrorColumn};
 }
 
 // An element without a class is skipped with all that is in it.
@@ -108,20 +155,52 @@ bool CQELDocument::OnClosed(void* pUser)
     return !pElm->HasLostId() && !pElm->LacksMemory(); // a drawing without it would be saved so
 }
 
+template <class TChar>
+int CQELDocument::SaveFile(const TChar* pszPath)
+{
+    if (!m_pRoot || !pszPath) return Fail({m_pRoot ? QEL_ERROR_ARGUMENT : QEL_ERROR_NO_DRAWING});
+    CXmlFile file;
+    if (file.Open(pszPath) != XML_OK) return Fail(file.Why());
+    if (!SaveTo(file)) return 0;
+    return file.Commit() ? 1 : Fail(file.Why());
+}
+
 int CQELDocument::Save(const char* pszPath)
 {
-    if (!m_pRoot || !pszPath) return 0;
-    CXmlFile file;
+    return SaveFile(pszPath);
+}
+
+int CQELDocument::SaveWide(const wchar_t* pszPath)
+{
+    return SaveFile(pszPath);
+}
+
+uint64_t CQELDocument::Measure()
+{
+    if (!m_pRoot) return Fail({QEL_ERROR_NO_DRAWING}) != 0;
+    CXmlMemory counter(nullptr, 0);
+    return SaveTo(counter) ? counter.Size() : 0;
+}
+
+int CQELDocument::Save(char* pBuffer, std::size_t nSize)
+{
+    if (!m_pRoot) return Fail({QEL_ERROR_NO_DRAWING});
+    CXmlMemory memory(pBuffer, nSize);
+    return SaveTo(memory);
+}
+
+// All bytes of a file.
+int CQELDocument::SaveTo(CXmlSink& sink)
+{
     XmlContext xml; // where the elements find the writer
-    if (file.Open(pszPath) != XML_OK) return 0;
-    CXmlWriter writer(file);
+    CXmlWriter writer(sink);
     xml.pWriter = &writer;
     m_context.pXml = &xml;
     writer.Declaration(XML_VERSION, XML_ENCODING, nullptr);
     const int nResult = SaveTree();
     m_context.pXml = nullptr;
-    file.Put('\0'); // part of the file: readers stop there
-    return nResult && file.Commit() ? 1 : 0;
+    sink.Put('\0'); // part of the file: readers stop there
+    return nResult ? 1 : Fail({QEL_ERROR_MEMORY});
 }
 
 int CQELDocument::SaveTree()
@@ -169,20 +248,23 @@ int CQELDocument::DeleteElement(CQELDocElm* pElm)
     return 1;
 }
 
+bool CQELDocument::MayMove(const CQELDocElm* pElm, const CQELDocElm* pNewParent,
+                           const CQELDocElm* pAfter) const
+{
+    if (pElm == m_pRoot) return false;
+    if (!pNewParent) return !pAfter;
+    if (pNewParent->IsInside(pElm) || pAfter == pElm) return false;
+    if (pAfter && pAfter->Parent() != pNewParent) return false;
+    return pNewParent->Depth() + 1 + pElm->Height() <= XML_MAX_DEPTH;
+}
+
 int CQELDocument::MoveElement(CQELDocElm* pElm, CQELDocElm* pNewParent, CQELDocElm* pAfter)
 {
-    if (pElm == m_pRoot) return 0;
-    if (!pNewParent) {
-        if (pAfter) return 0;
-        m_detached.Unlink(pElm);
-        m_detached.Keep(pElm);
-        return 1;
-    }
-    if (pNewParent->IsInside(pElm) || pAfter == pElm) return 0;
-    if (pAfter && pAfter->Parent() != pNewParent) return 0;
-    if (pNewParent->Depth() + 1 + pElm->Height() > XML_MAX_DEPTH) return 0;
+    if (!MayMove(pElm, pNewParent, pAfter)) return 0;
     m_detached.Unlink(pElm);
-    if (pAfter)
+    if (!pNewParent)
+        m_detached.Keep(pElm);
+    else if (pAfter)
         pElm->InsertAfter(pAfter);
     else
         pNewParent->PrependChild(pElm);

@@ -36,13 +36,15 @@ static_assert(
         int32_t nType = QEL_TYPE_TEXT;
         for (const ShapeForm& row : g_shapeForms)
             if (row.nType != nType++) return false;
-        return nType == QEL_TYPE_POLYGON + 1;
+        return true;
     }(),
-    "a row for each shape, in the order of their numbers");
+    "a row for each shape, in the order of their numbers, which have no gap");
+
+constexpr int32_t SHAPE_TYPES = sizeof g_shapeForms / sizeof g_shapeForms[0];
 
 constexpr bool IsShapeType(int32_t nType)
 {
-    return nType >= QEL_TYPE_TEXT && nType <= QEL_TYPE_POLYGON;
+    return nType >= QEL_TYPE_TEXT && nType < QEL_TYPE_TEXT + SHAPE_TYPES;
 }
 
 // The coordinates of a shape's type; the first row's for what is none.

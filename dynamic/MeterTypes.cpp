@@ -5,7 +5,7 @@
 #include "meter/BarMeter3D.h"
 #include "meter/CircleMeter.h"
 #include "meter/ClockMeter.h"
-#include "meter/PieUpgradeMeter.h"
+#include "meter/PieMeter.h"
 #include "meter/RoundMeter.h"
 #include "meter/SectorMeter.h"
 

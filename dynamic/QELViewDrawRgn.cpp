@@ -14,11 +14,6 @@ constexpr uint32_t MASK_DRAW_REGION = 0x100; // in the mask of supported paramet
 
 } // namespace
 
-int CQELViewDrawRgn::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 int CQELViewDrawRgn::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 {
     if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;

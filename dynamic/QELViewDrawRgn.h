@@ -4,14 +4,11 @@
 
 #include "dynamic/QELViewParam.h"
 
-class CQELViewDrawRgn final : public CQELViewParam {
+class CQELViewDrawRgn final
+    : public CQELViewLeaf<CQELViewDrawRgn, CQELViewParam, QEL_TYPE_DRAWRGN> {
 public:
-    CQELViewDrawRgn(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewParam(nRefW, nRefH, QEL_TYPE_DRAWRGN, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
     bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;

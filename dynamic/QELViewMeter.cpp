@@ -160,8 +160,9 @@ void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 // them, so that most draws end with the first question.
 bool CQELViewMeter::HasOtherFace()
 {
-    if (m_faceChanges == Changes()) return false;
-    m_faceChanges = Changes();
+    const ChangeStamp changes = Changes();
+    if (!changes.IsNone() && m_faceChanges == changes) return false;
+    m_faceChanges = changes;
     uint64_t nSum = 0;
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this))
         if (!p->FirstChild()) p->AddRegionSource(&nSum);

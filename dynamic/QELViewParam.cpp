@@ -1,7 +1,5 @@
 #include "dynamic/QELViewParam.h"
 
-#include <cstring>
-
 namespace {
 
 CQELViewShape* ShapeFrom(CQELViewElm* pElm, const CQELViewElm* pTop)
@@ -17,18 +15,6 @@ const CQELViewShape* FaceFrom(const CQELViewElm* pElm, const CQELViewElm* pTop)
 }
 
 } // namespace
-
-int GetEmptyBlock(void* pBlock)
-{
-    if (!pBlock) return 0;
-    std::memset(pBlock, 0, sizeof(QELWORDATTR));
-    return 1;
-}
-
-int SetEmptyBlock(const void* pBlock)
-{
-    return pBlock ? 1 : 0;
-}
 
 CQELViewShape* FirstShapeBelow(CQELViewElm* pTop)
 {

@@ -21,11 +21,6 @@ public:
     [[nodiscard]] CHostDriven* HostSide() override { return this; }
 };
 
-// The blocks of the views that have no data to exchange: one word, read as 0, and any block is
-// taken.
-int GetEmptyBlock(void* pBlock);
-int SetEmptyBlock(const void* pBlock);
-
 // The shape at or after an element in a walk of pTop's subtree, parents first; null at its end.
 // Groups and other dynamic elements are walked through.
 CQELViewShape* FirstShapeBelow(CQELViewElm* pTop);

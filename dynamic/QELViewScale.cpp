@@ -55,11 +55,6 @@ void ArcLine(HDC hdc, const RECT& rc, const RoundScale& round, int32_t nFrom, in
 
 } // namespace
 
-int CQELViewScale::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 int CQELViewScale::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 {
     if (!CQELViewElm::Duplicate(pTargetParent, ppOut)) return 0;

@@ -5,14 +5,10 @@
 #include "dynamic/QELViewParam.h"
 #include "dynamic/ScaleGeometry.h"
 
-class CQELViewScale final : public CQELViewParam {
+class CQELViewScale final : public CQELViewLeaf<CQELViewScale, CQELViewParam, QEL_TYPE_SCALE> {
 public:
-    CQELViewScale(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewParam(nRefW, nRefH, QEL_TYPE_SCALE, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
     int Rotate(POINT ptCentre, int32_t nAngle) override; // turns the round type where it stands

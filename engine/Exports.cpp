@@ -1,7 +1,9 @@
 // The exported functions: thin gates. Each resolves its handles, honours show-only mode and
-// forwards to the engine object. The gradient and curve functions stand in brush/.
+// forwards to the engine object, and leaves the reason at the handle when it fails. Files in
+// memory and of wide paths are in FileExports.cpp, the gradient and curve functions in brush/.
+#include "engine/Errors.h"
 #include "engine/Gates.h"
-#include "include/QELEngine.h"
+#include "engine/Reasons.h"
 
 #include <cstring>
 #include <new>
@@ -12,10 +14,64 @@ constexpr int NO_DRAWING_KIND = 3;
 constexpr int NO_KIND = -1;
 constexpr std::size_t MAX_PATH_BYTES = 260;
 
+// What a handle of a call stands for; where it is nothing, the reason is left and the result null.
+CQELEngine* FindEngine(HQELENGINE hEngine)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
+    return pEngine;
+}
+
+CQELEngine* FindEditable(HQELENGINE hEngine)
+{
+    CQELEngine* pEngine = EditableEngine(hEngine);
+    if (!pEngine) Fail(hEngine, WhyNotEditable(hEngine));
+    return pEngine;
+}
+
+CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
+{
+    CQELDocElm* pElm = ElementOf(EditableEngine(hEngine), hElem);
+    if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
+    return pElm;
+}
+
+// The two elements that a new place is made of.
+bool FindPlace(HQELENGINE hEngine, HQELELEM hParent, HQELELEM hAfter, CQELDocElm** ppParent,
+               CQELDocElm** ppAfter)
+{
+    CQELEngine* pEngine = EditableEngine(hEngine);
+    if (OptionalElement(pEngine, hParent, ppParent) && OptionalElement(pEngine, hAfter, ppAfter))
+        return true;
+    Fail(hEngine, QEL_ERROR_ELEMENT);
+    return false;
+}
+
+// A result, with the reason left when it is that of a failure.
+template <class T>
+T OrFail(HQELENGINE hEngine, T result, uint32_t nCode)
+{
+    if (!result) Fail(hEngine, nCode);
+    return result;
+}
+
+// What is not there is an answer, unless that is the drawing.
+int OrFailWithoutDrawing(HQELENGINE hEngine, CQELEngine* pEngine, int nResult)
+{
+    if (!nResult && !pEngine->View().Root()) Fail(hEngine, QEL_ERROR_NO_DRAWING);
+    return nResult;
+}
+
+int NotTaken(HQELENGINE hEngine, CQELEngine* pEngine, DWORD nId, DWORD nSelector)
+{
+    const uint32_t nCode = WhyValueNotTaken(*pEngine, nId, nSelector);
+    return nCode == QEL_ERROR_NONE ? 0 : Fail(hEngine, nCode);
+}
+
 template <CQELDocElm* (*pfnRelated)(const CQELDocElm*)>
 HQELELEM Related(HQELENGINE hEngine, HQELELEM hElem)
 {
-    const CQELDocElm* pElm = ElementOf(EngineOf(hEngine), hElem);
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
     return pElm ? HandleOf(pfnRelated(pElm)) : nullptr;
 }
 
@@ -57,16 +113,17 @@ HQELENGINE QELAPI CreateQELEngine()
         if (pEngine) nValue = pEngine->Handle().Value();
         if (!nValue) delete pEngine;
     }
-    return ToHandle<HQELENGINE>(nValue);
+    return OrFail(nullptr, ToHandle<HQELENGINE>(nValue), QEL_ERROR_MEMORY);
 }
 
 int QELAPI DestroyQELEngine(HQELENGINE hEngine)
 {
     CQELEngine* pEngine = EditableEngine(hEngine);
     CShowOnlyRecord* pRecord = RecordOf(hEngine);
+    if (!pEngine && !pRecord) return Fail(hEngine, QEL_ERROR_HANDLE);
     delete pEngine;
     delete pRecord;
-    return pEngine || pRecord ? 1 : 0;
+    return 1;
 }
 
 DWORD QELAPI QELGetVersion()
@@ -82,7 +139,7 @@ int QELAPI QELShowOnly(int bShowOnly)
 
 int QELAPI QELNewFile(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
+    CQELEngine* pEngine = FindEditable(hEngine);
     return pEngine ? pEngine->New() : 0;
 }
 
@@ -90,38 +147,41 @@ int QELAPI QELOpenFile(HQELENGINE hEngine, const char* pszPath)
 {
     if (CQELEngine* pEngine = EditableEngine(hEngine)) return pEngine->Open(pszPath);
     CShowOnlyRecord* pRecord = RecordOf(hEngine);
-    return pRecord ? pRecord->Open(pszPath) : 0;
+    return pRecord ? pRecord->Open(pszPath) : Fail(hEngine, QEL_ERROR_HANDLE);
 }
 
 int QELAPI QELOpenFileU(HQELENGINE hEngine, const wchar_t* pszPath)
 {
     char szPath[MAX_PATH_BYTES];
-    return ToAnsiPath(pszPath, szPath) ? QELOpenFile(hEngine, szPath) : 0;
+    if (ToAnsiPath(pszPath, szPath)) return QELOpenFile(hEngine, szPath);
+    return Fail(hEngine, pszPath ? QEL_ERROR_PATH : QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELSaveFile(HQELENGINE hEngine, const char* pszPath)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    return pEngine && pszPath ? pEngine->Save(pszPath) : 0;
+    CQELEngine* pEngine = FindEditable(hEngine);
+    if (!pEngine) return 0;
+    return pszPath ? pEngine->Save(pszPath) : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELCloseFile(HQELENGINE hEngine)
 {
     if (CQELEngine* pEngine = EditableEngine(hEngine)) return pEngine->Close();
     CShowOnlyRecord* pRecord = RecordOf(hEngine);
-    return pRecord ? pRecord->Close() : 0;
+    return pRecord ? pRecord->Close() : Fail(hEngine, QEL_ERROR_HANDLE);
 }
 
 const char* QELAPI QELGetName(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    const CQELViewQEL* pRoot = pEngine ? pEngine->View().Root() : nullptr;
-    return pRoot ? pRoot->Name() : nullptr;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return nullptr;
+    const CQELViewQEL* pRoot = pEngine->View().Root();
+    return OrFail(hEngine, pRoot ? pRoot->Name() : nullptr, QEL_ERROR_NO_DRAWING);
 }
 
 int QELAPI QELGetType(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     if (!pEngine) return NO_KIND;
     const CQELViewQEL* pRoot = pEngine->View().Root();
     return pRoot ? pRoot->Kind() : NO_DRAWING_KIND;
@@ -131,45 +191,45 @@ int QELAPI QELGetType(HQELENGINE hEngine)
 
 HQELELEM QELAPI QELGetRootElem(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? HandleOf(pEngine->Document().GetRoot()) : nullptr;
+    CQELEngine* pEngine = FindEditable(hEngine);
+    if (!pEngine) return nullptr;
+    CQELDocElm* pRoot = pEngine->Document().GetRoot();
+    return OrFail(hEngine, HandleOf(pRoot), pRoot ? QEL_ERROR_MEMORY : QEL_ERROR_NO_DRAWING);
 }
 
 HQELELEM QELAPI QELCreateElem(HQELENGINE hEngine, int nType, HQELELEM hParent, HQELELEM hAfter)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
+    CQELEngine* pEngine = FindEditable(hEngine);
     CQELDocElm* pParent = nullptr;
     CQELDocElm* pAfter = nullptr;
-    if (!pEngine || !OptionalElement(pEngine, hParent, &pParent) ||
-        !OptionalElement(pEngine, hAfter, &pAfter))
-        return nullptr;
-    return HandleOf(pEngine->CreateElem(nType, pParent, pAfter));
+    if (!pEngine || !FindPlace(hEngine, hParent, hAfter, &pParent, &pAfter)) return nullptr;
+    CQELDocElm* pElm = pEngine->CreateElem(nType, pParent, pAfter);
+    if (!pElm) Fail(hEngine, WhyNotCreated(*pEngine, nType, pParent, pAfter));
+    return HandleOf(pElm);
 }
 
 int QELAPI QELDeleteElem(HQELENGINE hEngine, HQELELEM hElem)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
-    return pElm ? pEngine->DeleteElem(pElm) : 0;
+    CQELDocElm* pElm = FindElement(hEngine, hElem);
+    return pElm ? EditableEngine(hEngine)->DeleteElem(pElm) : 0;
 }
 
 int QELAPI QELMoveElem(HQELENGINE hEngine, HQELELEM hElem, HQELELEM hParent, HQELELEM hAfter)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
+    CQELDocElm* pElm = FindElement(hEngine, hElem);
     CQELDocElm* pParent = nullptr;
     CQELDocElm* pAfter = nullptr;
-    if (!pElm || !OptionalElement(pEngine, hParent, &pParent) ||
-        !OptionalElement(pEngine, hAfter, &pAfter))
-        return 0;
-    return pEngine->MoveElem(pElm, pParent, pAfter);
+    if (!pElm || !FindPlace(hEngine, hParent, hAfter, &pParent, &pAfter)) return 0;
+    CQELEngine* pEngine = EditableEngine(hEngine);
+    if (pEngine->MoveElem(pElm, pParent, pAfter)) return 1;
+    return Fail(hEngine, WhyNotMoved(*pEngine, pElm, pParent, pAfter));
 }
 
 HQELELEM QELAPI QELCopyElem(HQELENGINE hEngine, HQELELEM hElem)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
-    return pElm ? HandleOf(pEngine->CopyElem(pElm)) : nullptr;
+    CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return nullptr;
+    return OrFail(hEngine, HandleOf(EditableEngine(hEngine)->CopyElem(pElm)), WhyNotCopied(pElm));
 }
 
 HQELELEM QELAPI QELGetParentElem(HQELENGINE hEngine, HQELELEM hElem)
@@ -199,166 +259,203 @@ HQELELEM QELAPI QELGetPrevElem(HQELENGINE hEngine, HQELELEM hElem)
 
 int QELAPI QELGetElemType(HQELENGINE hEngine, HQELELEM hElem)
 {
-    const CQELDocElm* pElm = ElementOf(EngineOf(hEngine), hElem);
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
     return pElm ? CQELDocument::GetElementType(pElm) : QEL_TYPE_NONE;
 }
 
 const char* QELAPI QELGetElemId(HQELENGINE hEngine, HQELELEM hElem)
 {
-    const CQELDocElm* pElm = ElementOf(EngineOf(hEngine), hElem);
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
     return pElm ? CQELDocument::GetElementId(pElm) : nullptr;
 }
 
 int QELAPI QELSetElemId(HQELENGINE hEngine, HQELELEM hElem, const char* pszId)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
-    return pElm ? pEngine->SetElemId(pElm, pszId) : 0;
+    CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    return OrFail(hEngine, EditableEngine(hEngine)->SetElemId(pElm, pszId),
+                  pszId ? QEL_ERROR_MEMORY : QEL_ERROR_ARGUMENT);
 }
 
 // ---- attributes and geometry
 
 int QELAPI QELGetElemAttr(HQELENGINE hEngine, HQELELEM hElem, void* pBuffer, int* pnSize)
 {
-    const CQELDocElm* pElm = ElementOf(EngineOf(hEngine), hElem);
-    return pElm ? CQELEngine::GetElemAttr(pElm, pBuffer, pnSize) : 0;
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    return OrFail(hEngine, CQELEngine::GetElemAttr(pElm, pBuffer, pnSize), QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELSetElemAttr(HQELENGINE hEngine, HQELELEM hElem, const void* pBuffer, int nSize)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
-    return pElm && pBuffer ? pEngine->SetElemAttr(pElm, pBuffer, nSize) : 0;
+    CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    if (!pBuffer) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    if (EditableEngine(hEngine)->SetElemAttr(pElm, pBuffer, nSize)) return 1;
+    return Fail(hEngine, WhyRecordNotSet(pElm, pBuffer, nSize));
 }
 
 int QELAPI QELGetElemRect(HQELENGINE hEngine, HQELELEM hElem, RECT* prc)
 {
-    const CQELDocElm* pElm = ElementOf(EngineOf(hEngine), hElem);
-    return pElm && prc ? pElm->GetRect(prc) : 0;
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    if (!prc) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return OrFail(hEngine, pElm->GetRect(prc), QEL_ERROR_NO_RECT);
 }
 
 int QELAPI QELSetElemRect(HQELENGINE hEngine, HQELELEM hElem, const RECT* prc)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
-    return pElm && prc ? pEngine->SetElemRect(pElm, *prc) : 0;
+    CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    if (!prc) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return OrFail(hEngine, EditableEngine(hEngine)->SetElemRect(pElm, *prc), QEL_ERROR_NO_RECT);
 }
 
 int QELAPI QELGetRefSize(HQELENGINE hEngine, SIZE* pSize)
 {
-    const CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && pSize ? pEngine->GetRefSize(pSize) : 0;
+    const CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    return pSize ? pEngine->GetRefSize(pSize) : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELSetRefSize(HQELENGINE hEngine, const SIZE* pSize)
 {
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    return pEngine && pSize ? pEngine->SetRefSize(*pSize) : 0;
+    CQELEngine* pEngine = FindEditable(hEngine);
+    if (!pEngine) return 0;
+    if (!pSize) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return OrFail(hEngine, pEngine->SetRefSize(*pSize), QEL_ERROR_NO_DRAWING);
 }
 
 int QELAPI QELGetQELRect(HQELENGINE hEngine, RECT* prc)
 {
-    const CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && prc ? pEngine->GetDrawRect(prc) : 0;
+    const CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    return prc ? pEngine->GetDrawRect(prc) : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELSetQELRect(HQELENGINE hEngine, const RECT* prc)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && prc ? pEngine->SetDrawRect(*prc) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    return prc ? pEngine->SetDrawRect(*prc) : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc)
 {
-    const CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && prc ? pEngine->GetDrawGraphRect(prc) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!prc) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return OrFailWithoutDrawing(hEngine, pEngine, pEngine->GetDrawGraphRect(prc));
 }
 
 // ---- drawing
 
 int QELAPI QELDraw(HQELENGINE hEngine, HDC hdc, const RECT* prcUpdate, DWORD nFlags)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && prcUpdate ? pEngine->Draw(hdc, *prcUpdate, nFlags) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!prcUpdate) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return OrFailWithoutDrawing(hEngine, pEngine, pEngine->Draw(hdc, *prcUpdate, nFlags));
 }
 
 int QELAPI QELRotate(HQELENGINE hEngine, int nAngle)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? pEngine->Rotate(nAngle) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    return pEngine ? OrFail(hEngine, pEngine->Rotate(nAngle), QEL_ERROR_NO_DRAWING) : 0;
 }
 
 int QELAPI QELSetBlinkState(HQELENGINE hEngine, int nState)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? pEngine->SetBlinkState(nState) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    return pEngine ? OrFail(hEngine, pEngine->SetBlinkState(nState), QEL_ERROR_NO_DRAWING) : 0;
 }
 
 // ---- live values
 
 int QELAPI QELGetStatus(HQELENGINE hEngine, DWORD* pnStatus)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pnStatus) return Fail(hEngine, QEL_ERROR_ARGUMENT);
     uint32_t nStatus = 0;
-    if (!pEngine || !pnStatus || !pEngine->View().GetStatus(&nStatus)) return 0;
+    if (!pEngine->View().GetStatus(&nStatus)) return OrFailWithoutDrawing(hEngine, pEngine, 0);
     *pnStatus = nStatus;
     return 1;
 }
 
 int QELAPI QELSetStatus(HQELENGINE hEngine, DWORD nStatus)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? pEngine->View().SetStatus(nStatus) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    return OrFailWithoutDrawing(hEngine, pEngine, pEngine->View().SetStatus(nStatus));
 }
 
 int QELAPI QELGetParam(HQELENGINE hEngine, int nIndex, DWORD* pnValue)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pnValue) return Fail(hEngine, QEL_ERROR_ARGUMENT);
     uint32_t nValue = 0;
-    if (!pEngine || !pnValue || !pEngine->View().GetParam(nIndex, &nValue)) return 0;
+    if (!pEngine->View().GetParam(nIndex, &nValue)) return Fail(hEngine, QEL_ERROR_VALUE);
     *pnValue = nValue;
     return 1;
 }
 
 int QELAPI QELSetParam(HQELENGINE hEngine, int nIndex, DWORD nValue)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? pEngine->View().SetParam(nIndex, nValue) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (pEngine->View().SetParam(nIndex, nValue)) return 1;
+    const bool bIndex = nIndex >= 0 && nIndex < QEL_PARAM_COUNT;
+    const bool bTaken = bIndex && (nIndex != QEL_PARAM_DRAFT || nValue < DRAFT_COUNT);
+    return bTaken ? OrFailWithoutDrawing(hEngine, pEngine, 0) : Fail(hEngine, QEL_ERROR_VALUE);
 }
 
 DWORD QELAPI QELParamsSupported(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    const CQELViewQEL* pRoot = pEngine ? pEngine->View().Root() : nullptr;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    const CQELViewQEL* pRoot = pEngine->View().Root();
+    if (!pRoot) Fail(hEngine, QEL_ERROR_NO_DRAWING);
     return pRoot ? pRoot->GetParamMask() : 0;
 }
 
 int QELAPI QELGetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD* pnValue)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pnValue) return Fail(hEngine, QEL_ERROR_ARGUMENT);
     uint32_t nValue = 0;
-    if (!pEngine || !pnValue || !pEngine->View().GetScaleParam(nId, nSelector, &nValue)) return 0;
+    if (!pEngine->View().GetScaleParam(nId, nSelector, &nValue))
+        return NotTaken(hEngine, pEngine, nId, nSelector);
     *pnValue = nValue;
     return 1;
 }
 
 int QELAPI QELSetScaleParam(HQELENGINE hEngine, DWORD nId, DWORD nSelector, DWORD nValue)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? pEngine->View().SetScaleParam(nId, nSelector, static_cast<uint32_t>(nValue))
-                   : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    const int nResult =
+        pEngine->View().SetScaleParam(nId, nSelector, static_cast<uint32_t>(nValue));
+    return nResult ? nResult : NotTaken(hEngine, pEngine, nId, nSelector);
 }
 
 int QELAPI QELGetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float* pfValue)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && pfValue ? pEngine->View().GetScaleParam(nId, nSelector, pfValue) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pfValue) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    const int nResult = pEngine->View().GetScaleParam(nId, nSelector, pfValue);
+    return nResult ? nResult : NotTaken(hEngine, pEngine, nId, nSelector);
 }
 
 int QELAPI QELSetScaleParamf(HQELENGINE hEngine, DWORD nId, DWORD nSelector, float fValue)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? pEngine->View().SetScaleParam(nId, nSelector, fValue) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    const int nResult = pEngine->View().SetScaleParam(nId, nSelector, fValue);
+    return nResult ? nResult : NotTaken(hEngine, pEngine, nId, nSelector);
 }
 
 int QELAPI QELGetScaleStatus(HQELENGINE hEngine, DWORD nId, DWORD* pnValue)

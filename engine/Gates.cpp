@@ -19,9 +19,7 @@ CQELEngine* EngineOf(HQELENGINE hEngine)
 
 CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem)
 {
-    if (!pEngine) return nullptr;
-    CQELDocElm* pElm = CQELDocElm::OfHandle(ToNumber(hElem));
-    return pElm && pEngine->Document().Owns(pElm) ? pElm : nullptr;
+    return pEngine ? pEngine->Document().OfHandle(ToNumber(hElem)) : nullptr;
 }
 
 bool OptionalElement(CQELEngine* pEngine, HQELELEM hElem, CQELDocElm** ppOut)
@@ -33,4 +31,27 @@ bool OptionalElement(CQELEngine* pEngine, HQELELEM hElem, CQELDocElm** ppOut)
 HQELELEM HandleOf(CQELDocElm* pElm)
 {
     return pElm ? ToHandle<HQELELEM>(pElm->HandleValue()) : nullptr;
+}
+
+uint32_t WhyNotEngine(HQELENGINE hEngine)
+{
+    return RecordOf(hEngine) ? QEL_ERROR_NO_DRAWING : QEL_ERROR_HANDLE;
+}
+
+uint32_t WhyNotEditable(HQELENGINE hEngine)
+{
+    return RecordOf(hEngine) ? QEL_ERROR_SHOW_ONLY : QEL_ERROR_HANDLE;
+}
+
+uint32_t WhyNotElement(HQELENGINE hEngine)
+{
+    if (EditableEngine(hEngine)) return QEL_ERROR_ELEMENT;
+    return WhyNotEditable(hEngine);
+}
+
+Failure* FailureOf(HQELENGINE hEngine)
+{
+    if (CQELEngine* pEngine = EditableEngine(hEngine)) return &pEngine->LastFailure();
+    CShowOnlyRecord* pRecord = RecordOf(hEngine);
+    return pRecord ? &pRecord->LastFailure() : nullptr;
 }

@@ -1,7 +1,8 @@
 // From the handles of a call to the objects behind them, for the files of exported functions. What
-// a handle does not give is null.
+// a handle does not give is null; WhyNot... tell the code of the failure then.
 #pragma once
 
+#include "base/Failure.h"
 #include "engine/QELEngine.h"
 #include "engine/ShowOnly.h"
 #include "include/QELEngine.h"
@@ -19,3 +20,11 @@ CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem);
 // A handle that may be left out: null is fine, one that is not live is not.
 bool OptionalElement(CQELEngine* pEngine, HQELELEM hElem, CQELDocElm** ppOut);
 HQELELEM HandleOf(CQELDocElm* pElm);
+
+// Why EngineOf, EditableEngine and ElementOf gave null.
+uint32_t WhyNotEngine(HQELENGINE hEngine);
+uint32_t WhyNotEditable(HQELENGINE hEngine);
+uint32_t WhyNotElement(HQELENGINE hEngine);
+
+// Where the handle keeps why its last failed call failed; null for one that is not live.
+Failure* FailureOf(HQELENGINE hEngine);

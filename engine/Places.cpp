@@ -188,11 +188,12 @@ void CPlaces::Forget()
 
 int CPlaces::Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const RECT& rcQel)
 {
-    if (m_pElms && m_changes == CQELViewElm::Changes() && ::EqualRect(&m_rcQel, &rcQel)) return 1;
+    const bool bHolds = m_pElms && pRoot && m_changes == pRoot->Changes();
+    if (bHolds && ::EqualRect(&m_rcQel, &rcQel)) return 1;
     Forget();
-    m_changes = CQELViewElm::Changes();
-    m_rcQel = rcQel;
     if (!pRoot) return 0;
+    m_changes = pRoot->Changes();
+    m_rcQel = rcQel;
     uint32_t nCount = 0;
     const Step root{pRoot, pDocRoot};
     VisitPainted(root, rcQel, [&](const PaintedElm&) { ++nCount; });

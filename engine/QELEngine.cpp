@@ -42,15 +42,22 @@ CQELEngine::~CQELEngine()
 
 int CQELEngine::Open(const char* pszPath)
 {
+    XmlSource source;
+    source.pszPath = pszPath;
+    return Open(source);
+}
+
+int CQELEngine::Open(const XmlSource& source)
+{
     Close();
     CArena spare;
-    if (!m_document.Load(pszPath, &spare)) return 0;
+    if (!m_document.Load(source, &spare)) return Fail(m_document.LastFailure());
     m_view.BeginLoad(spare);
     const int nResult = BuildViews() && KeepIdentifiers();
     m_view.EndLoad();
     if (!nResult) {
         Close();
-        return 0;
+        return Fail({QEL_ERROR_MEMORY});
     }
     m_rcDraw.right = WrapAdd(m_rcDraw.left, m_refSize.cx);
     m_rcDraw.bottom = WrapAdd(m_rcDraw.top, m_refSize.cy);
@@ -70,14 +77,46 @@ int CQELEngine::OpenByName(const char* pszName)
 {
     char szPath[NAMED_PATH_SIZE];
     const int nLen = std::snprintf(szPath, sizeof szPath, ".\\QEL\\%s.qel", pszName);
-    if (nLen < 0 || static_cast<std::size_t>(nLen) >= sizeof szPath) return 0;
+    if (nLen < 0 || static_cast<std::size_t>(nLen) >= sizeof szPath) return Fail({QEL_ERROR_PATH});
     return Open(szPath);
+}
+
+int CQELEngine::Save(void* pBuffer, uint32_t* pnSize)
+{
+    const uint64_t nWhole = m_document.Measure();
+    if (!nWhole) return Fail(m_document.LastFailure());
+    if (nWhole > UINT32_MAX) return Fail({QEL_ERROR_MEMORY});
+    const uint32_t nRoom = *pnSize;
+    *pnSize = static_cast<uint32_t>(nWhole);
+    if (!pBuffer) return 1;
+    if (nRoom < nWhole) return Fail({QEL_ERROR_BUFFER});
+    return Saved(m_document.Save(static_cast<char*>(pBuffer), *pnSize));
+}
+
+int CQELEngine::Fail(const Failure& failure)
+{
+    m_failure = failure;
+    return 0;
+}
+
+int CQELEngine::Saved(int nResult)
+{
+    if (!nResult) return Fail(m_document.LastFailure());
+    m_bModified = false;
+    return nResult;
+}
+
+int CQELEngine::Edited(int nResult)
+{
+    if (nResult) m_bModified = true;
+    return nResult;
 }
 
 int CQELEngine::Close()
 {
     m_nPerDrawing = 0;
     m_nRotation = 0;
+    m_bModified = false;
     m_refSize = {DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     m_identifiers.Clear();
     m_places.Forget();
@@ -172,7 +211,7 @@ CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocEl
     if (!pParent) return nullptr;
     CQELDocElm* pElm = m_document.CreateElement(pParent, pAfter, nType);
     if (!pElm) return nullptr;
-    if (MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr)) return pElm;
+    if (Edited(MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr))) return pElm;
     GiveUp(pElm);
     return nullptr;
 }
@@ -198,6 +237,7 @@ CQELDocElm* CQELEngine::ReplaceRoot()
     pRoot->SetView(pView);
     m_nRotation = 0;
     LoadView(pRoot);
+    m_bModified = true;
     return pRoot;
 }
 
@@ -209,7 +249,7 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
             UnregisterAll(pView); // else it is not registered, and slots are others'
         m_view.DeleteElement(pView);
     }
-    return m_document.DeleteElement(pElm);
+    return Edited(m_document.DeleteElement(pElm));
 }
 
 int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAfter)
@@ -224,6 +264,7 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
         if (bComesIn) m_view.GiveUpPlaces(pView);
         return 0;
     }
+    m_bModified = true;
     if (!pView) return 1;
     const bool bIsInPicture = IsInPicture(pElm);
     if (bWasInPicture && !bIsInPicture) UnregisterAll(pView);
@@ -251,7 +292,7 @@ CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
     ForgetPlaces();
     CQELDocElm* pCopy = m_document.CopyElement(pElm);
     if (!pCopy) return nullptr;
-    if (MakeViews(pCopy, pElm->Parent()->View(), pElm->View())) return pCopy;
+    if (Edited(MakeViews(pCopy, pElm->Parent()->View(), pElm->View()))) return pCopy;
     GiveUp(pCopy);
     return nullptr;
 }
@@ -261,7 +302,7 @@ int CQELEngine::SetElemId(CQELDocElm* pElm, const char* pszId)
     ForgetPlaces();
     if (!CQELDocument::SetElementId(pElm, pszId)) return 0;
     if (pElm == m_document.GetRoot() && m_view.Root()) m_view.Root()->SetName(pElm->Id());
-    return 1;
+    return Edited(1);
 }
 
 int CQELEngine::GetElemAttr(const CQELDocElm* pElm, void* pBuffer, int* pnSize)
@@ -292,7 +333,7 @@ int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
         m_refSize = shown; // no new size: a turned drawing stays as it is shown
         m_view.SetRefSize(shown);
     }
-    return 1;
+    return Edited(1);
 }
 
 // A group that stops at one child has moved the children before it, so the views are refreshed
@@ -302,7 +343,8 @@ int CQELEngine::SetElemRect(CQELDocElm* pElm, const RECT& rc)
     const int nResult = pElm->SetRect(rc);
     for (CQELDocElm* p = pElm; p; p = p->NextInTree(pElm))
         if (p != m_document.GetRoot()) ReloadView(p); // the root has no place of its own
-    return nResult;
+    if (pElm->FirstChild()) m_bModified = true;       // some of them may have moved
+    return Edited(nResult);
 }
 
 int CQELEngine::GetRefSize(SIZE* pSize) const
@@ -319,7 +361,7 @@ int CQELEngine::SetRefSize(SIZE size)
     pRoot->SetRefSize(size);
     m_view.SetRefSize(size);
     m_refSize = size;
-    return 1;
+    return Edited(1);
 }
 
 int CQELEngine::GetDrawRect(RECT* prc) const

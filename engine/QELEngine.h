@@ -3,6 +3,7 @@
 // elements are linked to the document elements that they draw.
 #pragma once
 
+#include "base/Failure.h"
 #include "base/Handles.h"
 #include "document/QELDocument.h"
 #include "engine/Identifiers.h"
@@ -19,10 +20,16 @@ public:
     CQELEngine(const CQELEngine&) = delete;
     CQELEngine& operator=(const CQELEngine&) = delete;
 
+    // The file operations leave the reason in LastFailure when they fail.
     int Open(const char* pszPath); // null: a new drawing
+    int Open(const XmlSource& source);
     int New();
     int OpenByName(const char* pszName); // ".\QEL\" + name + ".qel"
-    int Save(const char* pszPath) { return m_document.Save(pszPath); }
+    int Save(const char* pszPath) { return Saved(m_document.Save(pszPath)); }
+    int SaveWide(const wchar_t* pszPath) { return Saved(m_document.SaveWide(pszPath)); }
+    // The bytes of a file, into a buffer of *pnSize bytes, null to ask how many they are: *pnSize
+    // tells it, also when the buffer is too small.
+    int Save(void* pBuffer, uint32_t* pnSize);
     int Close();
 
     CQELDocElm* CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocElm* pAfter);
@@ -51,6 +58,7 @@ public:
 
     // What stands where, as it is now; null without a drawing and without memory.
     [[nodiscard]] CPlaces* Places();
+    [[nodiscard]] bool HasDrawing() const { return m_view.Root() != nullptr; }
 
     // Where things are (engine/EnginePlaces.cpp). Device points are in the units of the QEL rect.
     int GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const;
@@ -60,6 +68,10 @@ public:
     const char* IdFromPoint(POINT pt); // null for none
     int ElemToDevice(const CQELDocElm* pElm, POINT* ppt) const;
     int DeviceToElem(const CQELDocElm* pElm, POINT* ppt) const;
+    // Whether an edit has succeeded since the drawing was opened, made or saved.
+    [[nodiscard]] bool IsModified() const { return m_bModified; }
+    // Of the last failed call on this engine's handle.
+    [[nodiscard]] Failure& LastFailure() { return m_failure; }
 
     [[nodiscard]] CQELDocument& Document() { return m_document; }
     [[nodiscard]] CQELView& View() { return m_view; }
@@ -88,6 +100,9 @@ private:
     }
     [[nodiscard]] UnitTurn TurnOfDrawing() const;
     bool MapElem(const CQELDocElm* pElm, UnitMap* pMap, UnitTurn* pTurn) const;
+    int Fail(const Failure& failure);
+    int Saved(int nResult);
+    int Edited(int nResult); // the result of an edit
     void RegisterAll(CQELViewElm* pTop);
     void UnregisterAll(CQELViewElm* pTop);
 
@@ -101,5 +116,7 @@ private:
     RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     int32_t m_nRotation = 0; // the quarter turn that the view has been given, in degrees
     bool m_bShowOnly;
+    bool m_bModified = false;
+    Failure m_failure;
     CHandleEntry m_handle{HandleKind::Engine, this};
 };

@@ -1,43 +1,46 @@
-// The switch and the list are unguarded globals: the host makes all calls from one thread.
+// Records of any thread stand in one list, which a lock guards with the counts of who shares an
+// engine. The engines themselves are used by one thread at a time.
 #include "engine/ShowOnly.h"
 
+#include "base/Lock.h"
+
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace {
 
-bool g_bShowOnly = false;
+constinit std::atomic<bool> g_bShowOnly = false;
+constinit CLock g_lock; // of the list, its links and the counts
 CShowOnlyRecord* g_pFirst = nullptr;
 
-class CWideText { // a text of the ANSI code page as wide characters, for as long as its scope lasts
-public:
-    explicit CWideText(const char* pszText) noexcept
-    {
-        const int nLen = ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, nullptr, 0);
-        if (nLen <= 0) return;
-        m_pText =
-            static_cast<wchar_t*>(std::calloc(static_cast<std::size_t>(nLen), sizeof(wchar_t)));
-        if (m_pText) ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, m_pText, nLen);
-    }
-    ~CWideText() { std::free(m_pText); }
-    CWideText(const CWideText&) = delete;
-    CWideText& operator=(const CWideText&) = delete;
-    [[nodiscard]] const wchar_t* Get() const { return m_pText; }
+// A text of the ANSI code page as wide characters, and a copy of a wide one; null without memory.
+wchar_t* WideCopy(const char* pszText)
+{
+    const int nLen = ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, nullptr, 0);
+    if (nLen <= 0) return nullptr;
+    auto* pText =
+        static_cast<wchar_t*>(std::calloc(static_cast<std::size_t>(nLen), sizeof(wchar_t)));
+    if (pText) ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, pText, nLen);
+    return pText;
+}
 
-private:
-    wchar_t* m_pText = nullptr;
-};
+wchar_t* WideCopy(const wchar_t* pszText)
+{
+    std::size_t nLen = 0;
+    while (pszText[nLen]) ++nLen;
+    auto* pText = static_cast<wchar_t*>(std::malloc((nLen + 1) * sizeof(wchar_t)));
+    if (pText) std::memcpy(pText, pszText, (nLen + 1) * sizeof(wchar_t));
+    return pText;
+}
 
 // Paths without regard to letter case, the way file names are compared: bytes will not do, since
 // the second byte of a Chinese character may look like a letter.
-bool IsSamePath(const char* pszA, const char* pszB)
+bool IsSamePath(const wchar_t* pszA, const wchar_t* pszB)
 {
-    if (std::strcmp(pszA, pszB) == 0) return true;
-    const CWideText a(pszA);
-    const CWideText b(pszB);
-    return a.Get() && b.Get() &&
-           ::CompareStringOrdinal(a.Get(), -1, b.Get(), -1, TRUE) == CSTR_EQUAL;
+    return ::CompareStringOrdinal(pszA, -1, pszB, -1, TRUE) == CSTR_EQUAL;
 }
 
 } // namespace
@@ -52,32 +55,68 @@ void CShowOnlyRecord::Switch(bool bOn)
     g_bShowOnly = bOn;
 }
 
+int CShowOnlyRecord::Fail(const Failure& failure)
+{
+    m_failure = failure;
+    return 0;
+}
+
 int CShowOnlyRecord::Open(const char* pszPath)
 {
+    XmlSource source;
+    source.pszPath = pszPath;
+    return Open(source);
+}
+
+int CShowOnlyRecord::Open(const XmlSource& source)
+{
     Close();
-    if (!pszPath) return 0;
-    for (CShowOnlyRecord* pRecord = g_pFirst; pRecord; pRecord = pRecord->m_pNext) {
-        if (!pRecord->m_pszPath || !IsSamePath(pRecord->m_pszPath, pszPath)) continue;
-        Join(pRecord->m_pEngine, pszPath);
-        return 1;
-    }
+    if (source.IsNone()) return Fail({QEL_ERROR_ARGUMENT});
+    if (source.pBytes) return OpenOwn(source);
+    m_pszPath = source.pszPath ? WideCopy(source.pszPath) : WideCopy(source.pszWidePath);
+    if (!m_pszPath) return Fail({QEL_ERROR_MEMORY});
+    return JoinSharedOr(nullptr) ? OpenOwn(source) : 1;
+}
+
+// Joins the drawing that is shared already, else the one given. Whether it was that.
+bool CShowOnlyRecord::JoinSharedOr(CQELEngine* pOwn)
+{
+    const CLockScope lock(g_lock);
+    CQELEngine* pShared = FindShared();
+    CQELEngine* pEngine = pShared ? pShared : pOwn;
+    if (pEngine) Join(pEngine);
+    return !pShared;
+}
+
+// The drawing that another record has of the same path.
+CQELEngine* CShowOnlyRecord::FindShared() const
+{
+    if (!m_pszPath) return nullptr;
+    for (const CShowOnlyRecord* pRecord = g_pFirst; pRecord; pRecord = pRecord->m_pNext)
+        if (pRecord->m_pszPath && IsSamePath(pRecord->m_pszPath, m_pszPath))
+            return pRecord->m_pEngine;
+    return nullptr;
+}
+
+// Read without the lock, so that others are not held up. Another thread may have opened the same
+// path meanwhile; its drawing is shared then, as if it had been first.
+int CShowOnlyRecord::OpenOwn(const XmlSource& source)
+{
     auto* pEngine = new (std::nothrow) CQELEngine(true);
-    if (!pEngine) return 0;
-    if (!pEngine->Open(pszPath)) {
+    if (!pEngine) return Fail({QEL_ERROR_MEMORY});
+    if (!pEngine->Open(source)) {
+        Fail(pEngine->LastFailure());
         delete pEngine;
         return 0;
     }
-    Join(pEngine, pszPath);
+    if (!JoinSharedOr(pEngine)) delete pEngine;
     return 1;
 }
 
-void CShowOnlyRecord::Join(CQELEngine* pEngine, const char* pszPath)
+void CShowOnlyRecord::Join(CQELEngine* pEngine)
 {
     m_pEngine = pEngine;
     pEngine->AddRef();
-    const std::size_t nSize = std::strlen(pszPath) + 1;
-    m_pszPath = static_cast<char*>(std::malloc(nSize));
-    if (m_pszPath) std::memcpy(m_pszPath, pszPath, nSize);
     m_pPrev = nullptr;
     m_pNext = g_pFirst;
     if (g_pFirst) g_pFirst->m_pPrev = this;
@@ -86,15 +125,21 @@ void CShowOnlyRecord::Join(CQELEngine* pEngine, const char* pszPath)
 
 int CShowOnlyRecord::Close()
 {
-    if (m_pEngine) {
-        (m_pPrev ? m_pPrev->m_pNext : g_pFirst) = m_pNext;
-        if (m_pNext) m_pNext->m_pPrev = m_pPrev;
-        m_pNext = m_pPrev = nullptr;
-        m_pEngine->DropRef();
-        if (m_pEngine->RefCount() == 0) delete m_pEngine;
-        m_pEngine = nullptr;
-    }
+    delete Leave();
     std::free(m_pszPath);
     m_pszPath = nullptr;
     return 1;
+}
+
+// The engine when nobody is left who shares it.
+CQELEngine* CShowOnlyRecord::Leave()
+{
+    if (!m_pEngine) return nullptr;
+    const CLockScope lock(g_lock);
+    (m_pPrev ? m_pPrev->m_pNext : g_pFirst) = m_pNext;
+    if (m_pNext) m_pNext->m_pPrev = m_pPrev;
+    m_pNext = m_pPrev = nullptr;
+    CQELEngine* pLeft = std::exchange(m_pEngine, nullptr);
+    pLeft->DropRef();
+    return pLeft->RefCount() == 0 ? pLeft : nullptr;
 }

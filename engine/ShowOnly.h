@@ -12,23 +12,33 @@ public:
     CShowOnlyRecord(const CShowOnlyRecord&) = delete;
     CShowOnlyRecord& operator=(const CShowOnlyRecord&) = delete;
 
+    // These leave the reason in LastFailure when they fail.
     int Open(const char* pszPath);
+    int Open(const XmlSource& source);
     int Close();
 
     [[nodiscard]] CQELEngine* Engine() const { return m_pEngine; }
     [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
+    // Of the last failed call on this handle; the engine is others' as well.
+    [[nodiscard]] Failure& LastFailure() { return m_failure; }
 
     // The switch that decides what CreateQELEngine makes.
     static bool IsOn();
     static void Switch(bool bOn);
 
 private:
-    void Join(CQELEngine* pEngine, const char* pszPath);
+    int Fail(const Failure& failure);
+    int OpenOwn(const XmlSource& source);
+    bool JoinSharedOr(CQELEngine* pOwn);
+    [[nodiscard]] CQELEngine* Leave();
+    // Under the lock.
+    [[nodiscard]] CQELEngine* FindShared() const;
+    void Join(CQELEngine* pEngine);
 
     CQELEngine* m_pEngine = nullptr;
     CShowOnlyRecord* m_pNext = nullptr; // in the list of records that hold a drawing
     CShowOnlyRecord* m_pPrev = nullptr;
-    char* m_pszPath =
-        nullptr; // null also when it could not be copied: the record is then not found
+    wchar_t* m_pszPath = nullptr; // null for a drawing from memory, which nobody shares
+    Failure m_failure;
     CHandleEntry m_handle{HandleKind::Record, this};
 };

@@ -13,11 +13,11 @@
  * It takes C89 and every later C, C++98 and every later C++, as far as <windows.h> does.
  *
  * Conventions, where a function does not say otherwise:
- * - A result of 1 (non-zero) means success, 0 failure. No function tells a reason, throws, or
- *   shows anything. A failed call changes nothing, with these exceptions: QELOpenFile, QELOpenFileU
- *   and QELNewFile close the open drawing first; QELSetElemRect keeps what it has moved before it
- *   failed; a 0 of QELSetParam tells that no element answered, and shapes may have changed;
- *   QELDrawCurve answers 0 always.
+ * - A result of 1 (non-zero) means success, 0 failure, of which QELGetError tells the reason.
+ *   No function throws or shows anything. A failed call changes nothing, with these exceptions:
+ *   QELOpenFile, QELOpenFileU and QELNewFile close the open drawing first; QELSetElemRect keeps
+ * what it has moved before it failed; a 0 of QELSetParam tells that no element answered, and shapes
+ * may have changed; QELDrawCurve answers 0 always.
  * - Handles are opaque. A null handle, one that is not live (never made, destroyed, deleted, closed
  *   with its drawing) or one that belongs to another engine fails the call like a null handle; it
  * is never followed. A number that once was a handle is not given out again.
@@ -335,6 +335,140 @@ const char* QELAPI QELGetName(HQELENGINE hEngine);
 /* The kind of the drawing, 0 to 2 (the root's "type"); 3 without a drawing; -1 for a handle that is
  * null or not live, and for a show-only handle without a drawing. */
 int QELAPI QELGetType(HQELENGINE hEngine);
+
+/* ---- why a call failed ---- */
+
+/* The codes of failures, each with the sentence that QELGetError gives. The numbers from 100 on are
+ * of what is wrong in the text of a drawing, with its line and column; one that is not named here
+ * is of a text, too. */
+enum tagQELERRORCODE {
+    QEL_ERROR_NONE = 0,             /* No call has failed. */
+    QEL_ERROR_HANDLE = 1,           /* The engine handle is null or not live: use one that
+                                       CreateQELEngine gave and that is not destroyed. */
+    QEL_ERROR_ARGUMENT = 2,         /* A pointer that the call needs is null, or an argument
+                                       is none that it takes. */
+    QEL_ERROR_SHOW_ONLY = 3,        /* In show-only mode a drawing has no elements and is not
+                                       edited or saved: open it with QELShowOnly switched
+                                       off. */
+    QEL_ERROR_NO_DRAWING = 4,       /* No drawing is open: open a file, or begin a new
+                                       drawing with QELNewFile. */
+    QEL_ERROR_ELEMENT = 5,          /* The element handle is null, deleted, or of another
+                                       drawing. */
+    QEL_ERROR_TYPE = 6,             /* There are no elements of this type: the types are
+                                       QEL_TYPE_..., without path, defs and use. */
+    QEL_ERROR_PLACE = 7,            /* The element cannot stand there: the root stays alone,
+                                       nothing goes into itself, the one before it is a child
+                                       of the same parent, and at most 512 levels nest. */
+    QEL_ERROR_RECORD_SIZE = 8,      /* The record has the wrong size: set its size word, and
+                                       give a buffer of its whole size. */
+    QEL_ERROR_VALUE = 9,            /* The value, or the number of what it is for, is out of
+                                       its range or not taken by this element. */
+    QEL_ERROR_NO_RECT = 10,         /* The element has no rectangle: it has no points, or
+                                       nothing is in it. */
+    QEL_ERROR_BUFFER = 11,          /* The buffer is too small: give one of the size that the
+                                       call has told. */
+    QEL_ERROR_MEMORY = 12,          /* Memory ran out. */
+    QEL_ERROR_PATH = 13,            /* The path cannot be spelled in the ANSI code page, or
+                                       is too long in it: use QELOpenFileW. */
+    QEL_ERROR_NO_FILE = 14,         /* There is no such file: check the path, and for a
+                                       relative one the current folder. */
+    QEL_ERROR_IN_USE = 15,          /* Another program has the file open: close it there, or
+                                       open it with QELOpenFileW, which shares it with others
+                                       that read it. */
+    QEL_ERROR_OPEN = 16,            /* The file cannot be opened: it may be a folder, or its
+                                       rights do not allow it. */
+    QEL_ERROR_READ = 17,            /* The file cannot be read to its end: its disk or
+                                       network has failed. */
+    QEL_ERROR_WRITE = 18,           /* The file cannot be written: the folder is missing or
+                                       may not be written to, or the disk is full. */
+    QEL_ERROR_REPLACE = 19,         /* The file that is there cannot be replaced: it is
+                                       read-only, a folder, a device, or open in another
+                                       program. */
+    QEL_ERROR_NOT_QEL = 20,         /* The file is no drawing: its first element has to be
+                                       <qel>. */
+    QEL_ERROR_GDI = 21,             /* The device context is none, or the system has no more
+                                       drawing objects. */
+    QEL_ERROR_XML = 100,            /* Beginning of the numbers of what is wrong in the text
+                                       of a drawing. */
+    QEL_ERROR_XML_DEPTH = 102,      /* Elements are nested more than 512 levels deep here. */
+    QEL_ERROR_XML_EMPTY = 105,      /* The drawing is empty. */
+    QEL_ERROR_XML_ATTR = 114,       /* An attribute's value is not closed by its quote, or an
+                                       attribute of the XML declaration cannot be read. */
+    QEL_ERROR_XML_START_TAG = 116,  /* A start tag cannot be read here: NAME="VALUE", '/>' or
+                                       '>' is expected. */
+    QEL_ERROR_XML_END_NAME = 117,   /* The drawing ends right after an element's name. */
+    QEL_ERROR_XML_END_TAG = 118,    /* The drawing ends inside a start tag. */
+    QEL_ERROR_XML_SLASH = 119,      /* A '/' is not followed by '>' here. */
+    QEL_ERROR_XML_MISMATCH = 120,   /* The end tag does not match the element that is open. */
+    QEL_ERROR_XML_END_CONTENT = 121 /* The drawing ends inside an element's content. */
+};
+#define QEL_ERROR_TEXT_SIZE 256 /* bytes of an error's sentence, the ending zero included */
+
+/* Why a call failed. The size word must be 276. */
+typedef struct tagQELERROR {
+    DWORD nSize;                      /* 276, filled in by the host */
+    DWORD nCode;                      /* QEL_ERROR_... */
+    DWORD nLine;                      /* in the drawing's text, from 1; 0: no place in a text */
+    DWORD nColumn;                    /* from 1, by bytes */
+    DWORD nSystem;                    /* the system's error number; 0: it has told none */
+    char szText[QEL_ERROR_TEXT_SIZE]; /* one sentence in English; zero-terminated */
+} QELERROR;
+
+/* Tells why the last failed call on this handle failed: every call that takes an engine and fails
+ * leaves its reason there, and a later success leaves it as it is. Answers are no failures: no
+ * relative, an id that no element has, no draw region, no status element, an update rectangle that
+ * misses the drawing. In show-only mode a reason belongs to the handle, not to the drawing that
+ * handles share. A null handle, or one that is not live, asks for the last call of this thread
+ * without a live engine. Result: 1; 0 when nothing has failed, with the code 0 and its sentence;
+ * 0, and nothing is written, for a null pointer or another size word. The call itself leaves no
+ * reason.
+ *
+ *     QELERROR error;
+ *     error.nSize = sizeof error;
+ *     if (!QELOpenFile(hEngine, "pump.qel") && QELGetError(hEngine, &error))
+ *         printf("pump.qel:%lu:%lu: %s\n", error.nLine, error.nColumn, error.szText);
+ */
+int QELAPI QELGetError(HQELENGINE hEngine, QELERROR* pError);
+
+/* ---- files of any path, drawings in memory ---- */
+
+/* QELOpenFile for a wide path of any length and of any characters that the system takes. Others may
+ * read the file at the same time, rename it and delete it, so that a backup at work fails no open;
+ * it fails while somebody has the file open for writing. A null path gives 0, and the open drawing
+ * stays. Show-only mode: a wide and an ANSI path that are the same wide text, letter case aside,
+ * share one drawing.
+ *
+ *     QELOpenFileW(hEngine, L"C:\\plants\\\x6CF5\\pump.qel");
+ */
+int QELAPI QELOpenFileW(HQELENGINE hEngine, const wchar_t* pszPath);
+
+/* QELSaveFile for a wide path of any length and of any characters that the system takes. Editing.
+ */
+int QELAPI QELSaveFileW(HQELENGINE hEngine, const wchar_t* pszPath);
+
+/* QELOpenFile for a drawing that lies in memory, as the bytes of a file: nSize of them, which are
+ * copied, so that they may change after the call. A zero among them ends the drawing. A null
+ * pointer gives 0, and the open drawing stays; 0 bytes are an empty file. Show-only mode: the
+ * drawing is this handle's alone.
+ *
+ *     QELOpenMemory(hEngine, pResource, SizeofResource(hModule, hInfo));
+ */
+int QELAPI QELOpenMemory(HQELENGINE hEngine, const void* pBytes, DWORD nSize);
+
+/* Saves the drawing into memory: the bytes that QELSaveFile writes, the zero at their end included.
+ * *pnSize is the size of the buffer before, and that of the drawing afterwards. A null buffer asks
+ * for that size alone. A buffer that is too small gives 0 and the size, and is not written to.
+ * Editing.
+ *
+ *     DWORD nSize = 0;
+ *     void* pBytes = QELSaveMemory(hEngine, NULL, &nSize) ? malloc(nSize) : NULL;
+ *     if (pBytes && QELSaveMemory(hEngine, pBytes, &nSize)) Store(pBytes, nSize);
+ */
+int QELAPI QELSaveMemory(HQELENGINE hEngine, void* pBuffer, DWORD* pnSize);
+
+/* 1 when an edit has succeeded since the drawing was opened, made or saved, into memory too. Live
+ * values are no edits, and a turn is none. 0 without a drawing and in show-only mode. */
+int QELAPI QELIsModified(HQELENGINE hEngine);
 
 /* ---- element tree ---- */
 
@@ -703,5 +837,6 @@ typedef char QELWORDATTR_is_4_bytes[sizeof(QELWORDATTR) == 4 ? 1 : -1];
 typedef char QELSCALEATTR_is_60_bytes[sizeof(QELSCALEATTR) == 60 ? 1 : -1];
 typedef char QELDRAWRGNATTR_is_28_bytes[sizeof(QELDRAWRGNATTR) == 28 ? 1 : -1];
 typedef char QELMETERATTR_is_68_bytes[sizeof(QELMETERATTR) == 68 ? 1 : -1];
+typedef char QELERROR_is_276_bytes[sizeof(QELERROR) == 276 ? 1 : -1];
 
 #endif /* QELENGINE_H */

@@ -1,6 +1,23 @@
 #include "meter/CircleMeter.h"
 
-#include "meter/AnglePin.h"
+#include "meter/DialGeometry.h"
+#include "meter/DialScopes.h"
+
+int CAnglePin::Draw(HDC hdc, POINT ptCentre, float fAngle) const
+{
+    const CFigureScope figure(hdc, m_nPenWidth, m_clr, m_clr);
+    if (!figure.IsReady()) return 0;
+    const CBkColorScope back(hdc, m_clrBack);
+    const auto at = [&](int32_t nRadius, float fTurn) {
+        return PolarPoint(ptCentre, nRadius, fAngle + fTurn);
+    };
+    const POINT ptNotch = at(m_nInner / 4, 0);
+    const POINT tail[] = {at(m_nInner, 135), ptNotch, at(m_nInner, 225)};
+    const POINT blade[] = {at(m_nInner, -45), at(m_nTip, 0), at(m_nInner, 45), ptNotch};
+    ::Polygon(hdc, tail, 3);
+    ::Polygon(hdc, blade, 4);
+    return 1;
+}
 
 int CCircleMeter::PaintNeedle(HDC hdc, float fAngle, bool bErase) const
 {

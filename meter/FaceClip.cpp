@@ -2,15 +2,10 @@
 
 #include "base/Block.h"
 #include "base/GdiScopes.h"
+#include "base/Shown.h"
 #include "base/WrapMath.h"
 
 namespace {
-
-bool Covers(const RECT& rcOuter, const RECT& rc)
-{
-    return rcOuter.left <= rc.left && rcOuter.top <= rc.top && rcOuter.right >= rc.right &&
-           rcOuter.bottom >= rc.bottom;
-}
 
 // Whether the device context only moves what lies in a rectangle, by how much. A 16-bit metafile
 // does not tell.

@@ -1,6 +1,68 @@
 #include "meter/PieMeter.h"
 
-#include "meter/ArcFill.h"
+#include "base/GdiScopes.h"
+#include "base/WrapMath.h"
+#include "meter/DialComponents.h"
+#include "meter/DialGeometry.h"
+#include "meter/DialScopes.h"
+
+namespace {
+
+constexpr float MIN_SWEEP = 0.99F;
+
+} // namespace
+
+int CArcFill::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
+{
+    if (fSweep > -MIN_SWEEP && fSweep < MIN_SWEEP) return 1;
+    const POINT pt1 = PolarPoint(ptCentre, nRadius, fStart + fSweep);
+    const POINT pt0 = PolarPoint(ptCentre, nRadius, fStart);
+    if (fSweep < FULL_SWEEP && IsDegenerateSector(ptCentre, pt1, pt0)) return 0;
+
+    const RECT rc = SquareAround(ptCentre, nRadius);
+    const HBRUSH hBrush = m_draft.Brush(hdc, rc, rc, m_clrFore, m_clrBack);
+    if (!hBrush) return 0;
+    const CSelectScope brush(hdc, hBrush);
+    const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+    const CBkColorScope back(hdc, m_clrBack);
+    const CTextColorScope text(hdc, m_clrFore);
+    ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt0.x, pt0.y);
+    return 1;
+}
+
+namespace {
+
+constexpr int32_t STYLE_ALL_SQUARES = 1;
+constexpr int32_t STYLE_ALL_LINES = 2;
+constexpr int32_t STYLE_MAJORS_ALONE = 3;
+constexpr int32_t MAJOR_HALF_SIDE = 2; // squares of 5 and 3 pixels
+constexpr int32_t MINOR_HALF_SIDE = 1;
+
+int DrawSquare(HDC hdc, POINT pt, int32_t nHalf, COLORREF clr)
+{
+    const CFigureScope figure(hdc, 1, clr, clr);
+    if (!figure.IsReady()) return 0;
+    const RECT rc = SquareAround(pt, nHalf);
+    ::Rectangle(hdc, rc.left, rc.top, WrapAdd(rc.right, 1), WrapAdd(rc.bottom, 1));
+    return 1;
+}
+
+} // namespace
+
+int CPieMeterScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle,
+                         int32_t nAxisStyle) const
+{
+    const bool bMajor = m_kind == Kind::Major;
+    if (!bMajor && nAxisStyle == STYLE_MAJORS_ALONE) return 0;
+    if (nAxisStyle == STYLE_ALL_SQUARES || (bMajor && nAxisStyle != STYLE_ALL_LINES)) {
+        const int32_t nMiddle = (AxisRadius(nRadius) + TickOuterRadius(nRadius)) / 2;
+        return DrawSquare(hdc, PolarPoint(ptCentre, nMiddle, fAngle),
+                          bMajor ? MAJOR_HALF_SIDE : MINOR_HALF_SIDE, m_clr);
+    }
+    return CScaleLine(bMajor ? 2 : 1, m_clr)
+        .Draw(hdc, PolarPoint(ptCentre, AxisRadius(nRadius), fAngle),
+              PolarPoint(ptCentre, TickOuterRadius(nRadius), fAngle));
+}
 
 namespace {
 
@@ -37,4 +99,45 @@ int CPieMeter::DrawFill(HDC hdc, int32_t nValue, uint32_t nFlags)
 int CPieMeter::DrawAlarmZones(HDC)
 {
     return 0;
+}
+
+namespace {
+
+constexpr int32_t FONT_HINT_PARTS = 6; // of the radius
+constexpr float CLOSED_SWEEP = 360.0F;
+
+} // namespace
+
+int CPieUpgradeMeter::DrawScale(HDC hdc)
+{
+    if (!HasScale()) return 0;
+    const CPieMeterScale major(CPieMeterScale::Kind::Major, ScaleColor());
+    const CPieMeterScale minor(CPieMeterScale::Kind::Minor, ScaleColor());
+    for (uint32_t i = 0; i <= DrawnTicks(); ++i)
+        (IsMajor(i) ? major : minor).Draw(hdc, Centre(), Radius(), TickAngle(i), AxisStyle());
+    return 1;
+}
+
+int CPieUpgradeMeter::DrawLabels(HDC hdc)
+{
+    FontCell cell{};
+    GetFontSize(Radius() / FONT_HINT_PARTS, &cell);
+    return DrawLabelsIn(hdc, cell);
+}
+
+// One pixel, so that the fill stays to be seen. Without a fill the span has the erase colour as its
+// ground.
+int CPieUpgradeMeter::DrawFrame(HDC hdc)
+{
+    const int32_t nRadius = PieRadius(Radius());
+    if (!HasSpan() || nRadius == 0 || (!GetShowAxis() && !GetShowFill())) return 0;
+    if (!GetShowFill())
+        CArcFill(DRAFT_SOLID_TEXT, EraseColor(), EraseColor())
+            .Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
+    CArcAxis(1, ScaleColor()).Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
+    if (Sweep() >= CLOSED_SWEEP) return 1; // a whole circle has no sides
+    const CScaleLine side(1, ScaleColor());
+    side.Draw(hdc, Centre(), PolarPoint(Centre(), nRadius, StartAngle()));
+    side.Draw(hdc, Centre(), PolarPoint(Centre(), nRadius, EndAngle()));
+    return 1;
 }

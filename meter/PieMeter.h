@@ -1,7 +1,54 @@
-// The meter type "pie": the plain dial whose value is a filled sector.
+// The meter types "pie" and "pieUpgrade", the dials whose value is a filled sector, and what they
+// draw with: the sector and the ticks.
 #pragma once
 
+#include "brush/ShownDraft.h"
 #include "meter/ArcMeter.h"
+
+#include <windows.h>
+
+#include <cstdint>
+
+// The sector: a hatch or gradient over a part of a disc.
+class CArcFill {
+public:
+    CArcFill(int32_t nStyle, COLORREF clrBack, COLORREF clrFore) noexcept
+        : m_draft(nStyle), m_clrBack(clrBack), m_clrFore(clrFore)
+    {
+    }
+    virtual ~CArcFill() = default;
+    CArcFill(const CArcFill&) = delete;
+    CArcFill& operator=(const CArcFill&) = delete;
+
+    // From fStart over fSweep degrees. 1 without drawing for less than a degree; 0 for a sector
+    // that GDI would paint as a full disc, and without a brush.
+    int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep);
+
+private:
+    CShownDraft m_draft;
+    COLORREF m_clrBack;
+    COLORREF m_clrFore;
+};
+
+// The ticks of "pieUpgrade", in the ring between the sector and the numbers: lines, and upright
+// squares for the major ones.
+class CPieMeterScale {
+public:
+    enum class Kind { Major, Minor };
+
+    CPieMeterScale(Kind kind, COLORREF clr) noexcept : m_kind(kind), m_clr(clr) {}
+    virtual ~CPieMeterScale() = default;
+    CPieMeterScale(const CPieMeterScale&) = delete;
+    CPieMeterScale& operator=(const CPieMeterScale&) = delete;
+
+    // Axis style 0: major squares, minor lines. 1: squares for both, the major ones larger. 2:
+    // lines for both. 3: major squares alone. Another style counts as 0.
+    int Draw(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle, int32_t nAxisStyle) const;
+
+private:
+    Kind m_kind;
+    COLORREF m_clr;
+};
 
 class CPieMeter : public CArcMeter {
 public:
@@ -27,4 +74,14 @@ private:
     COLORREF m_clrSector = 0xFFFFFF;
     COLORREF m_clrErase = 0;
     int32_t m_nSectorStyle = 0;
+};
+
+// Squares and lines as ticks, larger numbers and an outline of the whole span.
+class CPieUpgradeMeter final : public CPieMeter {
+public:
+    using CPieMeter::CPieMeter;
+
+    int DrawScale(HDC hdc) override;
+    int DrawLabels(HDC hdc) override;
+    int DrawFrame(HDC hdc) override;
 };

@@ -3,10 +3,7 @@
 #include "base/GdiScopes.h"
 #include "base/WrapMath.h"
 #include "meter/DialComponents.h"
-#include "meter/RoundMeterArcAxis.h"
-#include "meter/RoundMeterMark.h"
-#include "meter/RoundMeterPin.h"
-#include "meter/RoundMeterScale.h"
+#include "meter/RoundMeterParts.h"
 
 #include <cstdio>
 #include <cstring>
@@ -102,7 +99,7 @@ int CRoundMeter::FormatReadOut(char (&szOut)[VALUE_TEXT_SIZE], double fValue) co
     return 1;
 }
 
-// The zone of the value before: the new one is stored when all layers are painted. Deliberate.
+// By the zone of the value before: a meter stores the new one when all of its layers are painted.
 COLORREF CRoundMeter::ReadOutColor() const
 {
     if (!GetShowAlarm()) return BLACK;

@@ -272,6 +272,11 @@ CHostDriven* CQELView::FindMeter(uint32_t nId, uint32_t nSelector) const
     return Knowing(m_meters.Find(MeterIdOf(nId)), nSelector);
 }
 
+bool CQELView::HasHostId(uint32_t nId) const
+{
+    return m_scales.Find(nId) || m_meters.Find(MeterIdOf(nId));
+}
+
 // An element that does not know the selector leaves the result to the other one.
 int CQELView::SetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t nValue)
 {

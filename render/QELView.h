@@ -61,6 +61,7 @@ public:
     int GetScaleParam(uint32_t nId, uint32_t nSelector, uint32_t* pnValue) const;
     int SetScaleParam(uint32_t nId, uint32_t nSelector, float fValue);
     int GetScaleParam(uint32_t nId, uint32_t nSelector, float* pfValue) const;
+    [[nodiscard]] bool HasHostId(uint32_t nId) const; // any scale or meter
 
     // A null element means the root, in these.
     int Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags);

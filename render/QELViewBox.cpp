@@ -57,11 +57,6 @@ int CQELViewBox::MoveY(int32_t nDy)
     return 1;
 }
 
-int CQELViewRect::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 bool CQELViewRect::HidesOutline() const
 {
     return (Style() & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
@@ -141,11 +136,6 @@ HRGN CQELViewRect::MakeRegion(const RECT& rcQel) const
                            WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink));
 }
 
-int CQELViewRoundRect::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 SIZE CQELViewRoundRect::Corner() const
 {
     const RECT rc = Box();
@@ -187,11 +177,6 @@ HRGN CQELViewRoundRect::MakeRegion(const RECT& rcQel) const
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
     const SIZE corner = Corner();
     return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
-}
-
-int CQELViewEllipse::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
 }
 
 void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const

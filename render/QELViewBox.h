@@ -29,14 +29,10 @@ private:
 };
 
 // The one shape with 3D borders.
-class CQELViewRect final : public CQELViewBox {
+class CQELViewRect final : public CQELViewLeaf<CQELViewRect, CQELViewBox, QEL_TYPE_RECT> {
 public:
-    CQELViewRect(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewBox(nRefW, nRefH, QEL_TYPE_RECT, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
     [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
 
@@ -52,14 +48,11 @@ protected:
 };
 
 // The corners keep their size in pixels at every scale.
-class CQELViewRoundRect final : public CQELViewBox {
+class CQELViewRoundRect final
+    : public CQELViewLeaf<CQELViewRoundRect, CQELViewBox, QEL_TYPE_ROUNDRECT> {
 public:
-    CQELViewRoundRect(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ROUNDRECT, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
 
 protected:
@@ -73,14 +66,10 @@ private:
     [[nodiscard]] SIZE Corner() const; // of the corner ellipse; 0 for an empty rectangle
 };
 
-class CQELViewEllipse final : public CQELViewBox {
+class CQELViewEllipse final : public CQELViewLeaf<CQELViewEllipse, CQELViewBox, QEL_TYPE_ELLIPSE> {
 public:
-    CQELViewEllipse(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewBox(nRefW, nRefH, QEL_TYPE_ELLIPSE, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
 
 protected:

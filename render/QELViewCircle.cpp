@@ -24,11 +24,6 @@ POINT MiddleOf(const RECT& rc)
 
 } // namespace
 
-int CQELViewCircle::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 RECT CQELViewCircle::Box() const
 {
     return GeometryBounds(Words());

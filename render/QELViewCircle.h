@@ -4,14 +4,10 @@
 
 #include "render/QELViewShape.h"
 
-class CQELViewCircle final : public CQELViewShape {
+class CQELViewCircle final : public CQELViewLeaf<CQELViewCircle, CQELViewShape, QEL_TYPE_CIRCLE> {
 public:
-    CQELViewCircle(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewShape(nRefW, nRefH, QEL_TYPE_CIRCLE, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     int Rotate(POINT ptCentre, int32_t nAngle) override;
     int MoveX(int32_t nDx) override;
     int MoveY(int32_t nDy) override;

@@ -10,6 +10,21 @@ CQELViewElm::~CQELViewElm()
     Detach();
 }
 
+CQELViewElm::ChangeStamp CQELViewElm::Changes() const
+{
+    const CQELViewElm* pTop = this;
+    while (pTop->m_pParent) pTop = pTop->m_pParent;
+    if (pTop->Type() != QEL_TYPE_ROOT) return {};
+    return static_cast<const CQELViewQEL*>(pTop)->ChangeCount();
+}
+
+void CQELViewElm::NoteChange()
+{
+    CQELViewElm* pTop = this;
+    while (pTop->m_pParent) pTop = pTop->m_pParent;
+    if (pTop->Type() == QEL_TYPE_ROOT) static_cast<CQELViewQEL*>(pTop)->CountChange();
+}
+
 // Within the own parent the copy is linked with this element as the moving part, so that what
 // followed this element is not reached through the chain any more and this element has no previous
 // sibling. Editing makes its copies another way.

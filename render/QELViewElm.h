@@ -5,6 +5,7 @@
 
 #include "base/Pool.h"
 #include "base/TreeLinks.h"
+#include "document/ShapeForms.h"
 #include "include/QELEngine.h"
 
 #include <cstdint>
@@ -89,24 +90,20 @@ public:
     void Detach(); // destroys all children, then unlinks
 
     [[nodiscard]] int32_t Type() const { return m_nType; }
-    [[nodiscard]] bool IsShape() const // a CQELViewShape
-    {
-        return m_nType >= QEL_TYPE_TEXT && m_nType <= QEL_TYPE_POLYGON;
-    }
+    [[nodiscard]] bool IsShape() const { return IsShapeType(m_nType); } // a CQELViewShape
 
-    // Another number after all that may move what elements paint or change which colours they leave
-    // set: geometry, styles, texts, links, sizes. Not after values, colours and the blink phase.
+    // Another number after all that may move what elements of the same tree paint or change which
+    // colours they leave set: geometry, styles, texts, links, sizes. Not after values, colours and
+    // the blink phase. The root counts; what is in no root has no number.
     struct ChangeStamp { // of words, since pools align to no more than pointers
         uint32_t nLow = 0;
         uint32_t nHigh = 0;
         bool operator==(const ChangeStamp&) const = default;
+        [[nodiscard]] bool IsNone() const { return !nLow && !nHigh; }
     };
-    [[nodiscard]] static ChangeStamp Changes()
-    {
-        return {static_cast<uint32_t>(s_nChanges), static_cast<uint32_t>(s_nChanges >> 32)};
-    }
-    static void LinksChanged() { NoteChange(); }
-    static void PaintChanged() { NoteChange(); }
+    [[nodiscard]] ChangeStamp Changes() const;
+    void LinksChanged() { NoteChange(); }
+    void PaintChanged() { NoteChange(); }
 
     void SetRefSize(int32_t nRefW, int32_t nRefH); // with all descendants
     [[nodiscard]] int32_t RefW() const { return m_nRefW; }
@@ -122,7 +119,7 @@ public:
 
 protected:
     void SetType(int32_t nType) { m_nType = static_cast<int8_t>(nType); }
-    static void NoteChange() { ++s_nChanges; }
+    void NoteChange();
 
 private:
     int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
@@ -132,8 +129,6 @@ private:
     void MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const;
 
     friend class CQELView; // keeps the lists of dynamic elements
-
-    static inline uint64_t s_nChanges = 1; // 0 is never reached again: 64 bits do not come round
 
     int32_t m_nRefW;
     int32_t m_nRefH;
@@ -162,3 +157,18 @@ int NewInstanceAs(const T& source, CQELViewElm** ppOut)
     *ppOut = MakeWhole<T>(nullptr, source.RefW(), source.RefH());
     return *ppOut ? 1 : 0;
 }
+
+// What every concrete class is made with and answers alike: class T, of that type, on its base.
+template <class T, class Base, int32_t TYPE>
+class CQELViewLeaf : public Base {
+public:
+    CQELViewLeaf(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
+        : Base(nRefW, nRefH, TYPE, pPool)
+    {
+    }
+
+    int NewInstance(CQELViewElm** ppOut) const override
+    {
+        return NewInstanceAs(static_cast<const T&>(*this), ppOut);
+    }
+};

@@ -34,10 +34,11 @@ int CQELViewGroup::SetAttrBlock(const void* pBlock)
 
 const PaintedBounds& CQELViewGroup::Bounds(const RECT& rcQel, uint32_t nFlags)
 {
-    if (m_boundsChanges == Changes() && m_nBoundsFlags == nFlags &&
+    const ChangeStamp changes = Changes();
+    if (!changes.IsNone() && m_boundsChanges == changes && m_nBoundsFlags == nFlags &&
         ::EqualRect(&m_rcBoundsQel, &rcQel))
         return m_bounds;
-    m_boundsChanges = Changes();
+    m_boundsChanges = changes;
     m_nBoundsFlags = nFlags;
     m_rcBoundsQel = rcQel;
     FindBounds();

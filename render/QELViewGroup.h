@@ -1,6 +1,6 @@
 // The view of a group: draws, turns, moves and recolours its children and nothing else. It knows
 // where all of them paint, so that a clip can hide it as a whole. The document side is
-// document/QELDocContainer.h.
+// document/QELDocLeaves.h.
 #pragma once
 
 #include "render/QELViewShape.h"

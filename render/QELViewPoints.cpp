@@ -130,11 +130,6 @@ RECT CQELViewPoints::GeometryBounds(const int32_t* pnWords) const
     return rc;
 }
 
-int CQELViewLine::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 int CQELViewLine::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     pOut->nPoints = 2;
@@ -177,11 +172,6 @@ int CQELViewLine::MoveY(int32_t nDy)
     return 1;
 }
 
-int CQELViewPolyline::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 void CQELViewPolyline::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
 {
     const CPositionScope position(hdc, figure.pts[0]);
@@ -195,11 +185,6 @@ constexpr int64_t CHEAP_ROWS = 4096; // up to here it is made whole whatever sho
 constexpr int64_t MAX_ROWS = 131072; // and up to here its box is that of the whole region
 
 } // namespace
-
-int CQELViewPolygon::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
 
 void CQELViewPolygon::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
 {

@@ -36,14 +36,10 @@ private:
 };
 
 // Turned and moved freely, not kept inside the drawing.
-class CQELViewLine final : public CQELViewPoints {
+class CQELViewLine final : public CQELViewLeaf<CQELViewLine, CQELViewPoints, QEL_TYPE_LINE> {
 public:
-    CQELViewLine(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_LINE, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     int Rotate(POINT ptCentre, int32_t nAngle) override;
     int MoveX(int32_t nDx) override;
     int MoveY(int32_t nDy) override;
@@ -59,14 +55,10 @@ protected:
     [[nodiscard]] bool IsOutlineOnly() const override { return true; }
 };
 
-class CQELViewPolyline final : public CQELViewPoints {
+class CQELViewPolyline final
+    : public CQELViewLeaf<CQELViewPolyline, CQELViewPoints, QEL_TYPE_POLYLINE> {
 public:
-    CQELViewPolyline(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYLINE, pPool)
-    {
-    }
-
-    int NewInstance(CQELViewElm** ppOut) const override;
+    using CQELViewLeaf::CQELViewLeaf;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
@@ -74,14 +66,11 @@ protected:
     [[nodiscard]] bool IsOutlineOnly() const override { return true; }
 };
 
-class CQELViewPolygon final : public CQELViewPoints {
+class CQELViewPolygon final
+    : public CQELViewLeaf<CQELViewPolygon, CQELViewPoints, QEL_TYPE_POLYGON> {
 public:
-    CQELViewPolygon(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewPoints(nRefW, nRefH, QEL_TYPE_POLYGON, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
     [[nodiscard]] HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
                                        bool* pbPart) const override;

@@ -8,6 +8,11 @@
 class CQELViewQEL final : public CQELViewElm {
 public:
     CQELViewQEL(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept;
+    ~CQELViewQEL() override
+    {
+        Detach();
+        SetType(QEL_TYPE_NONE); // what is left of it does not count changes
+    }
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
@@ -23,8 +28,16 @@ public:
     [[nodiscard]] CLiveLayer* LiveLayer() const { return m_pLiveLayer; }
     void SetLiveLayer(CLiveLayer* pLayer) { m_pLiveLayer = pLayer; }
 
+    // The changes of the tree (CQELViewElm::Changes).
+    [[nodiscard]] ChangeStamp ChangeCount() const { return m_changes; }
+    void CountChange()
+    {
+        if (++m_changes.nLow == 0) ++m_changes.nHigh;
+    }
+
 private:
     CLiveLayer* m_pLiveLayer = nullptr;
+    ChangeStamp m_changes{1, 0}; // 0 is never reached again: 64 bits do not come round
     int32_t m_nKind = 0;
     char m_szName[QEL_TEXT_SIZE] = {};
 };

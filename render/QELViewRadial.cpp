@@ -1,7 +1,6 @@
 #include "render/QELViewRadial.h"
 
 #include "base/Block.h"
-#include "base/GdiScopes.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
@@ -265,54 +264,17 @@ bool CQELViewRadial::FindFilledBox(const DeviceFigure& figure, const RECT& rc, c
            (bottom.bottom < nBottom || nBottom == rc.bottom);
 }
 
-int CQELViewArc::NewInstance(CQELViewElm** ppOut) const
+void CallArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd)
 {
-    return NewInstanceAs(*this, ppOut);
-}
-
-void CQELViewArc::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
-{
-    const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
-    const RECT& rc = figure.rcBox;
-    const POINT& ptStart = figure.pts[0];
-    const POINT& ptEnd = figure.pts[1];
     ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
 }
 
-int CQELViewChord::NewInstance(CQELViewElm** ppOut) const
+void CallChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd)
 {
-    return NewInstanceAs(*this, ppOut);
-}
-
-void CQELViewChord::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
-{
-    const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
-    const RECT& rc = figure.rcBox;
-    const POINT& ptStart = figure.pts[0];
-    const POINT& ptEnd = figure.pts[1];
     ::Chord(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
 }
 
-HRGN CQELViewChord::MakeRegion(const RECT& rcQel) const
+void CallPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd)
 {
-    return MakeFilledRegion(rcQel);
-}
-
-int CQELViewPie::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
-void CQELViewPie::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
-{
-    const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
-    const RECT& rc = figure.rcBox;
-    const POINT& ptStart = figure.pts[0];
-    const POINT& ptEnd = figure.pts[1];
     ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
-}
-
-HRGN CQELViewPie::MakeRegion(const RECT& rcQel) const
-{
-    return MakeFilledRegion(rcQel);
 }

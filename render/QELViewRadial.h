@@ -3,6 +3,7 @@
 // and the move of all three. The document side is document/QELDocShape.h.
 #pragma once
 
+#include "base/GdiScopes.h"
 #include "render/QELViewShape.h"
 
 class CQELViewRadial : public CQELViewShape {
@@ -26,13 +27,12 @@ protected:
     [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
     // Whether the figure slides back into the drawing after a turn or a move.
-    [[nodiscard]] virtual bool StaysInside() const { return true; }
+    [[nodiscard]] virtual bool StaysInside() const = 0;
     // Where the coordinates lie along an axis whose reference size is below 1: false, the box at 0;
     // true, all of them at the QEL rect's edge.
-    [[nodiscard]] virtual bool CollapsesToEdge() const { return false; }
-
+    [[nodiscard]] virtual bool CollapsesToEdge() const = 0;
     // Whether the filled figure goes to the middle of the ellipse.
-    [[nodiscard]] virtual bool ReachesMiddle() const { return false; }
+    [[nodiscard]] virtual bool ReachesMiddle() const = 0;
 
     // The filled figure as a region, for the classes that have one. Null for an empty box and for
     // one larger than 16384 pixels a side.
@@ -48,51 +48,47 @@ private:
     void KeepInside();
 };
 
-// Turned and moved freely, not kept inside the drawing.
-class CQELViewArc final : public CQELViewRadial {
-public:
-    CQELViewArc(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_ARC, pPool)
-    {
-    }
-
-    int NewInstance(CQELViewElm** ppOut) const override;
-
-protected:
-    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
-    [[nodiscard]] bool IsOutlineOnly() const override { return true; }
-    [[nodiscard]] bool StaysInside() const override { return false; }
+// What arc, chord and pie differ in.
+struct RadialRules {
+    int32_t nType;
+    void (*pfnCall)(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
+    bool bOutlineOnly;
+    bool bStaysInside;
+    bool bCollapsesToEdge;
+    bool bReachesMiddle;
 };
 
-class CQELViewChord final : public CQELViewRadial {
+void CallArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
+void CallChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
+void CallPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
+
+inline constexpr RadialRules g_arcRules = {QEL_TYPE_ARC, CallArc, true, false, false, false};
+inline constexpr RadialRules g_chordRules = {QEL_TYPE_CHORD, CallChord, false, true, false, false};
+inline constexpr RadialRules g_pieRules = {QEL_TYPE_PIE, CallPie, false, true, true, true};
+
+template <const RadialRules& RULES>
+class CQELViewRadialLeaf final
+    : public CQELViewLeaf<CQELViewRadialLeaf<RULES>, CQELViewRadial, RULES.nType> {
 public:
-    CQELViewChord(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_CHORD, pPool)
+    using CQELViewLeaf<CQELViewRadialLeaf, CQELViewRadial, RULES.nType>::CQELViewLeaf;
+
+    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override
     {
+        return RULES.bOutlineOnly ? nullptr : this->MakeFilledRegion(rcQel);
     }
 
-    int NewInstance(CQELViewElm** ppOut) const override;
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
-
 protected:
-    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
-};
-
-class CQELViewPie final : public CQELViewRadial {
-public:
-    CQELViewPie(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewRadial(nRefW, nRefH, QEL_TYPE_PIE, pPool)
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const override
     {
+        const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
+        RULES.pfnCall(hdc, figure.rcBox, figure.pts[0], figure.pts[1]);
     }
-
-    int NewInstance(CQELViewElm** ppOut) const override;
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
-
-protected:
-    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
-    [[nodiscard]] bool CollapsesToEdge() const override { return true; }
-    [[nodiscard]] bool ReachesMiddle() const override { return true; }
+    [[nodiscard]] bool IsOutlineOnly() const override { return RULES.bOutlineOnly; }
+    [[nodiscard]] bool StaysInside() const override { return RULES.bStaysInside; }
+    [[nodiscard]] bool CollapsesToEdge() const override { return RULES.bCollapsesToEdge; }
+    [[nodiscard]] bool ReachesMiddle() const override { return RULES.bReachesMiddle; }
 };
+
+using CQELViewArc = CQELViewRadialLeaf<g_arcRules>;
+using CQELViewChord = CQELViewRadialLeaf<g_chordRules>;
+using CQELViewPie = CQELViewRadialLeaf<g_pieRules>;

@@ -86,11 +86,6 @@ const char* CQELViewText::ShownText(char (&szRoom)[QEL_TEXT_SIZE]) const
     return szRoom;
 }
 
-int CQELViewText::NewInstance(CQELViewElm** ppOut) const
-{
-    return NewInstanceAs(*this, ppOut);
-}
-
 int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     if (!(nFlags & QEL_DRAW_FULL)) return 1;

@@ -5,14 +5,10 @@
 
 #include "render/QELViewBox.h"
 
-class CQELViewText final : public CQELViewBox {
+class CQELViewText final : public CQELViewLeaf<CQELViewText, CQELViewBox, QEL_TYPE_TEXT> {
 public:
-    CQELViewText(int32_t nRefW, int32_t nRefH, CPool* pPool = nullptr) noexcept
-        : CQELViewBox(nRefW, nRefH, QEL_TYPE_TEXT, pPool)
-    {
-    }
+    using CQELViewLeaf::CQELViewLeaf;
 
-    int NewInstance(CQELViewElm** ppOut) const override;
     int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
     void LeaveColors(LeftColors* pOut) const override; // none

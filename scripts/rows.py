@@ -28,6 +28,8 @@ CASES = [
      r'"circle"', '"ellipse"', "a row for each number"),
     ("engine/ElementTypes.cpp", "an element type without a view",
      r"MakeWhole<View>", "nullptr", "a row for each number"),
+    ("engine/ElementTypes.cpp", "a shape that its row does not call one",
+     r'"line",\s+TRAIT_SHAPE \|', '"line",', "a row for each number"),
     ("dynamic/Selectors.cpp", "a selector without a row",
      r"\n    \{QEL_SEL_REVERSE,.*?nullptr\},", "", "a selector is the place of its row"),
     ("dynamic/Selectors.cpp", "two selectors of one name",

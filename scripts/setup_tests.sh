@@ -147,17 +147,32 @@ contains "which is said too" "lacks a half" "$(cat "$work/says")"
 configure() { # [PATH-PREFIX]
   PATH=${1:+$1:}$PATH bash -c 'source scripts/setup.sh
     QEL_LOOKED_FOR+=("$1/include/rapidxml/rapidxml.hpp")
-    qel_configure i686 "$1/build" "-DQEL_XML_PEER=$1/include"' _ "$work" >"$work/says" 2>&1 </dev/null
+    QEL_LOOKED_FOR+=("$1/include/"{CLI/CLI,nlohmann/json}.hpp "$1/include/fmt/format.h")
+    qel_configure i686 "$1/build" "-DQEL_XML_PEER=$1/include" "-DQEL_TOOL_HEADERS=$1/include"' _ "$work" >"$work/says" 2>&1 </dev/null
 }
 measurements() { ninja -C "$work/build" -t targets all | grep -c '^qel_bench: '; }
+built() { ninja -C "$work/build" -t targets all | grep -cE "^$1: "; }
 configure
 is "without its library the measurements are left out" "0 0" "$? $(measurements)"
+is "without its libraries qel is left out, and the DLL is not" "0 0 1" \
+  "$(built qel) $(built bin/qel.exe) $(built bin/QELEngine.dll)"
+is "the package is made of the rest" 1 "$(built QELEnginePackage)"
+contains "which is said" "qel, the command-line program, is left out" "$(cat "$work/says")"
+contains "with the packages" "libcli11-dev, nlohmann-json3-dev and libfmt-dev" "$(cat "$work/says")"
 configure
 is "nothing is configured twice" "0 0" "$? $(wc -c <"$work/says")"
 mkdir -p "$work/include/rapidxml"
 touch "$work/include/rapidxml/rapidxml.hpp"
 configure
 is "when a package comes they are there" "0 1" "$? $(measurements)"
+mkdir -p "$work/include/"{CLI,nlohmann,fmt}
+touch "$work/include/CLI/CLI.hpp" "$work/include/nlohmann/json.hpp"
+configure
+is "with two of its three libraries qel is left out" "0 0" "$? $(built qel)"
+contains "the third one is named" "there is no $work/include/fmt/format.h" "$(cat "$work/says")"
+touch "$work/include/fmt/format.h"
+configure
+is "with all three of them qel is there" "0 1" "$? $(built qel)"
 compiler=i686-w64-mingw32-g++-posix
 mkdir "$work/newer"
 printf '#!/bin/sh\nexec %s "$@"\n' "$(type -P $compiler)" >"$work/newer/$compiler"

@@ -2,8 +2,7 @@
 // bodies. The code is meter/BarGeometry.*.
 #include "meter/BarGeometry.h"
 
-#include "meter/LongBarMeter.h"
-#include "meter/UpBarMeter.h"
+#include "meter/BarMeter.h"
 
 #include <gtest/gtest.h>
 

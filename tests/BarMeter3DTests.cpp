@@ -1,5 +1,5 @@
 // The 3D bars: body, outline and read-out stay in the column at every value, and the next paint
-// takes them away. The code is meter/BarBody.* and meter/BarMeter3D.*.
+// takes them away. The code is meter/BarMeter3D.*.
 #include "include/QELEngine.h"
 #include "meter/BarMeter3D.h"
 #include "tests/support/Bitmap.h"

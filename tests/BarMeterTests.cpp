@@ -1,11 +1,9 @@
 // The flat bars: fills, axis, ticks and numbers against raw GDI calls worked out here. The code is
-// meter/BarMeter.*, UpBarMeter.*, LongBarMeter.* and BarFill.*.
+// meter/BarMeter.* and meter/BarFill.*.
 #include "meter/BarMeter.h"
 
 #include "include/QELEngine.h"
 #include "meter/BarFill.h"
-#include "meter/LongBarMeter.h"
-#include "meter/UpBarMeter.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

@@ -1,5 +1,5 @@
 // The round dial: the plain dial with fixed angles and a blade as needle. The code is
-// meter/CircleMeter.* and meter/AnglePin.*.
+// meter/CircleMeter.*.
 #include "meter/CircleMeter.h"
 
 #include "base/DegTrig.h"

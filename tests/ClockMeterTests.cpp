@@ -4,7 +4,6 @@
 
 #include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "meter/ClockMark.h"
 #include "meter/ClockPin.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"

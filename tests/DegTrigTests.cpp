@@ -116,7 +116,7 @@ TEST(DegCosine, NegativeAnglesMirrorThePositive)
     }
 }
 
-TEST(DegCosine, BetweenMinusOneAndZeroItExtrapolatesDeliberately)
+TEST(DegCosine, BetweenMinusOneAndZeroItExtrapolates)
 {
     // Truncation gives whole degree 0, which is not negative, so the fraction is.
     EXPECT_DOUBLE_EQ(c(0) - 0.5 * d(0), DegCos(-0.5F));
@@ -138,7 +138,7 @@ TEST(DegSine, WholeQuartersAreExact)
     EXPECT_EQ(-1.0, DegSin(-90.0F));
 }
 
-TEST(DegSine, BelowNinetyItExtrapolatesBackFromTheNextDegreeDeliberately)
+TEST(DegSine, BelowNinetyItExtrapolatesBackFromTheNextDegree)
 {
     EXPECT_DOUBLE_EQ(c(60) - 0.5 * d(60), DegSin(30.5F));
     EXPECT_DOUBLE_EQ(c(1) - 0.25 * d(1), DegSin(89.25F));
@@ -286,8 +286,9 @@ TEST(Lines, TwoObliqueLinesWithFirstPointsAtOneHeightMeetWhereTheyCross)
     ExpectMeetings(rows);
 }
 
-TEST(Lines, TheSignOfTheHeightTermIsKeptDeliberately)
+TEST(Lines, TheHeightTermIsTheFirstHeightLessTheSecond)
 {
+    // Lines that really meet would have it the other way round; figures are built on this sign.
     const LinesRow rows[] = {
         // 10 * 10 * (0 - 10) / (10 * 10 - -10 * 10) = -1000 / 200: mirrored from the true 5.
         {{0, 0, 10, 10}, {0, 10, 10, 0}, 1, {-5, -5}},

@@ -1,12 +1,12 @@
 // What the layers of dials draw with: lines, arcs, discs, labels, filled sectors and the blade of
 // the round dial. Each against the raw calls, with its results, and without a trace left behind.
-// The code is meter/DialComponents.*, meter/ArcFill.* and meter/AnglePin.*.
+// The code is meter/DialComponents.*, meter/PieMeter.* and meter/CircleMeter.*.
 #include "meter/DialComponents.h"
 
 #include "base/DegTrig.h"
-#include "meter/AnglePin.h"
-#include "meter/ArcFill.h"
-#include "meter/RoundMeterArcAxis.h"
+#include "meter/CircleMeter.h"
+#include "meter/PieMeter.h"
+#include "meter/RoundMeterParts.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 
@@ -380,7 +380,7 @@ TEST(ArcFill, LessThanADegreeIsNotWorthDrawingAndNoFailure)
 TEST(ArcFill, DegenerateSectorsAreLeftOutUnlessTheyAreWhole)
 {
     EXPECT_EQ(Lines{}, Pies(0, 5, 30, 2));    // both ends on one pixel
-    EXPECT_EQ(Lines{}, Pies(0, 80, 30, 180)); // opposite, not upright: deliberate
+    EXPECT_EQ(Lines{}, Pies(0, 80, 30, 180)); // opposite: the slopes agree
     EXPECT_EQ(Lines{}, Pies(0, 80, 135, 180));
     EXPECT_EQ(Lines{}, Pies(0, 0, 30, 90)); // no radius
     EXPECT_EQ(Lines{}, Pies(0, 5, 1, 354));

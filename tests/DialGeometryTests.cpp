@@ -322,7 +322,7 @@ TEST(DialGeometry, SectorsWithoutTwoDirectionsAreDegenerate)
         {"one above", {99, 50}, {100, 50}, false},
         {"a quarter", {50, 100}, {100, 150}, false},
         {"two oblique directions", {130, 140}, {140, 130}, false},
-        {"opposite and oblique", {130, 140}, {70, 60}, true}, // slopes alone: deliberate
+        {"opposite and oblique", {130, 140}, {70, 60}, true}, // by the slopes, not the sides
         {"slopes .50 and .52", {200, 150}, {200, 152}, false},
         {"slopes .250 and .255", {300, 150}, {300, 151}, true},
         {"mirrored at the upright", {130, 140}, {70, 140}, false},
@@ -335,7 +335,7 @@ TEST(DialGeometry, SectorsWithoutTwoDirectionsAreDegenerate)
 
 TEST(DialGeometry, LevelPointsOnBothSidesHaveOneSlopeAndCountAsDegenerate)
 {
-    // Unlike the upright, which has no slope to compare: deliberate.
+    // Upright points have no slope, and their sides are compared instead.
     EXPECT_TRUE(IsDegenerateSector({100, 100}, {50, 100}, {150, 100}));
     EXPECT_TRUE(IsDegenerateSector({100, 100}, {150, 100}, {50, 100}));
 }

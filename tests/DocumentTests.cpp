@@ -609,7 +609,8 @@ TEST(Document, ACopyStandsRightAfterItsSourceAndASecondOneBetweenThem)
     EXPECT_EQ("a a_1 z", TreeOf(*document.Root()));
     CQELDocElm* pSecond = document->CopyElement(document.First());
     ASSERT_NE(nullptr, pSecond);
-    EXPECT_EQ("a a_1 a_1 z", TreeOf(*document.Root())); // the same identifier twice: deliberate
+    // The suffix goes by the source alone, so that both copies have the same identifier.
+    EXPECT_EQ("a a_1 a_1 z", TreeOf(*document.Root()));
     EXPECT_EQ(pSecond, document.First()->NextSibling());
     EXPECT_EQ(pFirst, pSecond->NextSibling());
     ASSERT_NE(nullptr, document->CopyElement(pSecond));

@@ -229,7 +229,8 @@ TEST(Draft, KeepsTheGradientBrushWhileTheRectangleIsTheSameWhateverTheColors)
     RECT rcEqual = rc;
     ASSERT_NE(0, draft.GetDraftBrush(hSecond, &rcEqual, RGB(1, 2, 3), RGB(4, 5, 6)));
     EXPECT_EQ(hFirst, hSecond);
-    CTestBitmap expected(32, 24), drawn(32, 24); // deliberate: the colours are not looked at
+    // What is kept goes by the rectangle alone, and shows the colours of the first call.
+    CTestBitmap expected(32, 24), drawn(32, 24);
     PaintGradient(expected, rc, 0, clr1, clr2);
     Paint(drawn, hSecond);
     EXPECT_EQ("", FirstDifference(expected, drawn));
@@ -274,7 +275,8 @@ TEST(Draft, GivesACopyTheSameBrushAndBothCanBeDestroyed)
         EXPECT_EQ(hFirst, hCopy);
         EXPECT_EQ(hFirst, hAssigned);
         pFirst.reset();
-        EXPECT_EQ(0u, ::GetObjectType(hFirst)); // deliberate: the copy is a shallow one
+        // A copy is one of the members, as hosts make it: both hold the same brush.
+        EXPECT_EQ(0u, ::GetObjectType(hFirst));
         pCopy.reset();
     }
 }

@@ -1,5 +1,5 @@
 // The group element: a record that says nothing, and the rectangle of what is in it, which is also
-// that of the root. The code is document/QELDocContainer.cpp.
+// that of the root. The code is document/QELDocLeaves.cpp.
 #include "document/QELDocLeaves.h"
 #include "engine/ElementTypes.h"
 #include "tests/support/DocSupport.h"

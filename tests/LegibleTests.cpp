@@ -1,8 +1,8 @@
 // That small texts and numbers can be read: no two characters look the same in the font that qel
 // takes for texts, nor in the one that the system takes for the numbers of scales. The fonts are
 // chosen in tools/qel/TextFont.cpp and scripts/setup.sh.
+#include "meter/BarMeter.h"
 #include "meter/Meter.h"
-#include "meter/UpBarMeter.h"
 #include "tools/qel/TextFont.h"
 
 #include "tests/support/Bitmap.h"
@@ -75,7 +75,7 @@ private:
 // What the text element makes of the host's font for a cell; TextViewTests hold it to that.
 HFONT FontOfTexts(SIZE cell)
 {
-    LOGFONTW font = TextFont(DefaultTextFace());
+    LOGFONTW font = qel::TextFont(qel::DefaultTextFace());
     font.lfWidth = cell.cx;
     font.lfHeight = cell.cy;
     font.lfCharSet = OEM_CHARSET;

@@ -434,7 +434,8 @@ TEST(Meter, TakesTheFractionFromTheSinglePrecisionValue)
 
 TEST(Meter, PrintsNegativeFractionsAsTheNearestWholeNumber)
 {
-    CProbe meter; // value minus its whole part is negative there, so never a decimal: deliberate
+    // The value less its whole part is negative there, and only what is above a limit is printed.
+    CProbe meter;
     EXPECT_EQ("-3", Printed(meter, -2.7F));
     EXPECT_EQ("-2", Printed(meter, -2.3F));
     EXPECT_EQ("-0", Printed(meter, -0.3F));

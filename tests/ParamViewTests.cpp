@@ -1,10 +1,9 @@
 // The views of draw region, frame, pattern and status alone: what a copy of one keeps, the records
 // that they exchange, and what they refuse. The code is dynamic/QELViewParam.*,
-// QELViewDrawRgn.cpp, QELViewFrame.cpp, QELViewPattern.cpp and QELViewStatus.cpp; what is drawn of
-// them is in host/DynamicTests.cpp.
+// QELViewDrawRgn.cpp, QELViewContainers.cpp and QELViewStatus.cpp; what is drawn of them is in
+// host/DynamicTests.cpp.
+#include "dynamic/QELViewContainers.h"
 #include "dynamic/QELViewDrawRgn.h"
-#include "dynamic/QELViewFrame.h"
-#include "dynamic/QELViewPattern.h"
 #include "dynamic/QELViewStatus.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"

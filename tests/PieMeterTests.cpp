@@ -1,12 +1,10 @@
 // The two pie meters: the sector that follows the value and is painted over when it shrinks, and
-// the ticks, numbers and outline of the upgraded one. The code is meter/PieMeter.*,
-// meter/PieUpgradeMeter.* and meter/PieMeterScale.*.
+// the ticks, numbers and outline of the upgraded one. The code is
+// meter/PieMeter.*.
 #include "meter/PieMeter.h"
 
 #include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "meter/PieMeterScale.h"
-#include "meter/PieUpgradeMeter.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 
@@ -228,7 +226,7 @@ TYPED_TEST(PieMeters, WithoutRangeOrSpanThereIsNoSector)
 
 TYPED_TEST(PieMeters, HalvesAreDrawnOnlyWhenTheyStandUpright)
 {
-    CPie<TypeParam> oblique; // 30 to 210: deliberate, only slopes are compared
+    CPie<TypeParam> oblique; // from 30 to 210: both ends have one slope
     EXPECT_EQ(Lines{}, oblique.Sectors(60, QEL_DRAW_FULL));
     CPie<TypeParam> closed(R, 0, 360);
     EXPECT_EQ((Lines{Sector(0, 180)}), closed.Sectors(50, QEL_DRAW_FULL));

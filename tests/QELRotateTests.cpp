@@ -76,7 +76,7 @@ TEST(Rotate, AFullTurnOrNoneLeavesEveryPoint)
             EXPECT_EQ(point, Turn(point, {3, 99}, nAngle)) << nAngle;
 }
 
-TEST(Rotate, AQuarterTurnAboutAnUnevenCentreAlsoDisplacesDeliberately)
+TEST(Rotate, AQuarterTurnAboutAnUnevenCentreAlsoDisplaces)
 {
     // x' = y + cy - cx and y' = cy - x + cx, each time from the result before.
     EXPECT_EQ((Spot{12, 29}), Turn({1, 2}, {10, 20}, 90));  // 2 + 20 - 10, 20 - 1 + 10
@@ -143,7 +143,7 @@ TEST(Rotate, PointsOfWholeRadiusTurnAsGeometrySays)
                 }
 }
 
-TEST(Rotate, JustBelowTheHorizontalCountsAsJustAboveDeliberately)
+TEST(Rotate, JustBelowTheHorizontalCountsAsJustAbove)
 {
     // 40 of 401 is an arc of 0.0999: inside the band, so the point is taken as its mirror image.
     EXPECT_EQ((Spot{253, -310}), Turn({399, -40}, {0, 0}, 45)); // 253.85, -310.4

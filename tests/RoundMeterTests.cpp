@@ -4,8 +4,7 @@
 
 #include "base/DegTrig.h"
 #include "include/QELEngine.h"
-#include "meter/RoundMeterMark.h"
-#include "meter/RoundMeterPin.h"
+#include "meter/RoundMeterParts.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Figures.h"
 

@@ -340,7 +340,7 @@ TEST(ShapeSequence, OfALineSetsNoBrush)
               view.Calls(QEL));
 }
 
-// Deliberate: only fill style 1 puts the background colour back, 3 and 5 leave it changed.
+// Fill styles 3 and 5 leave the background colour set, and what hosts paint next is seen on it.
 TEST(ShapeSequence, OfAFilledLineFillsTheGapsAndRestoresTheColorForFillStyle1Only)
 {
     for (const DWORD nStyle : {1UL, 3UL, 5UL, 0x00040001UL, 0x00040003UL}) {

@@ -346,8 +346,8 @@ TEST(ViewDuplicate, CopiesTheWholeSubtreeInOrderWithItsAttributes)
     EXPECT_EQ(1, LeftOf(*source.FirstChild()));
 }
 
-// Deliberate: the copy hangs on the source alone. The siblings behind the source drop out of the
-// chain and the source loses its link back.
+// The copy is linked to the source alone. So the siblings behind the source drop out of the chain,
+// and the source loses its link back.
 TEST(ViewDuplicate, WithinItsOwnParentCutsTheChainBehindTheSource)
 {
     Family f;

@@ -3,7 +3,7 @@
 #include "engine/ElementTypes.h"
 #include "render/QELView.h"
 
-#include "dynamic/QELViewFrame.h"
+#include "dynamic/QELViewContainers.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
 #include "tests/support/ViewSupport.h"

@@ -659,6 +659,6 @@ TEST_F(XmlTree, AStringThatCannotBeAllocatedIsError1)
         ASSERT_EQ(0, XmlSetTextZ(m_pXml, "old"));
         EXPECT_EQ(1, XmlSetText(m_pXml, "t", nHuge));
         EXPECT_EQ(XML_ERR_ARGUMENT, m_pXml->nLastError);
-        EXPECT_EQ("root[a=1]", Tree()); // deliberate: the old text is gone already
+        EXPECT_EQ("root[a=1]", Tree()); // the old text goes before the new one is taken
     }
 }

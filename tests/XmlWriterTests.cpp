@@ -171,7 +171,7 @@ TEST_F(XmlWriter, ADoubleQuoteBehindTheFirstCharacterTurnsTheQuotes)
         const char* pszWritten;
     } rows[] = {
         {"plain", "\"plain\""},    {"a\"b", "'a&quot;b'"},     {"ab\"", "'ab&quot;'"},
-        {"\"ab", "\"&quot;ab\""}, // the first character does not count, deliberately
+        {"\"ab", "\"&quot;ab\""}, // looked for from the second character on
         {"\"", "\"&quot;\""},      {"\"\"", "'&quot;&quot;'"}, {"it's", "\"it&apos;s\""},
         {"'\"", "'&apos;&quot;'"},
     };

@@ -1,8 +1,11 @@
 #include "xml/XmlFile.h"
 
+#include "include/QELEngine.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <type_traits>
 
 namespace {
 
@@ -29,31 +32,82 @@ bool WriteAll(HANDLE hFile, const char* pData, std::size_t nSize)
     return true;
 }
 
-// Whether the target can be replaced: it is missing, or a plain file that nobody has open and that
-// is not read-only. Replacing by name would pass over all of that silently on some systems.
-bool IsReplaceable(const char* pszPath)
+// The system's calls for the two kinds of paths. The ANSI ones take no longer path than MAX_PATH; a
+// wide one has been made such that the system takes it with an ending (xml/WidePath.h).
+struct AnsiCalls {
+    using Char = char;
+    using Found = WIN32_FIND_DATAA;
+    static constexpr std::size_t MOST_CHARS = MAX_PATH - 1; // of a path
+    static constexpr std::size_t MOST_NAME = MAX_PATH - 1;  // of the name in it
+    static constexpr auto GetAttributes = &::GetFileAttributesA;
+    static constexpr auto Create = &::CreateFileA;
+    static constexpr auto FindFirst = &::FindFirstFileA;
+    static constexpr auto FindNext = &::FindNextFileA;
+    static constexpr auto Delete = &::DeleteFileA;
+    static constexpr auto Move = &::MoveFileExA;
+    // A separator may be the second byte of a character and is none then.
+    static std::size_t CharAt(const char* psz)
+    {
+        return ::IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(*psz)) && psz[1] ? 2 : 1;
+    }
+};
+
+struct WideCalls {
+    using Char = wchar_t;
+    using Found = WIN32_FIND_DATAW;
+    static constexpr std::size_t MOST_CHARS = 32760;
+    static constexpr std::size_t MOST_NAME = 255;
+    static constexpr auto GetAttributes = &::GetFileAttributesW;
+    static constexpr auto Create = &::CreateFileW;
+    static constexpr auto FindFirst = &::FindFirstFileW;
+    static constexpr auto FindNext = &::FindNextFileW;
+    static constexpr auto Delete = &::DeleteFileW;
+    static constexpr auto Move = &::MoveFileExW;
+    static std::size_t CharAt(const wchar_t*) { return 1; }
+};
+
+template <class TChar>
+using CallsFor = std::conditional_t<std::is_same_v<TChar, char>, AnsiCalls, WideCalls>;
+
+// Why the target cannot be replaced, QEL_ERROR_NONE when it can: it is missing, or a plain file
+// that nobody has open and that is not read-only. Replacing by name would pass over all of that
+// silently on some systems.
+template <class TCalls>
+Failure WhyNotReplaced(const typename TCalls::Char* pszPath)
 {
-    const DWORD nAttributes = ::GetFileAttributesA(pszPath);
+    const DWORD nAttributes = TCalls::GetAttributes(pszPath);
     if (nAttributes != INVALID_FILE_ATTRIBUTES &&
         (nAttributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)))
-        return false;
-    const HANDLE hFile = ::CreateFileA(pszPath, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                       FILE_ATTRIBUTE_NORMAL, nullptr);
+        return {QEL_ERROR_REPLACE, 0, 0, ERROR_ACCESS_DENIED};
+    const HANDLE hFile = TCalls::Create(pszPath, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                        FILE_ATTRIBUTE_NORMAL, nullptr);
     if (hFile != INVALID_HANDLE_VALUE) {
         const bool bIsDiskFile = ::GetFileType(hFile) == FILE_TYPE_DISK;
         ::CloseHandle(hFile);
-        return bIsDiskFile;
+        return bIsDiskFile ? Failure{} : Failure{QEL_ERROR_REPLACE};
     }
-    return ::GetLastError() == ERROR_FILE_NOT_FOUND;
+    const DWORD nError = ::GetLastError();
+    if (nError == ERROR_FILE_NOT_FOUND) return {};
+    const bool bIsThere = nError == ERROR_SHARING_VIOLATION || nError == ERROR_LOCK_VIOLATION ||
+                          nError == ERROR_ACCESS_DENIED;
+    return {bIsThere ? QEL_ERROR_REPLACE : QEL_ERROR_WRITE, 0, 0, nError};
 }
 
-// How much of a path stands before the name of the file. A separator may be the second byte of a
-// character and is none then.
-std::size_t FolderLength(const char* pszPath)
+template <class TChar>
+std::size_t LengthOf(const TChar* psz)
+{
+    std::size_t nLen = 0;
+    while (psz[nLen]) ++nLen;
+    return nLen;
+}
+
+// How much of a path stands before the name of the file.
+template <class TCalls>
+std::size_t FolderLength(const typename TCalls::Char* pszPath)
 {
     std::size_t nFolder = 0;
     for (std::size_t n = 0; pszPath[n]; ++n) {
-        if (::IsDBCSLeadByteEx(CP_ACP, static_cast<BYTE>(pszPath[n])) && pszPath[n + 1])
+        if (TCalls::CharAt(pszPath + n) > 1)
             ++n;
         else if (pszPath[n] == '\\' || pszPath[n] == '/' || pszPath[n] == ':')
             nFolder = n + 1;
@@ -62,83 +116,111 @@ std::size_t FolderLength(const char* pszPath)
 }
 
 // Names beside the target: its own, or that of its folder alone, with a number as the ending.
+template <class TChar>
 struct TempNames {
-    const char* pszPath;
-    int nKept; // bytes of the path
-    char* pszName;
-    std::size_t nSize;
+    const TChar* pszPath;
+    std::size_t nKept; // characters of the path
+    TChar* pszName;
 };
 
-// The bytes of the name by that number.
-std::size_t WriteName(const TempNames& names, unsigned long nNumber)
+// The name with an ending of ASCII letters; tells its length.
+template <class TChar>
+std::size_t WriteEnding(const TempNames<TChar>& names, const char* pszEnding)
 {
-    const int nLen = std::snprintf(names.pszName, names.nSize, "%.*s.%02lu~", names.nKept,
-                                   names.pszPath, nNumber);
-    return static_cast<std::size_t>(nLen);
+    std::memcpy(names.pszName, names.pszPath, names.nKept * sizeof(TChar));
+    TChar* p = names.pszName + names.nKept;
+    do *p++ = static_cast<TChar>(*pszEnding);
+    while (*pszEnding++);
+    return static_cast<std::size_t>(p - names.pszName) - 1;
+}
+
+// The characters of the name by that number.
+template <class TChar>
+std::size_t WriteName(const TempNames<TChar>& names, unsigned long nNumber)
+{
+    char szEnding[TEMP_ROOM];
+    std::snprintf(szEnding, sizeof szEnding, ".%02lu~", nNumber % TEMP_NUMBERS);
+    return WriteEnding(names, szEnding);
 }
 
 // The number at the end of a file's name, or one that no name has. The name itself is written anew
 // from it, so that nothing else is ever touched.
-unsigned long NumberOf(const char* pszFile)
+template <class TChar>
+unsigned long NumberOf(const TChar* pszFile)
 {
-    const char* pszEnding = std::strrchr(pszFile, '.');
-    return pszEnding ? std::strtoul(pszEnding + 1, nullptr, 10) : TEMP_NUMBERS;
+    const TChar* pszEnding = nullptr;
+    for (const TChar* p = pszFile; *p; ++p)
+        if (*p == '.') pszEnding = p + 1;
+    if (!pszEnding) return TEMP_NUMBERS;
+    unsigned long nNumber = 0;
+    for (; *pszEnding >= '0' && *pszEnding <= '9' && nNumber < TEMP_NUMBERS; ++pszEnding)
+        nNumber = nNumber * 10 + static_cast<unsigned long>(*pszEnding - '0');
+    return nNumber;
 }
 
 // Removes the file unless somebody has it open, as one who writes it has until it is renamed.
-void RemoveUnheld(const char* pszName)
+template <class TCalls>
+void RemoveUnheld(const typename TCalls::Char* pszName)
 {
-    const HANDLE hFile = ::CreateFileA(pszName, DELETE, 0, nullptr, OPEN_EXISTING,
-                                       FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    const HANDLE hFile = TCalls::Create(pszName, DELETE, 0, nullptr, OPEN_EXISTING,
+                                        FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     if (hFile != INVALID_HANDLE_VALUE) ::CloseHandle(hFile);
 }
 
 // Removes what processes left that were ended in the middle of a save.
-void RemoveLeftovers(const TempNames& names)
+template <class TCalls>
+void RemoveLeftovers(const TempNames<typename TCalls::Char>& names)
 {
-    std::snprintf(names.pszName, names.nSize, "%.*s.*~", names.nKept, names.pszPath);
-    WIN32_FIND_DATAA found;
-    const HANDLE hFind = ::FindFirstFileA(names.pszName, &found);
+    WriteEnding(names, ".*~");
+    typename TCalls::Found found;
+    const HANDLE hFind = TCalls::FindFirst(names.pszName, &found);
     if (hFind == INVALID_HANDLE_VALUE) return;
     int nLeft = MAX_REMOVED;
     do {
         const unsigned long nNumber = NumberOf(found.cFileName);
         if (nNumber >= TEMP_NUMBERS) continue;
         WriteName(names, nNumber);
-        RemoveUnheld(names.pszName);
+        RemoveUnheld<TCalls>(names.pszName);
         --nLeft;
-    } while (nLeft && ::FindNextFileA(hFind, &found));
+    } while (nLeft && TCalls::FindNext(hFind, &found));
     ::FindClose(hFind);
 }
 
 // Creates the file of the first number that is free. It can be renamed while it is open, so that
 // no other save takes it for a leftover.
-HANDLE CreateNumbered(const TempNames& names, std::size_t nMostBytes)
+template <class TCalls>
+HANDLE CreateNumbered(const TempNames<typename TCalls::Char>& names, std::size_t nMostChars)
 {
-    for (unsigned long n = 0; n < TEMP_NUMBERS && WriteName(names, n) <= nMostBytes; ++n) {
-        const HANDLE hFile = ::CreateFileA(names.pszName, GENERIC_WRITE, FILE_SHARE_DELETE, nullptr,
-                                           CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    for (unsigned long n = 0; n < TEMP_NUMBERS && WriteName(names, n) <= nMostChars; ++n) {
+        const HANDLE hFile = TCalls::Create(names.pszName, GENERIC_WRITE, FILE_SHARE_DELETE,
+                                            nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
         if (hFile != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_FILE_EXISTS) return hFile;
     }
     return INVALID_HANDLE_VALUE;
 }
 
 // Creates a file beside the target under a name that nothing has, and leaves the name there. It is
-// the target's with an ending or, where the system would not take so long a path, one of its own in
+// the target's with an ending or, where the system would not take so long a one, one of its own in
 // the target's folder.
-HANDLE CreateBeside(TempNames names)
+template <class TCalls>
+HANDLE CreateBeside(TempNames<typename TCalls::Char> names)
 {
-    const std::size_t nLength = std::strlen(names.pszPath);
+    const std::size_t nLength = LengthOf(names.pszPath);
+    const std::size_t nFolder = FolderLength<TCalls>(names.pszPath);
+    const auto fits = [=](std::size_t nMore) {
+        return nLength + nMore <= TCalls::MOST_CHARS &&
+               nLength - nFolder + nMore <= TCalls::MOST_NAME;
+    };
     HANDLE hFile = INVALID_HANDLE_VALUE;
-    if (nLength + TEMP_ENDING < MAX_PATH) {
-        names.nKept = static_cast<int>(nLength);
-        RemoveLeftovers(names);
-        hFile = CreateNumbered(names, MAX_PATH - 1);
+    if (fits(TEMP_ENDING)) {
+        names.nKept = nLength;
+        RemoveLeftovers<TCalls>(names);
+        hFile = CreateNumbered<TCalls>(names, TCalls::MOST_CHARS);
     }
-    if (hFile == INVALID_HANDLE_VALUE && nLength + TEMP_ROOM > MAX_PATH) {
-        names.nKept = static_cast<int>(FolderLength(names.pszPath));
-        RemoveLeftovers(names);
-        hFile = CreateNumbered(names, names.nSize);
+    if (hFile == INVALID_HANDLE_VALUE && !fits(TEMP_ROOM - 1)) {
+        names.nKept = nFolder;
+        RemoveLeftovers<TCalls>(names);
+        hFile = CreateNumbered<TCalls>(names, nLength + TEMP_ROOM);
     }
     return hFile;
 }
@@ -148,7 +230,7 @@ HANDLE CreateBeside(TempNames names)
 CXmlFile::~CXmlFile()
 {
     if (m_hFile != INVALID_HANDLE_VALUE) {
-        ::DeleteFileA(m_pszTemp); // while it is open: then it is ours
+        DeleteTemp(); // while it is open: then it is ours
         ::CloseHandle(m_hFile);
     }
     std::free(m_pBuffer);
@@ -156,20 +238,45 @@ CXmlFile::~CXmlFile()
 
 XmlError CXmlFile::Open(const char* pszPath)
 {
-    const std::size_t nTempSize = std::strlen(pszPath) + TEMP_ROOM;
-    m_pBuffer = static_cast<char*>(std::malloc(BUFFER + nTempSize));
-    if (!m_pBuffer) return XML_ERR_MEMORY;
     m_pszPath = pszPath;
-    m_pszTemp = m_pBuffer + BUFFER;
-    if (IsReplaceable(pszPath)) m_hFile = CreateBeside({pszPath, 0, m_pszTemp, nTempSize});
-    if (m_hFile == INVALID_HANDLE_VALUE) return XML_ERR_CREATE;
+    return Create(pszPath, &m_pszTemp);
+}
+
+XmlError CXmlFile::Open(const wchar_t* pszPath)
+{
+    m_widePath.emplace(pszPath);
+    m_pszWidePath = m_widePath->Get();
+    if (!m_pszWidePath) return Fail({QEL_ERROR_MEMORY});
+    return Create(m_pszWidePath, &m_pszWideTemp);
+}
+
+template <class TChar>
+XmlError CXmlFile::Create(const TChar* pszPath, TChar** ppszTemp)
+{
+    using Calls = CallsFor<TChar>;
+    const std::size_t nTempSize = (LengthOf(pszPath) + TEMP_ROOM) * sizeof(TChar);
+    m_pBuffer = static_cast<char*>(std::malloc(BUFFER + nTempSize));
+    if (!m_pBuffer) return Fail({QEL_ERROR_MEMORY});
+    *ppszTemp = static_cast<TChar*>(static_cast<void*>(m_pBuffer + BUFFER));
+    const Failure why = WhyNotReplaced<Calls>(pszPath);
+    if (why.nCode != QEL_ERROR_NONE) return Fail(why);
+    m_hFile = CreateBeside<Calls>({pszPath, 0, *ppszTemp});
+    if (m_hFile == INVALID_HANDLE_VALUE) return Fail({QEL_ERROR_WRITE, 0, 0, ::GetLastError()});
     UseRoom(m_pBuffer, m_pBuffer + BUFFER);
     return XML_OK;
 }
 
+XmlError CXmlFile::Fail(const Failure& failure)
+{
+    m_why = failure;
+    return failure.nCode == QEL_ERROR_MEMORY ? XML_ERR_MEMORY : XML_ERR_CREATE;
+}
+
 void CXmlFile::Write(const char* pData, std::size_t nSize)
 {
-    if (!m_bFailed) m_bFailed = !WriteAll(m_hFile, pData, nSize);
+    if (m_bFailed || WriteAll(m_hFile, pData, nSize)) return;
+    m_bFailed = true;
+    Fail({QEL_ERROR_WRITE, 0, 0, ::GetLastError()});
 }
 
 void CXmlFile::Flush()
@@ -190,11 +297,36 @@ void CXmlFile::PutMore(const char* pText, std::size_t nLen)
 bool CXmlFile::Commit()
 {
     Flush();
-    bool bDone =
-        !m_bFailed && ::FlushFileBuffers(m_hFile) &&
-        ::MoveFileExA(m_pszTemp, m_pszPath, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-    if (!bDone) ::DeleteFileA(m_pszTemp);
-    bDone = ::CloseHandle(m_hFile) && bDone;
+    bool bDone = !m_bFailed && (Reaches() && TakesPlace());
+    if (!bDone) DeleteTemp();
+    const bool bClosed = ::CloseHandle(m_hFile);
+    if (bDone && !bClosed) Fail({QEL_ERROR_WRITE, 0, 0, ::GetLastError()});
     m_hFile = INVALID_HANDLE_VALUE;
-    return bDone;
+    return bDone && bClosed;
+}
+
+// Whether all of it is on the disk.
+bool CXmlFile::Reaches()
+{
+    if (::FlushFileBuffers(m_hFile)) return true;
+    Fail({QEL_ERROR_WRITE, 0, 0, ::GetLastError()});
+    return false;
+}
+
+bool CXmlFile::TakesPlace()
+{
+    constexpr DWORD HOW = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    const BOOL bMoved = m_pszPath ? ::MoveFileExA(m_pszTemp, m_pszPath, HOW)
+                                  : ::MoveFileExW(m_pszWideTemp, m_pszWidePath, HOW);
+    if (bMoved) return true;
+    Fail({QEL_ERROR_REPLACE, 0, 0, ::GetLastError()});
+    return false;
+}
+
+void CXmlFile::DeleteTemp() const
+{
+    if (m_pszPath)
+        ::DeleteFileA(m_pszTemp);
+    else
+        ::DeleteFileW(m_pszWideTemp);
 }

@@ -1,6 +1,7 @@
 // The parser: one forgiving pass over the text of a drawing. It works in the text it is given and
 // writes decoded characters back into it; decoding only shortens, so what follows stays in place
 // and positions in the text remain those of the file. Nested elements are a loop, not recursion.
+#include "xml/WidePath.h"
 #include "xml/XmlTree.h"
 
 #include <windows.h>
@@ -121,15 +122,18 @@ std::size_t Decode(char* pRun, std::size_t nLen)
 struct Counters {
     uint32_t nLine = 0;
     uint32_t nColumn = 0;
+    const char* pLine; // where the line begins
 
-    void CountSpace(char c)
+    void CountSpace(const char* p)
     {
-        if (c == '\n')
+        if (*p == '\n') {
             ++nLine;
-        else if (c == '\r')
+            pLine = p + 1;
+        } else if (*p == '\r') {
             nColumn = 0;
-        else
+        } else {
             ++nColumn;
+        }
     }
 };
 
@@ -158,7 +162,8 @@ class CXmlReader {
 public:
     // bKept: the text lives as long as the context, so names and values may stay where they are.
     CXmlReader(XmlContext* pXml, char* pszText, bool bKept)
-        : m_pXml(pXml), m_pConsumer(pXml->pConsumer), m_pBase(pszText), m_p(pszText), m_bKept(bKept)
+        : m_pXml(pXml), m_pConsumer(pXml->pConsumer), m_pBase(pszText), m_p(pszText),
+          m_bKept(bKept), m_counters{0, 0, pszText}
     {
     }
 
@@ -179,6 +184,7 @@ private:
         bool bUnclosed = false;
     };
 
+    void TellPlace() const;
     [[nodiscard]] Kind Classify() const;
     bool ReadMarkup();
     bool ReadDeclaration();
@@ -230,6 +236,12 @@ private:
         return static_cast<std::size_t>(pAt - m_pBase);
     }
 
+    // Back to where an author has to look, with the counters of there.
+    void GoBack(char* pTo, const Counters& counters)
+    {
+        m_p = pTo;
+        m_failed = counters;
+    }
     // These move on, keeping the counters.
     void PassMark(std::size_t nCount = 1)
     {
@@ -240,12 +252,12 @@ private:
     bool PassTo(char cLast)
     {
         for (; *m_p && *m_p != cLast; ++m_p)
-            if (Is(*m_p, SPACE)) m_counters.CountSpace(*m_p);
+            if (Is(*m_p, SPACE)) m_counters.CountSpace(m_p);
         return *m_p != 0;
     }
     void SkipSpace()
     {
-        for (; Is(*m_p, SPACE); ++m_p) m_counters.CountSpace(*m_p);
+        for (; Is(*m_p, SPACE); ++m_p) m_counters.CountSpace(m_p);
     }
 
     XmlContext* m_pXml;
@@ -255,6 +267,7 @@ private:
     bool m_bKept;
     int m_nTopElements = 0; // elements met at document level
     Counters m_counters;
+    Counters m_failed{0, 0, nullptr}; // of the place to which the reading went back
 };
 
 void CXmlReader::ReadDocument()
@@ -266,6 +279,15 @@ void CXmlReader::ReadDocument()
     m_pXml->nLine = static_cast<int32_t>(m_counters.nLine);
     m_pXml->nColumn = static_cast<int32_t>(m_counters.nColumn);
     m_pXml->pszReadPos = m_p;
+    if (m_pXml->nLastError != XML_OK) TellPlace();
+}
+
+// Where an author has to look, from the lines as they were in the text: it may be altered by now.
+void CXmlReader::TellPlace() const
+{
+    const Counters& at = m_failed.pLine ? m_failed : m_counters;
+    m_pXml->nErrorLine = at.nLine + 1;
+    m_pXml->nErrorColumn = static_cast<uint32_t>(m_p - at.pLine) + 1;
 }
 
 CXmlReader::Kind CXmlReader::Classify() const
@@ -387,12 +409,16 @@ bool CXmlReader::ReadElement()
 CXmlReader::TagEnd CXmlReader::ReadStartTag()
 {
     const std::size_t nOffset = Offset(m_p);
+    const Counters before = m_counters;
     PassMark(); // "<", as the caller saw
     SkipSpace();
     char* pName = m_p;
     const std::size_t nLen = ReadName();
     const bool bEnds = !*m_p;
-    if (!OpenElement(pName, nLen, nOffset)) return TagEnd::Failed;
+    if (!OpenElement(pName, nLen, nOffset)) {
+        if (m_pXml->bTooDeep) GoBack(m_pBase + nOffset, before);
+        return TagEnd::Failed;
+    }
     TagEnd nEnd = TagEnd::Failed;
     if (bEnds)
         Fail(XML_ERR_END_NAME);
@@ -434,7 +460,7 @@ bool CXmlReader::OpenElement(char* pName, std::size_t nLen, std::size_t nOffset)
         m_pXml->bRootSeen = true;
     } else {
         if (m_pXml->nDepth >= XML_MAX_DEPTH) {
-            m_p = m_pBase + nOffset; // where an author has to look
+            m_pXml->bTooDeep = true;
             return Fail(XML_ERR_MEMORY);
         }
         if (m_nTopElements > 1 && m_pXml->nDepth == 0)
@@ -560,6 +586,7 @@ bool CXmlReader::ReadEndTag()
 
 bool CXmlReader::ReadAttribute(Attribute* pOut)
 {
+    const Counters before = m_counters;
     pOut->pName = m_p;
     pOut->nNameLen = ReadName();
     if (!pOut->nNameLen) return Fail(XML_ERR_ATTR);
@@ -576,7 +603,7 @@ bool CXmlReader::ReadAttribute(Attribute* pOut)
     if (ReadValue(pOut)) return true;
     PassMark(); // the quote
     pOut->bUnclosed = true;
-    m_p = pOut->pName; // where an author has to look
+    GoBack(pOut->pName, before);
     return Fail(XML_ERR_ATTR);
 }
 
@@ -594,7 +621,7 @@ bool CXmlReader::ReadValue(Attribute* pOut)
         if (c == cQuote) break;
         if (!c) return false;
         if (c == '&') bEncoded = true;
-        if (Is(c, SPACE)) counters.CountSpace(c);
+        if (Is(c, SPACE)) counters.CountSpace(pValue + nLen);
     }
     m_counters = counters;
     m_counters.nColumn += 2; // the quotes
@@ -647,6 +674,79 @@ bool ReadAll(HANDLE hFile, char* pBuffer, std::size_t nSize)
     return true;
 }
 
+bool Fail(XmlContext* pXml, XmlError nError)
+{
+    pXml->nLastError = nError;
+    return false;
+}
+
+bool FailBySystem(XmlContext* pXml)
+{
+    pXml->nSystemError = ::GetLastError();
+    return Fail(pXml, XML_ERR_OPEN);
+}
+
+// A buffer for a text of that many bytes, with zeros behind it.
+char* MakeRoom(XmlContext* pXml, uint64_t nSize)
+{
+    char* pBuffer = nullptr;
+    if (nSize < SIZE_MAX / 2)
+        pBuffer = pXml->arena.TakeBytes(static_cast<std::size_t>(nSize) + XML_READ_AHEAD);
+    if (!pBuffer) {
+        Fail(pXml, XML_ERR_MEMORY);
+        return nullptr;
+    }
+    pXml->pszReadBase = pBuffer;
+    pXml->nTextSize = static_cast<std::size_t>(nSize);
+    std::memset(pBuffer + nSize, 0, XML_READ_AHEAD);
+    return pBuffer;
+}
+
+bool TakeBytes(XmlContext* pXml, const XmlSource& source)
+{
+    if (source.nSize == 0) return false; // without an error code, as an empty file
+    char* pBuffer = MakeRoom(pXml, source.nSize);
+    if (!pBuffer) return false;
+    std::memcpy(pBuffer, source.pBytes, source.nSize);
+    return true;
+}
+
+// Alone by an ANSI path, as ever. By a wide one others may read the file meanwhile, rename it and
+// delete it, which changes nothing of what is read; who writes to it would.
+HANDLE OpenSource(const XmlSource& source)
+{
+    if (source.pszPath)
+        return ::CreateFileA(source.pszPath, GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                             FILE_ATTRIBUTE_NORMAL, nullptr);
+    const CWidePath path(source.pszWidePath);
+    if (!path.Get()) {
+        ::SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return INVALID_HANDLE_VALUE;
+    }
+    return ::CreateFileW(path.Get(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                         OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+bool ReadWhole(XmlContext* pXml, const XmlSource& source)
+{
+    const CFileHandle file(OpenSource(source));
+    if (file.Get() == INVALID_HANDLE_VALUE) return FailBySystem(pXml);
+    DWORD nHigh = 0;
+    ::SetLastError(NO_ERROR);
+    const DWORD nLow = ::GetFileSize(file.Get(), &nHigh);
+    if (nLow == INVALID_FILE_SIZE && ::GetLastError() != NO_ERROR) return FailBySystem(pXml);
+    const uint64_t nSize = (static_cast<uint64_t>(nHigh) << 32) | nLow;
+    pXml->bOpened = true;
+    if (nSize == 0) return false; // an empty file has no error code
+    char* pBuffer = MakeRoom(pXml, nSize);
+    if (!pBuffer) return false;
+    // Touched here, page by page: where the system first reads the pages to see whether they
+    // may be written, each new page would be a fault twice.
+    for (std::size_t n = 0; n < nSize; n += PAGE) pBuffer[n] = 0;
+    ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
+    return ReadAll(file.Get(), pBuffer, static_cast<std::size_t>(nSize)) || FailBySystem(pXml);
+}
+
 int ParseAll(XmlContext* pXml, char* pszText, bool bKept)
 {
     if (!*pszText) {
@@ -672,46 +772,19 @@ int XmlParseText(XmlContext* pXml, char* pszText)
 
 int XmlLoadFile(XmlContext* pXml, const char* pszPath)
 {
+    XmlSource source;
+    source.pszPath = pszPath;
+    return XmlLoad(pXml, source);
+}
+
+int XmlLoad(XmlContext* pXml, const XmlSource& source)
+{
     if (!pXml) return 1;
     pXml->nLastError = XML_OK;
-    if (!pszPath) {
+    if (source.IsNone()) {
         pXml->nLastError = XML_ERR_ARGUMENT;
         return 1;
     }
-    {
-        const CFileHandle file(::CreateFileA(pszPath, GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                             FILE_ATTRIBUTE_NORMAL, nullptr));
-        DWORD nHigh = 0;
-        DWORD nLow = INVALID_FILE_SIZE;
-        if (file.Get() != INVALID_HANDLE_VALUE) {
-            ::SetLastError(NO_ERROR);
-            nLow = ::GetFileSize(file.Get(), &nHigh);
-        }
-        if (nLow == INVALID_FILE_SIZE &&
-            (file.Get() == INVALID_HANDLE_VALUE || ::GetLastError() != NO_ERROR)) {
-            pXml->nLastError = XML_ERR_OPEN;
-            return 1;
-        }
-        const uint64_t nSize = (static_cast<uint64_t>(nHigh) << 32) | nLow;
-        if (nSize == 0) return 1; // an empty file has no error code
-        char* pBuffer = nullptr;
-        if (nSize < SIZE_MAX / 2)
-            pBuffer = pXml->arena.TakeBytes(static_cast<std::size_t>(nSize) + XML_READ_AHEAD);
-        if (!pBuffer) {
-            pXml->nLastError = XML_ERR_MEMORY;
-            return 1;
-        }
-        pXml->pszReadBase = pBuffer;
-        pXml->nTextSize = static_cast<std::size_t>(nSize);
-        // Touched here, page by page: where the system first reads the pages to see whether they
-        // may be written, each new page would be a fault twice.
-        for (std::size_t n = 0; n < nSize; n += PAGE) pBuffer[n] = 0;
-        ::SetFilePointer(file.Get(), 0, nullptr, FILE_BEGIN);
-        if (!ReadAll(file.Get(), pBuffer, static_cast<std::size_t>(nSize))) {
-            pXml->nLastError = XML_ERR_OPEN;
-            return 1;
-        }
-        std::memset(pBuffer + nSize, 0, XML_READ_AHEAD);
-    }
-    return ParseAll(pXml, pXml->pszReadBase, true);
+    const bool bRead = source.pBytes ? TakeBytes(pXml, source) : ReadWhole(pXml, source);
+    return bRead ? ParseAll(pXml, pXml->pszReadBase, true) : 1;
 }

@@ -103,10 +103,26 @@ struct XmlConsumer {
     void* pUser;
 };
 
+// Where a text is: in a file, by a path of one of the two kinds, or in memory. The bytes are
+// copied.
+struct XmlSource {
+    const char* pszPath = nullptr;
+    const wchar_t* pszWidePath = nullptr; // the file is shared with others that read it
+    const void* pBytes = nullptr;
+    std::size_t nSize = 0;
+
+    [[nodiscard]] bool IsNone() const { return !pszPath && !pszWidePath && !pBytes; }
+};
+
 struct XmlContext {
     int32_t nLastError = XML_OK;
     int32_t nLine = 0; // counted by the parser from 0
     int32_t nColumn = 0;
+    uint32_t nErrorLine = 0; // where the parser failed: from 1, columns by bytes; 0: nowhere
+    uint32_t nErrorColumn = 0;
+    bool bTooDeep = false;      // it failed over the nesting, not for want of memory
+    bool bOpened = false;       // the file was opened
+    uint32_t nSystemError = 0;  // why it was not, or could not be read
     char* pszVersion = nullptr; // from the declaration, null when not given
     char* pszEncoding = nullptr;
     char* pszStandalone = nullptr;
@@ -169,6 +185,7 @@ int XmlDeleteAttr(XmlContext* pXml, const char* pszName);
 // Parsing. The text is altered: decoded characters are written back into it.
 int XmlParseText(XmlContext* pXml, char* pszText);
 int XmlLoadFile(XmlContext* pXml, const char* pszPath);
+int XmlLoad(XmlContext* pXml, const XmlSource& source);
 
 // Writing. Serialize returns the length without the ending zero; a null buffer only measures.
 std::size_t XmlSerialize(XmlContext* pXml, char* pszBuffer);

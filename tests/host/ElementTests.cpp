@@ -225,7 +225,8 @@ TEST_F(Elements, MoveToTheFrontOrAfterASibling)
     const HQELELEM a = MakeNamed("a");
     const HQELELEM b = MakeNamed("b");
     const HQELELEM c = MakeNamed("c");
-    EXPECT_EQ(1, QELMoveElem(m_h, c, m_hRoot, nullptr)); // deliberate: creation appends, this not
+    // To the front, while a new element is appended.
+    EXPECT_EQ(1, QELMoveElem(m_h, c, m_hRoot, nullptr));
     EXPECT_EQ("c a b", Tree());
     EXPECT_EQ(1, QELMoveElem(m_h, c, m_hRoot, a));
     EXPECT_EQ("a c b", Tree());
@@ -560,7 +561,7 @@ TEST_F(Elements, RecordOfTheRootCarriesTheReferenceSizeToAllThatKeepIt)
     EXPECT_EQ(2, QELGetType(m_h));
     EXPECT_EQ(5 * 20, RedPixels()); // 10 units are 5 pixels across and 20 down now
     ASSERT_EQ(1, QELGetElemAttr(m_h, m_hRoot, &attr, nullptr));
-    EXPECT_EQ(1u, attr.nRotate); // deliberate: the quotient by 360
+    EXPECT_EQ(1u, attr.nRotate); // above 360 the quotient by 360 is kept
     attr.nSize = 20;
     attr.nWidth = 7;
     EXPECT_EQ(0, QELSetElemAttr(m_h, m_hRoot, &attr, sizeof attr));

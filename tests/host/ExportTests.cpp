@@ -18,24 +18,25 @@
 namespace {
 
 constexpr const char* g_plain[] = {
-    "CreateQELEngine",   "DestroyQELEngine",   "QELShowOnly",         "QELNewFile",
-    "QELOpenFile",       "QELSaveFile",        "QELCloseFile",        "QELGetName",
-    "QELGetType",        "QELGetRootElem",     "QELCreateElem",       "QELDeleteElem",
-    "QELMoveElem",       "QELCopyElem",        "QELGetParentElem",    "QELGetFirstChild",
-    "QELGetLastChild",   "QELGetNextElem",     "QELGetPrevElem",      "QELGetElemType",
-    "QELGetElemId",      "QELSetElemId",       "QELGetElemAttr",      "QELSetElemAttr",
-    "QELGetElemRect",    "QELSetElemRect",     "QELGetRefSize",       "QELSetRefSize",
-    "QELGetQELRect",     "QELSetQELRect",      "QELGetDrawGraphRect", "QELDraw",
-    "QELRotate",         "QELSetBlinkState",   "QELGetStatus",        "QELSetStatus",
-    "QELGetParam",       "QELSetParam",        "QELParamsSupported",  "QELGetScaleParam",
-    "QELSetScaleParam",  "QELGetScaleParamf",  "QELSetScaleParamf",   "QELGetScaleStatus",
-    "QELSetScaleStatus", "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion",
-    "QELSetValue",       "QELGetValue",        "QELSetPin",           "QELGetPin",
-    "QELSetSelector",    "QELGetSelector",     "QELSetText",          "QELSetVisible",
-    "QELSetColor",       "QELResetLive",       "QELSetQuality",       "QELSetEasing",
-    "QELAdvance",        "QELGetLiveId",       "QELGetElemDrawRect",  "QELGetIdDrawRect",
-    "QELElemFromPoint",  "QELIdFromPoint",     "QELFindElem",         "QELElemToDevice",
-    "QELDeviceToElem"};
+    "CreateQELEngine",    "DestroyQELEngine",   "QELShowOnly",         "QELNewFile",
+    "QELOpenFile",        "QELSaveFile",        "QELCloseFile",        "QELGetName",
+    "QELGetType",         "QELGetRootElem",     "QELCreateElem",       "QELDeleteElem",
+    "QELMoveElem",        "QELCopyElem",        "QELGetParentElem",    "QELGetFirstChild",
+    "QELGetLastChild",    "QELGetNextElem",     "QELGetPrevElem",      "QELGetElemType",
+    "QELGetElemId",       "QELSetElemId",       "QELGetElemAttr",      "QELSetElemAttr",
+    "QELGetElemRect",     "QELSetElemRect",     "QELGetRefSize",       "QELSetRefSize",
+    "QELGetQELRect",      "QELSetQELRect",      "QELGetDrawGraphRect", "QELDraw",
+    "QELRotate",          "QELSetBlinkState",   "QELGetStatus",        "QELSetStatus",
+    "QELGetParam",        "QELSetParam",        "QELParamsSupported",  "QELGetScaleParam",
+    "QELSetScaleParam",   "QELGetScaleParamf",  "QELSetScaleParamf",   "QELGetScaleStatus",
+    "QELSetScaleStatus",  "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion",
+    "QELSetValue",        "QELGetValue",        "QELSetPin",           "QELGetPin",
+    "QELSetSelector",     "QELGetSelector",     "QELSetText",          "QELSetVisible",
+    "QELSetColor",        "QELResetLive",       "QELSetQuality",       "QELSetEasing",
+    "QELAdvance",         "QELGetLiveId",       "QELGetError",         "QELOpenFileW",
+    "QELSaveFileW",       "QELOpenMemory",      "QELSaveMemory",       "QELIsModified",
+    "QELGetElemDrawRect", "QELGetIdDrawRect",   "QELElemFromPoint",    "QELIdFromPoint",
+    "QELFindElem",        "QELElemToDevice",    "QELDeviceToElem"};
 
 struct DecoratedRow {
     const char* pszOn32;

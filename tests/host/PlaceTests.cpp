@@ -490,6 +490,34 @@ TEST(PlacesInShowOnlyMode, AreToldByIdentifierAlone)
 
 // ---- refusals ----
 
+// What is not there is an answer, which leaves the reason of an earlier failure standing.
+TEST(Places, OfNothingThereAreNoFailures)
+{
+    const CTextHost host(PANEL, 100);
+    const POINT pt{500, 500};
+    char szId[QEL_TEXT_SIZE];
+    RECT rc{};
+    QELERROR error{};
+    error.nSize = sizeof error;
+    const auto code = [&] { return QELGetError(host, &error) ? error.nCode : 0; };
+    EXPECT_EQ(nullptr, QELElemFromPoint(host, &pt));
+    EXPECT_EQ(0, QELIdFromPoint(host, &pt, szId, sizeof szId));
+    EXPECT_EQ(nullptr, QELFindElem(host, "nobody"));
+    EXPECT_EQ(0, QELGetIdDrawRect(host, "nobody", &rc));
+    EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_NONE), code());
+    const POINT ptPump{13, 20};
+    EXPECT_EQ(0, QELIdFromPoint(host, &ptPump, szId, 2));
+    EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_BUFFER), code());
+    EXPECT_EQ(0, QELElemToDevice(host, nullptr, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_ARGUMENT), code());
+    POINT ptMapped{1, 2};
+    EXPECT_EQ(0, QELElemToDevice(host, nullptr, &ptMapped));
+    EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_ELEMENT), code());
+    ASSERT_EQ(1, QELCloseFile(host));
+    EXPECT_EQ(nullptr, QELElemFromPoint(host, &pt));
+    EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_NO_DRAWING), code());
+}
+
 TEST(Places, OfNothingAreRefused)
 {
     const CTextHost host(PANEL, 100);

@@ -158,8 +158,8 @@ TEST_F(Rotation, GoesFromEveryAngleToEveryOther)
 
 TEST_F(Rotation, ByMoreThanThreeQuartersFromWhereItStandsIsTurnedButNotMoved)
 {
-    // Deliberate: from -270 to 180 is a difference of 450, and only those up to 270 are followed by
-    // the move that brings the drawing to its new corner. (x, y) goes to (60 - x, 60 - y).
+    // From -270 to 180 is a difference of 450. Only up to 270 a move follows that brings the
+    // drawing to its new corner. (x, y) goes to (60 - x, 60 - y).
     Open("<qel width=\"60\" height=\"40\">" + Block("0xff", "12 25 31 35") + "</qel>");
     ASSERT_EQ(1, QELRotate(m_h, -270));
     ASSERT_EQ(1, QELRotate(m_h, 180));

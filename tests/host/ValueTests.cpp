@@ -67,7 +67,7 @@ TEST_F(Values, ParametersAreKeptThoughNoElementAnswersForThem)
 {
     Open("");
     for (int nIndex = 0; nIndex < 4; ++nIndex) {
-        // Deliberate: 0, since there is no frame, pattern or draw region; the value counts anyway.
+        // 0 tells that there is no frame, pattern or draw region to take it. The drawing keeps it.
         EXPECT_EQ(0, QELSetParam(m_h, nIndex, 20 + nIndex)) << nIndex;
         EXPECT_EQ(20u + nIndex, Param(nIndex));
     }

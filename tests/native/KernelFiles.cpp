@@ -1,4 +1,4 @@
-// The stand-in for kernel32: files. See the header.
+// The stand-in for kernel32: files.
 #include "tests/native/KernelDouble.h"
 
 #include "tests/native/GdiDouble.h"

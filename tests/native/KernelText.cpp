@@ -1,4 +1,4 @@
-// The stand-in for kernel32: code pages, times and the version. See the header.
+// The stand-in for kernel32: code pages, times and the version.
 #include "tests/native/KernelDouble.h"
 
 #include <iconv.h>

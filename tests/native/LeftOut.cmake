@@ -99,7 +99,8 @@ list(APPEND QEL_LEFT_OUT
   XmlSave.ItsFileIsHeldFromItsCreationUntilItHasItsName
   XmlSave.ShortWritesAreContinued)
 
-# Two shallow copies delete one brush, which the strict stand-in does not let pass. It is deliberate.
+# Copies hold one brush, as hosts that copy the members have it, and both delete it. The strict stand-in does
+# not let that pass.
 list(APPEND QEL_LEFT_OUT
   Draft.GivesACopyTheSameBrushAndBothCanBeDestroyed)
 

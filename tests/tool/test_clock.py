@@ -69,4 +69,7 @@ def test_two_times_are_refused(tool):
 
 def test_a_drawing_without_a_clock_may_have_a_time(tool):
     tool.drawing("plain.qel", PLAIN)
-    tool.draw("a.png", "plain.qel", "--time 12:00:00")
+    result = tool.line("render plain.qel a.png --time 12:00:00")
+    assert result == (0, "", "qel: warning: --time 12:00:00: the drawing has no clock with hands")
+    tool.draw("b.png", "plain.qel")
+    assert tool.bytes("a.png") == tool.bytes("b.png")

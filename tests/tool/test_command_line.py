@@ -50,10 +50,60 @@ def test_help_of_a_command_tells_the_exit_status(help_of, verb):
     assert "Exit status: 0" in help_of[verb].out
 
 
-@pytest.mark.parametrize("option", ("size", "background", "rotate", "blink", "pressed", "font", "set", "value", "param",
-                                    "status", "time"))
-def test_help_of_render_tells_of_each_option(help_of, option):
-    assert f"  --{option} " in help_of["render"].out
+SCENE = ("size", "width", "height", "zoom", "background", "rotate", "blink", "pressed", "font", "config", "set",
+         "value", "param", "status", "time")
+
+
+@pytest.mark.parametrize("verb, option", [("render", option) for option in SCENE] +
+                         [("animate", option) for option in (*SCENE, "frames", "fps")] +
+                         [("info", "json"), (None, "version")])
+def test_help_tells_of_each_option(help_of, verb, option):
+    assert re.search(rf"^  --{option} .*\w", help_of[verb].out, re.M)
+
+
+@pytest.mark.parametrize("verb, option", rows(("the picture of render", "render", "-o, --output OUT"),
+                                              ("the picture of animate", "animate", "-o, --output OUT"),
+                                              *((f"help of {verb}", verb, "-h, --help") for verb in (None, *VERBS))))
+def test_help_tells_of_each_option_with_two_names(help_of, verb, option):
+    assert re.search(rf"^  {option} .*\w", help_of[verb].out, re.M)
+
+
+def listed_options(help_text):
+    """The long names of the options that help lists."""
+    return re.findall(r"^  (?:-\w, )?(--\w+)", help_text, re.M)
+
+
+@pytest.mark.parametrize("verb", VERBS)
+def test_what_help_lists_is_known(tool, help_of, verb):
+    options = listed_options(help_of[verb].out)
+    assert "--help" in options
+    for option in set(options) - {"--help"}:
+        assert "unknown option" not in tool.run(verb, option).err
+
+
+@pytest.mark.parametrize("verb", (None, *VERBS))
+def test_no_line_of_help_is_longer_than_a_hundred(help_of, verb):
+    assert [line for line in help_of[verb].out.split("\n") if len(line) > 100] == []
+
+
+def test_help_breaks_a_long_meaning_into_lines_of_one_column(help_of):
+    lines = help_of["render"].out.split("\n")
+    first = next(at for at, line in enumerate(lines) if line.startswith("  --background "))
+    assert lines[first].index("hexadecimal") == 25
+    assert re.match(r" {25}\S", lines[first + 1])
+
+
+@pytest.mark.parametrize("arguments", rows(
+    ("the short option", "render -h"), ("behind an option that is none", "render --fast --help"),
+    ("behind names", "render a.qel a.png --help"), ("in a list", "render @list"), ("of all, short", "-h")))
+def test_help_is_asked_for_by(tool, help_of, arguments):
+    tool.file("list", "a.qel\n--help\n")
+    verb = "render" if arguments.startswith("render") else None
+    assert tool.line(arguments) == help_of[verb]
+
+
+def test_behind_two_dashes_help_is_a_name(tool):
+    assert_refused(tool, "info -- --help", "cannot open '--help': there is no such file")
 
 
 def test_the_version_is_that_of_the_project(tool):
@@ -66,6 +116,9 @@ def test_the_version_is_that_of_the_project(tool):
 @pytest.mark.parametrize("part, arguments", rows(
     ("no command", "command is missing", ""),
     ("unknown command", "unknown command 'draw'", "draw x"),
+    ("unknown option in the place of a command", "unknown option '--fast'; 'qel --help' lists them", "--fast"),
+    ("an option in the place of a command that is like one", "did you mean '--version'?", "--versoin"),
+    ("two dashes in the place of a command", "unknown command '--'", "-- render"),
     ("unknown option", "unknown option '--fast'", "render plain.qel a.png --fast"),
     ("missing value", "value is missing after --size", "render plain.qel a.png --size"),
     ("size without cross", "--size wants", "render plain.qel a.png --size 100"),
@@ -198,6 +251,8 @@ def test_options_are_written_in_several_ways(tool, usual, other):
     ("two values", "'two.toml': width takes one value", "render plain.qel a.png --config two.toml"),
     ("a file in a file", "'again.toml': config is for the command line alone",
      "render plain.qel a.png --config again.toml"),
+    ("help in a file", "'help.toml': help is for the command line alone",
+     "render plain.qel a.png --config help.toml"),
     ("a switch that is neither", "'maybe.toml': blink is true or false",
      "render plain.qel a.png --config maybe.toml")))
 def test_options_that_cannot_be_are_refused_in_one_line(tool, part, arguments):
@@ -206,6 +261,7 @@ def test_options_that_cannot_be_are_refused_in_one_line(tool, part, arguments):
     tool.file("maybe.toml", "blink = maybe\n")
     tool.file("two.toml", "width = [80, 90]\n")
     tool.file("again.toml", "config = again.toml\n")
+    tool.file("help.toml", "help = true\n")
     assert_refused(tool, arguments, part)
 
 

@@ -12,6 +12,8 @@
 
 #include <cstdio>
 
+namespace qel {
+
 namespace {
 
 constexpr int DEFAULT_FRAMES = 30;
@@ -40,16 +42,18 @@ int ReadCount(const char* pszOption, const std::wstring& text, int nMin, int nMa
     return static_cast<int>(nValue);
 }
 
-bool TakePace(const GivenOption& given, Pace* pPace)
-{
-    if (given.name == "--frames")
-        pPace->nFrames = ReadCount("--frames", given.value, 2, MAX_FRAMES);
-    else if (given.name == "--fps")
-        pPace->nPerSecond = ReadCount("--fps", given.value, 1, MAX_FPS);
-    else
-        return false;
-    return true;
-}
+constexpr char FRAMES_GROUP[] = "The frames";
+
+constexpr SettingRow<Pace> g_rows[] = {
+    {{OptionRow::Takes::Value, "--frames", "N", FRAMES_GROUP, "2 to 1000; by default 30"},
+     [](const GivenOption& given, Pace* pPace) {
+         pPace->nFrames = ReadCount("--frames", given.value, 2, MAX_FRAMES);
+     }},
+    {{OptionRow::Takes::Value, "--fps", "N", FRAMES_GROUP,
+      "frames a second, 1 to 50; by default 10"},
+     [](const GivenOption& given, Pace* pPace) {
+         pPace->nPerSecond = ReadCount("--fps", given.value, 1, MAX_FPS);
+     }}};
 
 // Tells on a terminal how far the work is, on one line that is gone at the end.
 class CProgress {
@@ -103,48 +107,28 @@ CGifMovie Play(const CScene& scene, const CLiveOptions& live, const Pace& pace)
     return movie;
 }
 
-} // namespace
-
-const char* const g_animateHelp = R"(qel animate IN OUT.gif --value ID=FROM..TO [options]
-
-Draws the drawing IN into the animated picture OUT.gif while values go from one number to another,
+constexpr char ABOUT[] =
+    R"(Draws the drawing IN into the animated picture OUT.gif while values go from one number to another,
 evenly from the first frame to the last, then again from the beginning. The first frame is drawn in
-full; after it only the moving parts are drawn over what stands there, as a host does it. IN - is
-standard input, OUT - standard output.
+full; after it only the moving parts are drawn over what stands there, as a host does it. All other
+options hold from the first frame on. IN - is standard input, OUT - standard output.
 
-  --value ID=FROM..TO    the value of the scale or meter with that id; several ids may move. With a
-                         point in one of the numbers real values are set, else rounded whole ones
-  --value ID=V           a value that stays
-  --frames N             2 to 1000; by default 30
-  --fps N                frames a second, 1 to 50; by default 10
-
-All other options are those of 'qel render': --set, --param, --status, --time, --size, --width,
---height, --zoom, --background, --rotate, --blink, --pressed, --font, --config and --output; they
-hold from the first frame on.
 The picture has the exact colours when all frames together have at most 256 of them, else the 256
-that come nearest. While it works, a terminal shows how far it is.
+that come nearest. While it works, a terminal shows how far it is.)";
 
+constexpr char EXAMPLES[] = R"(
 Exit status: 0 the picture is there; 2 it is not (the message is on standard error).
 
 Examples:
   qel animate gauge.qel gauge.gif --set 0.max=100 --value 0=0..100
-  qel animate panel.qel panel.gif --status 1 --value 0=20.0..80 --value 41=9..5 --frames 60 --fps 20
-)";
-
-OptionRows AnimateOptions()
-{
-    OptionRows rows = SceneOptionRows();
-    rows.push_back({OptionRow::Takes::Value, "--frames"});
-    rows.push_back({OptionRow::Takes::Value, "--fps"});
-    return rows;
-}
+  qel animate panel.qel panel.gif --status 1 --value 0=20.0..80 --value 41=9..5 --frames 60 --fps 20)";
 
 int RunAnimate(const CommandLine& given)
 {
     SceneOptions options(true);
     Pace pace;
     ReadSceneOptions(given, "animate", &options,
-                     [&pace](const GivenOption& option) { return TakePace(option, &pace); });
+                     [&pace](const GivenOption& option) { TakeOption(g_rows, option, &pace); });
     if (!IsStandardOutput(options.out) && !HasExtension(options.out, L".gif"))
         throw CTrouble("the picture '" + ToUtf8(options.out) + "' needs the extension .gif");
     if (!options.live.HasRanges())
@@ -153,5 +137,24 @@ int RunAnimate(const CommandLine& given)
     WriteComplete(options.out, [&](const std::wstring& name) {
         return Play(scene, options.live, pace).Write(name);
     });
+    scene.TellUnheard();
     return EXIT_CLEAN;
 }
+
+} // namespace
+
+CommandRow AnimateCommand()
+{
+    CommandRow row{"animate",
+                   "IN OUT.gif --value ID=FROM..TO [options]",
+                   "the same while values move: an animated picture",
+                   ABOUT,
+                   std::string(g_sceneNotes) + EXAMPLES,
+                   {},
+                   RunAnimate};
+    AddOptions(g_rows, &row.options);
+    AddSceneOptions(&row.options);
+    return row;
+}
+
+} // namespace qel

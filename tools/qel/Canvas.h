@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+namespace qel {
+
 class CCanvas {
 public:
     explicit CCanvas(SIZE size) : m_hdc(::CreateCompatibleDC(nullptr))
@@ -35,3 +37,5 @@ private:
     HGDIOBJ m_hPrev = nullptr;
     void* m_pBits = nullptr;
 };
+
+} // namespace qel

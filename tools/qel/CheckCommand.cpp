@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+namespace qel {
+
 namespace {
 
 // Lines and columns count from 1, columns by bytes.
@@ -50,27 +52,23 @@ int CheckFile(const std::wstring& path)
     return findings.empty() ? EXIT_CLEAN : EXIT_FINDINGS;
 }
 
-} // namespace
-
-const char* const g_checkHelp = R"(qel check IN...
-
-Tells the author of a drawing what is wrong with it, one line a finding:
+constexpr char ABOUT[] = R"(Tells the author of a drawing what is wrong with it, one line a finding:
 
   FILE:LINE:COLUMN: error: TEXT      something is not read, or not as it stands there
   FILE:LINE:COLUMN: warning: TEXT    it is read, but has no effect or hardly the one meant
 
 Lines and columns count from 1, columns by bytes. IN - is standard input, and @FILE stands for the
-names in FILE, one a line or each ended by a zero byte; there may be any number of them.
+names in FILE, one a line or each ended by a zero byte; there may be any number of them.)";
 
-Exit status: 0 all drawings are clean; 1 something was found; 2 a drawing cannot be read (the
+constexpr char NOTES[] =
+    R"(Exit status: 0 all drawings are clean; 1 something was found; 2 a drawing cannot be read (the
 message is on standard error). With several drawings it is the highest of them.
 
 Examples:
   qel check pump.qel
   qel check examples/*.qel && echo clean
   qel check - <pump.qel
-  find . -name '*.qel' -print0 | qel check @-
-)";
+  find . -name '*.qel' -print0 | qel check @-)";
 
 int RunCheck(const CommandLine& given)
 {
@@ -82,3 +80,14 @@ int RunCheck(const CommandLine& given)
     }
     return nWorst;
 }
+
+} // namespace
+
+CommandRow CheckCommand()
+{
+    return {"check", "IN...", "what is wrong with drawings: FILE:LINE:COLUMN: error: TEXT",
+            ABOUT,   NOTES,   {},
+            RunCheck};
+}
+
+} // namespace qel

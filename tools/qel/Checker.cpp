@@ -18,6 +18,8 @@
 #include <new>
 #include <unordered_map>
 
+namespace qel {
+
 namespace {
 
 // Without a default, so that the compiler names a code that is forgotten here.
@@ -595,3 +597,5 @@ std::vector<Finding> CheckDrawing(const std::string& bytes)
 {
     return CChecker().Check(bytes);
 }
+
+} // namespace qel

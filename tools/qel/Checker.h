@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace qel {
+
 struct Finding {
     std::size_t nOffset; // in the file's bytes
     bool bError; // else a warning: it is read, but has no effect or hardly the one that was meant
@@ -14,3 +16,5 @@ struct Finding {
 
 // All findings of a file's bytes, in the order of the file.
 std::vector<Finding> CheckDrawing(const std::string& bytes);
+
+} // namespace qel

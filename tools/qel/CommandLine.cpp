@@ -1,17 +1,18 @@
-// The one file that includes CLI11, which takes long to compile.
 #include "tools/qel/CommandLine.h"
 
+#include "tools/qel/HelpFormatter.h"
 #include "tools/qel/Hint.h"
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <utility>
+
+namespace qel {
 
 namespace {
 
@@ -25,38 +26,54 @@ bool TakesValue(const CLI::Option* pOption)
 // The options and names of a command, as the library knows them.
 class CCommandParser {
 public:
-    explicit CCommandParser(const CommandRow& command);
+    CCommandParser(const CommandRow& command, const CommandRows& commands);
 
     [[nodiscard]] const CLI::Option& Find(const std::string& name) const; // CTrouble: unknown
+    [[nodiscard]] bool IsRepeatable(const CLI::Option& option) const;
+    [[nodiscard]] bool IsForLineAlone(const CLI::Option& option) const; // not for a file of options
+    [[nodiscard]] bool AsksForHelp(const Arguments& words) const;
+    [[nodiscard]] std::string Help() const { return m_app.help(); }
     CommandLine Parse(std::vector<std::string> words);
 
 private:
     void Add(const OptionRow& row);
+    [[nodiscard]] CommandLine Given() const;
 
-    std::string m_command;
     CLI::App m_app;
+    std::map<const CLI::Option*, const OptionRow*> m_rows;
 };
+
+std::string JoinedName(const CommandRow& command)
+{
+    return *command.pszName ? std::string("qel ") + command.pszName : "qel";
+}
 
 // Names are what the library has no option for; as an option they would be split at commas when
 // they stand in brackets.
-CCommandParser::CCommandParser(const CommandRow& command) : m_command(command.pszName)
+CCommandParser::CCommandParser(const CommandRow& command, const CommandRows& commands)
+    : m_app(command.pszAbout, JoinedName(command))
 {
     m_app.allow_windows_style_options(false); // paths begin like these
     m_app.allow_extras();
     m_app.set_help_flag();
-    for (const OptionRow& row : command.options) Add(row);
+    m_app.formatter(std::make_shared<CHelpFormatter>(command.pszUsage));
+    m_app.footer(command.notes);
+    for (const CommandRow& row : commands)
+        m_app.add_subcommand(row.pszName, row.pszBrief)
+            ->name(JoinedName(row) + " " + row.pszUsage)
+            ->group("Commands");
+    for (const OptionRow* pRow : command.options) Add(*pRow);
+    m_app.set_help_flag("-h,--help", "this text");
 }
 
 void CCommandParser::Add(const OptionRow& row)
 {
-    using CLI::MultiOptionPolicy;
-    if (row.takes == OptionRow::Takes::Nothing) {
-        m_app.add_flag(row.pszNames)->multi_option_policy(MultiOptionPolicy::TakeAll);
-        return;
-    }
-    CLI::Option* pOption = m_app.add_option(row.pszNames);
-    pOption->expected(1)->allow_extra_args(false);
-    pOption->multi_option_policy(MultiOptionPolicy::TakeAll);
+    const bool bFlag = row.takes == OptionRow::Takes::Nothing;
+    CLI::Option* pOption = bFlag ? m_app.add_flag(row.pszNames) : m_app.add_option(row.pszNames);
+    if (!bFlag) pOption->type_name(row.pszValue)->expected(1)->allow_extra_args(false);
+    pOption->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    pOption->description(row.pszMeaning)->group(row.pszGroup);
+    m_rows[pOption] = &row;
 }
 
 const CLI::Option& CCommandParser::Find(const std::string& name) const
@@ -65,26 +82,55 @@ const CLI::Option& CCommandParser::Find(const std::string& name) const
     if (pOption) return *pOption;
     std::vector<std::string> known;
     for (const CLI::Option* pKnown : m_app.get_options()) known.push_back(pKnown->get_name());
-    throw CTrouble("unknown option '" + name + "'; 'qel " + m_command + " --help' lists them" +
+    throw CTrouble("unknown option '" + name + "'; '" + m_app.get_name() + " --help' lists them" +
                    MeantWord(name, known));
 }
 
-CommandLine CCommandParser::Parse(std::vector<std::string> words)
+bool CCommandParser::IsRepeatable(const CLI::Option& option) const
 {
-    std::reverse(words.begin(), words.end()); // the library takes the last one first
-    m_app.parse(std::move(words));
+    const auto at = m_rows.find(&option);
+    return at != m_rows.end() && at->second->takes == OptionRow::Takes::ManyValues;
+}
+
+bool CCommandParser::IsForLineAlone(const CLI::Option& option) const
+{
+    return option.get_name() == CONFIG || &option == m_app.get_help_ptr();
+}
+
+// Wherever it stands: who asks for help may have got the rest wrong.
+bool CCommandParser::AsksForHelp(const Arguments& words) const
+{
+    const auto end = std::find(words.begin(), words.end(), L"--");
+    return std::any_of(words.begin(), end, [this](const std::wstring& word) {
+        return m_app.get_help_ptr()->check_name(ToUtf8(word));
+    });
+}
+
+CommandLine CCommandParser::Given() const
+{
     CommandLine given;
     std::map<const CLI::Option*, std::size_t> seen;
     for (const CLI::Option* pOption : m_app.parse_order()) {
         const std::string value = pOption->results().at(seen[pOption]++);
-        given.options.push_back(
-            {pOption->get_name(), TakesValue(pOption) ? FromUtf8(value) : std::wstring()});
+        given.options.push_back({m_rows.at(pOption), pOption->get_name(),
+                                 TakesValue(pOption) ? FromUtf8(value) : std::wstring()});
     }
     std::vector<std::string> names = m_app.remaining();
     const auto mark = std::find(names.begin(), names.end(), "--"); // the first one is no name
     if (mark != names.end()) names.erase(mark);
     for (const std::string& name : names) given.names.push_back(FromUtf8(name));
     return given;
+}
+
+CommandLine CCommandParser::Parse(std::vector<std::string> words)
+{
+    std::reverse(words.begin(), words.end()); // the library takes the last one first
+    try {
+        m_app.parse(std::move(words));
+    } catch (const CLI::CallForHelp&) { // in a list of arguments
+        return {Help(), {}, {}};
+    }
+    return Given();
 }
 
 // Puts the words of files where the files are named: "@FILE" stands for the arguments in that list,
@@ -104,7 +150,6 @@ private:
     std::wstring AttachedOrNext(const std::string& word, std::size_t nAttached);
     void ReadConfig(const std::wstring& path);
     void AddConfigItem(const std::string& file, const CLI::ConfigItem& item);
-    [[nodiscard]] bool IsRepeatable(const std::string& name) const;
 
     const CommandRow& m_command;
     const CCommandParser& m_parser;
@@ -128,20 +173,12 @@ std::vector<std::string> CWordExpander::Expand()
     }
     std::vector<std::string> all;
     for (const auto& [pOption, value] : m_config) {
-        if (m_given.contains(pOption) && !IsRepeatable(pOption->get_name())) continue;
+        if (m_given.contains(pOption) && !m_parser.IsRepeatable(*pOption)) continue;
         all.push_back(pOption->get_name());
         if (TakesValue(pOption)) all.push_back(value);
     }
     for (const std::wstring& word : m_words) all.push_back(ToUtf8(word));
     return all;
-}
-
-bool CWordExpander::IsRepeatable(const std::string& name) const
-{
-    return std::any_of(m_command.options.begin(), m_command.options.end(),
-                       [&name](const OptionRow& row) {
-                           return row.takes == OptionRow::Takes::ManyValues && name == row.pszNames;
-                       });
 }
 
 void CWordExpander::ExpandList()
@@ -204,9 +241,9 @@ void CWordExpander::AddConfigItem(const std::string& file, const CLI::ConfigItem
     if (!item.parents.empty() && item.parents[0] != m_command.pszName) return;
     const CLI::Option& option = m_parser.Find("--" + item.name);
     const std::string where = "'" + file + "': " + item.name;
+    if (m_parser.IsForLineAlone(option)) throw CTrouble(where + " is for the command line alone");
     if (TakesValue(&option)) {
-        if (option.get_name() == CONFIG) throw CTrouble(where + " is for the command line alone");
-        if (item.inputs.size() != 1 && !IsRepeatable(option.get_name()))
+        if (item.inputs.size() != 1 && !m_parser.IsRepeatable(option))
             throw CTrouble(where + " takes one value");
         for (const std::string& input : item.inputs) m_config.emplace_back(&option, input);
         return;
@@ -218,8 +255,12 @@ void CWordExpander::AddConfigItem(const std::string& file, const CLI::ConfigItem
 
 } // namespace
 
-CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words)
+CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words,
+                            const CommandRows& commands)
 {
-    CCommandParser parser(command);
+    CCommandParser parser(command, commands);
+    if (parser.AsksForHelp(words)) return {parser.Help(), {}, {}};
     return parser.Parse(CWordExpander(command, parser, words).Expand());
 }
+
+} // namespace qel

@@ -4,5 +4,11 @@
 
 #include "tools/qel/Command.h"
 
-// CTrouble for what is no option, has no value, or cannot be read.
-CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words);
+namespace qel {
+
+// CTrouble for what is no option, has no value, or cannot be read. The commands are those that the
+// help lists.
+CommandLine ReadCommandLine(const CommandRow& command, const Arguments& words,
+                            const CommandRows& commands = {});
+
+} // namespace qel

@@ -4,6 +4,7 @@
 #include "base/DrawLimits.h"
 #include "brush/Gradient.h"
 #include "document/Attributes.h"
+#include "document/ShapeForms.h"
 #include "engine/ElementTypes.h"
 #include "include/QELEngine.h"
 #include "render/Border3D.h"
@@ -11,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+
+namespace qel {
 
 namespace {
 
@@ -118,10 +121,12 @@ void TellShape(std::vector<CostFinding>* pFindings, const CQELDocElm& elm, SIZE 
 std::vector<CostFinding> CostFindings(const CQELDocElm& elm, SIZE refSize)
 {
     std::vector<CostFinding> findings;
-    if (elm.Type() > QEL_TYPE_TEXT && elm.Type() <= QEL_TYPE_POLYGON) // a text has no pen or brush
+    if (IsShapeType(elm.Type()) && elm.Type() != QEL_TYPE_TEXT) // a text has no pen or brush
         TellShape(&findings, elm, refSize);
     else if (elm.Type() == QEL_TYPE_DRAWRGN)
         Tell(&findings, ATTR_STYLE,
              BorderFault(static_cast<DWORD>(BlockOf<QELDRAWRGNATTR>(elm).nStyle)));
     return findings;
 }
+
+} // namespace qel

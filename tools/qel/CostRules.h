@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+namespace qel {
+
 struct CostFinding {
     int32_t nAttr; // whose value it is
     std::string text;
@@ -16,3 +18,5 @@ struct CostFinding {
 
 // refSize: that of the drawing.
 std::vector<CostFinding> CostFindings(const CQELDocElm& elm, SIZE refSize);
+
+} // namespace qel

@@ -6,6 +6,8 @@
 
 #include <vector>
 
+namespace qel {
+
 namespace {
 
 // A name that the code page lacks characters for, or that is too long for it, may have a short
@@ -62,3 +64,5 @@ SIZE CDrawing::RefSize() const
     QELGetRefSize(m_hEngine, &size);
     return size;
 }
+
+} // namespace qel

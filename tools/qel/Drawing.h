@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace qel {
+
 class CDrawing {
 public:
     explicit CDrawing(const std::wstring& path); // CTrouble when it cannot be opened
@@ -18,3 +20,5 @@ public:
 private:
     HQELENGINE m_hEngine;
 };
+
+} // namespace qel

@@ -6,6 +6,8 @@
 #include "tools/qel/Command.h"
 #include "tools/qel/Text.h"
 
+namespace qel {
+
 namespace {
 
 SYSTEMTIME g_time;
@@ -96,3 +98,5 @@ CFixedTime::~CFixedTime()
 {
     Restore();
 }
+
+} // namespace qel

@@ -6,6 +6,8 @@
 
 #include <string>
 
+namespace qel {
+
 // Of "HH:MM:SS"; CTrouble for anything else.
 SYSTEMTIME ReadTime(const std::wstring& text);
 
@@ -17,3 +19,5 @@ public:
     CFixedTime(const CFixedTime&) = delete;
     CFixedTime& operator=(const CFixedTime&) = delete;
 };
+
+} // namespace qel

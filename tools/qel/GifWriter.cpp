@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <unordered_map>
 
+namespace qel {
+
 namespace {
 
 constexpr std::size_t MAX_COLORS = 256;
@@ -387,3 +389,5 @@ bool CGifMovie::Write(const std::wstring& path) const
     bytes.Text(";");
     return WriteBytes(path, bytes.All());
 }
+
+} // namespace qel

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+namespace qel {
+
 class CGifMovie {
 public:
     explicit CGifMovie(SIZE size) : m_size(size) {} // each side up to 65535
@@ -33,3 +35,5 @@ private:
     std::vector<uint32_t> m_last; // all of the frame before
     std::vector<Frame> m_frames;
 };
+
+} // namespace qel

@@ -5,6 +5,8 @@
 #include <cctype>
 #include <cstddef>
 
+namespace qel {
+
 namespace {
 
 constexpr std::size_t FAR_OFF = 3; // so many changes make another word
@@ -61,3 +63,5 @@ std::string MeantWord(const std::string& unknown, const std::vector<std::string>
     const std::string nearest = NearestWord(unknown, known);
     return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
 }
+
+} // namespace qel

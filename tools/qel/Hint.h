@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace qel {
+
 // Of the known words the one that is most like the unknown one, letter case aside; empty when none
 // is.
 std::string NearestWord(const std::string& unknown, const std::vector<std::string>& known);
@@ -19,3 +21,5 @@ std::vector<std::string> WordsOf(const Row* pRows)
     for (; pRows->pszName; ++pRows) words.emplace_back(pRows->pszName);
     return words;
 }
+
+} // namespace qel

@@ -1,5 +1,9 @@
-// The elements that the host sets values of; see the header.
 #include "tools/qel/HostElements.h"
+
+#include "document/ShapeForms.h"
+#include "dynamic/QELDocScale.h"
+
+namespace qel {
 
 namespace {
 
@@ -24,13 +28,48 @@ void AddMeter(const QELMETERATTR& attr, bool bFace, HostElements* pFound)
     pFound->meters.push_back(meter);
 }
 
+bool HasShape(HQELENGINE hEngine, HQELELEM hElem)
+{
+    for (HQELELEM h = QELGetFirstChild(hEngine, hElem); h; h = QELGetNextElem(hEngine, h))
+        if (IsShapeType(QELGetElemType(hEngine, h)) || HasShape(hEngine, h)) return true;
+    return false;
+}
+
+// Bars and pies alone are painted with the hatch.
+bool HasDraft(const HostMeter& meter)
+{
+    const MeterTypeRow* pType = MeterTypeOf(meter.attr.nType);
+    if (!pType) return false;
+    return pType->family == MeterFamily::Bar ? meter.bFace : pType->family == MeterFamily::Pie;
+}
+
+void AddFollowerOfParams(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
+{
+    const int nType = QELGetElemType(hEngine, hElem);
+    QELSHAPEATTR shape{};
+    QELDRAWRGNATTR region{};
+    if (nType == QEL_TYPE_FRAME) {
+        pFound->bColorFollowed |= HasShape(hEngine, hElem);
+    } else if (nType == QEL_TYPE_PATTERN) {
+        pFound->bDraftFollowed |= HasShape(hEngine, hElem);
+    } else if (nType == QEL_TYPE_DRAWRGN) {
+        QELGetElemAttr(hEngine, hElem, &region, nullptr);
+        pFound->bDraftFollowed |= (region.nStyle & QEL_STYLE_FILL_MASK) != 0;
+    } else if (IsShapeType(nType) && QELGetElemAttr(hEngine, hElem, &shape, nullptr)) {
+        pFound->bColorFollowed |= (shape.nFlags & QEL_FLAG_COLOR_PARAM) != 0;
+        pFound->bDraftFollowed |=
+            (shape.nFlags & QEL_FLAG_DRAFT_PARAM) && (shape.nStyle & QEL_STYLE_FILL_MASK);
+    }
+}
+
 void Add(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
 {
     switch (QELGetElemType(hEngine, hElem)) {
     case QEL_TYPE_METER: {
         QELMETERATTR attr{};
-        if (QELGetElemAttr(hEngine, hElem, &attr, nullptr))
-            AddMeter(attr, HasFace(hEngine, hElem), pFound);
+        if (!QELGetElemAttr(hEngine, hElem, &attr, nullptr)) break;
+        AddMeter(attr, HasFace(hEngine, hElem), pFound);
+        pFound->bDraftFollowed |= HasDraft(pFound->meters.back());
         break;
     }
     case QEL_TYPE_SCALE: {
@@ -38,6 +77,7 @@ void Add(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
         if (!QELGetElemAttr(hEngine, hElem, &scale.attr, nullptr)) break;
         scale.reach = pFound->ids.AddScale(scale.attr.nId);
         pFound->scales.push_back(scale);
+        pFound->bDraftFollowed |= HasFill(scale.attr);
         break;
     }
     case QEL_TYPE_STATUS: {
@@ -46,6 +86,7 @@ void Add(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
         break;
     }
     default:
+        AddFollowerOfParams(hEngine, hElem, pFound);
         break;
     }
 }
@@ -66,3 +107,36 @@ HostElements FindHostElements(const CDrawing& drawing)
         Walk(drawing.Engine(), hRoot, &found);
     return found;
 }
+
+const HostMeter* HostElements::MeterAt(uint32_t nId) const
+{
+    for (const HostMeter& meter : meters)
+        if (meter.reach == HostReach::Reached && meter.attr.nId == CHostIds::MeterOf(nId))
+            return &meter;
+    return nullptr;
+}
+
+const HostScale* HostElements::ScaleAt(uint32_t nId) const
+{
+    for (const HostScale& scale : scales)
+        if (scale.reach == HostReach::Reached && static_cast<uint32_t>(scale.attr.nId) == nId)
+            return &scale;
+    return nullptr;
+}
+
+bool MeterFollows(int32_t nType, const SelectorRow& row)
+{
+    return row.pszMeaning && (row.nMeterTypes & MeterTypeBit(nType));
+}
+
+bool ScaleFollows(int32_t nType, const SelectorRow& row)
+{
+    return row.pszForScale && (row.nId != QEL_SEL_START_CODE || nType >= SCALE_ROUND);
+}
+
+bool HasFill(const QELSCALEATTR& attr)
+{
+    return attr.nType < SCALE_ROUND || (attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
+}
+
+} // namespace qel

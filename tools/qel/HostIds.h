@@ -10,6 +10,8 @@
 #include <cstdint>
 #include <set>
 
+namespace qel {
+
 enum class HostReach {
     Reached,
     Pin,   // a meter whose id is that of a pin
@@ -56,3 +58,5 @@ private:
     std::set<uint32_t> m_scales;
     std::set<uint32_t> m_meters;
 };
+
+} // namespace qel

@@ -1,8 +1,6 @@
 // What the host can set; see the header.
 #include "tools/qel/HostListing.h"
 
-#include "dynamic/QELDocScale.h"
-#include "dynamic/Selectors.h"
 #include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
 
@@ -11,6 +9,8 @@
 
 #include <string>
 #include <utility>
+
+namespace qel {
 
 using nlohmann::ordered_json;
 
@@ -74,10 +74,8 @@ bool OtherAnswers(const Listed& listed, const SelectorRow& row, const CHostIds& 
 
 bool Follows(const Listed& listed, const SelectorRow& row)
 {
-    if (!listed.bMeter)
-        return row.pszForScale && (row.nId != QEL_SEL_START_CODE || listed.nType >= SCALE_ROUND);
-    if (!row.pszMeaning || !(row.nMeterTypes & MeterTypeBit(listed.nType))) return false;
-    return row.nId != QEL_SEL_VALUE || listed.nId == 0;
+    if (!listed.bMeter) return ScaleFollows(listed.nType, row);
+    return MeterFollows(listed.nType, row) && (row.nId != QEL_SEL_VALUE || listed.nId == 0);
 }
 
 void ReadSettings(HQELENGINE hEngine, const CHostIds& ids, Listed* pListed)
@@ -144,8 +142,7 @@ void NoteMeter(const HostMeter& meter, Listed* pListed)
 
 void NoteScale(const HostScale& scale, Listed* pListed)
 {
-    const bool bFill =
-        pListed->nType < SCALE_ROUND || (scale.attr.nStyle & QEL_STYLE_FILL_MASK) == 1;
+    const bool bFill = HasFill(scale.attr);
     const bool bPin = scale.attr.bPin != 0;
     if (pListed->reach != HostReach::Reached) AddNote(pListed, Unreached(*pListed));
     pListed->bShown = pListed->reach == HostReach::Reached && (bFill || bPin);
@@ -261,3 +258,5 @@ ordered_json HostJson(const CDrawing& drawing)
             {"meters", std::move(meters)},
             {"scales", std::move(scales)}};
 }
+
+} // namespace qel

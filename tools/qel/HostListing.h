@@ -6,5 +6,9 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+namespace qel {
+
 void PrintHostText(const CDrawing& drawing); // lines; nothing when there is nothing to set
 nlohmann::ordered_json HostJson(const CDrawing& drawing); // an object of lists, each may be empty
+
+} // namespace qel

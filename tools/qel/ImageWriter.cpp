@@ -19,6 +19,8 @@ using std::min; // NOLINT(misc-unused-using-decls)
 #include <cwchar>
 #include <memory>
 
+namespace qel {
+
 namespace {
 
 constexpr ULONG JPEG_QUALITY = 92;
@@ -139,3 +141,5 @@ void WritePicture(const std::wstring& path, SIZE size, const Painter& paint)
                                              : WriteBitmap(name, row, size, paint);
     });
 }
+
+} // namespace qel

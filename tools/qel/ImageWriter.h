@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+namespace qel {
+
 // What ends a picture's making.
 constexpr char NOT_DRAWN[] = "the engine does not draw this drawing";
 constexpr char NO_MEMORY_FOR_PICTURE[] = "there is no memory for a picture of this size";
@@ -23,3 +25,5 @@ using Painter = std::function<bool(HDC)>; // false: it could not draw
 // Calls paint with a device context of that size and writes what it draws. The file appears under
 // its name only when it is complete; CTrouble when it cannot be drawn or written.
 void WritePicture(const std::wstring& path, SIZE size, const Painter& paint);
+
+} // namespace qel

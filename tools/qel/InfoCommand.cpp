@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+namespace qel {
+
 using nlohmann::ordered_json;
 
 namespace {
@@ -217,31 +219,30 @@ void PrintJson(const CDrawing& drawing)
     Print(json.dump(INDENT) + "\n");
 }
 
-} // namespace
-
-const char* const g_infoHelp = R"(qel info IN [--json]
-
-Lists what is in the drawing IN: its reference size, its kind and name, what the host can set, and
+constexpr char ABOUT[] =
+    R"(Lists what is in the drawing IN: its reference size, its kind and name, what the host can set, and
 the tree of its elements, each with its type, identifier and rectangle (left,top..right,bottom in
 drawing units; of a group, that of its children). IN - is standard input.
 
 What the host can set: the numbers of the status elements, then each meter and scale with its id,
 its type, whether its value shows, and the settings that its type follows with their present values,
-colours as 0xBBGGRR. 'qel render --set ID.NAME=V' sets them.
+colours as 0xBBGGRR. 'qel render --set ID.NAME=V' sets them.)";
 
-  --json    the same as JSON in UTF-8, and the attributes of every shape: style, draft, fg, bg and
-            clr (rgb as RRGGBB), lineStyle, lineWidth, crd, flags and a text's text; "params" and
-            the names of the flags are the constants of QELEngine.h; "statusNumbers", "meters" and
-            "scales" with their "settings", where "ofOther" marks one that is read from the element
-            of the other kind with the same id
-
-Exit status: 0 done; 2 the drawing cannot be read (the message is on standard error).
+constexpr char NOTES[] =
+    R"(Exit status: 0 done; 2 the drawing cannot be read (the message is on standard error).
 
 Examples:
   qel info pump.qel
   qel info pump.qel --json | python3 -m json.tool
-  qel info - <pump.qel
-)";
+  qel info - <pump.qel)";
+
+constexpr OptionRow JSON{
+    OptionRow::Takes::Nothing, "--json", "", "Options",
+    "the same as JSON in UTF-8, and the attributes of every shape: style, draft, fg, bg and clr "
+    "(rgb as RRGGBB), lineStyle, lineWidth, crd, flags and a text's text; \"params\" and the names "
+    "of the flags are the constants of QELEngine.h; \"statusNumbers\", \"meters\" and \"scales\" "
+    "with their \"settings\", where \"ofOther\" marks one that is read from the element of the "
+    "other kind with the same id"};
 
 int RunInfo(const CommandLine& given)
 {
@@ -254,3 +255,13 @@ int RunInfo(const CommandLine& given)
         PrintText(drawing);
     return EXIT_CLEAN;
 }
+
+} // namespace
+
+CommandRow InfoCommand()
+{
+    return {"info",  "IN [--json]", "size, kind, elements, what the host can set", ABOUT, NOTES,
+            {&JSON}, RunInfo};
+}
+
+} // namespace qel

@@ -6,12 +6,15 @@
 #include "tools/qel/Hint.h"
 #include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
+#include "tools/qel/Unheard.h"
 
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
 #include <cstdlib>
 #include <utility>
+
+namespace qel {
 
 namespace {
 
@@ -177,18 +180,6 @@ LiveNumber Between(const LiveNumber& first, const LiveNumber& last, int nFrame, 
     return number;
 }
 
-std::string Listed(const std::set<uint32_t>& ids)
-{
-    constexpr std::size_t SHOWN = 12;
-    std::string text;
-    std::size_t nCount = 0;
-    for (const uint32_t nId : ids) {
-        if (nCount++ == SHOWN) return text + ", ...";
-        text += (text.empty() ? "" : ", ") + std::to_string(nId);
-    }
-    return text;
-}
-
 // What the drawing has instead of an id that nothing answers to.
 std::string WhyNobodyAnswers(const HostElements& elements, DWORD nId)
 {
@@ -200,14 +191,6 @@ std::string WhyNobodyAnswers(const HostElements& elements, DWORD nId)
     if (!elements.ids.Scales().empty()) text += "; scales: " + Listed(elements.ids.Scales());
     if (!elements.ids.Meters().empty()) text += "; meters: " + Listed(elements.ids.Meters());
     return text;
-}
-
-const HostMeter* MeterAt(const HostElements& elements, DWORD nId)
-{
-    for (const HostMeter& meter : elements.meters)
-        if (meter.reach == HostReach::Reached && meter.attr.nId == CHostIds::MeterOf(nId))
-            return &meter;
-    return nullptr;
 }
 
 std::string WhyValueRefused(const HostMeter* pMeter, const SelectorRow& row)
@@ -227,7 +210,7 @@ std::string WhySelectorRefused(const HostElements& elements, const LiveAction& a
     const SelectorRow& row = *FindSelector(action.nSelector);
     const std::string name = QuotedWord(row.pszName);
     const bool bScale = elements.ids.HasScale(action.nId);
-    const HostMeter* pMeter = MeterAt(elements, action.nId);
+    const HostMeter* pMeter = elements.MeterAt(action.nId);
     if (!bScale && !pMeter) return WhyNobodyAnswers(elements, action.nId);
     const bool bScaleKnows = bScale && row.pszForScale;
     const bool bMeterKnows = pMeter && row.pszMeaning;
@@ -277,6 +260,30 @@ bool Set(HQELENGINE hEngine, const LiveAction& action, const LiveNumber& value)
                        : QELSetScaleParam(hEngine, action.nId, action.nSelector, nValue) != 0;
 }
 
+constexpr char HOST_GROUP[] =
+    "What the host of the drawing would set, any number of times, in the order given";
+constexpr auto MANY = OptionRow::Takes::ManyValues;
+
+constexpr SettingRow<CLiveOptions> g_rows[] = {
+    {{MANY, "--set", "ID.SELECTOR=V", HOST_GROUP,
+      "a setting of the scale or meter with that id; 'qel info' lists ids and selectors, which go "
+      "by name or by number: max, ticks, alarm, 20"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadSet(given.value)); }},
+    {{MANY, "--value", "ID=V", HOST_GROUP,
+      "the value of the scale or meter with that id; the ids 1 to 32 are the sectors of the meter "
+      "with id 0. With 'qel animate' V may be FROM..TO: the value goes from one number to the "
+      "other, and several ids may move. With a point in one of the numbers real values are set, "
+      "else rounded whole ones"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->AddValue(given.value); }},
+    {{MANY, "--param", "I=V", HOST_GROUP,
+      "host parameter 0 (colour), 1 (hatch, 0 to 37), 2 or 3 (its colours)"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadParam(given.value)); }},
+    {{MANY, "--status", "N", HOST_GROUP, "the status number; -1 shows all status elements"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadStatus(given.value)); }},
+    {{OptionRow::Takes::Value, "--time", "HH:MM:SS", HOST_GROUP,
+      "the time that clocks show, instead of the present one; once"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetTime(given.value); }}};
+
 } // namespace
 
 void CLiveOptions::AddValue(const std::wstring& text)
@@ -308,34 +315,31 @@ bool ReadColor(const std::string& text, COLORREF* pClr)
     return true;
 }
 
-OptionRows CLiveOptions::Rows()
+void CLiveOptions::SetTime(const std::wstring& text)
 {
-    using Takes = OptionRow::Takes;
-    return {{Takes::ManyValues, "--set"},
-            {Takes::ManyValues, "--value"},
-            {Takes::ManyValues, "--param"},
-            {Takes::ManyValues, "--status"},
-            {Takes::Value, "--time"}};
+    if (m_time) throw CTrouble("--time is given twice");
+    m_time = ReadTime(text);
+    m_timeOption = "--time " + ToUtf8(text);
+}
+
+void CLiveOptions::AddRows(OptionRows* pRows)
+{
+    AddOptions(g_rows, pRows);
 }
 
 bool CLiveOptions::Take(const GivenOption& given)
 {
-    const std::string& name = given.name;
-    if (name == "--param") {
-        m_actions.push_back(ReadParam(given.value));
-    } else if (name == "--status") {
-        m_actions.push_back(ReadStatus(given.value));
-    } else if (name == "--set") {
-        m_actions.push_back(ReadSet(given.value));
-    } else if (name == "--value") {
-        AddValue(given.value);
-    } else if (name == "--time") {
-        if (m_time) throw CTrouble("--time is given twice");
-        m_time = ReadTime(given.value);
-    } else {
-        return false;
-    }
-    return true;
+    return TakeOption(g_rows, given, this);
+}
+
+std::vector<std::string> CLiveOptions::Unheard(const CDrawing& drawing) const
+{
+    if (m_actions.empty() && m_ranges.empty() && !m_time) return {};
+    CUnheard unheard(drawing);
+    for (const LiveAction& action : m_actions) unheard.Add(action);
+    for (const LiveAction& action : m_ranges) unheard.Add(action);
+    if (m_time) unheard.AddTime(m_timeOption);
+    return unheard.Texts();
 }
 
 void CLiveOptions::Apply(const CDrawing& drawing) const
@@ -350,3 +354,5 @@ void CLiveOptions::ApplyRanges(const CDrawing& drawing, int nFrame, int nFrames)
         if (!Set(drawing.Engine(), action, Between(action.value, action.last, nFrame, nFrames)))
             Refuse(drawing, action);
 }
+
+} // namespace qel

@@ -7,6 +7,10 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
+#include <vector>
+
+namespace qel {
 
 // A value as the host passes it: a whole number of 32 bits, or a real one.
 struct LiveNumber {
@@ -30,26 +34,33 @@ bool ReadColor(const std::string& text, COLORREF* pClr);
 
 class CLiveOptions {
 public:
-    static OptionRows Rows();
+    static void AddRows(OptionRows* pRows);
 
     // Whether --value takes ranges, too.
     explicit CLiveOptions(bool bRanges) : m_bRanges(bRanges) {}
 
     // The option, when it is one of these. CTrouble for a wrong value.
     bool Take(const GivenOption& given);
+    void Add(LiveAction action) { m_actions.push_back(std::move(action)); }
+    void AddValue(const std::wstring& text);
+    void SetTime(const std::wstring& text);
 
     // The following throw CTrouble when the drawing refuses something, telling why.
     void Apply(const CDrawing& drawing) const; // in the order of the options
     void ApplyRanges(const CDrawing& drawing, int nFrame, int nFrames) const;
 
+    // What is wrong with the options that reach nothing in the drawing, when all have been applied.
+    [[nodiscard]] std::vector<std::string> Unheard(const CDrawing& drawing) const;
+
     [[nodiscard]] bool HasRanges() const { return !m_ranges.empty(); }
     [[nodiscard]] const SYSTEMTIME* Time() const { return m_time ? &*m_time : nullptr; }
 
 private:
-    void AddValue(const std::wstring& text);
-
     bool m_bRanges;
     std::vector<LiveAction> m_actions;
     std::vector<LiveAction> m_ranges;
     std::optional<SYSTEMTIME> m_time;
+    std::string m_timeOption;
 };
+
+} // namespace qel

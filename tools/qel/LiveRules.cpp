@@ -11,6 +11,8 @@
 
 #include <cstring>
 
+namespace qel {
+
 namespace {
 
 constexpr LONG METER_LAYOUT = 3; // the first geometry word of a dial's layout rectangle
@@ -189,3 +191,5 @@ void CIdRules::Tell(std::vector<Finding>* pFindings) const
         if (!fault.empty()) pFindings->push_back({entry.nOffset, false, fault});
     }
 }
+
+} // namespace qel

@@ -8,6 +8,8 @@
 #include "tools/qel/Checker.h"
 #include "tools/qel/HostIds.h"
 
+namespace qel {
+
 // The coordinates of a scale or meter go by its type.
 const CrdForm& LiveCrdForm(const CQELDocElm& elm);
 
@@ -52,3 +54,5 @@ private:
     CHostIds m_ids;
     std::vector<Entry> m_entries;
 };
+
+} // namespace qel

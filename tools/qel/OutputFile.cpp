@@ -8,6 +8,8 @@
 
 #include <utility>
 
+namespace qel {
+
 namespace {
 
 // Why the file cannot be replaced, as an engine that saves does not replace it; empty: it can, or
@@ -97,3 +99,5 @@ void WriteComplete(const std::wstring& path,
     if (!name.empty() && write(name) && unfinished.RenameTo(path)) return;
     throw CTrouble("cannot write '" + ToUtf8(path) + "'");
 }
+
+} // namespace qel

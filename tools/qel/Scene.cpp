@@ -12,6 +12,8 @@
 #include <cwctype>
 #include <utility>
 
+namespace qel {
+
 namespace {
 
 constexpr LONG WANTED_WIDTH = 800;
@@ -65,25 +67,29 @@ double ReadZoom(const std::wstring& text)
         "--zoom wants how many times the drawing's size, as 2 or 0.5, not '{}'", ToUtf8(text)));
 }
 
-// The last option about the size holds; width and height go together.
-bool TakeSizeOption(const GivenOption& given, SceneOptions* pOptions)
+// The last option about the size holds.
+void TakeSize(const GivenOption& given, SceneOptions* pOptions)
 {
-    SIZE size{0, 0};
-    double fZoom = 0;
-    if (given.name == "--size")
-        size = ReadSize(given.value);
-    else if (given.name == "--width")
-        size = {ReadOneSide(given), pOptions->bWhole ? 0 : pOptions->size.cy};
-    else if (given.name == "--height")
-        size = {pOptions->bWhole ? 0 : pOptions->size.cx, ReadOneSide(given)};
-    else if (given.name == "--zoom")
-        fZoom = ReadZoom(given.value);
-    else
-        return false;
-    pOptions->bWhole = given.name == "--size";
-    pOptions->size = size;
-    pOptions->fZoom = fZoom;
-    return true;
+    pOptions->size = ReadSize(given.value);
+    pOptions->bWhole = true;
+    pOptions->fZoom = 0;
+}
+
+// Width and height go together.
+void TakeSide(const GivenOption& given, LONG SIZE::*pSide, SceneOptions* pOptions)
+{
+    const LONG nSide = ReadOneSide(given);
+    if (pOptions->bWhole) pOptions->size = {0, 0};
+    pOptions->size.*pSide = nSide;
+    pOptions->bWhole = false;
+    pOptions->fZoom = 0;
+}
+
+void TakeZoom(const GivenOption& given, SceneOptions* pOptions)
+{
+    pOptions->fZoom = ReadZoom(given.value);
+    pOptions->size = {0, 0};
+    pOptions->bWhole = false;
 }
 
 COLORREF ReadBackground(const std::wstring& text)
@@ -108,24 +114,48 @@ std::wstring ReadFont(const std::wstring& name)
     return name;
 }
 
-bool TakePictureOption(const GivenOption& given, SceneOptions* pOptions)
-{
-    if (given.name == "--output")
-        pOptions->out = given.value;
-    else if (given.name == "--background")
-        pOptions->clrBackground = ReadBackground(given.value);
-    else if (given.name == "--rotate")
-        pOptions->nRotate = ReadAngle(given.value);
-    else if (given.name == "--blink")
-        pOptions->bBlink = true;
-    else if (given.name == "--pressed")
-        pOptions->bPressed = true;
-    else if (given.name == "--font")
-        pOptions->font = ReadFont(given.value);
-    else
-        return TakeSizeOption(given, pOptions);
-    return true;
-}
+constexpr char PICTURE_GROUP[] = "The picture";
+constexpr auto VALUE = OptionRow::Takes::Value;
+constexpr auto NOTHING = OptionRow::Takes::Nothing;
+
+constexpr SettingRow<SceneOptions> g_rows[] = {
+    {{VALUE, "-o,--output", "OUT", PICTURE_GROUP, "the picture, in the place of the second name"},
+     [](const GivenOption& given, SceneOptions* p) { p->out = given.value; }},
+    {{VALUE, "--size", "WxH", PICTURE_GROUP,
+      "the size in pixels, each side 1 to 16384 and no more pixels than 8192x8192 has; by default "
+      "the drawing's reference size times the smallest whole number that makes it at least 800 "
+      "wide. Of the options about the size the last one holds"},
+     TakeSize},
+    {{VALUE, "--width", "W", PICTURE_GROUP,
+      "one side in pixels; the other one follows the drawing, unless both are given"},
+     [](const GivenOption& given, SceneOptions* p) { TakeSide(given, &SIZE::cx, p); }},
+    {{VALUE, "--height", "H", PICTURE_GROUP, "the other side, likewise"},
+     [](const GivenOption& given, SceneOptions* p) { TakeSide(given, &SIZE::cy, p); }},
+    {{VALUE, "--zoom", "N", PICTURE_GROUP, "so many times the drawing's reference size: 2, or 0.5"},
+     TakeZoom},
+    {{VALUE, "--background", "RRGGBB", PICTURE_GROUP,
+      "hexadecimal; by default C0C0C0, on which black and white both show. Here as everywhere a "
+      "colour is taken, #RRGGBB is one, too"},
+     [](const GivenOption& given, SceneOptions* p) {
+         p->clrBackground = ReadBackground(given.value);
+     }},
+    {{VALUE, "--rotate", "DEG", PICTURE_GROUP,
+      "turn counter-clockwise, by quarter turns: 90, 180, 270, -90"},
+     [](const GivenOption& given, SceneOptions* p) { p->nRotate = ReadAngle(given.value); }},
+    {{NOTHING, "--blink", "", PICTURE_GROUP, "the dark phase of blinking colours"},
+     [](const GivenOption&, SceneOptions* p) { p->bBlink = true; }},
+    {{NOTHING, "--pressed", "", PICTURE_GROUP, "elements with the pressed flag are drawn pressed"},
+     [](const GivenOption&, SceneOptions* p) { p->bPressed = true; }},
+    {{VALUE, "--font", "NAME", PICTURE_GROUP,
+      "the face of all texts, a scalable one; by default WenQuanYi Zen Hei Mono or another one of "
+      "even width with Chinese glyphs"},
+     [](const GivenOption& given, SceneOptions* p) { p->font = ReadFont(given.value); }},
+    {{VALUE, "--config", "FILE", PICTURE_GROUP,
+      "options from a file, one a line: width = 800, set = [\"0.max=100\"], blink = true; after a "
+      "line [render] or [animate] for that command alone. # and ; begin a line that is a remark. "
+      "What the command line gives, too, is taken from there; a setting comes before those of the "
+      "command line"},
+     [](const GivenOption&, SceneOptions*) {}}}; // its words stand in the place of it by now
 
 bool IsPositive(SIZE size)
 {
@@ -195,24 +225,28 @@ SIZE SetUp(const CDrawing& drawing, const SceneOptions& options)
 
 } // namespace
 
-OptionRows SceneOptionRows()
+const char* const g_sceneNotes = R"(A value may also be joined to its option: --size=400x300.
+
+V is a decimal number, also a negative one, or 0x and hexadecimal digits; a colour is #RRGGBB, or
+0xBBGGRR with the last two digits red. Values, and the setting base, may also be real numbers,
+written with a point: a meter draws the kind that was set last, so write all its values with a point
+or none. What the drawing refuses is an error, and then there is no picture. What it takes and
+nothing in it follows (a status number that no element has, a parameter, setting, value or time that
+shows nowhere) is a warning on standard error, and the picture is made.
+)";
+
+void AddSceneOptions(OptionRows* pRows)
 {
-    using Takes = OptionRow::Takes;
-    OptionRows rows{
-        {Takes::Value, "-o,--output"},  {Takes::Value, "--config"}, {Takes::Value, "--size"},
-        {Takes::Value, "--width"},      {Takes::Value, "--height"}, {Takes::Value, "--zoom"},
-        {Takes::Value, "--background"}, {Takes::Value, "--rotate"}, {Takes::Nothing, "--blink"},
-        {Takes::Nothing, "--pressed"},  {Takes::Value, "--font"}};
-    for (const OptionRow& row : CLiveOptions::Rows()) rows.push_back(row);
-    return rows;
+    AddOptions(g_rows, pRows);
+    CLiveOptions::AddRows(pRows);
 }
 
 void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOptions* pOptions,
-                      const std::function<bool(const GivenOption&)>& takeOwn)
+                      const std::function<void(const GivenOption&)>& takeOwn)
 {
     const std::string command = pszCommand;
     for (const GivenOption& option : given.options)
-        if (!TakePictureOption(option, pOptions) && !pOptions->live.Take(option)) takeOwn(option);
+        if (!TakeOption(g_rows, option, pOptions) && !pOptions->live.Take(option)) takeOwn(option);
     Arguments names = given.names;
     if (!pOptions->out.empty()) names.push_back(pOptions->out);
     if (names.size() > 2) throw CTrouble(command + " takes one drawing and one picture");
@@ -272,7 +306,14 @@ bool CScene::Paint(HDC hdc) const
     return Draw(hdc, QEL_DRAW_FULL);
 }
 
+void CScene::TellUnheard() const
+{
+    for (const std::string& text : m_options.live.Unheard(m_drawing)) Complain("warning: " + text);
+}
+
 bool CScene::PaintMoving(HDC hdc) const
 {
     return Draw(hdc, 0);
 }
+
+} // namespace qel

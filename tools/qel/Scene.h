@@ -7,6 +7,8 @@
 
 #include <functional>
 
+namespace qel {
+
 struct SceneOptions {
     explicit SceneOptions(bool bRanges) : live(bRanges) {}
 
@@ -23,11 +25,15 @@ struct SceneOptions {
     CLiveOptions live;
 };
 
-// Takes what was given to a command that draws IN into OUT; takeOwn takes the options that only
-// this command has (false: none of them).
+// The options of a command that draws IN into OUT, without those that only one has.
+void AddSceneOptions(OptionRows* pRows);
+
+// Takes what was given to such a command; takeOwn takes the options that only this command has.
 void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOptions* pOptions,
-                      const std::function<bool(const GivenOption&)>& takeOwn);
-OptionRows SceneOptionRows(); // without those that only one command has
+                      const std::function<void(const GivenOption&)>& takeOwn);
+
+// Of the help: how the values of these options are written.
+extern const char* const g_sceneNotes;
 
 // The whole text as a number of that base; false for anything else.
 bool ReadNumber(const std::wstring& text, int nBase, long* pnValue);
@@ -44,6 +50,9 @@ public:
     bool Paint(HDC hdc) const;       // the background, and all of the drawing
     bool PaintMoving(HDC hdc) const; // over what stands there
 
+    // Warns of options that reach nothing in the drawing.
+    void TellUnheard() const;
+
 private:
     void Settle() const;
     bool Draw(HDC hdc, DWORD nFlags) const;
@@ -54,3 +63,5 @@ private:
     CFixedTime m_time;
     LOGFONTW m_font;
 };
+
+} // namespace qel

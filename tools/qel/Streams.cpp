@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdio>
 
+namespace qel {
+
 namespace {
 
 void ReadAll(std::FILE* pFile, std::string* pBytes)
@@ -105,3 +107,5 @@ Arguments ReadArgumentList(const std::wstring& path)
     }
     return words;
 }
+
+} // namespace qel

@@ -3,6 +3,8 @@
 
 #include "tools/qel/Command.h"
 
+namespace qel {
+
 bool IsStandardInput(const std::wstring& path);  // "-" or "/dev/stdin"
 bool IsStandardOutput(const std::wstring& path); // "-" or "/dev/stdout"
 
@@ -34,3 +36,5 @@ private:
 // The arguments in a list: UTF-8, one a line, or each ended by a zero byte if there is any.
 // CTrouble when it cannot be read.
 Arguments ReadArgumentList(const std::wstring& path);
+
+} // namespace qel

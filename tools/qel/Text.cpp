@@ -5,6 +5,8 @@
 
 #include <cstdio>
 
+namespace qel {
+
 std::string ToUtf8(const std::wstring& text)
 {
     const int nWide = static_cast<int>(text.size());
@@ -49,3 +51,5 @@ void Complain(const std::string& text)
     std::fflush(stdout);
     std::fprintf(stderr, "qel: %s\n", text.c_str());
 }
+
+} // namespace qel

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace qel {
+
 std::string ToUtf8(const std::wstring& text);
 std::wstring FromUtf8(const std::string& text);
 std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system's code page
@@ -11,3 +13,5 @@ std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system'
 void Print(const std::string& text);    // UTF-8 to standard output
 bool FinishOutput();                    // false: not all that was printed could be written
 void Complain(const std::string& text); // "qel: TEXT" to standard error
+
+} // namespace qel

@@ -3,6 +3,8 @@
 
 #include <cwchar>
 
+namespace qel {
+
 namespace {
 
 constexpr int FONT_HEIGHT = 16; // texts take the face and choose their own size
@@ -50,3 +52,5 @@ std::wstring DefaultTextFace()
         if (IsScalableFace(pszFace)) return pszFace;
     return {};
 }
+
+} // namespace qel

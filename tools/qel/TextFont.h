@@ -5,6 +5,8 @@
 
 #include <string>
 
+namespace qel {
+
 // Texts come in any size, so a face of fixed bitmaps does not serve.
 bool IsScalableFace(const std::wstring& face);
 
@@ -12,3 +14,5 @@ bool IsScalableFace(const std::wstring& face);
 std::wstring DefaultTextFace();
 
 LOGFONTW TextFont(const std::wstring& face);
+
+} // namespace qel

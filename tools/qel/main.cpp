@@ -5,25 +5,19 @@
 
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
 #include <io.h>
 #include <new>
 
+namespace qel {
+
 namespace {
 
-constexpr char HELP[] = R"(qel - draws, lists and checks instrument drawings (.qel)
+constexpr char ABOUT[] = "Draws, lists and checks instrument drawings (.qel).";
 
-  qel render IN OUT [options]   draw a drawing into a picture: .png, .bmp, .jpg or .emf
-  qel animate IN OUT.gif --value ID=FROM..TO [options]
-                                the same while values move: an animated picture
-  qel info IN [--json]          size, kind, elements, what the host can set
-  qel check IN...               what is wrong with drawings: FILE:LINE:COLUMN: error: TEXT
-
-  qel COMMAND --help            the options of a command, with examples
-  qel --help, qel --version
+constexpr char NOTES[] = R"('qel COMMAND --help' tells the options of a command, with examples.
 
 Texts and identifiers of drawings are read in the system's code page and printed as UTF-8.
 The name - is standard input (as /dev/stdin is), and for OUT standard output: a PNG, or a GIF.
@@ -42,34 +36,39 @@ Examples:
   qel info pump.qel --json
   qel check examples/*.qel
   qel render - - <pump.qel >pump.png
-  find . -name '*.qel' -print0 | qel check @-
-)";
+  find . -name '*.qel' -print0 | qel check @-)";
 
-// Of all commands, with their options.
-std::vector<CommandRow> Commands()
-{
-    return {{"render", RunRender, g_renderHelp, RenderOptions()},
-            {"animate", RunAnimate, g_animateHelp, AnimateOptions()},
-            {"info", RunInfo, g_infoHelp, {{OptionRow::Takes::Nothing, "--json"}}},
-            {"check", RunCheck, g_checkHelp, {}}};
-}
+constexpr OptionRow VERSION{OptionRow::Takes::Nothing, "--version", "", "Options",
+                            "the version of the program"};
 
-bool IsHelpOption(const std::wstring& word)
+int PrintVersion(const CommandLine&)
 {
-    return word == L"--help" || word == L"-h";
-}
-
-bool AsksForHelp(const Arguments& arguments)
-{
-    const auto end = std::find(arguments.begin(), arguments.end(), L"--");
-    return std::any_of(arguments.begin(), end, IsHelpOption);
-}
-
-int RunCommand(const CommandRow& row, const Arguments& arguments)
-{
-    if (!AsksForHelp(arguments)) return row.pfnRun(ReadCommandLine(row, arguments));
-    Print(row.pszHelp);
+    Print("qel " QEL_VERSION "\n");
     return EXIT_CLEAN;
+}
+
+CommandRows Commands()
+{
+    return {RenderCommand(), AnimateCommand(), InfoCommand(), CheckCommand()};
+}
+
+// The program without a command.
+CommandRow Program()
+{
+    return {"", "COMMAND [options]", "", ABOUT, NOTES, {&VERSION}, PrintVersion};
+}
+
+int RunCommand(const CommandRow& row, const Arguments& arguments, const CommandRows& commands)
+{
+    const CommandLine given = ReadCommandLine(row, arguments, commands);
+    if (given.help.empty()) return row.pfnRun(given);
+    Print(given.help);
+    return EXIT_CLEAN;
+}
+
+bool IsOption(const std::wstring& word)
+{
+    return word.size() > 1 && word[0] == L'-' && word != L"--";
 }
 
 int Run(const Arguments& words)
@@ -77,21 +76,14 @@ int Run(const Arguments& words)
     if (words.empty())
         throw CTrouble(
             "a command is missing: render, animate, info or check; 'qel --help' tells more");
-    if (IsHelpOption(words[0])) {
-        Print(HELP);
-        return EXIT_CLEAN;
-    }
-    if (words[0] == L"--version") {
-        Print("qel " QEL_VERSION "\n");
-        return EXIT_CLEAN;
-    }
+    const CommandRows commands = Commands();
+    if (IsOption(words[0])) return RunCommand(Program(), {words[0]}, commands);
     const std::string name = ToUtf8(words[0]);
-    for (const CommandRow& row : Commands())
-        if (name == row.pszName) return RunCommand(row, Arguments(words.begin() + 1, words.end()));
+    for (const CommandRow& row : commands)
+        if (name == row.pszName)
+            return RunCommand(row, Arguments(words.begin() + 1, words.end()), {});
     throw CTrouble("unknown command '" + name + "'; 'qel --help' lists them");
 }
-
-} // namespace
 
 // What ./qel has set tells by the status, too, that this program was started.
 int Status(int nStatus)
@@ -100,13 +92,8 @@ int Status(int nStatus)
     return ::GetEnvironmentVariableW(L"QEL_TELL_START", nullptr, 0) ? nStatus + STARTED : nStatus;
 }
 
-// The streams carry bytes: drawings, pictures, or UTF-8 with the line ends of the system's tools.
-int wmain(int nCount, wchar_t** ppszWords)
+int Answer(int nCount, wchar_t** ppszWords)
 {
-    _setmode(_fileno(stdin), _O_BINARY);
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
-    ::SetConsoleOutputCP(CP_UTF8);
     try {
         const int nStatus = Run(Arguments(ppszWords + (nCount ? 1 : 0), ppszWords + nCount));
         if (FinishOutput()) return Status(nStatus);
@@ -117,4 +104,18 @@ int wmain(int nCount, wchar_t** ppszWords)
         Complain(trouble.what());
     }
     return Status(EXIT_TROUBLE);
+}
+
+} // namespace
+
+} // namespace qel
+
+// The streams carry bytes: drawings, pictures, or UTF-8 with the line ends of the system's tools.
+int wmain(int nCount, wchar_t** ppszWords)
+{
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+    ::SetConsoleOutputCP(CP_UTF8);
+    return qel::Answer(nCount, ppszWords);
 }

@@ -1,6 +1,6 @@
-#include "document/QELDocContainer.h"
+#include "document/QELDocLeaves.h"
 
-#include "include/QELEngine.h"
+#include <cstring>
 
 int CQELDocContainer::GetAttrSize(int* pnSize) const
 {
