@@ -17,7 +17,9 @@ set(QEL_EXPORTS
   QELSetText:12 QELSetVisible:12 QELSetColor:16 QELResetLive:8 QELSetQuality:12 QELSetEasing:12
   QELAdvance:8 QELGetLiveId:20
   QELGetDirtyRect:8 QELGetDirtyRegion:8 QELInvalidate:8 QELValidate:4 QELUpdate:12
-  QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4)
+  QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4
+  QELGetElemDrawRect:12 QELGetIdDrawRect:12 QELElemFromPoint:8 QELIdFromPoint:16 QELFindElem:8
+  QELElemToDevice:12 QELDeviceToElem:12)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4
   QELDrawBezier:12 QELDrawCurve:12)

@@ -75,7 +75,7 @@ bool CQELViewDrawRgn::PaintedRect(const RECT& rcQel, RECT* prcOut) const
 {
     RECT rc{};
     if (!MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags) || ::IsRectEmpty(&rc)) return false;
-    *prcOut = GrownRect(rc, HasBorder() ? BorderReach(rc, BorderWidthOf(m_nStyle)) : 0);
+    *prcOut = HasBorder() ? BorderBox(rc, BorderWidthOf(m_nStyle)) : rc;
     return true;
 }
 

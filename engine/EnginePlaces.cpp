@@ -104,5 +104,7 @@ int CQELEngine::DeviceToElem(const CQELDocElm* pElm, POINT* ppt) const
 {
     UnitMap map{};
     UnitTurn turn;
-    return MapElem(pElm, &map, &turn) && DeviceToUnit(map, turn, *ppt, ppt) ? 1 : 0;
+    if (!MapElem(pElm, &map, &turn)) return 0;
+    *ppt = DeviceToUnit(map, turn, *ppt);
+    return 1;
 }

@@ -66,6 +66,7 @@ public:
 
     // What stands where, as it is now; null without a drawing and without memory.
     [[nodiscard]] CPlaces* Places();
+    [[nodiscard]] bool HasDrawing() const { return m_view.Root() != nullptr; }
 
     // Where things are (engine/EnginePlaces.cpp). Device points are in the units of the QEL rect.
     int GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const;

@@ -115,7 +115,7 @@ void CLife::Run()
 
 void CLife::Operate()
 {
-    switch (m_input.Below(22)) {
+    switch (m_input.Below(23)) {
     case 0:
     case 1:
     case 2:
@@ -154,6 +154,8 @@ void CLife::Operate()
         return DrawShortOfObjects();
     case 20:
         return SaveInTrouble();
+    case 21:
+        return FindPlaces();
     default:
         return CallWithoutEngine();
     }

@@ -1,7 +1,7 @@
 // One host with one engine: the operations of a whole life, each of which checks every answer
 // against what include/QELEngine.h promises. LifeFuzzer.cpp drives it. Life.cpp keeps the accounts
-// of handles and of work and opens and saves, LifeValues.cpp draws and sets values, LifeEdits.cpp
-// edits.
+// of handles and of work and opens and saves, LifeValues.cpp draws and sets values, LifePlaces.cpp
+// asks where things are, LifeEdits.cpp edits.
 #pragma once
 
 #include "fuzz/Host.h"
@@ -60,6 +60,11 @@ private:
     void SetParam();
     void SetStatus();
     void SetOneValue();
+    void FindPlaces();
+    void FindAt(POINT pt);
+    void FindByIdentifier(const std::string& id);
+    void MapUnits(HQELELEM hElem, POINT pt);
+    [[nodiscard]] bool IsSmall(HQELELEM hElem, POINT pt) const;
     void CallWithoutEngine();
     void DrawShortOfObjects();
     void SaveInTrouble();

@@ -558,6 +558,62 @@ int QELAPI QELSetQELRect(HQELENGINE hEngine, const RECT* prc);
  * 0 when the drawing has none. */
 int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc);
 
+/* ---- where things are ---- */
+
+/* The device rectangle that holds all that a full draw paints of an element: pens, borders, the
+ * numbers and read-outs of meters, and of a group all that is in it. It may be some pixels too
+ * large, and is never too small, for texts as long as the host's font has no lines under or
+ * through its letters and is not turned. Whether the element is shown now, and whether it is drawn
+ * pressed, makes no difference: it is what to paint anew when that changes. It is not cut off at
+ * the QEL rect. 0 with an empty rectangle when nothing of it is ever painted: it is out of the
+ * picture, cannot be mapped, or has neither pen nor fill.
+ *
+ *     QELSetElemAttr(hEngine, hElem, &attr, sizeof attr);
+ *     if (QELGetElemDrawRect(hEngine, hElem, &rc)) InvalidateRect(hWnd, &rc, TRUE); */
+int QELAPI QELGetElemDrawRect(HQELENGINE hEngine, HQELELEM hElem, RECT* prc);
+
+/* The same for all elements that bear an identifier, as one rectangle around them; identifiers
+ * compare byte by byte. In show-only mode as well. 0 with an empty rectangle when there are none,
+ * and without memory. */
+int QELAPI QELGetIdDrawRect(HQELENGINE hEngine, const char* pszId, RECT* prc);
+
+/* The topmost element that a device point is on: a filled shape where it is painted, one that is
+ * not filled within 3 pixels of its outline, texts, draw regions, scales and meters on the
+ * rectangle or circle that they are laid out in; a meter is above the shapes of its face. Groups
+ * are not hit, but what is in them; what is not shown now is not hit. Null when there is none, in
+ * show-only mode, and without memory.
+ *
+ *     POINT pt = {LOWORD(lParam), HIWORD(lParam)};
+ *     HQELELEM hElem = QELElemFromPoint(hEngine, &pt); */
+HQELELEM QELAPI QELElemFromPoint(HQELENGINE hEngine, const POINT* ppt);
+
+/* The identifier of that element or, when it has none, of the nearest one around it that has. In
+ * show-only mode as well. nSize: the bytes of the buffer. 0 when nothing is hit, when none of them
+ * has an identifier, when the buffer is too small for it and its zero, and without memory; the
+ * buffer is then as it was.
+ *
+ *     char szId[QEL_TEXT_SIZE];
+ *     if (QELIdFromPoint(hEngine, &pt, szId, sizeof szId)) Select(szId); */
+int QELAPI QELIdFromPoint(HQELENGINE hEngine, const POINT* ppt, char* pszBuffer, int nSize);
+
+/* The first element of the picture, in the order of the document, that bears an identifier;
+ * identifiers compare byte by byte. Null when there is none, for an empty one, in show-only mode,
+ * and without memory. Many look-ups cost little: an index is made at the first one after an edit of
+ * the tree. */
+HQELELEM QELAPI QELFindElem(HQELENGINE hEngine, const char* pszId);
+
+/* The device point that a point in drawing units has, as the element maps its own coordinates, with
+ * its keep modes: the corners of a rectangle come out where they are drawn. Units are those of the
+ * document, also after QELRotate. The point is replaced. 0 for an element that is not drawn: then
+ * it stays. */
+int QELAPI QELElemToDevice(HQELENGINE hEngine, HQELELEM hElem, POINT* ppt);
+
+/* The other way round: the unit whose device point is nearest, of several the smallest.
+ *
+ *     POINT pt = ptMouse;
+ *     if (QELDeviceToElem(hEngine, hElem, &pt)) MoveCorner(hElem, pt); */
+int QELAPI QELDeviceToElem(HQELENGINE hEngine, HQELELEM hElem, POINT* ppt);
+
 /* ---- drawing ---- */
 
 /* Draws. prcUpdate only gates the call: 0 when it does not meet the QEL rect; it is not a clip.

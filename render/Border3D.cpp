@@ -1,8 +1,8 @@
 #include "render/Border3D.h"
 
 #include "base/GdiScopes.h"
+#include "base/Rects.h"
 #include "base/Shown.h"
-#include "base/WrapMath.h"
 
 #include <algorithm>
 
@@ -119,6 +119,13 @@ int32_t BorderWidthOf(uint32_t nStyle)
 {
     const auto nWidth = static_cast<int32_t>(nStyle >> 16);
     return nWidth ? nWidth : DEFAULT_WIDTH;
+}
+
+RECT BorderBox(const RECT& rc, int32_t nWidth)
+{
+    if (!IsWithinReach(rc) || nWidth < 0 || nWidth > REACH) return ALL_IN_REACH;
+    return {std::min(rc.left, rc.right - nWidth), std::min(rc.top, rc.bottom - nWidth),
+            std::max(rc.right, rc.left + nWidth), std::max(rc.bottom, rc.top + nWidth)};
 }
 
 int DrawBorder3D(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, const RECT& rcQel,

@@ -33,10 +33,15 @@ bool AddFaces(const CQELViewElm* pTop, const RECT& rcQel, RECT* prcOut)
 
 } // namespace
 
+// A meter draws its face whatever a status in it says.
 bool IsShownNow(const CQELViewElm* pView)
 {
-    while (pView && pView->IsShown() && !pView->IsHiddenItself()) pView = pView->Parent();
-    return !pView;
+    bool bShown = true;
+    for (const CQELViewElm* p = pView; p; p = p->Parent()) {
+        if (p->IsHiddenItself()) return false;
+        bShown = p->Type() == QEL_TYPE_METER || (bShown && p->IsShown());
+    }
+    return bShown;
 }
 
 bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)

@@ -70,13 +70,32 @@ int CQELViewRect::PaintMargin(int32_t* pnOut) const
     return 1;
 }
 
-// Nothing of an upright box is rounded.
-int32_t CQELViewRect::PaintReach(const DeviceFigure& figure, bool bFace) const
+// Nothing of an upright box is rounded, but the corners of a wide pen. A face whose border is
+// hidden while it is hollow has its pen instead.
+RECT CQELViewRect::PaintedBox(const DeviceFigure& figure, bool bFace) const
 {
-    const int32_t nPen = CQELViewBox::PaintReach(figure, bFace) - PAINT_SLACK;
-    const bool bBorder = (m_style.nStyle & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
     const auto nStyle = static_cast<uint32_t>(m_style.nStyle);
-    return bBorder ? std::max(nPen, BorderReach(figure.rcBox, BorderWidthOf(nStyle))) : nPen;
+    const bool bBorder = (nStyle & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
+    const int32_t nPen = PaintReach(figure, bFace) - PAINT_SLACK;
+    CRectHull hull;
+    hull.Add(GrownRect(Hull(figure), nPen > 0 ? nPen + 1 : 0));
+    if (bBorder) hull.Add(BorderBox(figure.rcBox, BorderWidthOf(nStyle)));
+    return hull.Rect();
+}
+
+// A border may stand out of a rectangle that is narrower than it.
+bool CQELViewRect::IsHit(const RECT& rcQel, POINT pt) const
+{
+    if (CQELViewBox::IsHit(rcQel, pt)) return true;
+    RECT rc{};
+    if (!HidesOutline() || !MapAnchored(rcQel, Box(), 0, &rc) || ::IsRectEmpty(&rc)) return false;
+    const RECT rcBorder = BorderBox(rc, BorderWidthOf(Style()));
+    return ::PtInRect(&rcBorder, pt);
+}
+
+double CQELViewRect::Roughness() const
+{
+    return m_style.nPenWidth > 1 && !HidesOutline() ? CQELViewBox::Roughness() : 0;
 }
 
 // The sides of a region that is narrower than what is taken off pass each other; see MakeRegion.

@@ -34,14 +34,15 @@ public:
     using CQELViewLeaf::CQELViewLeaf;
 
     [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
                const RECT& rcQel) const override;
     int PaintMargin(int32_t* pnOut) const override;
-    [[nodiscard]] int32_t PaintReach(const DeviceFigure& figure, bool bFace) const override;
+    [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
     [[nodiscard]] int32_t RegionReach(const DeviceFigure& figure) const override;
-    [[nodiscard]] double Roughness() const override { return 0; }
+    [[nodiscard]] double Roughness() const override;
     [[nodiscard]] bool HidesOutline() const override; // behind a 3D border
     [[nodiscard]] bool RestoresPenFirst() const override { return true; }
 };

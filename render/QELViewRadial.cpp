@@ -14,6 +14,9 @@ constexpr int32_t BOX_WORDS = 4;
 constexpr int32_t ALL_WORDS = 8;       // the box and the two points, x and y by turns
 constexpr LONG MAX_CANVAS = 16384;     // pixels a side: 32 MB in black and white
 constexpr LONG CHEAP_CANVAS = 1 << 22; // pixels; up to here the whole is filled whatever shows
+constexpr LONG LEAST_SIDE = 16;        // of an ellipse whose parts are told from the whole
+constexpr LONG MOST_FLAT = 4;          // times as long as high
+constexpr double MAYBE_ONE = 4;        // pixels between ends that may be one to the system
 constexpr LONG STRIP = 16;             // pixels to both sides of where a figure should end
 
 } // namespace
@@ -154,6 +157,11 @@ double AngleTo(const RECT& rc, POINT pt)
     return Ellipse(rc).AngleTo(pt);
 }
 
+bool AreNear(ProbedEllipse::Point pt1, ProbedEllipse::Point pt2, double fDistance)
+{
+    return std::hypot(pt1.fX - pt2.fX, pt1.fY - pt2.fY) < fDistance;
+}
+
 void Side(COutlineProbe* pProbe, ProbedEllipse::Point pt1, ProbedEllipse::Point pt2)
 {
     pProbe->Line(pt1.fX, pt1.fY, pt2.fX, pt2.fY);
@@ -166,6 +174,27 @@ LONG Whole(double f)
 
 } // namespace
 
+// The part that there is of the ellipse. Where the system lets a ray meet a flat one, or one of few
+// pixels, is its own affair.
+RECT CQELViewRadial::PaintedBox(const DeviceFigure& figure, bool bFace) const
+{
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const int64_t nWidth = int64_t{rc.right} - rc.left;
+    const int64_t nHeight = int64_t{rc.bottom} - rc.top;
+    if (std::min(nWidth, nHeight) < LEAST_SIDE || nWidth > MOST_FLAT * nHeight ||
+        nHeight > MOST_FLAT * nWidth || !IsWithinReach(rc))
+        return CQELViewShape::PaintedBox(figure, bFace);
+    const POINT& ptStart = figure.pts[0];
+    const POINT& ptEnd = figure.pts[1];
+    const ProbedEllipse ellipse = EllipseIn(rc);
+    if (AreNear(ellipse.At(AngleTo(rc, ptStart)), ellipse.At(AngleTo(rc, ptEnd)), MAYBE_ONE))
+        return CQELViewShape::PaintedBox(figure, bFace);
+    const Extent extent = ExtentOf(rc, ptStart, ptEnd, ReachesMiddle());
+    return GrownRect({Whole(extent.fLeft), Whole(extent.fTop), Whole(extent.fRight) + 1,
+                      Whole(extent.fBottom) + 1},
+                     PaintReach(figure, bFace));
+}
+
 // The arc, and for the filled figures the sides that close it.
 void CQELViewRadial::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
@@ -173,7 +202,9 @@ void CQELViewRadial::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) co
     const ProbedEllipse ellipse = EllipseIn(rc);
     const double fStart = AngleTo(rc, figure.pts[0]);
     double fEnd = AngleTo(rc, figure.pts[1]);
-    if (fEnd <= fStart) fEnd += 2 * PI; // one ray for both ends is the whole ellipse
+    if (fEnd <= fStart) fEnd += 2 * PI;
+    // Two ends on one pixel are the whole ellipse.
+    if (AreNear(ellipse.At(fStart), ellipse.At(fEnd), 1)) fEnd = fStart + 2 * PI;
     pProbe->Arc(ellipse, fStart, fEnd);
     if (IsOutlineOnly()) return;
     const ProbedEllipse::Point ptMiddle{ellipse.fX, ellipse.fY};

@@ -24,6 +24,7 @@ protected:
     int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
 
     [[nodiscard]] bool IsCurved() const override { return true; }
+    [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
     // Whether the figure slides back into the drawing after a turn or a move.
     [[nodiscard]] virtual bool StaysInside() const = 0;

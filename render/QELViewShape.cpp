@@ -371,6 +371,7 @@ int CQELViewShape::TakeData(const ShapeData& data)
 {
     if (!TakeShapeData(data, {Pool(), Type(), &m_style, &m_geometry, &m_pszText})) return 0;
     NoteChange();
+    m_nTurned = 0;
     m_bFace = false;
     m_bHollow = false;
     return 1;

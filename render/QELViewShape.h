@@ -131,9 +131,9 @@ protected:
     [[nodiscard]] bool IsArea() const { return !IsOutlineOnly() && Type() != QEL_TYPE_TEXT; }
     // The outline that is stroked, along the middle of the pen.
     virtual void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const;
-    // Pixels by which what is painted may differ from the outline, by the rounding of curves and
-    // slants.
-    [[nodiscard]] virtual double Roughness() const { return 1; }
+    // Pixels by which what is painted may differ from the outline, by the rounding of curves,
+    // slants and the corners of wide pens.
+    [[nodiscard]] virtual double Roughness() const { return m_style.nPenWidth > 1 ? 1.5 : 1; }
     // What a record's geometry lies in, in drawing units; and what the view maps as a whole, which
     // is that where keep modes are not asked.
     [[nodiscard]] virtual RECT GeometryBounds(const int32_t* pnWords) const;

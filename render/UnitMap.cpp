@@ -95,13 +95,13 @@ bool MakeUnitMap(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rc
     if (::IsRectEmpty(&rcQel) || nRefW < 1 || nRefH < 1) return false;
     if (AnchorOf(nKeep) == QEL_KEEP_NONE) {
         *pOut = {{0, WidthOf(rcQel), nRefW, rcQel.left}, {0, HeightOf(rcQel), nRefH, rcQel.top}};
-        return true;
+        return HasExtent(pOut->x) && HasExtent(pOut->y);
     }
     RECT rc{};
-    if (!PlaceRect(rcQel, nRefW, nRefH, rcElem, &rc, nKeep)) return false;
+    if (!PlaceRect(rcQel, nRefW, nRefH, rcElem, &rc, nKeep) || ::IsRectEmpty(&rc)) return false;
     *pOut = {{rcElem.left, WidthOf(rc), WidthOf(rcElem), rc.left},
              {rcElem.top, HeightOf(rc), HeightOf(rcElem), rc.top}};
-    return true;
+    return HasExtent(pOut->x) && HasExtent(pOut->y);
 }
 
 POINT UnitToDevice(const UnitMap& map, const UnitTurn& turn, POINT pt)
@@ -112,11 +112,9 @@ POINT UnitToDevice(const UnitMap& map, const UnitTurn& turn, POINT pt)
     return ways.bCrossed ? POINT{nOfY, nOfX} : POINT{nOfX, nOfY};
 }
 
-bool DeviceToUnit(const UnitMap& map, const UnitTurn& turn, POINT pt, POINT* pptOut)
+POINT DeviceToUnit(const UnitMap& map, const UnitTurn& turn, POINT pt)
 {
-    if (!HasExtent(map.x) || !HasExtent(map.y)) return false;
     const Ways ways = WaysOf(map, turn);
-    *pptOut = {NearestUnit(ways.ofX, ways.bCrossed ? pt.y : pt.x),
-               NearestUnit(ways.ofY, ways.bCrossed ? pt.x : pt.y)};
-    return true;
+    return {NearestUnit(ways.ofX, ways.bCrossed ? pt.y : pt.x),
+            NearestUnit(ways.ofY, ways.bCrossed ? pt.x : pt.y)};
 }

@@ -37,12 +37,11 @@ struct UnitTurn {
 
 // The map of an element with the keep flags nKeep whose geometry lies in rcElem: without an anchor
 // every unit is stretched, with one the element's own rectangle is mapped, before it is clipped.
-// False when there is nothing to go by.
+// False, with nothing of use written, when it would have no extent.
 bool MakeUnitMap(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem,
                  uint32_t nKeep, UnitMap* pOut);
 
 // The image of a point in units as they were before the turn.
 POINT UnitToDevice(const UnitMap& map, const UnitTurn& turn, POINT pt);
-// The unit whose image is nearest to a device point, of two the smaller. False when the map has no
-// extent.
-bool DeviceToUnit(const UnitMap& map, const UnitTurn& turn, POINT pt, POINT* pptOut);
+// The unit whose image is nearest to a device point, of two the smaller.
+POINT DeviceToUnit(const UnitMap& map, const UnitTurn& turn, POINT pt);

@@ -1,5 +1,5 @@
 """What the programs that call every function pass, and what has to come of it."""
-OUT_LONGS = {"RECT*": (11, -12, 13, 14), "SIZE*": (321, 222)}
+OUT_LONGS = {"RECT*": (11, -12, 13, 14), "SIZE*": (321, 222), "POINT*": (31, -32)}  # a point goes in as well
 OUT_NUMBERS = {"int*": -77, "DWORD*": 0x90000007, "float*": 7.25, "double*": -0.125}
 OUT_TEXT = "filled"
 REALS = ("float", "double")
@@ -17,7 +17,7 @@ def test_argument(kind, at):
     if kind in REALS:
         return at + 0.5
     return {"const char*": f"text {at}", "const wchar_t*": f"wide {at}", "const RECT*": (at, -2, 3, 4),
-            "const SIZE*": (at, -2), "const POINT*": (at, -2, 3, 4), "const void*": bytes((1, 2, 3, 4))}.get(kind)
+            "const SIZE*": (at, -2), "POINT*": (at, -2), "const POINT*": (at, -2, 3, 4), "const void*": bytes((1, 2, 3, 4))}.get(kind)
 
 
 def test_result(kind, index):

@@ -54,6 +54,10 @@ CALLS
 """
 
 
+def fields_of(kind, name):
+    return ' + "," + '.join(f"{name}.{field}" for field in SYSTEM_RECORDS[kind[:-1]])
+
+
 def make(interface):
     records, lines = list(interface.records), []
     for call in test_calls(interface):
@@ -75,15 +79,17 @@ def make(interface):
             elif kind == "const POINT*":
                 passed.append(f"new[] {{ new QELEngine.POINT {{ x = {value[0]}, y = {value[1]} }}, "
                               f"new QELEngine.POINT {{ x = {value[2]}, y = {value[3]} }} }}")
-            elif kind in ("const RECT*", "const SIZE*"):
-                record = kind.split()[1][:-1]
+            elif kind in ("const RECT*", "const SIZE*", "POINT*"):
+                record = kind.split()[-1][:-1]
                 fields = ", ".join(f"{field} = {number}" for field, number in zip(SYSTEM_RECORDS[record], value))
                 before.append(f"var {name} = new QELEngine.{record} {{ {fields} }};")
                 passed.append("ref " + name)
+                if kind in OUT_LONGS:
+                    shown.append(fields_of(kind, name))
             elif kind in OUT_LONGS:
                 before.append(f"QELEngine.{kind[:-1]} {name};")
                 passed.append("out " + name)
-                shown.append(' + "," + '.join(f"{name}.{field}" for field in SYSTEM_RECORDS[kind[:-1]]))
+                shown.append(fields_of(kind, name))
             elif kind == "char*":
                 before.append(f"var {name} = new System.Text.StringBuilder(64);")
                 passed.append(name)

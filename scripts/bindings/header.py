@@ -38,6 +38,7 @@ TYPES = {
     "const RECT*": ("PRect", "ref RECT", "POINTER(RECT)", 4),
     "SIZE*": ("PSize", "out SIZE", "POINTER(SIZE)", 4),
     "const SIZE*": ("PSize", "ref SIZE", "POINTER(SIZE)", 4),
+    "POINT*": ("PPoint", "ref POINT", "POINTER(POINT)", 4),
     "const POINT*": ("PPoint", "[In] POINT[]", "POINTER(POINT)", 4),
     "RECT": ("TRect", "RECT", "RECT", 16),
 }

@@ -23,7 +23,7 @@ def call_all(interface, library):
                 elif call.record:
                     shown.append((variable, bytes))
             elif kind in OUT_LONGS:
-                variable = getattr(module, kind[:-1])()
+                variable = getattr(module, kind[:-1])(*(value or ()))
                 shown.append((variable, lambda v: ",".join(str(getattr(v, field)) for field, _ in v._fields_)))
             elif kind in OUT_NUMBERS:
                 variable = {"int*": ctypes.c_int32, "DWORD*": ctypes.c_uint32, "float*": ctypes.c_float,

@@ -128,7 +128,7 @@ def make(interface):
                "DWORD": "Dword({0});", "COLORREF": "Dword({0});", "float": "Float({0});", "double": "Double({0});",
                "const char*": "Text({0});",
                "const wchar_t*": "Wide({0});", "const RECT*": "Longs({0}, 4);", "const SIZE*": "Longs({0}, 2);",
-               "const POINT*": "Longs({0}, 4);", "const void*": "Bytes({0}, nSize);"}
+               "POINT*": "Longs({0}, 2);", "const POINT*": "Longs({0}, 4);", "const void*": "Bytes({0}, nSize);"}
     for index, function in enumerate(interface.functions):
         arguments = ", ".join(f"{kind} {name}" for kind, name in function.arguments) or "void"
         body = [f'Begin("{function.name}");']

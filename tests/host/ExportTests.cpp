@@ -33,10 +33,11 @@ constexpr const char* g_plain[] = {
     "QELSetValue",       "QELGetValue",        "QELSetPin",           "QELGetPin",
     "QELSetSelector",    "QELGetSelector",     "QELSetText",          "QELSetVisible",
     "QELSetColor",       "QELResetLive",       "QELSetQuality",       "QELSetEasing",
-    "QELAdvance",        "QELGetLiveId",       "QELGetDirtyRect",     "QELGetDirtyRegion",
-    "QELInvalidate",     "QELValidate",        "QELUpdate",           "QELGetError",
+    "QELGetDirtyRect",   "QELGetDirtyRegion",  "QELInvalidate",       "QELValidate",
+    "QELUpdate",         "QELAdvance",         "QELGetLiveId",        "QELGetError",
     "QELOpenFileW",      "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
-    "QELIsModified"};
+    "QELIsModified",     "QELGetElemDrawRect", "QELGetIdDrawRect",    "QELElemFromPoint",
+    "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem"};
 
 struct DecoratedRow {
     const char* pszOn32;

@@ -67,6 +67,15 @@ std::string CallAll(HQELENGINE h, HQELELEM hElem, HDC hdc, const std::string& pa
     refused("QELGetQELRect", !QELGetQELRect(h, &rc));
     refused("QELSetQELRect", !QELSetQELRect(h, &rc));
     refused("QELGetDrawGraphRect", !QELGetDrawGraphRect(h, &rc));
+    POINT pt{1, 2};
+    char szId[8] = {};
+    refused("QELGetElemDrawRect", !QELGetElemDrawRect(h, hElem, &rc));
+    refused("QELGetIdDrawRect", !QELGetIdDrawRect(h, "id", &rc));
+    refused("QELElemFromPoint", !QELElemFromPoint(h, &pt));
+    refused("QELIdFromPoint", !QELIdFromPoint(h, &pt, szId, sizeof szId));
+    refused("QELFindElem", !QELFindElem(h, "id"));
+    refused("QELElemToDevice", !QELElemToDevice(h, hElem, &pt));
+    refused("QELDeviceToElem", !QELDeviceToElem(h, hElem, &pt));
     refused("QELDraw", !QELDraw(h, hdc, &rc, QEL_DRAW_FULL));
     refused("QELRotate", !QELRotate(h, 90));
     refused("QELSetBlinkState", !QELSetBlinkState(h, 1));

@@ -454,6 +454,20 @@ TEST(Allocation, EverySettingOfTheWholeDrawing)
          }},
         {"turn", [](HQELENGINE h) { return QELRotate(h, 90) == 1; }},
         {"half turn", [](HQELENGINE h) { return QELRotate(h, -180) == 1; }},
+        {"find by identifier", [](HQELENGINE h) { return QELFindElem(h, "r1") != nullptr; }},
+        {"find by point",
+         [](HQELENGINE h) {
+             RECT rc{};
+             if (!QELGetElemDrawRect(h, QELFindElem(h, "r1"), &rc)) return false;
+             const POINT pt{(rc.left + rc.right) / 2, (rc.top + rc.bottom) / 2};
+             char szId[QEL_TEXT_SIZE];
+             return QELElemFromPoint(h, &pt) && QELIdFromPoint(h, &pt, szId, sizeof szId);
+         }},
+        {"draw rect of all",
+         [](HQELENGINE h) {
+             RECT rc{};
+             return QELGetElemDrawRect(h, QELGetRootElem(h), &rc) == 1;
+         }},
         {"blink", [](HQELENGINE h) { return QELSetBlinkState(h, 1) == 1; }},
         {"status", [](HQELENGINE h) { return QELSetStatus(h, 1) == 1; }},
         {"all statuses", [](HQELENGINE h) { return QELSetStatus(h, 0xFFFFFFFF) == 1; }},

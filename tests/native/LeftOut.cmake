@@ -4,7 +4,8 @@ set(QEL_LEFT_OUT)
 
 # Pixels of every class under a clip, and calls counted in the import table.
 # The same of bodies under the clip of a face, on surfaces that map. Letters of faces that are not here.
-set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp FaceClipTests.cpp LegibleTests.cpp ShownPictureTests.cpp)
+set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp FaceClipTests.cpp LegibleTests.cpp PaintedRectTests.cpp
+  ShownPictureTests.cpp)
 
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT

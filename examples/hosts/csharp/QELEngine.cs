@@ -424,6 +424,36 @@ public static class QELEngine
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELGetDrawGraphRect(IntPtr hEngine, out RECT prc);
 
+    // ---- where things are ----
+
+    [DllImport(Dll, EntryPoint = "QELGetElemDrawRect", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetElemDrawRect(IntPtr hEngine, IntPtr hElem, out RECT prc);
+
+    [DllImport(Dll, EntryPoint = "QELGetIdDrawRect", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetIdDrawRect(IntPtr hEngine, string pszId, out RECT prc);
+
+    [DllImport(Dll, EntryPoint = "QELElemFromPoint", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern IntPtr QELElemFromPoint(IntPtr hEngine, [In] POINT[] ppt);
+
+    [DllImport(Dll, EntryPoint = "QELIdFromPoint", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELIdFromPoint(IntPtr hEngine, [In] POINT[] ppt, [Out] System.Text.StringBuilder pszBuffer, int nSize);
+
+    [DllImport(Dll, EntryPoint = "QELFindElem", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern IntPtr QELFindElem(IntPtr hEngine, string pszId);
+
+    [DllImport(Dll, EntryPoint = "QELElemToDevice", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELElemToDevice(IntPtr hEngine, IntPtr hElem, ref POINT ppt);
+
+    [DllImport(Dll, EntryPoint = "QELDeviceToElem", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELDeviceToElem(IntPtr hEngine, IntPtr hElem, ref POINT ppt);
+
     // ---- drawing ----
 
     [DllImport(Dll, EntryPoint = "QELDraw", CallingConvention = CallingConvention.StdCall,

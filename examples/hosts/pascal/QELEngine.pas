@@ -301,6 +301,23 @@ function QELSetQELRect(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
 function QELGetDrawGraphRect(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
   external QELENGINE_DLL name 'QELGetDrawGraphRect';
 
+{ ---- where things are ---- }
+
+function QELGetElemDrawRect(hEngine: HQELENGINE; hElem: HQELELEM; prc: PRect): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetElemDrawRect';
+function QELGetIdDrawRect(hEngine: HQELENGINE; pszId: PAnsiChar; prc: PRect): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetIdDrawRect';
+function QELElemFromPoint(hEngine: HQELENGINE; ppt: PPoint): HQELELEM; stdcall;
+  external QELENGINE_DLL name 'QELElemFromPoint';
+function QELIdFromPoint(hEngine: HQELENGINE; ppt: PPoint; pszBuffer: PAnsiChar; nSize: LongInt): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELIdFromPoint';
+function QELFindElem(hEngine: HQELENGINE; pszId: PAnsiChar): HQELELEM; stdcall;
+  external QELENGINE_DLL name 'QELFindElem';
+function QELElemToDevice(hEngine: HQELENGINE; hElem: HQELELEM; ppt: PPoint): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELElemToDevice';
+function QELDeviceToElem(hEngine: HQELENGINE; hElem: HQELELEM; ppt: PPoint): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELDeviceToElem';
+
 { ---- drawing ---- }
 
 function QELDraw(hEngine: HQELENGINE; dc: HDC; prcUpdate: PRect; nFlags: LongWord): LongInt; stdcall;
