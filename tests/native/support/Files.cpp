@@ -20,7 +20,7 @@ std::vector<std::string> FilesBelow(const std::string& folder)
 
 CTestFolder::CTestFolder()
 {
-    static int s_nCount = 0;
+    static thread_local int s_nCount = 0; // as each thread has a disk of its own
     do {
         m_path = "C:\\temp\\qeltest-" + std::to_string(++s_nCount);
     } while (!::CreateDirectoryA(m_path.c_str(), nullptr));
