@@ -1,6 +1,6 @@
 """A stand-in of the DLL that records every call, for runtimes that are here on Linux only."""
 from bindings import csharp_calls, pascal
-from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, layout_lines, test_calls, test_result
+from bindings.calls import HANDLES, OUT_CODE, OUT_LONGS, OUT_NUMBERS, layout_lines, test_calls, test_result
 
 HEAD = """/* A stand-in of QELEngine.dll for Linux, made by scripts/bindings from the header that it
  * includes. It writes every call with its arguments into the file $QEL_TRACE and answers with numbers
@@ -122,7 +122,7 @@ int FillRect(void* dc, void* prc, void* hBrush)
 
 
 def make(interface):
-    out = [HEAD.replace("SIZES", ", ".join(str(interface.sizes[name]) for name in interface.records))]
+    out = [HEAD.replace("SIZES", ", ".join(str(interface.sizes[name]) for name in interface.attributes))]
     tracers = {**dict.fromkeys(HANDLES, "Handle({0});"), "int": "Int({0});", "BOOL": "Int({0});",
                "DWORD": "Dword({0});", "COLORREF": "Dword({0});", "float": "Float({0});", "const char*": "Text({0});",
                "const wchar_t*": "Wide({0});", "const RECT*": "Longs({0}, 4);", "const SIZE*": "Longs({0}, 2);",
@@ -136,9 +136,13 @@ def make(interface):
             if kind in OUT_LONGS:
                 values = ", ".join(map(str, OUT_LONGS[kind]))
                 body.append(f"{{ const {kind[:-1]} value = {{{values}}}; *{name} = value; }}")
-            elif kind == "void*":
+            elif kind == "void*" and function.takes_record():
                 body.append(f"*pnSize = Fill(hElem, {name});")
-            elif kind in OUT_NUMBERS and name != "pnSize":
+            elif kind == "void*":
+                body.append(f"(void){name};")
+            elif kind == "QELERROR*":
+                body.append(f"{name}->nCode = {OUT_CODE};")
+            elif kind in OUT_NUMBERS and not (name == "pnSize" and function.takes_record()):
                 body.append(f"*{name} = ({kind[:-1]}){OUT_NUMBERS[kind]};")
         result = test_result(function.result, index)
         body.append(f'return "{result}";' if isinstance(result, str) else f"return ({function.result}){result};")

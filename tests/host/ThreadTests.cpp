@@ -77,7 +77,13 @@ std::string Draw(HQELENGINE h)
     ::IntersectClipRect(drawn.Dc(), 45, 0, 60, 80);
     QELSetParam(h, QEL_PARAM_COLOR, 0xFF00);
     if (!QELDraw(h, drawn.Dc(), &rc, QEL_DRAW_FULL)) return "not drawn again";
-    return std::to_string(CountPixels(drawn, RGB(255, 0, 0)));
+    const std::string colors =
+        std::to_string(::GetTextColor(drawn.Dc())) + "/" + std::to_string(::GetBkColor(drawn.Dc()));
+#ifdef _WIN32
+    return colors + " " + std::to_string(CountPixels(drawn, RGB(255, 0, 0)));
+#else
+    return colors; // the stand-in knows no pixels of texts
+#endif
 }
 
 std::string ErrorText(HQELENGINE h)
