@@ -59,8 +59,7 @@ constexpr ErrorRow g_rows[] = {
      "The file is no drawing: its first element has to be <qel>."},
     {QEL_ERROR_GDI, "QEL_ERROR_GDI",
      "The device context is none, or the system has no more drawing objects."},
-    {QEL_ERROR_XML_DEPTH, "QEL_ERROR_XML_DEPTH",
-     "Elements are nested more than 512 levels deep here."},
+    {QEL_ERROR_XML_DEPTH, "QEL_ERROR_XML_DEPTH", "Elements are nested more than 512 levels deep."},
     {QEL_ERROR_XML_EMPTY, "QEL_ERROR_XML_EMPTY", "The drawing is empty."},
     {QEL_ERROR_XML_ATTR, "QEL_ERROR_XML_ATTR",
      "An attribute's value is not closed by its quote, or an attribute of the XML declaration "
@@ -70,7 +69,7 @@ constexpr ErrorRow g_rows[] = {
     {QEL_ERROR_XML_END_NAME, "QEL_ERROR_XML_END_NAME",
      "The drawing ends right after an element's name."},
     {QEL_ERROR_XML_END_TAG, "QEL_ERROR_XML_END_TAG", "The drawing ends inside a start tag."},
-    {QEL_ERROR_XML_SLASH, "QEL_ERROR_XML_SLASH", "A '/' is not followed by '>' here."},
+    {QEL_ERROR_XML_SLASH, "QEL_ERROR_XML_SLASH", "'/' is not followed by '>'."},
     {QEL_ERROR_XML_MISMATCH, "QEL_ERROR_XML_MISMATCH",
      "The end tag does not match the element that is open."},
     {QEL_ERROR_XML_END_CONTENT, "QEL_ERROR_XML_END_CONTENT",

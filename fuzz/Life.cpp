@@ -84,6 +84,7 @@ void CLife::Open()
     const int nResult = QELOpenFile(m_hEngine, PATH);
     FUZZ_CHECK((QELGetRootElem(m_hEngine) != nullptr) == (nResult == 1));
     FUZZ_CHECK((QELGetName(m_hEngine) != nullptr) == (nResult == 1));
+    OpenInMemory(nResult);
     if (!nResult) { // without a drawing
         RECT rc{};
         FUZZ_CHECK(QELGetType(m_hEngine) == 3);
@@ -196,6 +197,7 @@ bool CLife::SaveAndCompare()
     const std::string saved = ReadHostFile(SAVED);
     FUZZ_CHECK(!saved.empty() && saved.find('\0') == saved.size() - 1);
     FUZZ_CHECK(IsSameTree(tree, ReadAll())); // saving changes nothing
+    CompareWithMemory(saved);
     FUZZ_CHECK(QELSaveFile(m_hEngine, SAVED) && ReadHostFile(SAVED) == saved);
 
     const HQELENGINE hAgain = CreateQELEngine();

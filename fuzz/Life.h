@@ -1,7 +1,8 @@
 // One host with one engine: the operations of a whole life, each of which checks every answer
 // against what include/QELEngine.h promises. LifeFuzzer.cpp drives it. Life.cpp keeps the accounts
 // of handles and of work and opens and saves, LifeValues.cpp draws and sets values, LifePlaces.cpp
-// asks where things are, LifeEdits.cpp edits.
+// asks where things are, LifeEdits.cpp edits, LifeFiles.cpp opens and saves in memory and by wide
+// paths.
 #pragma once
 
 #include "fuzz/Host.h"
@@ -68,6 +69,9 @@ private:
     void CallWithoutEngine();
     void DrawShortOfObjects();
     void SaveInTrouble();
+    void OpenInMemory(int nResult) const;
+    void CompareWithMemory(const std::string& saved);
+    static void CallFilesWithoutEngine(HQELENGINE h);
     void SetValue(DWORD nId, DWORD nSelector, DWORD nValue);
     void SetValuef(DWORD nId, DWORD nSelector, float fValue);
     std::vector<DWORD> Ids();

@@ -197,5 +197,6 @@ void CLife::CallWithoutEngine()
         FUZZ_CHECK(!QELDraw(h, m_dc.Get(), &rc, 1) && !QELGetQELRect(h, &rc));
         FUZZ_CHECK(!QELOpenFile(h, PATH) && !QELSaveFile(h, SAVED) && !QELCloseFile(h));
         FUZZ_CHECK(!QELRotate(h, 90) && QELGetType(h) == -1 && !QELGetRootElem(h));
+        CallFilesWithoutEngine(h);
     }
 }

@@ -23,7 +23,9 @@
  * is never followed. A number that once was a handle is not given out again.
  * - Rectangles, sizes and points go by pointer; a null pointer fails the call.
  * - Texts are 8-bit, zero-terminated, in the system's ANSI code page. No conversion is made.
- * - All calls come from one thread. Nothing is queued or timed; every call runs to completion.
+ * - Different threads may use different engines at the same time. An engine, with the elements and
+ *   the drawing that it has, is used by one thread at a time, in show-only mode with all handles
+ *   that share the drawing. Nothing is queued or timed; every call runs to completion.
  * - Coordinates of elements are drawing units: whole numbers in the space of the drawing's
  * reference size (0,0 at the top left, y downwards). Device rectangles are device units of the
  * host's DC.
@@ -390,7 +392,7 @@ enum tagQELERRORCODE {
                                        drawing objects. */
     QEL_ERROR_XML = 100,            /* Beginning of the numbers of what is wrong in the text
                                        of a drawing. */
-    QEL_ERROR_XML_DEPTH = 102,      /* Elements are nested more than 512 levels deep here. */
+    QEL_ERROR_XML_DEPTH = 102,      /* Elements are nested more than 512 levels deep. */
     QEL_ERROR_XML_EMPTY = 105,      /* The drawing is empty. */
     QEL_ERROR_XML_ATTR = 114,       /* An attribute's value is not closed by its quote, or an
                                        attribute of the XML declaration cannot be read. */
@@ -398,7 +400,7 @@ enum tagQELERRORCODE {
                                        '>' is expected. */
     QEL_ERROR_XML_END_NAME = 117,   /* The drawing ends right after an element's name. */
     QEL_ERROR_XML_END_TAG = 118,    /* The drawing ends inside a start tag. */
-    QEL_ERROR_XML_SLASH = 119,      /* A '/' is not followed by '>' here. */
+    QEL_ERROR_XML_SLASH = 119,      /* '/' is not followed by '>'. */
     QEL_ERROR_XML_MISMATCH = 120,   /* The end tag does not match the element that is open. */
     QEL_ERROR_XML_END_CONTENT = 121 /* The drawing ends inside an element's content. */
 };

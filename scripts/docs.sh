@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Makes what is made of the documentation: docs/interface.md from the exported header, the tables in
-# docs/format.md and docs/live-values.md from the engine's tables, the pictures in docs/pictures from
+# docs/format.md, docs/live-values.md and docs/embedding.md from the engine's tables, the pictures in docs/pictures from
 # docs/drawings and examples, and docs/gallery.md with its pictures from examples/gallery.txt. With
 # --check nothing is written: it tells what is not current.
 set -u
@@ -34,7 +34,7 @@ python3 scripts/interface_doc.py >"$new/interface.md" || exit 1
 place "$new/interface.md" docs/interface.md
 
 "${QEL_WINE[@]}" build/i686/bin/docgen.exe | tr -d '\r' >"$new/tables" || exit 1
-pages="format live-values"
+pages="format live-values embedding"
 # shellcheck disable=SC2086
 (cd docs && python3 - "$new" "$new/tables" $pages) <<'PYTHON' || exit 1
 import re, sys
@@ -47,6 +47,15 @@ for block in re.findall(r"<!-- table .*?<!-- end -->", tables, re.S):
         sys.exit("no page has a place for " + begin)
     for name in homes:
         pages[name] = re.sub(re.escape(begin) + r".*?<!-- end -->", lambda _: block, pages[name], flags=re.S)
+# The header says of each code what the engine does.
+header = open("../include/QELEngine.h", encoding="ascii").read()
+told = {name: (number, " ".join(words.split()).replace("<", "&lt;")) for name, number, words in
+        re.findall(r"^    (QEL_ERROR_\w+) = (\d+),?\s*/\* (.*?) \*/", header, re.M | re.S)}
+for number, name, sentence in re.findall(r"^\| (\d+) \| `(QEL_ERROR_\w+)` \| (.*) \|$", tables, re.M):
+    if told.pop(name, None) != (number, sentence):
+        sys.exit("include/QELEngine.h does not say of " + name + ": " + sentence)
+if set(told) != {"QEL_ERROR_XML"}:
+    sys.exit("engine/Errors.cpp has no sentence for " + " ".join(sorted(told)))
 for name in names:
     open(out + "/" + name + ".md", "w", encoding="utf-8", newline="\n").write(pages[name])
 PYTHON

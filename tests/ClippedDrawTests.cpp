@@ -502,6 +502,19 @@ TEST(ClippedDraw, LeavesColorsAsTheyAreNowWithoutFindingBoundsAnew)
     EXPECT_TRUE(changes == scene->Root()->Changes());
 }
 
+TEST(ClippedDraw, AChangeInOneDrawingOutdatesNothingOfAnother)
+{
+    CScene scene;
+    CScene other;
+    scene.MakeShape(QEL_TYPE_RECT, Filled(OUTSIDE), scene.Make(QEL_TYPE_GROUP));
+    const CQELViewElm::ChangeStamp changes = scene->Root()->Changes();
+    const CQELViewElm::ChangeStamp others = other->Root()->Changes();
+    other.MakeShape(QEL_TYPE_RECT, Filled(OUTSIDE), other.Make(QEL_TYPE_GROUP));
+    other->SetRefSize({70, 70});
+    EXPECT_TRUE(changes == scene->Root()->Changes());
+    EXPECT_FALSE(others == other->Root()->Changes());
+}
+
 // ---- the bounds of groups
 
 TEST(ClippedDraw, AGroupOutsideOfTheClipIsLeftOutAndOneWithinIsNot)

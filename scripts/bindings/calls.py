@@ -1,9 +1,10 @@
 """What the programs that call every function pass, and what has to come of it."""
 OUT_LONGS = {"RECT*": (11, -12, 13, 14), "SIZE*": (321, 222), "POINT*": (31, -32)}  # a point goes in as well
 OUT_NUMBERS = {"int*": -77, "DWORD*": 0x90000007, "float*": 7.25, "double*": -0.125}
+OUT_CODE = 117  # of an error record
 OUT_TEXT = "filled"
 REALS = ("float", "double")
-HANDLES = ("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH")
+HANDLES = ("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH", "HRGN")
 
 
 def test_argument(kind, at):
@@ -43,7 +44,7 @@ class TestCall:
 
     def __init__(self, interface, function, record=None):
         self.function, self.record = function, record
-        records = list(interface.records)
+        records = interface.attributes
         index = interface.functions.index(function)
         self.values, outs = [], []
         pattern = None
@@ -51,7 +52,7 @@ class TestCall:
             value = test_argument(kind, at)
             if record and name == "hElem":
                 value = (0x51 + at << 32) + len(records) * 1000 + records.index(record)
-            if function.name == "QELSetElemAttr" and name == "nSize":
+            if name == "nSize" and any(other == "const void*" for other, _ in function.arguments):
                 value = interface.sizes[record] if record else 4
             if record and kind in ("void*", "const void*"):
                 pattern = self.pattern(interface.sizes[record], records.index(record))
@@ -59,7 +60,9 @@ class TestCall:
             self.values.append(value)
             if kind in OUT_LONGS:
                 outs.append(",".join(map(str, OUT_LONGS[kind])))
-            elif kind in OUT_NUMBERS and name == "pnSize":
+            elif kind == "QELERROR*":
+                outs.append(str(OUT_CODE))
+            elif kind in OUT_NUMBERS and name == "pnSize" and function.takes_record():
                 chosen = records.index(record) if record else (self.values[1] & 0xFFFFFFFF) % len(records)
                 outs.append(str(interface.sizes[records[chosen]]))
             elif kind in OUT_NUMBERS:
@@ -81,8 +84,8 @@ def test_calls(interface):
     calls = []
     for function in interface.functions:
         calls.append(TestCall(interface, function))
-        if any(kind.endswith("void*") for kind, _ in function.arguments):
-            calls += [TestCall(interface, function, record) for record in interface.records]
+        if function.takes_record():
+            calls += [TestCall(interface, function, record) for record in interface.attributes]
     return calls
 
 

@@ -1,12 +1,12 @@
 """The declarations for C#, written from the interface and read back from their text."""
 import re
 
-from bindings.header import CSHARP, SYSTEM_RECORDS, TYPES, count_of
+from bindings.header import CSHARP, IN_AND_OUT, SYSTEM_RECORDS, TYPES, count_of
 
 HEAD = """// QELEngine: the exported interface for C# and the other .NET languages, 32 and 64 bits.
 //
 // Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
-// Handles are opaque, all calls come from one thread, and a result of 0 means failure. Texts are
+// Handles are opaque, an engine is used by one thread at a time, and a result of 0 means failure. Texts are
 // handed over in the system's ANSI code page; one that it cannot express throws ArgumentException
 // instead of reaching the engine with wrong letters. A text that a function returns stays the
 // engine's: Text() copies it.
@@ -33,13 +33,16 @@ def result_type(kind):
 
 
 def forms_of(interface, function):
-    """The argument lists of a function: an untyped record is also taken as each record there is."""
-    plain = [(TYPES[kind][CSHARP], name) for kind, name in function.arguments]
+    """The argument lists of a function: an untyped record is also taken as each record there is, and
+    untyped bytes as an array of them."""
+    plain = [("ref uint" if (function.name, name) in IN_AND_OUT else TYPES[kind][CSHARP], name)
+             for kind, name in function.arguments]
     forms = [plain]
     for at, (kind, name) in enumerate(function.arguments):
         if kind in ("void*", "const void*"):
             word = "out" if kind == "void*" else "ref"
-            forms += [plain[:at] + [(f"{word} {record}", name)] + plain[at + 1:] for record in interface.records]
+            kinds = [f"{word} {record}" for record in interface.attributes] if function.takes_record() else ["byte[]"]
+            forms += [plain[:at] + [(spelled, name)] + plain[at + 1:] for spelled in kinds]
     return forms
 
 
@@ -89,7 +92,7 @@ def make(interface):
 
 
 BYTES = {"int": 4, "uint": 4, "float": 4, "double": 8, "byte": 1, "RECT": 16, "IntPtr": 4, "string": 4, "POINT[]": 4,
-         "System.Text.StringBuilder": 4}
+         "System.Text.StringBuilder": 4, "byte[]": 4}
 
 
 def read(text):

@@ -1,6 +1,6 @@
 """A C# program that calls every function, and with any argument prints the layout of all records."""
 from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, test_calls
-from bindings.header import CSHARP, SYSTEM_RECORDS, TYPES
+from bindings.header import CSHARP, IN_AND_OUT, SYSTEM_RECORDS, TYPES
 
 PROGRAM = """using System;
 using System.Linq;
@@ -59,10 +59,10 @@ def fields_of(kind, name):
 
 
 def make(interface):
-    records, lines = list(interface.records), []
+    records, lines = interface.attributes, []
     for call in test_calls(interface):
         before, passed, shown = [], [], []
-        for at, ((kind, _), value) in enumerate(zip(call.function.arguments, call.values)):
+        for at, ((kind, argument), value) in enumerate(zip(call.function.arguments, call.values)):
             name = f"a{at}"
             if kind in HANDLES:
                 passed.append(f"new IntPtr({value:#x}L)")
@@ -94,9 +94,14 @@ def make(interface):
                 before.append(f"var {name} = new System.Text.StringBuilder(64);")
                 passed.append(name)
                 shown.append(name)
+            elif kind == "QELERROR*":
+                before.append(f"var {name} = new QELEngine.QELERROR();")
+                passed.append("ref " + name)
+                shown.append(name + ".nCode")
             elif kind in OUT_NUMBERS:
-                before.append(f"{TYPES[kind][CSHARP].removeprefix('out ')} {name};")
-                passed.append("out " + name)
+                word = "ref " if (call.function.name, argument) in IN_AND_OUT else "out "
+                before.append(f"{TYPES[kind][CSHARP].removeprefix('out ')} {name} = 0;")
+                passed.append(word + name)
                 shown.append(name)
             else:
                 literal = f"{value}f" if kind == "float" else str(value)

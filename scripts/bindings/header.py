@@ -17,6 +17,7 @@ TYPES = {
     "HQELGRADIENT": ("HQELGRADIENT", "IntPtr", "HQELGRADIENT", 4),
     "HDC": ("HDC", "IntPtr", "HANDLE", 4),
     "HBRUSH": ("HBRUSH", "IntPtr", "HANDLE", 4),
+    "HRGN": ("HRGN", "IntPtr", "HANDLE", 4),
     "int": ("LongInt", "int", "c_int32", 4),
     "BOOL": ("LongInt", "int", "c_int32", 4),
     "LONG": ("LongInt", "int", "c_int32", 4),
@@ -41,10 +42,14 @@ TYPES = {
     "POINT*": ("PPoint", "ref POINT", "POINTER(POINT)", 4),
     "const POINT*": ("PPoint", "[In] POINT[]", "POINTER(POINT)", 4),
     "RECT": ("TRect", "RECT", "RECT", 16),
+    "QELERROR*": ("PQELERROR", "ref QELERROR", "POINTER(QELERROR)", 4),
 }
 PASCAL, CSHARP, PYTHON, BYTES = range(4)
 SYSTEM_RECORDS = {  # the system's own, which C# and Python do not have
     "POINT": ("x", "y"), "SIZE": ("cx", "cy"), "RECT": ("left", "top", "right", "bottom")}
+
+
+IN_AND_OUT = {("QELSaveMemory", "pnSize")}  # numbers that are read before they are written
 
 
 class Number(int):
@@ -66,6 +71,11 @@ class Problems(Exception):
 class Function:
     def __init__(self, result, name, arguments):
         self.result, self.name, self.arguments = result, name, arguments
+
+    def takes_record(self):
+        """Whether its untyped pointer is to an element's record, and not to bytes."""
+        return any(name == "hElem" for _, name in self.arguments) and any(
+            kind.endswith("void*") for kind, _ in self.arguments)
 
     def bytes(self):
         return sum(TYPES[kind][BYTES] for kind, _ in self.arguments)
@@ -97,6 +107,7 @@ class Interface:
                       if item[0] != "section" or following[0] != "section"]
         self.functions = [item[1] for item in self.items if item[0] == "function"]
         self.records = {item[1]: item[2] for item in self.items if item[0] == "record"}
+        self.attributes = [name for name in self.records if name.endswith("ATTR")]  # of elements
         self.constants = {item[1]: item[2] for item in self.items if item[0] == "constant"}
         self.sizes = {name: int(size) for name, size in
                       re.findall(r"typedef char \w+\[sizeof\((\w+)\) == (\d+) \? 1 : -1\];", source)}

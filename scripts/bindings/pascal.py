@@ -7,7 +7,7 @@ from bindings.header import PASCAL, TYPES, count_of
 HEAD = """{ QELEngine: the exported interface for Free Pascal and Delphi, 32 and 64 bits.
 
   Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
-  Handles are opaque, texts are 8-bit in the system's ANSI code page, all calls come from one thread,
+  Handles are opaque, texts are 8-bit in the system's ANSI code page, an engine is used by one thread at a time,
   and a result of 0 (nil) means failure. }
 unit QELEngine;
 
@@ -77,8 +77,9 @@ def make(interface):
 
 
 BYTES = {"LongInt": 4, "LongWord": 4, "Single": 4, "Double": 8, "AnsiChar": 1, "TRect": 16,
-         **dict.fromkeys(("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH", "Pointer", "PAnsiChar",
-                          "PWideChar", "PLongInt", "PLongWord", "PSingle", "PDouble", "PRect", "PSize", "PPoint"), 4)}
+         **dict.fromkeys(("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH", "HRGN", "Pointer", "PAnsiChar",
+                          "PWideChar", "PQELERROR", "PLongInt", "PLongWord", "PSingle", "PDouble", "PRect", "PSize",
+                          "PPoint"), 4)}
 
 
 def read(text):

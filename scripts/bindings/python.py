@@ -15,8 +15,8 @@ load() gives the DLL with the types of all its functions set:
     engine = dll.CreateQELEngine()
 
 Handles are opaque (numbers, None for none), texts are bytes in the system's ANSI code page
-(text.encode("mbcs")), all calls come from one thread, and a result of 0 means failure. Where the
-header takes a pointer, pass ctypes.byref(variable) or None."""
+(text.encode("mbcs")), an engine is used by one thread at a time, and a result of 0 means failure.
+Where the header takes a pointer, pass ctypes.byref(variable) or None."""
 import ctypes
 from ctypes import POINTER, c_char, c_char_p, c_double, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
 
@@ -92,5 +92,6 @@ def read(module):
         total = {sum(size(kind) for kind in arguments)}
         declared[64][name] = total
         declared[32][module.DECORATED.get(name, name)] = total
-    sizes = {name: ctypes.sizeof(getattr(module, name)) for name in dir(module) if name.endswith("ATTR")}
+    sizes = {name: ctypes.sizeof(getattr(module, name)) for name in dir(module)
+             if name.startswith("QEL") and isinstance(getattr(module, name), type)}
     return declared, sizes

@@ -22,6 +22,9 @@ def call_all(interface, library):
                     ctypes.memmove(ctypes.byref(variable), value, len(value))
                 elif call.record:
                     shown.append((variable, bytes))
+            elif kind == "QELERROR*":
+                variable = module.QELERROR()
+                shown.append((variable, lambda v: str(v.nCode)))
             elif kind in OUT_LONGS:
                 variable = getattr(module, kind[:-1])(*(value or ()))
                 shown.append((variable, lambda v: ",".join(str(getattr(v, field)) for field, _ in v._fields_)))

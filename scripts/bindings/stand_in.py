@@ -1,6 +1,7 @@
 """A stand-in of the DLL that records every call, for runtimes that are here on Linux only."""
 from bindings import csharp_calls, pascal
-from bindings.calls import HANDLES, OUT_LONGS, OUT_NUMBERS, OUT_TEXT, layout_lines, test_calls, test_result
+from bindings.calls import (HANDLES, OUT_CODE, OUT_LONGS, OUT_NUMBERS, OUT_TEXT, layout_lines, test_calls,
+                            test_result)
 
 HEAD = """/* A stand-in of QELEngine.dll for Linux, made by scripts/bindings from the header that it
  * includes. It writes every call with its arguments into the file $QEL_TRACE and answers with numbers
@@ -69,6 +70,7 @@ typedef unsigned int DWORD, COLORREF;
 typedef int LONG, BOOL;
 typedef struct HDC__ *HDC;
 typedef struct HBRUSH__ *HBRUSH;
+typedef struct HRGN__ *HRGN;
 typedef struct { LONG left, top, right, bottom; } RECT;
 typedef struct { LONG x, y; } POINT;
 typedef struct { LONG cx, cy; } SIZE;
@@ -123,7 +125,7 @@ int FillRect(void* dc, void* prc, void* hBrush)
 
 
 def make(interface):
-    out = [HEAD.replace("SIZES", ", ".join(str(interface.sizes[name]) for name in interface.records))]
+    out = [HEAD.replace("SIZES", ", ".join(str(interface.sizes[name]) for name in interface.attributes))]
     tracers = {**dict.fromkeys(HANDLES, "Handle({0});"), "int": "Int({0});", "BOOL": "Int({0});",
                "DWORD": "Dword({0});", "COLORREF": "Dword({0});", "float": "Float({0});", "double": "Double({0});",
                "const char*": "Text({0});",
@@ -140,9 +142,13 @@ def make(interface):
                 body.append(f"{{ const {kind[:-1]} value = {{{values}}}; *{name} = value; }}")
             elif kind == "char*":
                 body.append(f'strcpy({name}, "{OUT_TEXT}");')
-            elif kind == "void*":
+            elif kind == "void*" and function.takes_record():
                 body.append(f"*pnSize = Fill(hElem, {name});")
-            elif kind in OUT_NUMBERS and name != "pnSize":
+            elif kind == "void*":
+                body.append(f"(void){name};")
+            elif kind == "QELERROR*":
+                body.append(f"{name}->nCode = {OUT_CODE};")
+            elif kind in OUT_NUMBERS and not (name == "pnSize" and function.takes_record()):
                 body.append(f"*{name} = ({kind[:-1]}){OUT_NUMBERS[kind]};")
         result = test_result(function.result, index)
         body.append(f'return "{result}";' if isinstance(result, str) else f"return ({function.result}){result};")

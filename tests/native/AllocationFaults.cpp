@@ -7,10 +7,10 @@
 
 namespace {
 
-bool g_bOn = false;
-bool g_bAllAfter = false;
-int g_nFailAt = 0;
-int g_nCount = 0;
+thread_local bool g_bOn = false;
+thread_local bool g_bAllAfter = false;
+thread_local int g_nFailAt = 0;
+thread_local int g_nCount = 0;
 
 bool Take()
 {

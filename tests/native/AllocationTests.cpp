@@ -197,6 +197,55 @@ TEST(Allocation, OpeningByAWidePath)
                         "<qel id=\"all\"><rect id=\"r\" crd=\"1 2 3 4\"/></qel>\r\n"});
 }
 
+TEST(Allocation, OpeningAFileOfAWidePathOrMemory)
+{
+    const std::string text = "<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n"
+                             "<qel id=\"all\"><rect id=\"r\" crd=\"1 2 3 4\"/></qel>\r\n";
+    const auto open = [text](HQELENGINE h, int nWay) {
+        if (nWay == 0) return QELOpenFileW(h, L"C:\\temp\\drawing.qel");
+        if (nWay == 1) return QELOpenFileW(h, L"\\\\?\\C:\\temp\\drawing.qel");
+        return QELOpenMemory(h, text.data(), static_cast<DWORD>(text.size()));
+    };
+    for (const int nWay : {0, 1, 2})
+        FailEachAllocation({"open",
+                            [open, nWay](HQELENGINE h) {
+                                const RECT rc = DEVICE_RECT;
+                                const int nResult = open(h, nWay);
+                                QELERROR error{};
+                                error.nSize = sizeof error;
+                                QELGetError(h, &error);
+                                EXPECT_EQ(nResult == 0, error.nCode == QEL_ERROR_MEMORY);
+                                QELSetQELRect(h, &rc);
+                                return nResult == 1;
+                            },
+                            After::NoDrawing, 8, text});
+}
+
+TEST(Allocation, OpeningInShowOnlyMode)
+{
+    ASSERT_TRUE(kernel::PutFile(DRAWING_PATH, "<qel id='shared'><rect crd='1 2 3 4'/></qel>"));
+    QELShowOnly(1);
+    for (const bool bShared : {false, true})
+        for (int n = 1;; ++n) {
+            SCOPED_TRACE("allocation " + std::to_string(n));
+            const CTestEngine other;
+            const CTestEngine engine;
+            ASSERT_EQ(bShared, bShared && QELOpenFile(other, DRAWING_PATH));
+            alloc::Fail(n);
+            const int nResult = QELOpenFileW(engine, L"C:\\temp\\drawing.qel");
+            const bool bReached = alloc::Count() >= n;
+            alloc::Off();
+            EXPECT_EQ(nResult == 1, QELGetName(engine) != nullptr);
+            if (!bReached) {
+                EXPECT_EQ(1, nResult);
+                break;
+            }
+            EXPECT_EQ(0, kernel::OpenHandles());
+            EXPECT_EQ(1, QELOpenFileW(engine, L"C:\\temp\\drawing.qel")) << "a later try";
+        }
+    QELShowOnly(0);
+}
+
 TEST(Allocation, ANewDrawing)
 {
     for (const bool bByPath : {false, true})
@@ -215,6 +264,27 @@ TEST(Allocation, Saving)
 {
     FailEachAllocation({"save", [](HQELENGINE h) { return QELSaveFile(h, OTHER_PATH) == 1; },
                         After::AsBefore, 1, EveryElement(), 16});
+}
+
+TEST(Allocation, SavingByAWidePath)
+{
+    FailEachAllocation({"save",
+                        [](HQELENGINE h) { return QELSaveFileW(h, L"C:\\temp\\other.qel") == 1; },
+                        After::AsBefore, 1, EveryElement(), 16});
+}
+
+TEST(Allocation, SavingIntoMemoryNeedsNone)
+{
+    CTestEngine engine;
+    ASSERT_TRUE(engine.Open());
+    const std::string saved = SavedBytes(engine);
+    std::string bytes(saved.size(), 0);
+    auto nSize = static_cast<DWORD>(bytes.size());
+    alloc::FailFrom(1);
+    EXPECT_EQ(1, QELSaveMemory(engine, bytes.data(), &nSize));
+    EXPECT_EQ(0, alloc::Count());
+    alloc::Off();
+    EXPECT_TRUE(saved == bytes);
 }
 
 TEST(Allocation, SavingOverTheOpenFileKeepsItWhenItFails)

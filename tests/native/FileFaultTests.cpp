@@ -94,6 +94,68 @@ TEST(FileFaults, ThePowerFailsAtAnyMomentOfASaveAndOneDrawingIsWhole)
         }
 }
 
+// By a wide path, and by one so long that it has the prefix.
+TEST(FileFaults, ThePowerFailsAtAnyMomentOfASaveByAWidePath)
+{
+    for (const wchar_t* pszPath : {L"C:\\temp\\drawing.qel", L"\\\\?\\C:\\temp\\drawing.qel"}) {
+        int k = 1;
+        for (; k < MOST_OPERATIONS; ++k) {
+            SCOPED_TRACE("operation " + std::to_string(k));
+            kernel::FormatDisk();
+            const CChangedDrawing drawing;
+            kernel::Faults faults;
+            faults.nStopAt = k;
+            kernel::SetFaults(faults);
+            const int nResult = QELSaveFileW(drawing, pszPath);
+            const bool bStopped = kernel::HasPowerFailed();
+            EXPECT_EQ(bStopped ? 0 : 1, nResult);
+            EXPECT_EQ(bStopped ? 1 : 0, QELIsModified(drawing));
+            kernel::Restart(true);
+            const std::string bytes = Bytes(DRAWING_PATH);
+            EXPECT_TRUE(bytes == CChangedDrawing::Old() || bytes == drawing.New());
+            EXPECT_EQ(1, QELSaveFileW(drawing, pszPath)) << "after the restart";
+            EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
+            EXPECT_EQ(1U, kernel::FileNames().size()) << "what was left is removed";
+            if (!bStopped) break;
+        }
+        EXPECT_GT(k, 4);
+    }
+}
+
+TEST(FileFaults, AReadThatFailsIsToldWithTheSystemsNumber)
+{
+    ASSERT_TRUE(kernel::PutFile(DRAWING_PATH, EveryElement()));
+    const CTestEngine engine;
+    kernel::Faults faults;
+    faults.nMostRead = 100;
+    faults.nFailRead = 2;
+    faults.nShrinkTo = 150; // what is left is not all
+    kernel::SetFaults(faults);
+    EXPECT_EQ(0, QELOpenFileW(engine, L"C:\\temp\\drawing.qel"));
+    kernel::SetFaults({});
+    QELERROR error{};
+    error.nSize = sizeof error;
+    EXPECT_EQ(1, QELGetError(engine, &error));
+    EXPECT_EQ(QEL_ERROR_READ, error.nCode);
+    EXPECT_EQ(DWORD{ERROR_CRC}, error.nSystem);
+}
+
+TEST(FileFaults, AFullDiskIsToldWithTheSystemsNumber)
+{
+    const CChangedDrawing drawing;
+    kernel::Faults faults;
+    faults.nSpace = 10;
+    kernel::SetFaults(faults);
+    EXPECT_EQ(0, QELSaveFile(drawing, DRAWING_PATH));
+    QELERROR error{};
+    error.nSize = sizeof error;
+    EXPECT_EQ(1, QELGetError(drawing, &error));
+    EXPECT_EQ(QEL_ERROR_WRITE, error.nCode);
+    EXPECT_EQ(DWORD{ERROR_DISK_FULL}, error.nSystem);
+    EXPECT_EQ(1, QELIsModified(drawing));
+    ExpectUntouched(drawing);
+}
+
 TEST(FileFaults, ThePowerFailsAtAnyMomentOfTheFirstSave)
 {
     for (const bool bLoseUnflushed : {false, true})

@@ -9,7 +9,7 @@ namespace {
 // What a memory device context holds at first.
 HGDIOBJ FirstBitmap()
 {
-    static HGDIOBJ s_hBitmap = nullptr;
+    static thread_local HGDIOBJ s_hBitmap = nullptr;
     if (!s_hBitmap) {
         Object bitmap;
         bitmap.nKind = Kind::Bitmap;

@@ -31,7 +31,8 @@ struct Table {
 
 Table& TheTable()
 {
-    static Table s_table; // destroyed at the end of the program, so that it is no leak
+    // Each thread has objects of its own. Destroyed at its end, so that it is no leak.
+    static thread_local Table s_table;
     return s_table;
 }
 

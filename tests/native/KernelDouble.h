@@ -1,7 +1,7 @@
 // A stand-in for the functions of kernel32 that the native build of the engine calls: files on a
 // disk in memory that fails as asked, times and code pages that a test sets. Paths are compared as
-// Windows does, without regard to the case of letters. Misuse of file handles is reported like that
-// of GDI objects (tests/native/GdiDouble.h).
+// Windows does, without regard to the case of letters. Each thread has a disk of its own. Misuse of
+// file handles is reported like that of GDI objects (tests/native/GdiDouble.h).
 #pragma once
 
 #include <windows.h>
@@ -51,5 +51,10 @@ void Restart(bool bLoseUnflushed);
 
 void SetTime(const SYSTEMTIME* pLocal, const SYSTEMTIME* pUniversal); // null: the real time again
 void SetCodePage(UINT nCodePage);                                     // the ANSI one, 936 at first
+
+// ---- between the files of this stand-in ----
+
+void AllowLongPaths(bool bAllow);                // of this call
+std::string FullPathOf(const std::string& path); // from the current folder on, without dots
 
 } // namespace kernel

@@ -50,6 +50,7 @@ struct Disk {
     bool bPowerFailed = false;
     std::function<void()> watcher;
     DWORD nLastError = 0;
+    bool bLongPaths = false; // the call gave the prefix for them
 };
 
 void Format(Disk& disk)
@@ -67,7 +68,7 @@ void Format(Disk& disk)
 
 Disk& TheDisk()
 {
-    static Disk s_disk = [] {
+    static thread_local Disk s_disk = [] {
         Disk disk;
         Format(disk);
         return disk;
@@ -176,7 +177,10 @@ bool Begin()
 bool IsUsable(const char* pszPath, const std::string& key)
 {
     if (!pszPath || !*pszPath) return Fail(ERROR_PATH_NOT_FOUND);
-    if (key.size() >= MAX_PATH) return Fail(ERROR_PATH_NOT_FOUND);
+    constexpr std::size_t MOST_NAME = 255;
+    const bool bLong = TheDisk().bLongPaths;
+    if (!bLong && key.size() >= MAX_PATH) return Fail(ERROR_PATH_NOT_FOUND);
+    if (bLong && key.size() - FolderOf(key).size() > MOST_NAME + 1) return Fail(ERROR_INVALID_NAME);
     if (TheDisk().folders.contains(key)) return Fail(ERROR_ACCESS_DENIED);
     if (!TheDisk().folders.contains(FolderOf(key))) return Fail(ERROR_PATH_NOT_FOUND);
     const std::size_t nName = FolderOf(key).size() + 1;
@@ -341,6 +345,16 @@ void Lock(const std::string& path, bool bLocked)
     if (File* pFile = FindFile(KeyOf(path))) pFile->bLocked = bLocked;
 }
 
+void AllowLongPaths(bool bAllow)
+{
+    TheDisk().bLongPaths = bAllow;
+}
+
+std::string FullPathOf(const std::string& path)
+{
+    return FullPath(path);
+}
+
 bool HasPowerFailed()
 {
     return TheDisk().bPowerFailed;
@@ -419,7 +433,7 @@ HANDLE WINAPI FindFirstFileA(const char* pszPattern, WIN32_FIND_DATAA* pOut)
     Search search;
     for (const auto& [key, name] : TheDisk().names)
         if (Matches(key, pattern)) search.push_back(name);
-    if (pattern.size() >= MAX_PATH || !GiveNext(search, pOut)) {
+    if ((!TheDisk().bLongPaths && pattern.size() >= MAX_PATH) || !GiveNext(search, pOut)) {
         Fail(ERROR_FILE_NOT_FOUND);
         return INVALID_HANDLE_VALUE;
     }

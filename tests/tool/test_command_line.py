@@ -153,16 +153,18 @@ def test_the_version_is_that_of_the_project(tool):
     ("missing drawing for info", "cannot open 'missing.qel': there is no such file", "info missing.qel"),
     ("missing drawing for check", "cannot read 'missing.qel': there is no such file", "check missing.qel"),
     ("folder for check", "cannot read 'folder.png': it is a folder", "check folder.png"),
-    ("a file that is no drawing", "it is no drawing", "render text.qel a.png")))
+    ("a file that is no drawing", "the file is no drawing", "render text.qel a.png"),
+    ("a text that ends", "cannot open 'ends.qel': 2:1: the drawing ends inside an element's content", "info ends.qel")))
 def test_what_cannot_be_done_is_refused_in_one_line(tool, part, arguments):
     tool.drawing("plain.qel", PLAIN)
     tool.file("text.qel", "no drawing")
+    tool.file("ends.qel", "<qel>\n")
     (tool.folder / "folder.png").mkdir()
     assert_refused(tool, arguments, part)
 
 
 def test_a_folder_is_no_drawing(tool):
-    assert_refusal(tool.run("render", str(tool.folder), "a.png"), "it is a folder")
+    assert_refusal(tool.run("render", str(tool.folder), "a.png"), "it may be a folder")
 
 
 @pytest.mark.parametrize("verb, drawing", rows(("info", "info", "plain.qel"), ("check", "check", "rest.qel")))

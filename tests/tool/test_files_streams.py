@@ -76,10 +76,11 @@ def test_animate_writes_a_gif(qel, name_out):
 
 
 def test_what_is_no_drawing_is_told_and_nothing_is_written(qel):
-    for data in (b"", b"no drawing", b"<rect/>"):
+    for data, why in ((b"", "the drawing is empty"), (b"no drawing", "the file is no drawing"),
+                      (b"<rect/>", "the file is no drawing"), (b"<qel>\n<g></qel>", "2:4: the end tag does not match")):
         status, out, error = qel("render", "-", "-", stdin=data)
         assert (status, out) == (2, b"")
-        assert error.startswith("qel: cannot open '-': it is no drawing")
+        assert error.startswith(f"qel: cannot open '-': {why}")
 
 
 def test_a_picture_that_nobody_takes_is_an_error(qel):

@@ -1,7 +1,8 @@
-// Prints the tables of docs/format.md and docs/live-values.md from the engine's own tables, each
-// between a line
+// Prints the tables of docs/format.md, docs/live-values.md and docs/embedding.md from the engine's
+// own tables, each between a line
 // "<!-- table NAME -->" and a line "<!-- end -->"; scripts/docs.sh puts them into the pages.
 #include "engine/ElementTypes.h"
+#include "engine/Errors.h"
 
 #include "document/QELDocQEL.h"
 #include "document/QELDocShape.h"
@@ -133,6 +134,21 @@ void PrintScaleSelectors()
     End();
 }
 
+void PrintErrors()
+{
+    Begin("errors", "| code | name | what it means |", "|---|---|---|");
+    for (const ErrorRow& row : ErrorRows()) {
+        std::printf("| %u | `%s` | ", static_cast<unsigned>(row.nCode), row.pszName);
+        for (const char* p = row.pszSentence; *p; ++p)
+            if (*p == '<')
+                std::printf("&lt;");
+            else
+                std::putchar(*p);
+        std::printf(" |\n");
+    }
+    End();
+}
+
 void PrintKeywords(const char* pszName, const KeywordRow* pRows)
 {
     Begin(pszName, "| keyword | value |", "|---|---|");
@@ -156,6 +172,7 @@ int main()
     PrintForms("meter-types", g_meterTypeRows, &CQELDocMeter::CrdFormOf);
     PrintSelectors();
     PrintScaleSelectors();
+    PrintErrors();
     PrintKeywords("fill", g_fillStyleRows);
     PrintKeywords("anchor", g_keepAnchors);
     PrintKeywords("along", g_keepAlong);

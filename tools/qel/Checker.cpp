@@ -6,8 +6,10 @@
 #include "document/TextNumbers.h"
 #include "dynamic/QELDocDrawRgn.h"
 #include "engine/ElementTypes.h"
+#include "engine/Errors.h"
 #include "render/Mapping.h"
 #include "render/QELView.h"
+#include "tools/qel/Clause.h"
 #include "tools/qel/CostRules.h"
 #include "tools/qel/Hint.h"
 #include "tools/qel/LiveRules.h"
@@ -22,49 +24,12 @@ namespace qel {
 
 namespace {
 
-// Without a default, so that the compiler names a code that is forgotten here.
-const char* ErrorText(XmlError nError)
+// The engine's own sentence for what the parser met.
+std::string ErrorText(const XmlContext& xml)
 {
-    switch (nError) {
-    case XML_ERR_MEMORY:
-        return "elements are nested more than 512 levels deep, or memory ran out";
-    case XML_ERR_OPEN:
-        return "the file cannot be opened or read";
-    case XML_ERR_EMPTY:
-        return "the drawing is empty";
-    case XML_ERR_NO_DECL:
-        return "an XML declaration is expected here";
-    case XML_ERR_ATTR:
-        return "an attribute's value is not closed by its quote, or an attribute of the XML "
-               "declaration cannot be read";
-    case XML_ERR_NO_MARKUP:
-        return "the drawing ends where an element is expected";
-    case XML_ERR_START_TAG:
-        return "a start tag cannot be read here: NAME=\"VALUE\", '/>' or '>' is expected";
-    case XML_ERR_END_NAME:
-        return "the drawing ends right after an element's name";
-    case XML_ERR_END_TAG:
-        return "the drawing ends inside a start tag";
-    case XML_ERR_SLASH:
-        return "'/' is not followed by '>'";
-    case XML_ERR_MISMATCH:
-        return "the end tag does not match the element that is open";
-    case XML_ERR_END_CONTENT:
-        return "the drawing ends inside an element's content";
-    case XML_ERR_NO_COMMENT:
-        return "a comment is expected here";
-    case XML_ERR_UNCLOSED:
-        return "markup is not closed by '>'";
-    case XML_OK: // these are of the tree's own calls, never of a text
-    case XML_ERR_ARGUMENT:
-    case XML_ERR_NO_RELATIVE:
-    case XML_ERR_NO_ELEMENT:
-    case XML_ERR_NO_PARENT:
-    case XML_ERR_NO_ATTR:
-    case XML_ERR_CREATE:
-        break;
-    }
-    return "the drawing cannot be read";
+    const bool bMemory = xml.nLastError == XML_ERR_MEMORY && !xml.bTooDeep;
+    return Clause(ErrorSentence(bMemory ? uint32_t{QEL_ERROR_MEMORY}
+                                        : QEL_ERROR_XML + static_cast<uint32_t>(xml.nLastError)));
 }
 
 const char* NoticeText(XmlNotice nNotice)
@@ -244,8 +209,7 @@ std::vector<Finding> CChecker::Check(const std::string& bytes)
     m_pXml->pObserver = &observer;
     if (XmlParseText(m_pXml, text.data())) {
         const char* pAt = m_pXml->pszReadPos;
-        Error(pAt ? static_cast<std::size_t>(pAt - text.data()) : 0,
-              ErrorText(static_cast<XmlError>(m_pXml->nLastError)));
+        Error(pAt ? static_cast<std::size_t>(pAt - text.data()) : 0, ErrorText(*m_pXml));
         m_pUnfinished = m_pXml->pCursor;
     }
     m_pXml->pObserver = nullptr;

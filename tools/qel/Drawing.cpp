@@ -1,47 +1,35 @@
 // A drawing opened through the exported interface; see the header.
 #include "tools/qel/Drawing.h"
 
+#include "tools/qel/Clause.h"
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
-#include <vector>
+#include <fmt/format.h>
 
 namespace qel {
 
 namespace {
 
-// A name that the code page lacks characters for, or that is too long for it, may have a short
-// form.
-std::wstring ShortName(const std::wstring& path)
-{
-    std::vector<wchar_t> name(::GetShortPathNameW(path.c_str(), nullptr, 0) + 1);
-    const DWORD nLen =
-        ::GetShortPathNameW(path.c_str(), name.data(), static_cast<DWORD>(name.size()));
-    return {name.data(), nLen < name.size() ? nLen : 0};
-}
-
-const char* WhyNotOpened(const std::wstring& path)
-{
-    const char* pszNotDrawing = "it is no drawing, or cannot be read ('qel check' tells more)";
-    if (IsStandardInput(path)) return pszNotDrawing;
-    const DWORD nAttributes = ::GetFileAttributesW(path.c_str());
-    if (nAttributes == INVALID_FILE_ATTRIBUTES) return "there is no such file";
-    return nAttributes & FILE_ATTRIBUTE_DIRECTORY ? "it is a folder" : pszNotDrawing;
-}
-
-// By its own name or by the short one.
-bool OpenByName(HQELENGINE hEngine, const std::wstring& path)
-{
-    if (QELOpenFileU(hEngine, path.c_str())) return true;
-    const std::wstring shortName = ShortName(path);
-    return !shortName.empty() && QELOpenFileU(hEngine, shortName.c_str());
-}
-
 bool Open(HQELENGINE hEngine, const std::wstring& path)
 {
-    if (!IsStandardInput(path)) return OpenByName(hEngine, path);
-    const CTemporaryFile file; // the engine opens files alone
-    return file.Write(StandardInput()) && OpenByName(hEngine, file.Name());
+    if (!IsStandardInput(path)) return QELOpenFileW(hEngine, path.c_str());
+    const std::string& bytes = StandardInput();
+    return QELOpenMemory(hEngine, bytes.data(), static_cast<DWORD>(bytes.size()));
+}
+
+// As the engine tells it, with the place and the system's number where it has them.
+std::string WhyNotOpened(HQELENGINE hEngine)
+{
+    QELERROR error{};
+    error.nSize = sizeof error;
+    QELGetError(hEngine, &error);
+    std::string why = Clause(error.szText);
+    if (error.nLine) why = fmt::format("{}:{}: {}", error.nLine, error.nColumn, why);
+    if (error.nCode == QEL_ERROR_OPEN || error.nCode == QEL_ERROR_READ)
+        why += fmt::format(" (system error {})", error.nSystem);
+    if (error.nCode >= QEL_ERROR_XML) why += " ('qel check' tells more)";
+    return why;
 }
 
 } // namespace
@@ -49,8 +37,9 @@ bool Open(HQELENGINE hEngine, const std::wstring& path)
 CDrawing::CDrawing(const std::wstring& path) : m_hEngine(CreateQELEngine())
 {
     if (m_hEngine && Open(m_hEngine, path)) return;
+    const std::string why = WhyNotOpened(m_hEngine);
     DestroyQELEngine(m_hEngine);
-    throw CTrouble("cannot open '" + ToUtf8(path) + "': " + WhyNotOpened(path));
+    throw CTrouble("cannot open '" + ToUtf8(path) + "': " + why);
 }
 
 CDrawing::~CDrawing()

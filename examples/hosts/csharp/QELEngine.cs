@@ -1,7 +1,7 @@
 // QELEngine: the exported interface for C# and the other .NET languages, 32 and 64 bits.
 //
 // Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
-// Handles are opaque, all calls come from one thread, and a result of 0 means failure. Texts are
+// Handles are opaque, an engine is used by one thread at a time, and a result of 0 means failure. Texts are
 // handed over in the system's ANSI code page; one that it cannot express throws ArgumentException
 // instead of reaching the engine with wrong letters. A text that a function returns stays the
 // engine's: Text() copies it.
@@ -296,6 +296,85 @@ public static class QELEngine
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELGetType(IntPtr hEngine);
 
+    // ---- why a call failed ----
+
+    public const int QEL_ERROR_NONE = 0; // No call has failed.
+    public const int QEL_ERROR_HANDLE = 1; // The engine handle is null or not live: use one that CreateQELEngine gave and that is not destroyed.
+    public const int QEL_ERROR_ARGUMENT = 2; // A pointer that the call needs is null, or an argument is none that it takes.
+    public const int QEL_ERROR_SHOW_ONLY = 3; // In show-only mode a drawing has no elements and is not edited or saved: open it with QELShowOnly switched off.
+    public const int QEL_ERROR_NO_DRAWING = 4; // No drawing is open: open a file, or begin a new drawing with QELNewFile.
+    public const int QEL_ERROR_ELEMENT = 5; // The element handle is null, deleted, or of another drawing.
+    public const int QEL_ERROR_TYPE = 6; // There are no elements of this type: the types are QEL_TYPE_..., without path, defs and use.
+    public const int QEL_ERROR_PLACE = 7; // The element cannot stand there: the root stays alone, nothing goes into itself, the one before it is a child of the same parent, and at most 512 levels nest.
+    public const int QEL_ERROR_RECORD_SIZE = 8; // The record has the wrong size: set its size word, and give a buffer of its whole size.
+    public const int QEL_ERROR_VALUE = 9; // The value, or the number of what it is for, is out of its range or not taken by this element.
+    public const int QEL_ERROR_NO_RECT = 10; // The element has no rectangle: it has no points, or nothing is in it.
+    public const int QEL_ERROR_BUFFER = 11; // The buffer is too small: give one of the size that the call has told.
+    public const int QEL_ERROR_MEMORY = 12; // Memory ran out.
+    public const int QEL_ERROR_PATH = 13; // The path cannot be spelled in the ANSI code page, or is too long in it: use QELOpenFileW.
+    public const int QEL_ERROR_NO_FILE = 14; // There is no such file: check the path, and for a relative one the current folder.
+    public const int QEL_ERROR_IN_USE = 15; // Another program has the file open: close it there, or open it with QELOpenFileW, which shares it with others that read it.
+    public const int QEL_ERROR_OPEN = 16; // The file cannot be opened: it may be a folder, or its rights do not allow it.
+    public const int QEL_ERROR_READ = 17; // The file cannot be read to its end: its disk or network has failed.
+    public const int QEL_ERROR_WRITE = 18; // The file cannot be written: the folder is missing or may not be written to, or the disk is full.
+    public const int QEL_ERROR_REPLACE = 19; // The file that is there cannot be replaced: it is read-only, a folder, a device, or open in another program.
+    public const int QEL_ERROR_NOT_QEL = 20; // The file is no drawing: its first element has to be <qel>.
+    public const int QEL_ERROR_GDI = 21; // The device context is none, or the system has no more drawing objects.
+    public const int QEL_ERROR_XML = 100; // Beginning of the numbers of what is wrong in the text of a drawing.
+    public const int QEL_ERROR_XML_DEPTH = 102; // Elements are nested more than 512 levels deep.
+    public const int QEL_ERROR_XML_EMPTY = 105; // The drawing is empty.
+    public const int QEL_ERROR_XML_ATTR = 114; // An attribute's value is not closed by its quote, or an attribute of the XML declaration cannot be read.
+    public const int QEL_ERROR_XML_START_TAG = 116; // A start tag cannot be read here: NAME="VALUE", '/>' or '>' is expected.
+    public const int QEL_ERROR_XML_END_NAME = 117; // The drawing ends right after an element's name.
+    public const int QEL_ERROR_XML_END_TAG = 118; // The drawing ends inside a start tag.
+    public const int QEL_ERROR_XML_SLASH = 119; // '/' is not followed by '>'.
+    public const int QEL_ERROR_XML_MISMATCH = 120; // The end tag does not match the element that is open.
+    public const int QEL_ERROR_XML_END_CONTENT = 121; // The drawing ends inside an element's content.
+    public const int QEL_ERROR_TEXT_SIZE = 256; // bytes of an error's sentence, the ending zero included
+    [StructLayout(LayoutKind.Sequential, Pack = 1)]
+    public struct QELERROR
+    {
+        public uint nSize;
+        public uint nCode;
+        public uint nLine;
+        public uint nColumn;
+        public uint nSystem;
+        [MarshalAs(UnmanagedType.ByValArray, SizeConst = QEL_ERROR_TEXT_SIZE)]
+        public byte[] szText;
+    }
+
+    [DllImport(Dll, EntryPoint = "QELGetError", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetError(IntPtr hEngine, ref QELERROR pError);
+
+    // ---- files of any path, drawings in memory ----
+
+    [DllImport(Dll, EntryPoint = "QELOpenFileW", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELOpenFileW(IntPtr hEngine, [MarshalAs(UnmanagedType.LPWStr)] string pszPath);
+
+    [DllImport(Dll, EntryPoint = "QELSaveFileW", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSaveFileW(IntPtr hEngine, [MarshalAs(UnmanagedType.LPWStr)] string pszPath);
+
+    [DllImport(Dll, EntryPoint = "QELOpenMemory", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELOpenMemory(IntPtr hEngine, IntPtr pBytes, uint nSize);
+    [DllImport(Dll, EntryPoint = "QELOpenMemory", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELOpenMemory(IntPtr hEngine, byte[] pBytes, uint nSize);
+
+    [DllImport(Dll, EntryPoint = "QELSaveMemory", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSaveMemory(IntPtr hEngine, IntPtr pBuffer, ref uint pnSize);
+    [DllImport(Dll, EntryPoint = "QELSaveMemory", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSaveMemory(IntPtr hEngine, byte[] pBuffer, ref uint pnSize);
+
+    [DllImport(Dll, EntryPoint = "QELIsModified", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELIsModified(IntPtr hEngine);
+
     // ---- element tree ----
 
     [DllImport(Dll, EntryPoint = "QELGetRootElem", CallingConvention = CallingConvention.StdCall,
@@ -579,6 +658,28 @@ public static class QELEngine
     [DllImport(Dll, EntryPoint = "QELGetLiveId", CallingConvention = CallingConvention.StdCall,
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELGetLiveId(IntPtr hEngine, uint nIndex, [Out] System.Text.StringBuilder pszBuffer, int nSize, out int pnType);
+
+    // ---- updates of the picture ----
+
+    [DllImport(Dll, EntryPoint = "QELGetDirtyRect", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetDirtyRect(IntPtr hEngine, out RECT prc);
+
+    [DllImport(Dll, EntryPoint = "QELGetDirtyRegion", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetDirtyRegion(IntPtr hEngine, IntPtr hRegion);
+
+    [DllImport(Dll, EntryPoint = "QELInvalidate", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELInvalidate(IntPtr hEngine, ref RECT prc);
+
+    [DllImport(Dll, EntryPoint = "QELValidate", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELValidate(IntPtr hEngine);
+
+    [DllImport(Dll, EntryPoint = "QELUpdate", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELUpdate(IntPtr hEngine, IntPtr hdc, IntPtr hBackground);
 
     // ---- gradients and curves (no engine needed) ----
 

@@ -1,7 +1,7 @@
 { QELEngine: the exported interface for Free Pascal and Delphi, 32 and 64 bits.
 
   Made from include/QELEngine.h by scripts/bindings; the header tells what each function does.
-  Handles are opaque, texts are 8-bit in the system's ANSI code page, all calls come from one thread,
+  Handles are opaque, texts are 8-bit in the system's ANSI code page, an engine is used by one thread at a time,
   and a result of 0 (nil) means failure. }
 unit QELEngine;
 
@@ -251,6 +251,69 @@ function QELGetName(hEngine: HQELENGINE): PAnsiChar; stdcall;
 function QELGetType(hEngine: HQELENGINE): LongInt; stdcall;
   external QELENGINE_DLL name 'QELGetType';
 
+{ ---- why a call failed ---- }
+
+const
+  QEL_ERROR_NONE = 0; { No call has failed. }
+  QEL_ERROR_HANDLE = 1; { The engine handle is null or not live: use one that CreateQELEngine gave and that is not destroyed. }
+  QEL_ERROR_ARGUMENT = 2; { A pointer that the call needs is null, or an argument is none that it takes. }
+  QEL_ERROR_SHOW_ONLY = 3; { In show-only mode a drawing has no elements and is not edited or saved: open it with QELShowOnly switched off. }
+  QEL_ERROR_NO_DRAWING = 4; { No drawing is open: open a file, or begin a new drawing with QELNewFile. }
+  QEL_ERROR_ELEMENT = 5; { The element handle is null, deleted, or of another drawing. }
+  QEL_ERROR_TYPE = 6; { There are no elements of this type: the types are QEL_TYPE_..., without path, defs and use. }
+  QEL_ERROR_PLACE = 7; { The element cannot stand there: the root stays alone, nothing goes into itself, the one before it is a child of the same parent, and at most 512 levels nest. }
+  QEL_ERROR_RECORD_SIZE = 8; { The record has the wrong size: set its size word, and give a buffer of its whole size. }
+  QEL_ERROR_VALUE = 9; { The value, or the number of what it is for, is out of its range or not taken by this element. }
+  QEL_ERROR_NO_RECT = 10; { The element has no rectangle: it has no points, or nothing is in it. }
+  QEL_ERROR_BUFFER = 11; { The buffer is too small: give one of the size that the call has told. }
+  QEL_ERROR_MEMORY = 12; { Memory ran out. }
+  QEL_ERROR_PATH = 13; { The path cannot be spelled in the ANSI code page, or is too long in it: use QELOpenFileW. }
+  QEL_ERROR_NO_FILE = 14; { There is no such file: check the path, and for a relative one the current folder. }
+  QEL_ERROR_IN_USE = 15; { Another program has the file open: close it there, or open it with QELOpenFileW, which shares it with others that read it. }
+  QEL_ERROR_OPEN = 16; { The file cannot be opened: it may be a folder, or its rights do not allow it. }
+  QEL_ERROR_READ = 17; { The file cannot be read to its end: its disk or network has failed. }
+  QEL_ERROR_WRITE = 18; { The file cannot be written: the folder is missing or may not be written to, or the disk is full. }
+  QEL_ERROR_REPLACE = 19; { The file that is there cannot be replaced: it is read-only, a folder, a device, or open in another program. }
+  QEL_ERROR_NOT_QEL = 20; { The file is no drawing: its first element has to be <qel>. }
+  QEL_ERROR_GDI = 21; { The device context is none, or the system has no more drawing objects. }
+  QEL_ERROR_XML = 100; { Beginning of the numbers of what is wrong in the text of a drawing. }
+  QEL_ERROR_XML_DEPTH = 102; { Elements are nested more than 512 levels deep. }
+  QEL_ERROR_XML_EMPTY = 105; { The drawing is empty. }
+  QEL_ERROR_XML_ATTR = 114; { An attribute's value is not closed by its quote, or an attribute of the XML declaration cannot be read. }
+  QEL_ERROR_XML_START_TAG = 116; { A start tag cannot be read here: NAME="VALUE", '/>' or '>' is expected. }
+  QEL_ERROR_XML_END_NAME = 117; { The drawing ends right after an element's name. }
+  QEL_ERROR_XML_END_TAG = 118; { The drawing ends inside a start tag. }
+  QEL_ERROR_XML_SLASH = 119; { '/' is not followed by '>'. }
+  QEL_ERROR_XML_MISMATCH = 120; { The end tag does not match the element that is open. }
+  QEL_ERROR_XML_END_CONTENT = 121; { The drawing ends inside an element's content. }
+  QEL_ERROR_TEXT_SIZE = 256; { bytes of an error's sentence, the ending zero included }
+type
+  QELERROR = packed record
+    nSize: LongWord;
+    nCode: LongWord;
+    nLine: LongWord;
+    nColumn: LongWord;
+    nSystem: LongWord;
+    szText: array[0..QEL_ERROR_TEXT_SIZE - 1] of AnsiChar;
+  end;
+  PQELERROR = ^QELERROR;
+
+function QELGetError(hEngine: HQELENGINE; pError: PQELERROR): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetError';
+
+{ ---- files of any path, drawings in memory ---- }
+
+function QELOpenFileW(hEngine: HQELENGINE; pszPath: PWideChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELOpenFileW';
+function QELSaveFileW(hEngine: HQELENGINE; pszPath: PWideChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSaveFileW';
+function QELOpenMemory(hEngine: HQELENGINE; pBytes: Pointer; nSize: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELOpenMemory';
+function QELSaveMemory(hEngine: HQELENGINE; pBuffer: Pointer; pnSize: PLongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSaveMemory';
+function QELIsModified(hEngine: HQELENGINE): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELIsModified';
+
 { ---- element tree ---- }
 
 function QELGetRootElem(hEngine: HQELENGINE): HQELELEM; stdcall;
@@ -387,6 +450,19 @@ function QELAdvance(hEngine: HQELENGINE; nTime: LongWord): LongInt; stdcall;
 function QELGetLiveId(hEngine: HQELENGINE; nIndex: LongWord; pszBuffer: PAnsiChar; nSize: LongInt; pnType: PLongInt): LongInt; stdcall;
   external QELENGINE_DLL name 'QELGetLiveId';
 
+{ ---- updates of the picture ---- }
+
+function QELGetDirtyRect(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetDirtyRect';
+function QELGetDirtyRegion(hEngine: HQELENGINE; hRegion: HRGN): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetDirtyRegion';
+function QELInvalidate(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELInvalidate';
+function QELValidate(hEngine: HQELENGINE): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELValidate';
+function QELUpdate(hEngine: HQELENGINE; dc: HDC; hBackground: HBRUSH): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELUpdate';
+
 { ---- gradients and curves (no engine needed) ---- }
 
 function QELCreateGradientDescriptor(prc: PRect; nKind: LongInt; clr1: LongWord; clr2: LongWord): HQELGRADIENT; stdcall;
@@ -408,5 +484,6 @@ implementation
 {$IF SizeOf(QELSCALEATTR) <> 60}{$MESSAGE FATAL 'QELSCALEATTR is not 60 bytes'}{$IFEND}
 {$IF SizeOf(QELDRAWRGNATTR) <> 28}{$MESSAGE FATAL 'QELDRAWRGNATTR is not 28 bytes'}{$IFEND}
 {$IF SizeOf(QELMETERATTR) <> 68}{$MESSAGE FATAL 'QELMETERATTR is not 68 bytes'}{$IFEND}
+{$IF SizeOf(QELERROR) <> 276}{$MESSAGE FATAL 'QELERROR is not 276 bytes'}{$IFEND}
 
 end.

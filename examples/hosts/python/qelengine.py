@@ -7,8 +7,8 @@ load() gives the DLL with the types of all its functions set:
     engine = dll.CreateQELEngine()
 
 Handles are opaque (numbers, None for none), texts are bytes in the system's ANSI code page
-(text.encode("mbcs")), all calls come from one thread, and a result of 0 means failure. Where the
-header takes a pointer, pass ctypes.byref(variable) or None."""
+(text.encode("mbcs")), an engine is used by one thread at a time, and a result of 0 means failure.
+Where the header takes a pointer, pass ctypes.byref(variable) or None."""
 import ctypes
 from ctypes import POINTER, c_char, c_char_p, c_double, c_float, c_int32, c_uint32, c_void_p, c_wchar_p
 
@@ -250,6 +250,55 @@ class QELMETERATTR(ctypes.Structure):
 
 QEL_MAX_ATTR_SIZE = 520
 
+# ---- why a call failed
+
+QEL_ERROR_NONE = 0  # No call has failed.
+QEL_ERROR_HANDLE = 1  # The engine handle is null or not live: use one that CreateQELEngine gave and that is not destroyed.
+QEL_ERROR_ARGUMENT = 2  # A pointer that the call needs is null, or an argument is none that it takes.
+QEL_ERROR_SHOW_ONLY = 3  # In show-only mode a drawing has no elements and is not edited or saved: open it with QELShowOnly switched off.
+QEL_ERROR_NO_DRAWING = 4  # No drawing is open: open a file, or begin a new drawing with QELNewFile.
+QEL_ERROR_ELEMENT = 5  # The element handle is null, deleted, or of another drawing.
+QEL_ERROR_TYPE = 6  # There are no elements of this type: the types are QEL_TYPE_..., without path, defs and use.
+QEL_ERROR_PLACE = 7  # The element cannot stand there: the root stays alone, nothing goes into itself, the one before it is a child of the same parent, and at most 512 levels nest.
+QEL_ERROR_RECORD_SIZE = 8  # The record has the wrong size: set its size word, and give a buffer of its whole size.
+QEL_ERROR_VALUE = 9  # The value, or the number of what it is for, is out of its range or not taken by this element.
+QEL_ERROR_NO_RECT = 10  # The element has no rectangle: it has no points, or nothing is in it.
+QEL_ERROR_BUFFER = 11  # The buffer is too small: give one of the size that the call has told.
+QEL_ERROR_MEMORY = 12  # Memory ran out.
+QEL_ERROR_PATH = 13  # The path cannot be spelled in the ANSI code page, or is too long in it: use QELOpenFileW.
+QEL_ERROR_NO_FILE = 14  # There is no such file: check the path, and for a relative one the current folder.
+QEL_ERROR_IN_USE = 15  # Another program has the file open: close it there, or open it with QELOpenFileW, which shares it with others that read it.
+QEL_ERROR_OPEN = 16  # The file cannot be opened: it may be a folder, or its rights do not allow it.
+QEL_ERROR_READ = 17  # The file cannot be read to its end: its disk or network has failed.
+QEL_ERROR_WRITE = 18  # The file cannot be written: the folder is missing or may not be written to, or the disk is full.
+QEL_ERROR_REPLACE = 19  # The file that is there cannot be replaced: it is read-only, a folder, a device, or open in another program.
+QEL_ERROR_NOT_QEL = 20  # The file is no drawing: its first element has to be <qel>.
+QEL_ERROR_GDI = 21  # The device context is none, or the system has no more drawing objects.
+QEL_ERROR_XML = 100  # Beginning of the numbers of what is wrong in the text of a drawing.
+QEL_ERROR_XML_DEPTH = 102  # Elements are nested more than 512 levels deep.
+QEL_ERROR_XML_EMPTY = 105  # The drawing is empty.
+QEL_ERROR_XML_ATTR = 114  # An attribute's value is not closed by its quote, or an attribute of the XML declaration cannot be read.
+QEL_ERROR_XML_START_TAG = 116  # A start tag cannot be read here: NAME="VALUE", '/>' or '>' is expected.
+QEL_ERROR_XML_END_NAME = 117  # The drawing ends right after an element's name.
+QEL_ERROR_XML_END_TAG = 118  # The drawing ends inside a start tag.
+QEL_ERROR_XML_SLASH = 119  # '/' is not followed by '>'.
+QEL_ERROR_XML_MISMATCH = 120  # The end tag does not match the element that is open.
+QEL_ERROR_XML_END_CONTENT = 121  # The drawing ends inside an element's content.
+QEL_ERROR_TEXT_SIZE = 256  # bytes of an error's sentence, the ending zero included
+
+
+class QELERROR(ctypes.Structure):
+    _pack_ = 1
+    _fields_ = [
+        ("nSize", c_uint32),
+        ("nCode", c_uint32),
+        ("nLine", c_uint32),
+        ("nColumn", c_uint32),
+        ("nSystem", c_uint32),
+        ("szText", c_char * QEL_ERROR_TEXT_SIZE),
+    ]
+
+
 # name: (result, arguments)
 FUNCTIONS = {
     "CreateQELEngine": (HQELENGINE, ()),
@@ -263,6 +312,12 @@ FUNCTIONS = {
     "QELCloseFile": (c_int32, (HQELENGINE,)),
     "QELGetName": (c_char_p, (HQELENGINE,)),
     "QELGetType": (c_int32, (HQELENGINE,)),
+    "QELGetError": (c_int32, (HQELENGINE, POINTER(QELERROR))),
+    "QELOpenFileW": (c_int32, (HQELENGINE, c_wchar_p)),
+    "QELSaveFileW": (c_int32, (HQELENGINE, c_wchar_p)),
+    "QELOpenMemory": (c_int32, (HQELENGINE, c_void_p, c_uint32)),
+    "QELSaveMemory": (c_int32, (HQELENGINE, c_void_p, POINTER(c_uint32))),
+    "QELIsModified": (c_int32, (HQELENGINE,)),
     "QELGetRootElem": (HQELELEM, (HQELENGINE,)),
     "QELCreateElem": (HQELELEM, (HQELENGINE, c_int32, HQELELEM, HQELELEM)),
     "QELDeleteElem": (c_int32, (HQELENGINE, HQELELEM)),
@@ -322,6 +377,11 @@ FUNCTIONS = {
     "QELSetEasing": (c_int32, (HQELENGINE, c_char_p, c_uint32)),
     "QELAdvance": (c_int32, (HQELENGINE, c_uint32)),
     "QELGetLiveId": (c_int32, (HQELENGINE, c_uint32, c_char_p, c_int32, POINTER(c_int32))),
+    "QELGetDirtyRect": (c_int32, (HQELENGINE, POINTER(RECT))),
+    "QELGetDirtyRegion": (c_int32, (HQELENGINE, HANDLE)),
+    "QELInvalidate": (c_int32, (HQELENGINE, POINTER(RECT))),
+    "QELValidate": (c_int32, (HQELENGINE,)),
+    "QELUpdate": (c_int32, (HQELENGINE, HANDLE, HANDLE)),
     "QELCreateGradientDescriptor": (HQELGRADIENT, (POINTER(RECT), c_int32, c_uint32, c_uint32)),
     "QELCloseGradientDescriptor": (c_int32, (HQELGRADIENT,)),
     "QELGetGradientBrush": (HANDLE, (HQELGRADIENT,)),

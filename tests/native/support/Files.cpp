@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <atomic>
+
 namespace {
 
 std::vector<std::string> FilesBelow(const std::string& folder)
@@ -20,7 +22,7 @@ std::vector<std::string> FilesBelow(const std::string& folder)
 
 CTestFolder::CTestFolder()
 {
-    static int s_nCount = 0;
+    static std::atomic<int> s_nCount = 0; // of all threads: engines may share what has one path
     do {
         m_path = "C:\\temp\\qeltest-" + std::to_string(++s_nCount);
     } while (!::CreateDirectoryA(m_path.c_str(), nullptr));
