@@ -363,6 +363,124 @@ void MeasureSettings()
     g_table.Bar("set a value by id among 10000 meters (ns)", measured.fMine, measured.fNoise, 50);
 }
 
+// Nanoseconds for one value by identifier.
+double TimeOfValue(HQELENGINE hEngine, const std::vector<std::string>& ids)
+{
+    constexpr std::size_t CALLS = 200000;
+    std::size_t nTaken = 0;
+    const double fTime = TimeOf([&] {
+        for (std::size_t n = 0; n < CALLS; ++n)
+            nTaken += static_cast<std::size_t>(QELSetValue(
+                hEngine, ids[n * 7919 % ids.size()].c_str(), static_cast<double>(n % 11)));
+    });
+    if (nTaken != CALLS) Die("a value was refused");
+    return fTime / CALLS;
+}
+
+std::vector<std::string> MeterIds(int nMeters)
+{
+    std::vector<std::string> ids;
+    for (int n = 0; n < nMeters; ++n) ids.push_back("m" + std::to_string(n));
+    return ids;
+}
+
+// After an update, so that places are remembered.
+void MeasureValues()
+{
+    constexpr int MANY = 10000;
+    const qel::CCanvas canvas(SCENE_SIZE);
+    const CEngine one;
+    const CEngine many;
+    one.OpenShown(PanelText(1, 1000, {}));
+    many.OpenShown(PanelText(MANY, 1000, {}));
+    for (const CEngine* pEngine : {&one, &many}) QELUpdate(*pEngine, canvas.Dc(), nullptr);
+    const Measured measured = Compare(
+        TurnsFor(100000), [&] { return TimeOfValue(many, MeterIds(MANY)); },
+        [&] { return TimeOfValue(one, MeterIds(1)); });
+    g_table.Bar("set a value by identifier: 10000 meters / 1 (ns)", measured, 1, 4);
+    g_table.Bar("set a value by identifier among 10000 (ns)", measured.fMine, measured.fNoise, 80);
+}
+
+// Those of the shapes that paint where a meter does, as the engine tells it.
+std::vector<Shape> ShapesAt(const CEngine& engine, const char* pszId,
+                            const std::vector<Shape>& shapes)
+{
+    std::vector<Shape> met;
+    RECT rcMeter{};
+    if (!QELGetIdDrawRect(engine, pszId, &rcMeter)) Die("a meter has no place");
+    HQELELEM hElem = QELGetFirstChild(engine, QELGetRootElem(engine));
+    for (const Shape& shape : shapes) {
+        RECT rc{};
+        RECT rcMeet{};
+        if (QELGetElemDrawRect(engine, hElem, &rc) && ::IntersectRect(&rcMeet, &rc, &rcMeter))
+            met.push_back(shape);
+        hElem = QELGetNextElem(engine, hElem);
+    }
+    return met;
+}
+
+double TimeOfUpdate(const CEngine& engine, HDC hdc, const char* pszId)
+{
+    static int g_nValue = 0;
+    if (!QELSetValue(engine, pszId, ++g_nValue % 11)) Die("a value was refused");
+    return TimeOf([&] {
+        if (!QELUpdate(engine, hdc, nullptr)) Die("nothing was updated");
+    });
+}
+
+// The floor of an update is a full draw, under the clip of the meter, of a drawing that has nothing
+// but what stands there: such a draw costs what its calls cost, as other rows show.
+void MeasureOneDial(const CEngine& engine, const std::vector<Shape>& shapes)
+{
+    const char* const pszId = "m500";
+    const qel::CCanvas canvas(SCENE_SIZE);
+    const qel::CCanvas other(SCENE_SIZE);
+    QELUpdate(engine, canvas.Dc(), nullptr);
+    const CEngine alone;
+    alone.OpenShown(PanelText(1000, 1000, ShapesAt(engine, pszId, shapes)));
+    for (const std::string& id : MeterIds(1000))
+        if (id != pszId) QELSetVisible(alone, id.c_str(), 0);
+    RECT rc{};
+    QELGetIdDrawRect(engine, pszId, &rc);
+    ::IntersectClipRect(other.Dc(), rc.left, rc.top, rc.right, rc.bottom);
+    g_table.Bar("update of a dial of 1000 beside 100000 shapes / what stands there (us)",
+                Compare(
+                    TurnsFor(10000), [&] { return TimeOfUpdate(engine, canvas.Dc(), pszId); },
+                    [&] { return TimeOf([&] { alone.Draw(other.Dc(), QEL_DRAW_FULL); }); }),
+                1000, 1.5);
+}
+
+void MeasureUpdates()
+{
+    const qel::CCanvas canvas(SCENE_SIZE);
+    const CEngine engine;
+    {
+        const std::vector<Shape> shapes = MakeScene(SceneKind::Mixed, 100000);
+        engine.OpenShown(PanelText(1000, 1000, shapes));
+        MeasureOneDial(engine, shapes);
+    }
+    const CEngine bare;
+    bare.OpenShown(PanelText(1000, 1000, {}));
+    QELUpdate(bare, canvas.Dc(), nullptr);
+    const std::vector<std::string> ids = MeterIds(1000);
+    const auto update = [&] {
+        for (const std::string& id : ids) QELSetValue(bare, id.c_str(), 3);
+        return TimeOf([&] { QELUpdate(bare, canvas.Dc(), nullptr); });
+    };
+    update();
+    g_table.Bar("update of 1000 dials / full draw of them (us)",
+                Compare(TurnsFor(100000), update,
+                        [&] { return TimeOf([&] { bare.Draw(canvas.Dc(), QEL_DRAW_FULL); }); }),
+                1000, 1.05);
+    const DWORD nObjects = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+    const CAllocationCount count("QELEngine.dll");
+    update();
+    g_table.Bar("heap allocations in 1000 values and their update",
+                static_cast<double>(count.Count()), 0, 0);
+    g_table.Bar("GDI objects left by it",
+                ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS) - nObjects, 0, 0);
+}
+
 // A setting that every meter takes by its id. Values are taken by the ids up to 32 alone.
 void SetEach(HQELENGINE hEngine, int nFirst, int nMeters, DWORD clr)
 {
@@ -479,6 +597,7 @@ constexpr Measurement g_measurements[] = {
     {"draw", MeasureDrawings},     {"clip", MeasureClipping},
     {"gradient", MeasureGradient}, {"partial", MeasurePartial},
     {"set", MeasureSettings},      {"allocations", MeasureAllocations},
+    {"values", MeasureValues},     {"updates", MeasureUpdates},
 };
 
 const Measurement* LookupMeasurement(std::string_view name)

@@ -188,10 +188,10 @@ std::string PanelText(int nMeters, int nFirstId, const std::vector<Shape>& behin
         char szMeter[256];
         std::snprintf(
             szMeter, sizeof szMeter,
-            "<meter mtid=\"%d\" upin=\"1\" mtype=\"round\" crd=\"%d %d %d %d %d %d %d\">"
+            "<meter id=\"m%d\" mtid=\"%d\" upin=\"1\" mtype=\"round\" crd=\"%d %d %d %d %d %d %d\">"
             "<circle style=\"0x1\" bg=\"0x404040\" lnwid=\"0\" crd=\"%d %d %d\"/></meter>\r\n",
-            nFirstId + i, nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 2, nX, nY, nX + SIDE, nY + SIDE,
-            nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 1);
+            i, nFirstId + i, nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 2, nX, nY, nX + SIDE,
+            nY + SIDE, nX + SIDE / 2, nY + SIDE / 2, SIDE / 2 - 1);
         text += szMeter;
     }
     return text + "</qel>\r\n";

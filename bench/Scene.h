@@ -30,5 +30,6 @@ constexpr SIZE SCENE_SIZE{1000, 750}; // in drawing units
 std::vector<Shape> MakeScene(SceneKind nKind, int nCount);
 // The file of a scene. nLevels: how deep its shapes nest in groups; 0 for siblings.
 std::string SceneText(const std::vector<Shape>& shapes, int nLevels = 0);
-// A panel of round meters with the ids from nFirstId, and static shapes behind them.
+// A panel of round meters with the ids from nFirstId and the identifiers "m0", "m1" ..., and static
+// shapes behind them.
 std::string PanelText(int nMeters, int nFirstId, const std::vector<Shape>& behind);

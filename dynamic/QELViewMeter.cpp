@@ -115,8 +115,7 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 // Region and renderer for what is drawn now.
 void CQELViewMeter::PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture)
 {
-    const bool bChanged = !::EqualRect(&rcQel, &pPicture->rcLast) ||
-                          pPicture->lastRef.cx != RefW() || pPicture->lastRef.cy != RefH();
+    const bool bChanged = !pPicture->IsFor(rcQel, {RefW(), RefH()});
     const bool bHadFace = pPicture->hFace != nullptr;
     const bool bOtherFace = UsesFaceRegion() && HasOtherFace(pPicture);
     const bool bNewFace = UsesFaceRegion() && (bChanged || bOtherFace || !pPicture->hFace ||
@@ -156,12 +155,20 @@ bool CQELViewMeter::PaintedRect(const RECT& rcQel, RECT* prcOut) const
         if (p->PaintedFace(rcQel, &rc)) hull.Add(rc);
         if (p->FaceHull(rcQel, &rc)) face.Add(rc);
     }
-    if (MeterTypeOf(m_attr.nType)) {
-        const std::unique_ptr<CMeter> pMeter =
-            MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), nullptr, Settings());
-        hull.Add(pMeter ? pMeter->PaintedRect(face.Rect()) : ALL_IN_REACH);
-    }
+    if (MeterTypeOf(m_attr.nType)) hull.Add(RendererRect(rcQel, face.Rect()));
     return hull.Get(prcOut);
+}
+
+// By the renderer of the last draw when that was made for the same place, else by one that is made
+// for the question. Without memory it is anywhere.
+RECT CQELViewMeter::RendererRect(const RECT& rcQel, const RECT& rcFace) const
+{
+    for (const MeterPicture* p : {static_cast<const MeterPicture*>(Updated()), &m_drawn})
+        if (p && p->pRenderer && p->IsFor(rcQel, {RefW(), RefH()}))
+            return p->pRenderer->PaintedRect(rcFace);
+    const std::unique_ptr<CMeter> pMeter =
+        MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), nullptr, Settings());
+    return pMeter ? pMeter->PaintedRect(rcFace) : ALL_IN_REACH;
 }
 
 bool CQELViewMeter::IsHit(const RECT& rcQel, POINT pt) const

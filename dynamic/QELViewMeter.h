@@ -20,6 +20,11 @@ struct MeterPicture {
     MeterPicture(const MeterPicture&) = delete;
     MeterPicture& operator=(const MeterPicture&) = delete;
     void DropFace();
+    // It was drawn there last.
+    [[nodiscard]] bool IsFor(const RECT& rcQel, SIZE ref) const
+    {
+        return ::EqualRect(&rcQel, &rcLast) && lastRef.cx == ref.cx && lastRef.cy == ref.cy;
+    }
     // Of a large face the region was made for what showed then.
     [[nodiscard]] bool HasFaceFor(HDC hdc) const;
 
@@ -105,6 +110,7 @@ private:
     void DropRenderer();
     [[nodiscard]] MeterPicture* PictureFor(uint32_t nFlags);
     [[nodiscard]] MeterPicture* Updated() const;
+    [[nodiscard]] RECT RendererRect(const RECT& rcQel, const RECT& rcFace) const;
     void PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
     void PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const;
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);

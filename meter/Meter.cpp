@@ -55,8 +55,9 @@ int32_t Whole(float fValue)
 } // namespace
 
 template <class Value>
-void CMeter::DrawLayers(HDC hdc, Value value, Value pointer, uint32_t nFlags)
+void CMeter::DrawLayers(HDC hdc, Value value, uint32_t nFlags)
 {
+    const Value pointer = m_bOnWay ? static_cast<Value>(m_fPointer) : value;
     const Value painted = m_bReverse ? Mirrored(pointer, m_nMin, m_nMax) : pointer;
     if (m_bShowFill) DrawFill(hdc, painted, nFlags);
     if (m_bShowPin) ErasePin(hdc, painted, nFlags);
@@ -73,20 +74,23 @@ void CMeter::DrawLayers(HDC hdc, Value value, Value pointer, uint32_t nFlags)
 
 int CMeter::Draw(HDC hdc, float fValue, uint32_t nFlags)
 {
-    DrawLayers(hdc, fValue, fValue, nFlags);
+    DrawLayers(hdc, fValue, nFlags);
     return 1;
 }
 
 int CMeter::Draw(HDC hdc, int32_t nValue, uint32_t nFlags)
 {
-    DrawLayers(hdc, nValue, nValue, nFlags);
+    DrawLayers(hdc, nValue, nFlags);
     return 1;
 }
 
 int CMeter::DrawOnWay(HDC hdc, float fValue, float fPointer, uint32_t nFlags)
 {
-    DrawLayers(hdc, fValue, fPointer, nFlags);
-    return 1;
+    m_bOnWay = true;
+    m_fPointer = fPointer;
+    const int nResult = Draw(hdc, fValue, nFlags);
+    m_bOnWay = false;
+    return nResult;
 }
 
 int32_t CMeter::AsPainted(int32_t nValue) const

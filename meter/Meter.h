@@ -147,7 +147,7 @@ protected:
 
 private:
     template <class Value>
-    void DrawLayers(HDC hdc, Value value, Value pointer, uint32_t nFlags);
+    void DrawLayers(HDC hdc, Value value, uint32_t nFlags);
     [[nodiscard]] int32_t AsPainted(int32_t nValue) const;
 
     int32_t m_nMin = 0;
@@ -160,6 +160,8 @@ private:
     uint32_t m_nMajorEvery = 5;
     int32_t m_nLastValue = 0;   // of the pointer, in the caller's sense, before any mirroring
     int32_t m_nLastReadOut = 0; // the value that it was on its way to
+    bool m_bOnWay = false;      // bar and pointer stand at m_fPointer
+    float m_fPointer = 0;
     uint32_t m_nDecimalShift = 0;
     int32_t m_bShowPin = 0;
     int32_t m_bShowScale = 0;

@@ -55,10 +55,15 @@ void CDirtyArea::Add(const RECT& rcAdded)
         m_rects[nNearest] = HullOf(m_rects[nNearest], rc);
 }
 
+// A mark over what holds the element stands over all that is in it.
 void CDirtyArea::AddPlaceOf(const CQELViewElm* pElm, const CQELViewElm* pRoot)
 {
-    RECT rc{};
-    if (pRoot && FindPaintedRect(pElm, pRoot, m_rcQel, &rc)) Add(rc);
+    if (!pRoot) return;
+    for (const CQELViewElm* p = pElm; p; p = p->Parent()) {
+        RECT rc{};
+        if (p != pElm && !p->IsMarked()) continue;
+        if (FindPaintedRect(p, pRoot, m_rcQel, &rc)) Add(rc);
+    }
 }
 
 void CDirtyArea::AddAll()

@@ -370,9 +370,8 @@ TEST(LiveIds, AHiddenFaceKeepsItsRegion)
 TEST(LiveIds, UnderAClipAHiddenShapeLeavesNoColors)
 {
     const std::string first = "<rect style='0x1' lnwid='0' bg='0x112233' crd='0 0 40 40'/>";
-    const std::string second =
-        "<g><rect id='a' style='0x1' lnwid='0' bg='0x445566' fg='0x778899'"
-        " crd='60 60 90 90'/></g>";
+    const std::string second = "<g><rect id='a' style='0x1' lnwid='0' bg='0x445566' fg='0x778899'"
+                               " crd='60 60 90 90'/></g>";
     const CTextHost host(first + second, SIDE);
     EXPECT_EQ(1, QELSetVisible(host, "a", 0));
     const CTextHost expected(first, SIDE);
@@ -491,6 +490,20 @@ TEST(LiveIds, ANewValueIsReachedInItsTime)
             EXPECT_EQ(1, QELSetScaleStatusf(expected, 0, fShown));
             EXPECT_EQ("", Difference(expected, host)) << g_types[nType] << " " << nGone;
         }
+    }
+}
+
+TEST(LiveIds, OnTheWayADialStaysWithinItsLayout)
+{
+    for (const char* pszType : {"round", "Arc", "pie", "roundUpgrade", "pieUpgrade"}) {
+        const std::string dial = std::string("<meter id='a' upin='1' mtype='") + pszType +
+                                 "' crd='70 70 60 40 40 100 100 45 315'/>";
+        const CTextHost host(dial, SIDE), expected(dial, SIDE);
+        EXPECT_EQ(1, QELSetEasing(host, "a", 100));
+        EXPECT_EQ(1, QELSetValue(host, "a", 9));
+        EXPECT_EQ(1, QELAdvance(host, 50));
+        EXPECT_EQ(1, QELSetValue(expected, "a", Eased(0, 9, 0.5)));
+        EXPECT_EQ("", Difference(expected, host)) << pszType;
     }
 }
 

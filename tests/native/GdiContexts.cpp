@@ -442,6 +442,46 @@ BOOL WINAPI LPtoDP(HDC hdc, POINT* pPoints, INT nCount)
     return FindDc(hdc, "LPtoDP") && pPoints && nCount >= 0;
 }
 
+BOOL WINAPI DPtoLP(HDC hdc, POINT* pPoints, INT nCount)
+{
+    return FindDc(hdc, "DPtoLP") && pPoints && nCount >= 0;
+}
+
+BOOL WINAPI GetDCOrgEx(HDC hdc, POINT* pOut)
+{
+    if (!FindDc(hdc, "GetDCOrgEx") || !pOut) return FALSE;
+    *pOut = {0, 0};
+    return TRUE;
+}
+
+// Nobody looks at where a pattern begins, so that it is not kept.
+BOOL WINAPI SetBrushOrgEx(HDC hdc, INT x, INT y, POINT* pOut)
+{
+    if (!FindDc(hdc, "SetBrushOrgEx")) return FALSE;
+    if (x != 0 || y != 0) ReportMisuse(Text("SetBrushOrgEx to %d,%d", x, y));
+    if (pOut) *pOut = {0, 0};
+    return TRUE;
+}
+
+// There are no windows here.
+HWND WINAPI WindowFromDC(HDC hdc)
+{
+    FindDc(hdc, "WindowFromDC");
+    return nullptr;
+}
+
+BOOL WINAPI ClientToScreen(HWND, POINT*)
+{
+    ReportMisuse("ClientToScreen without a window");
+    return FALSE;
+}
+
+BOOL WINAPI GetClientRect(HWND, RECT*)
+{
+    ReportMisuse("GetClientRect without a window");
+    return FALSE;
+}
+
 BOOL WINAPI GetBrushOrgEx(HDC hdc, POINT* pOut)
 {
     if (!FindDc(hdc, "GetBrushOrgEx") || !pOut) return FALSE;

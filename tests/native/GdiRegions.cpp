@@ -128,6 +128,14 @@ INT WINAPI CombineRgn(HRGN hOut, HRGN hA, HRGN hB, INT nMode)
     return TypeOf(pOut->area);
 }
 
+BOOL WINAPI SetRectRgn(HRGN hRegion, INT l, INT t, INT r, INT b)
+{
+    Object* pRegion = Find(hRegion, Kind::Region, "SetRectRgn");
+    if (!pRegion) return FALSE;
+    pRegion->area = CArea::Rect({l, t, r, b});
+    return TRUE;
+}
+
 INT WINAPI OffsetRgn(HRGN hRegion, INT dx, INT dy)
 {
     Object* pRegion = Find(hRegion, Kind::Region, "OffsetRgn");
@@ -216,6 +224,17 @@ INT WINAPI GetClipRgn(HDC hdc, HRGN hRegion)
     if (!pDc || !pRegion) return -1;
     if (!pDc->state.clip) return 0;
     pRegion->area = *pDc->state.clip;
+    return 1;
+}
+
+// Of a bitmap the system's own clip (4) is all of it; nobody sets a meta region (2).
+INT WINAPI GetRandomRgn(HDC hdc, HRGN hRegion, INT nWhich)
+{
+    const Dc* pDc = FindDc(hdc, "GetRandomRgn");
+    Object* pRegion = Find(hRegion, Kind::Region, "GetRandomRgn");
+    if (!pDc || !pRegion || pDc->bRecording) return -1;
+    if (nWhich != 4) return 0;
+    pRegion->area = Surface(*pDc);
     return 1;
 }
 
