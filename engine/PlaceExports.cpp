@@ -7,28 +7,25 @@
 
 namespace {
 
-// The engine of a call that names all it needs; else the reason is left, and the result null.
-CQELEngine* FindEngine(HQELENGINE hEngine, bool bHasArguments)
+// What a handle of a call stands for; where it is nothing, the reason is left and the result null.
+CQELEngine* FindEngine(HQELENGINE hEngine)
 {
     CQELEngine* pEngine = EngineOf(hEngine);
     if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
-    if (pEngine && !bHasArguments) Fail(hEngine, QEL_ERROR_ARGUMENT);
-    return bHasArguments ? pEngine : nullptr;
+    return pEngine;
 }
 
-// The same of a call that takes or gives elements.
-CQELEngine* FindEditable(HQELENGINE hEngine, bool bHasArguments)
+CQELEngine* FindEditable(HQELENGINE hEngine)
 {
-    if (EditableEngine(hEngine)) return FindEngine(hEngine, bHasArguments);
-    Fail(hEngine, WhyNotEditable(hEngine));
-    return nullptr;
+    CQELEngine* pEngine = EditableEngine(hEngine);
+    if (!pEngine) Fail(hEngine, WhyNotEditable(hEngine));
+    return pEngine;
 }
 
-CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem, bool bHasArguments)
+CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
 {
-    CQELEngine* pEngine = FindEditable(hEngine, bHasArguments);
-    CQELDocElm* pElm = ElementOf(pEngine, hElem);
-    if (pEngine && !pElm) Fail(hEngine, QEL_ERROR_ELEMENT);
+    CQELDocElm* pElm = ElementOf(EditableEngine(hEngine), hElem);
+    if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
     return pElm;
 }
 
@@ -44,30 +41,36 @@ bool HasIndex(HQELENGINE hEngine, const CQELEngine& engine, bool bMade)
 int QELAPI QELGetElemDrawRect(HQELENGINE hEngine, HQELELEM hElem, RECT* prc)
 {
     if (prc) ::SetRectEmpty(prc);
-    const CQELDocElm* pElm = FindElement(hEngine, hElem, prc);
-    return pElm ? EngineOf(hEngine)->GetElemDrawRect(pElm, prc) : 0;
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    if (!prc) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return EditableEngine(hEngine)->GetElemDrawRect(pElm, prc);
 }
 
 int QELAPI QELGetIdDrawRect(HQELENGINE hEngine, const char* pszId, RECT* prc)
 {
     if (prc) ::SetRectEmpty(prc);
-    CQELEngine* pEngine = FindEngine(hEngine, pszId && prc);
-    if (!pEngine || !HasIndex(hEngine, *pEngine, pEngine->Identifiers())) return 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pszId || !prc) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    if (!HasIndex(hEngine, *pEngine, pEngine->Identifiers())) return 0;
     return pEngine->GetIdDrawRect(pszId, prc);
 }
 
 HQELELEM QELAPI QELElemFromPoint(HQELENGINE hEngine, const POINT* ppt)
 {
-    CQELEngine* pEngine = FindEditable(hEngine, ppt);
-    if (!pEngine || !HasIndex(hEngine, *pEngine, pEngine->Places())) return nullptr;
+    CQELEngine* pEngine = FindEditable(hEngine);
+    if (pEngine && !ppt) Fail(hEngine, QEL_ERROR_ARGUMENT);
+    if (!pEngine || !ppt || !HasIndex(hEngine, *pEngine, pEngine->Places())) return nullptr;
     return HandleOf(pEngine->ElemFromPoint(*ppt));
 }
 
 int QELAPI QELIdFromPoint(HQELENGINE hEngine, const POINT* ppt, char* pszBuffer, int nSize)
 {
-    CQELEngine* pEngine = FindEngine(hEngine, ppt && pszBuffer && nSize > 0);
-    if (!pEngine || !HasIndex(hEngine, *pEngine, pEngine->Identifiers() && pEngine->Places()))
-        return 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!ppt || !pszBuffer || nSize < 1) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    if (!HasIndex(hEngine, *pEngine, pEngine->Identifiers() && pEngine->Places())) return 0;
     const char* pszId = pEngine->IdFromPoint(*ppt);
     if (!pszId) return 0;
     const std::size_t nNeeded = std::strlen(pszId) + 1;
@@ -78,19 +81,24 @@ int QELAPI QELIdFromPoint(HQELENGINE hEngine, const POINT* ppt, char* pszBuffer,
 
 HQELELEM QELAPI QELFindElem(HQELENGINE hEngine, const char* pszId)
 {
-    CQELEngine* pEngine = FindEditable(hEngine, pszId);
-    if (!pEngine || !HasIndex(hEngine, *pEngine, pEngine->Identifiers())) return nullptr;
+    CQELEngine* pEngine = FindEditable(hEngine);
+    if (pEngine && !pszId) Fail(hEngine, QEL_ERROR_ARGUMENT);
+    if (!pEngine || !pszId || !HasIndex(hEngine, *pEngine, pEngine->Identifiers())) return nullptr;
     return HandleOf(pEngine->FindElem(pszId));
 }
 
 int QELAPI QELElemToDevice(HQELENGINE hEngine, HQELELEM hElem, POINT* ppt)
 {
-    const CQELDocElm* pElm = FindElement(hEngine, hElem, ppt);
-    return pElm ? EngineOf(hEngine)->ElemToDevice(pElm, ppt) : 0;
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    return ppt ? EditableEngine(hEngine)->ElemToDevice(pElm, ppt)
+               : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELDeviceToElem(HQELENGINE hEngine, HQELELEM hElem, POINT* ppt)
 {
-    const CQELDocElm* pElm = FindElement(hEngine, hElem, ppt);
-    return pElm ? EngineOf(hEngine)->DeviceToElem(pElm, ppt) : 0;
+    const CQELDocElm* pElm = FindElement(hEngine, hElem);
+    if (!pElm) return 0;
+    return ppt ? EditableEngine(hEngine)->DeviceToElem(pElm, ppt)
+               : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }

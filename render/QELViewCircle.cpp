@@ -29,9 +29,10 @@ RECT CQELViewCircle::Box() const
     return GeometryBounds(Words());
 }
 
-RECT CQELViewCircle::GeometryBounds(const int32_t* n) const
+RECT CQELViewCircle::GeometryBounds(const int32_t* pnWords) const
 {
-    return {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
+    return {WrapSub(pnWords[0], pnWords[2]), WrapSub(pnWords[1], pnWords[2]),
+            WrapAdd(pnWords[0], pnWords[2]), WrapAdd(pnWords[1], pnWords[2])};
 }
 
 // The pressed shift moves the box, before the square is taken from it.

@@ -50,7 +50,7 @@ protected:
                const RECT& rcQel) const override;
     [[nodiscard]] RECT GeometryBounds(const int32_t* pnWords) const override
     {
-        return CQELViewShape::GeometryBounds(pnWords);
+        return BoxBounds(pnWords);
     }
     [[nodiscard]] bool IsOutlineOnly() const override { return true; }
 };

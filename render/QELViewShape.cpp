@@ -172,7 +172,7 @@ void CQELViewShape::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) con
     for (int n = 0; n < 4; ++n) pProbe->Line(pts[n], pts[(n + 1) % 4]);
 }
 
-RECT CQELViewShape::GeometryBounds(const int32_t* pnWords) const
+RECT CQELViewShape::BoxBounds(const int32_t* pnWords)
 {
     return NormalizedRect({pnWords[0], pnWords[1], pnWords[2], pnWords[3]});
 }

@@ -136,7 +136,11 @@ protected:
     [[nodiscard]] virtual double Roughness() const { return m_style.nPenWidth > 1 ? 1.5 : 1; }
     // What a record's geometry lies in, in drawing units; and what the view maps as a whole, which
     // is that where keep modes are not asked.
-    [[nodiscard]] virtual RECT GeometryBounds(const int32_t* pnWords) const;
+    [[nodiscard]] virtual RECT GeometryBounds(const int32_t* pnWords) const
+    {
+        return BoxBounds(pnWords);
+    }
+    static RECT BoxBounds(const int32_t* pnWords); // of two points
     [[nodiscard]] virtual uint32_t KeepFlags() const { return QEL_KEEP_NONE; }
     // Whether the outline is left out although it has a width.
     [[nodiscard]] virtual bool HidesOutline() const { return false; }

@@ -508,7 +508,7 @@ TEST(Places, OfNothingThereAreNoFailures)
     const POINT ptPump{13, 20};
     EXPECT_EQ(0, QELIdFromPoint(host, &ptPump, szId, 2));
     EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_BUFFER), code());
-    EXPECT_EQ(0, QELElemToDevice(host, nullptr, nullptr));
+    EXPECT_EQ(0, QELElemToDevice(host, host.Child(0), nullptr));
     EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_ARGUMENT), code());
     POINT ptMapped{1, 2};
     EXPECT_EQ(0, QELElemToDevice(host, nullptr, &ptMapped));
