@@ -102,7 +102,8 @@ TEST(FileFaults, ThePowerFailsAtAnyMomentOfASaveByAWidePath)
         for (; k < MOST_OPERATIONS; ++k) {
             SCOPED_TRACE("operation " + std::to_string(k));
             kernel::FormatDisk();
-            const CChangedDrawing drawing;
+            const CChangedDrawing drawing; // what it saves was looked at, which is a save
+            EXPECT_EQ(1, QELSetElemId(drawing, ElementById(drawing, "changed"), "changed"));
             kernel::Faults faults;
             faults.nStopAt = k;
             kernel::SetFaults(faults);
@@ -143,6 +144,7 @@ TEST(FileFaults, AReadThatFailsIsToldWithTheSystemsNumber)
 TEST(FileFaults, AFullDiskIsToldWithTheSystemsNumber)
 {
     const CChangedDrawing drawing;
+    EXPECT_EQ(1, QELSetElemId(drawing, ElementById(drawing, "changed"), "changed"));
     kernel::Faults faults;
     faults.nSpace = 10;
     kernel::SetFaults(faults);

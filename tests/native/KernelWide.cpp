@@ -128,3 +128,15 @@ DWORD WINAPI GetFullPathNameW(const wchar_t* pszPath, DWORD nSize, wchar_t* pszO
     std::memcpy(pszOut, full.c_str(), (nLen + 1) * sizeof(WORD));
     return nLen;
 }
+
+// ---- what tests call ----
+
+BOOL WINAPI CreateDirectoryW(const wchar_t* pszPath, SECURITY_ATTRIBUTES* pSecurity)
+{
+    return ::CreateDirectoryA(CDiskPath(pszPath), pSecurity);
+}
+
+BOOL WINAPI RemoveDirectoryW(const wchar_t* pszPath)
+{
+    return ::RemoveDirectoryA(CDiskPath(pszPath));
+}
