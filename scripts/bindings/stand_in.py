@@ -109,6 +109,16 @@ int BitBlt(void* dcTo, int x, int y, int cx, int cy, void* dcFrom, int x1, int y
     Int(nOperation); End();
     return 1;
 }
+void* CreateRectRgn(int nLeft, int nTop, int nRight, int nBottom)
+{
+    Begin("CreateRectRgn"); Int(nLeft); Int(nTop); Int(nRight); Int(nBottom); End();
+    return (void*)0x5500000006;
+}
+int InvalidateRgn(void* hwnd, void* hRegion, int bErase)
+{
+    Begin("InvalidateRgn"); (void)hwnd; Handle(hRegion); Int(bErase); End();
+    return 1;
+}
 int SetProcessDPIAware(void) { Begin("SetProcessDPIAware"); End(); return 1; }
 int SetProcessDpiAwarenessContext(void* context)
 {

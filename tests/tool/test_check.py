@@ -80,6 +80,8 @@ FINDINGS = (  # name, line:column, kind, part of the message, lines of the drawi
      '<rect crd="1 1 9 9" id="' + "x" * 256 + '"/>'),
     ("identifier twice", "4:25", "warning", "another element has the identifier 'a'",
      '<rect crd="1 1 9 9" id="a"/>', '<rect crd="1 1 9 9" id="a"/>'),
+    ("identifier of a value and of a shape", "4:25", "warning", "another element has the identifier 'a'",
+     '<text id="a" crd="1 1 9 9">##</text>', '<rect crd="1 1 9 9" id="a"/>'),
     ("one anchor and Keep All", "3:27", "warning", "more than one anchor: the element is stretched",
      '<rect crd="1 1 9 9" flag="0x9000"/>'),
     ("away from no edge", "3:27", "warning", "with Keep left", '<rect crd="1 1 9 9" flag="0x20000"/>'),

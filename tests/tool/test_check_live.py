@@ -122,6 +122,13 @@ f.qel:3:1: error: imin 0 and imax 50 are no range from 1 up: the element is draw
 f.qel:3:28: error: imin is out of range, 1 or more: '0'"""
 
 
+def test_elements_that_take_values_may_share_an_identifier(tool):
+    tool.drawing("f.qel", '<status id="a"><rect crd="1 1 9 9"/></status>',
+                 '<status id="a" stx="1"><rect crd="1 1 9 9"/></status>',
+                 '<scale id="a" crd="1 1 9 9"/>', '<text id="a" crd="1 1 9 9">##</text>')
+    assert tool.run("check", "f.qel") == (0, "", "")
+
+
 def test_the_examples_are_clean(tool):
     examples = sorted(map(str, (ROOT / "examples").glob("*.qel")))
     assert examples

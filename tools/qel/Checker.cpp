@@ -106,6 +106,12 @@ bool IsAnchored(int32_t nType)
     return g_elementTypes.Row(nType)->Is(TRAIT_ANCHORED);
 }
 
+bool TakesValues(int32_t nType)
+{
+    return nType == QEL_TYPE_METER || nType == QEL_TYPE_SCALE || nType == QEL_TYPE_STATUS ||
+           nType == QEL_TYPE_TEXT;
+}
+
 // The numbers of a text of coordinates, up to what is no number.
 struct Numbers {
     std::vector<int32_t> values;
@@ -173,7 +179,7 @@ private:
     void CheckPoints(const XmlAttr& attr, const ElementType& row, const CrdForm& form,
                      const Numbers& numbers);
     void CheckFlags(const XmlAttr& attr, const ElementType& row);
-    void CheckId(const XmlAttr& attr);
+    void CheckId(const XmlAttr& attr, const ElementType& row);
     void CheckText(const XmlNode& node, const ElementType& row);
     void CheckLoaded(const XmlNode& node, const CQELDocElm& elm);
     void CheckLive(const XmlNode& node, const CQELDocElm& elm);
@@ -186,7 +192,7 @@ private:
     const std::string* m_pBytes = nullptr;
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     std::vector<Finding> m_findings;
-    std::unordered_map<std::string, std::size_t> m_ids;
+    std::unordered_map<std::string, bool> m_ids; // whether all that bear it take live values
     CIdRules m_liveIds;
 };
 
@@ -300,7 +306,7 @@ void CChecker::CheckAttr(const XmlAttr& attr, const ElementType& row, const CQEL
         return;
     }
     if (nId == ATTR_ID) {
-        CheckId(attr);
+        CheckId(attr, row);
         return;
     }
     struct Wanted {
@@ -449,11 +455,16 @@ void CChecker::CheckFlags(const XmlAttr& attr, const ElementType& row)
              "bottom only");
 }
 
-void CChecker::CheckId(const XmlAttr& attr)
+// Elements that take live values share an identifier on purpose: one call of the host sets them
+// all.
+void CChecker::CheckId(const XmlAttr& attr, const ElementType& row)
 {
     if (std::strlen(attr.pszValue) >= ID_TEXT_SIZE)
         Error(attr.nValueOffset, "the identifier has more than 255 bytes: it is cut");
-    if (!m_ids.emplace(attr.pszValue, attr.nValueOffset).second)
+    const bool bLive = TakesValues(row.nId);
+    const auto [at, bNew] = m_ids.emplace(attr.pszValue, bLive);
+    at->second = at->second && bLive;
+    if (!bNew && !at->second)
         Warn(attr.nValueOffset, "another element has the identifier " + Quoted(attr.pszValue));
 }
 

@@ -1,24 +1,30 @@
-// A window with a live drawing, without flicker: a meter swings between the ends of its scale.
+// A window with a live drawing, without flicker: its values swing between the ends of their scales.
+// A click shows in the title what was hit.
 //
-//     window DRAWING [METER-ID [FRAMES]]
+//     window DRAWING [ID [FRAMES]]
 //
-// With FRAMES it stands still after so many steps. Built with MinGW, in this folder:
+// With ID only what bears this identifier swings, with FRAMES it stands still after so many frames.
+// Built with MinGW, in this folder:
 //     i686-w64-mingw32-g++ -std=c++17 window.cpp -I../../../include -L../../../build/i686/lib -lQELEngine -lgdi32 -mwindows -static -o window.exe
 #include "QELEngine.h"
 
 #include <cstdio>
 #include <cstdlib>
+#include <string>
+#include <vector>
 
 namespace {
 
-constexpr int MAX_VALUE = 100;
-constexpr int STEP = 2;         // of the value from frame to frame
-constexpr UINT FRAME_TIME = 40; // milliseconds
+constexpr UINT FRAME_TIME = 40;     // milliseconds
+constexpr DWORD EASING_TIME = 300;  // in which a needle moves to a new value
+constexpr int FRAMES_A_VALUE = 10;  // from one new value to the next
+constexpr double STEP = 0.25;       // of the way through the scale from value to value
+constexpr double TEXT_RANGE = 99.0; // a text alone has no scale
 constexpr int USUAL_DPI = 96;
 constexpr UINT MSG_DPI_CHANGED = 0x02E0; // WM_DPICHANGED, which older headers do not have
 
 // A bitmap in memory that keeps what was drawn last. The window shows nothing but copies of it, so
-// nobody ever sees a half-drawn picture, and the engine can draw its moving parts over it.
+// nobody ever sees a half-drawn picture.
 class CPicture {
 public:
     CPicture() : m_hdc(::CreateCompatibleDC(nullptr))
@@ -41,8 +47,8 @@ public:
     CPicture(const CPicture&) = delete;
     CPicture& operator=(const CPicture&) = delete;
 
-    // A new bitmap that fits the window. It has to be drawn fully before it is shown.
-    void Resize(HWND hwnd, SIZE size)
+    // A new bitmap that fits the window. It is empty, which the engine cannot know.
+    void Resize(HWND hwnd, HQELENGINE hEngine, SIZE size)
     {
         const HDC hdcWindow = ::GetDC(hwnd);
         const HBITMAP hBitmap = ::CreateCompatibleBitmap(hdcWindow, size.cx, size.cy);
@@ -53,19 +59,20 @@ public:
         else
             m_hPrevBitmap = hPrev;
         m_hBitmap = hBitmap;
-        m_rc = {0, 0, size.cx, size.cy};
+        const RECT rc{0, 0, size.cx, size.cy};
+        QELSetQELRect(hEngine, &rc);
+        QELInvalidate(hEngine, nullptr);
     }
 
-    void DrawWhole(HQELENGINE hEngine)
+    // Paints what is not right any more, and nothing else.
+    void Update(HQELENGINE hEngine)
     {
-        QELSetQELRect(hEngine, &m_rc);
-        ::FillRect(m_hdc, &m_rc, ::GetSysColorBrush(COLOR_BTNFACE));
-        QELDraw(hEngine, m_hdc, &m_rc, QEL_DRAW_FULL);
+        QELUpdate(hEngine, m_hdc, ::GetSysColorBrush(COLOR_BTNFACE));
     }
-    void DrawMoving(HQELENGINE hEngine) { QELDraw(hEngine, m_hdc, &m_rc, 0); }
-    void CopyTo(HDC hdc) const
+    void CopyTo(HDC hdc, const RECT& rc) const
     {
-        ::BitBlt(hdc, 0, 0, m_rc.right, m_rc.bottom, m_hdc, 0, 0, SRCCOPY);
+        ::BitBlt(hdc, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top, m_hdc, rc.left,
+                 rc.top, SRCCOPY);
     }
 
 private:
@@ -74,24 +81,78 @@ private:
     HBITMAP m_hBitmap = nullptr;
     HGDIOBJ m_hPrevFont = nullptr;
     HGDIOBJ m_hPrevBitmap = nullptr;
-    RECT m_rc{};
+};
+
+// What swings, by its identifier.
+struct LiveValue {
+    std::string id;
+    double fMin = 0.0;
+    double fMax = 1.5; // of a lamp, whose number is truncated: off, and on near the end
 };
 
 HQELENGINE g_hEngine = nullptr;
 CPicture* g_pPicture = nullptr;
-DWORD g_nMeter = 0;
+std::vector<LiveValue> g_values;
 int g_nFrames = -1; // still to be shown; negative: for ever
-int g_nValue = 0;
-int g_nStep = STEP;
+int g_nFrame = 0;
+double g_fPlace = 0.0; // from 0 to 1
+double g_fStep = STEP;
+
+// A meter or scale tells the ends of its scale.
+LiveValue MakeValue(const char* pszId, int nType)
+{
+    LiveValue value{pszId};
+    if (nType == QEL_TYPE_TEXT) value.fMax = TEXT_RANGE;
+    if (QELGetSelector(g_hEngine, pszId, QEL_SEL_MAX, &value.fMax))
+        QELGetSelector(g_hEngine, pszId, QEL_SEL_MIN, &value.fMin);
+    return value;
+}
+
+// All identifiers of the drawing that take a value, or the one that is asked for.
+void FindValues(const char* pszOnly)
+{
+    char szId[QEL_TEXT_SIZE];
+    int nType = QEL_TYPE_NONE;
+    for (DWORD n = 0; QELGetLiveId(g_hEngine, n, szId, sizeof szId, &nType); ++n) {
+        if (pszOnly && std::string(pszOnly) != szId) continue;
+        const LiveValue value = MakeValue(szId, nType);
+        if (!QELSetValue(g_hEngine, szId, value.fMin)) continue;
+        QELSetEasing(g_hEngine, szId, EASING_TIME);
+        g_values.push_back(value);
+    }
+}
+
+void SetValues()
+{
+    if (g_fPlace + g_fStep < 0.0 || g_fPlace + g_fStep > 1.0) g_fStep = -g_fStep;
+    g_fPlace += g_fStep;
+    for (const LiveValue& value : g_values)
+        QELSetValue(g_hEngine, value.id.c_str(), value.fMin + (value.fMax - value.fMin) * g_fPlace);
+}
+
+// Tells the window system what has changed, place by place.
+void InvalidateDirty(HWND hwnd)
+{
+    const HRGN hRegion = ::CreateRectRgn(0, 0, 0, 0);
+    if (QELGetDirtyRegion(g_hEngine, hRegion))
+        ::InvalidateRgn(hwnd, hRegion, FALSE); // FALSE: nothing is erased
+    ::DeleteObject(hRegion);
+}
 
 void NextFrame(HWND hwnd)
 {
-    if (g_nValue + g_nStep < 0 || g_nValue + g_nStep > MAX_VALUE) g_nStep = -g_nStep;
-    g_nValue += g_nStep;
-    QELSetScaleStatus(g_hEngine, g_nMeter, static_cast<DWORD>(g_nValue));
-    g_pPicture->DrawMoving(g_hEngine);
-    ::InvalidateRect(hwnd, nullptr, FALSE); // FALSE: nothing is erased
-    if (g_nFrames > 0 && --g_nFrames == 0) ::KillTimer(hwnd, 1);
+    if (g_nFrames != 0 && ++g_nFrame % FRAMES_A_VALUE == 0) SetValues();
+    const int nMoving = QELAdvance(g_hEngine, FRAME_TIME);
+    InvalidateDirty(hwnd);
+    if (g_nFrames > 0) --g_nFrames;
+    if (g_nFrames == 0 && nMoving == 0) ::KillTimer(hwnd, 1);
+}
+
+// The title tells what was hit, by its identifier.
+void ShowId(HWND hwnd, POINT pt)
+{
+    char szId[QEL_TEXT_SIZE];
+    if (QELIdFromPoint(g_hEngine, &pt, szId, sizeof szId)) ::SetWindowTextA(hwnd, szId);
 }
 
 void MoveTo(HWND hwnd, const RECT& rc)
@@ -108,8 +169,7 @@ LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPARAM lPar
         return 0;
     case WM_SIZE:
         if (wParam == SIZE_MINIMIZED) return 0; // there is nothing to draw
-        g_pPicture->Resize(hwnd, {LOWORD(lParam), HIWORD(lParam)});
-        g_pPicture->DrawWhole(g_hEngine);
+        g_pPicture->Resize(hwnd, g_hEngine, {LOWORD(lParam), HIWORD(lParam)});
         ::InvalidateRect(hwnd, nullptr, FALSE);
         return 0;
     case MSG_DPI_CHANGED: // another screen, or the same one set anew: the system says what fits
@@ -118,11 +178,16 @@ LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPARAM lPar
     case WM_TIMER:
         NextFrame(hwnd);
         return 0;
+    case WM_LBUTTONDOWN:
+        ShowId(hwnd, {LOWORD(lParam), HIWORD(lParam)}); // never negative without a capture
+        return 0;
     case WM_ERASEBKGND:
         return 1; // erasing first is what flickers
     case WM_PAINT: {
         PAINTSTRUCT paint;
-        g_pPicture->CopyTo(::BeginPaint(hwnd, &paint));
+        const HDC hdc = ::BeginPaint(hwnd, &paint);
+        g_pPicture->Update(g_hEngine);
+        g_pPicture->CopyTo(hdc, paint.rcPaint);
         ::EndPaint(hwnd, &paint);
         return 0;
     }
@@ -170,15 +235,13 @@ void AskForRealPixels()
 }
 
 // The engine closes in main, after the window: the window draws as long as it lives.
-int Show(const char* pszPath)
+int Show(const char* pszPath, const char* pszId)
 {
     if (!QELOpenFile(g_hEngine, pszPath)) {
         std::fprintf(stderr, "window: %s cannot be opened\n", pszPath);
         return 1;
     }
-    QELSetScaleParam(g_hEngine, g_nMeter, QEL_SEL_MAX, MAX_VALUE);
-    QELSetScaleParam(g_hEngine, g_nMeter, QEL_SEL_SCALE_END, MAX_VALUE);
-    QELSetScaleStatus(g_hEngine, g_nMeter, 0);
+    FindValues(pszId);
 
     CPicture picture;
     g_pPicture = &picture;
@@ -198,14 +261,13 @@ int Show(const char* pszPath)
 int main(int argc, char** argv)
 {
     if (argc < 2) {
-        std::fprintf(stderr, "window DRAWING [METER-ID [FRAMES]]\n");
+        std::fprintf(stderr, "window DRAWING [ID [FRAMES]]\n");
         return 2;
     }
-    if (argc > 2) g_nMeter = std::strtoul(argv[2], nullptr, 10);
     if (argc > 3) g_nFrames = std::atoi(argv[3]);
     AskForRealPixels();
     g_hEngine = CreateQELEngine();
-    const int nResult = Show(argv[1]);
+    const int nResult = Show(argv[1], argc > 2 ? argv[2] : nullptr);
     DestroyQELEngine(g_hEngine);
     return nResult;
 }

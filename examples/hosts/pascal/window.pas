@@ -1,8 +1,10 @@
-{ A window with a live drawing, without flicker: a meter swings between the ends of its scale.
+{ A window with a live drawing, without flicker: its values swing between the ends of their scales.
+  A click shows in the title what was hit.
 
-      window DRAWING [METER-ID [FRAMES]]
+      window DRAWING [ID [FRAMES]]
 
-  With FRAMES it stands still after so many steps. For Free Pascal and for Delphi. Built in this folder:
+  With ID only what bears this identifier swings, with FRAMES it stands still after so many frames. For Free
+  Pascal and for Delphi. Built in this folder:
       fpc -Twin32 window.pas
 }
 program window;
@@ -14,9 +16,12 @@ uses
   Windows, Messages, SysUtils, QELEngine;
 
 const
-  MAX_VALUE = 100;
-  STEP = 2;         { of the value from frame to frame }
-  FRAME_TIME = 40;  { milliseconds }
+  FRAME_TIME = 40;     { milliseconds }
+  EASING_TIME = 300;   { in which a needle moves to a new value }
+  FRAMES_A_VALUE = 10; { from one new value to the next }
+  STEP = 0.25;         { of the way through the scale from value to value }
+  LAMP_RANGE = 1.5;    { of a lamp, whose number is truncated: off, and on near the end }
+  TEXT_RANGE = 99.0;   { a text alone has no scale }
   USUAL_DPI = 96;
   CLEARTYPE_QUALITY = 5; { two colours lose strokes in small sizes }
   MSG_DPI_CHANGED = $02E0; { WM_DPICHANGED, which older units do not have }
@@ -26,21 +31,19 @@ function SetProcessDPIAware: LongBool; stdcall; external 'user32.dll';
 
 type
   { A bitmap in memory that keeps what was drawn last. The window shows nothing but copies of it, so nobody
-    ever sees a half-drawn picture, and the engine can draw its moving parts over it. }
+    ever sees a half-drawn picture. }
   TPicture = class
   private
     FDC: HDC;
     FFont: HFONT;
     FBitmap: HBITMAP;
     FPreviousFont, FPreviousBitmap: HGDIOBJ;
-    FRect: TRect;
   public
     constructor Create;
     destructor Destroy; override;
-    procedure Resize(Wnd: HWND; Width, Height: Integer);
-    procedure DrawWhole(Engine: HQELENGINE);
-    procedure DrawMoving(Engine: HQELENGINE);
-    procedure CopyTo(DC: HDC);
+    procedure Resize(Wnd: HWND; Engine: HQELENGINE; Width, Height: Integer);
+    procedure Update(Engine: HQELENGINE);
+    procedure CopyTo(DC: HDC; const R: TRect);
   end;
 
 constructor TPicture.Create;
@@ -62,12 +65,13 @@ begin
   inherited Destroy;
 end;
 
-{ A new bitmap that fits the window. It has to be drawn fully before it is shown. }
-procedure TPicture.Resize(Wnd: HWND; Width, Height: Integer);
+{ A new bitmap that fits the window. It is empty, which the engine cannot know. }
+procedure TPicture.Resize(Wnd: HWND; Engine: HQELENGINE; Width, Height: Integer);
 var
   WindowDC: HDC;
   Bitmap: HBITMAP;
   Previous: HGDIOBJ;
+  R: TRect;
 begin
   WindowDC := GetDC(Wnd);
   Bitmap := CreateCompatibleBitmap(WindowDC, Width, Height);
@@ -78,48 +82,119 @@ begin
   else
     FPreviousBitmap := Previous;
   FBitmap := Bitmap;
-  SetRect(FRect, 0, 0, Width, Height);
+  SetRect(R, 0, 0, Width, Height);
+  QELSetQELRect(Engine, @R);
+  QELInvalidate(Engine, nil);
 end;
 
-procedure TPicture.DrawWhole(Engine: HQELENGINE);
+{ Paints what is not right any more, and nothing else. }
+procedure TPicture.Update(Engine: HQELENGINE);
 begin
-  QELSetQELRect(Engine, @FRect);
-  FillRect(FDC, FRect, GetSysColorBrush(COLOR_BTNFACE));
-  QELDraw(Engine, FDC, @FRect, QEL_DRAW_FULL);
+  QELUpdate(Engine, FDC, GetSysColorBrush(COLOR_BTNFACE));
 end;
 
-procedure TPicture.DrawMoving(Engine: HQELENGINE);
+procedure TPicture.CopyTo(DC: HDC; const R: TRect);
 begin
-  QELDraw(Engine, FDC, @FRect, 0);
+  BitBlt(DC, R.Left, R.Top, R.Right - R.Left, R.Bottom - R.Top, FDC, R.Left, R.Top, SRCCOPY);
 end;
 
-procedure TPicture.CopyTo(DC: HDC);
-begin
-  BitBlt(DC, 0, 0, FRect.Right, FRect.Bottom, FDC, 0, 0, SRCCOPY);
-end;
+type
+  { What swings, by its identifier. }
+  TLiveValue = record
+    Id: AnsiString;
+    Min, Max: Double;
+  end;
 
 var
   Engine: HQELENGINE;
   Picture: TPicture;
-  Meter: LongWord = 0;
+  Values: array of TLiveValue;
   Frames: Integer = -1; { still to be shown; negative: for ever }
-  Value: Integer = 0;
-  Change: Integer = STEP;
+  Frame: Integer = 0;
+  Place: Double = 0.0;  { from 0 to 1 }
+  Change: Double = STEP;
+
+{ A meter or scale tells the ends of its scale. }
+function MakeValue(const Id: AnsiString; Kind: LongInt): TLiveValue;
+begin
+  Result.Id := Id;
+  Result.Min := 0.0;
+  Result.Max := LAMP_RANGE;
+  if Kind = QEL_TYPE_TEXT then
+    Result.Max := TEXT_RANGE;
+  if QELGetSelector(Engine, PAnsiChar(Id), QEL_SEL_MAX, @Result.Max) <> 0 then
+    QELGetSelector(Engine, PAnsiChar(Id), QEL_SEL_MIN, @Result.Min);
+end;
+
+{ All identifiers of the drawing that take a value, or the one that is asked for. }
+procedure FindValues(const Only: AnsiString);
+var
+  Id: array[0..QEL_TEXT_SIZE - 1] of AnsiChar;
+  Kind: LongInt;
+  Index: LongWord;
+  Value: TLiveValue;
+begin
+  Index := 0;
+  while QELGetLiveId(Engine, Index, @Id, SizeOf(Id), @Kind) <> 0 do
+  begin
+    Inc(Index);
+    Value := MakeValue(PAnsiChar(@Id), Kind);
+    if ((Only <> '') and (Only <> Value.Id)) or (QELSetValue(Engine, @Id, Value.Min) = 0) then
+      Continue;
+    QELSetEasing(Engine, @Id, EASING_TIME);
+    SetLength(Values, Length(Values) + 1);
+    Values[High(Values)] := Value;
+  end;
+end;
+
+procedure SetValues;
+var
+  Index: Integer;
+begin
+  if (Place + Change < 0.0) or (Place + Change > 1.0) then
+    Change := -Change;
+  Place := Place + Change;
+  for Index := 0 to High(Values) do
+    QELSetValue(Engine, PAnsiChar(Values[Index].Id),
+      Values[Index].Min + (Values[Index].Max - Values[Index].Min) * Place);
+end;
+
+{ Tells the window system what has changed, place by place. }
+procedure InvalidateDirty(Wnd: HWND);
+var
+  Region: HRGN;
+begin
+  Region := CreateRectRgn(0, 0, 0, 0);
+  if QELGetDirtyRegion(Engine, Region) <> 0 then
+    InvalidateRgn(Wnd, Region, False); { False: nothing is erased }
+  DeleteObject(Region);
+end;
 
 procedure NextFrame(Wnd: HWND);
+var
+  Moving: Integer;
 begin
-  if (Value + Change < 0) or (Value + Change > MAX_VALUE) then
-    Change := -Change;
-  Inc(Value, Change);
-  QELSetScaleStatus(Engine, Meter, Value);
-  Picture.DrawMoving(Engine);
-  InvalidateRect(Wnd, nil, False); { False: nothing is erased }
+  Inc(Frame);
+  if (Frames <> 0) and (Frame mod FRAMES_A_VALUE = 0) then
+    SetValues;
+  Moving := QELAdvance(Engine, FRAME_TIME);
+  InvalidateDirty(Wnd);
   if Frames > 0 then
-  begin
     Dec(Frames);
-    if Frames = 0 then
-      KillTimer(Wnd, 1);
-  end;
+  if (Frames = 0) and (Moving = 0) then
+    KillTimer(Wnd, 1);
+end;
+
+{ The title tells what was hit, by its identifier. }
+procedure ShowId(Wnd: HWND; X, Y: Integer);
+var
+  Id: array[0..QEL_TEXT_SIZE - 1] of AnsiChar;
+  P: TPoint;
+begin
+  P.X := X;
+  P.Y := Y;
+  if QELIdFromPoint(Engine, @P, @Id, SizeOf(Id)) <> 0 then
+    SetWindowTextA(Wnd, @Id);
 end;
 
 procedure MoveTo(Wnd: HWND; const R: TRect);
@@ -130,6 +205,7 @@ end;
 function WindowProc(Wnd: HWND; Msg: UINT; WParam: WPARAM; LParam: LPARAM): LRESULT; stdcall;
 var
   Paint: TPaintStruct;
+  DC: HDC;
 begin
   Result := 0;
   case Msg of
@@ -138,19 +214,22 @@ begin
     WM_SIZE:
       if WParam <> SIZE_MINIMIZED then
       begin
-        Picture.Resize(Wnd, LParam and $FFFF, (LParam shr 16) and $FFFF);
-        Picture.DrawWhole(Engine);
+        Picture.Resize(Wnd, Engine, LParam and $FFFF, (LParam shr 16) and $FFFF);
         InvalidateRect(Wnd, nil, False);
       end;
     MSG_DPI_CHANGED: { another screen, or the same one set anew: the system says what fits }
       MoveTo(Wnd, PRect(LParam)^);
     WM_TIMER:
       NextFrame(Wnd);
+    WM_LBUTTONDOWN: { never negative without a capture }
+      ShowId(Wnd, LParam and $FFFF, (LParam shr 16) and $FFFF);
     WM_ERASEBKGND:
       Result := 1; { erasing first is what flickers }
     WM_PAINT:
       begin
-        Picture.CopyTo(BeginPaint(Wnd, Paint));
+        DC := BeginPaint(Wnd, Paint);
+        Picture.Update(Engine);
+        Picture.CopyTo(DC, Paint.rcPaint);
         EndPaint(Wnd, Paint);
       end;
     WM_DESTROY:
@@ -193,9 +272,7 @@ var
 begin
   if QELOpenFile(Engine, PAnsiChar(Path)) = 0 then
     raise Exception.Create('The drawing cannot be opened.');
-  QELSetScaleParam(Engine, Meter, QEL_SEL_MAX, MAX_VALUE);
-  QELSetScaleParam(Engine, Meter, QEL_SEL_SCALE_END, MAX_VALUE);
-  QELSetScaleStatus(Engine, Meter, 0);
+  FindValues(AnsiString(ParamStr(2)));
   Wnd := OpenWindow(Path);
   if Wnd = 0 then
     raise Exception.Create('There is no window.');
@@ -226,7 +303,6 @@ end;
 
 begin
   AskForRealPixels;
-  Meter := StrToIntDef(ParamStr(2), 0);
   Frames := StrToIntDef(ParamStr(3), -1);
   Picture := TPicture.Create;
   Engine := CreateQELEngine;
