@@ -46,7 +46,9 @@
     ATTR(ATTR_UPIN, "upin")                                                                        \
     ATTR(ATTR_MTYPE, "mtype")                                                                      \
     ATTR(ATTR_IMIN, "imin")                                                                        \
-    ATTR(ATTR_IMAX, "imax")
+    ATTR(ATTR_IMAX, "imax")                                                                        \
+    ATTR(ATTR_SET, "set")                                                                          \
+    ATTR(ATTR_VALUE, "value")
 
 enum AttrId : int32_t {
 #define QEL_ATTR_NUMBER(nId, pszName) nId,

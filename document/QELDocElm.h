@@ -25,6 +25,14 @@ struct DocContext {
     const CElementTypes* pTypes;
 };
 
+// What a drawing sets of an element that the host drives, as the file spells it.
+struct SetTexts {
+    const char* pszSet = nullptr; // settings; null where there are none
+    const char* pszValue = nullptr;
+
+    [[nodiscard]] bool IsNone() const { return !pszSet && !pszValue; }
+};
+
 // What an element is made with. pPool: what it lies in, null for the heap and for the stack.
 struct DocMaking {
     DocMaking(DocContext* pContextIn, CPool* pPoolIn = nullptr) noexcept
@@ -95,6 +103,8 @@ public:
     {
         return static_cast<CQELDocElm*>(FindHandle(nValue, IsOf, pContext));
     }
+    // They are there as long as the element is, and do not change.
+    [[nodiscard]] virtual SetTexts Set() const { return {}; }
     // Whether there was no memory for what a new element of its class has.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
 

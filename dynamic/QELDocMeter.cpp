@@ -99,6 +99,8 @@ std::span<const AttrRow<CQELDocMeter>> CQELDocMeter::Attrs()
         {{ATTR_FLAG, &g_formHex, 0, INT_MIN, INT_MAX,
           "keep modes; 0x1000000: the whole drawing is drawn anew with every value"},
          &CQELDocMeter::m_nFlags},
+        {SET_INFO, nullptr},
+        {VALUE_INFO, nullptr},
     };
     return rows;
 }
@@ -113,7 +115,7 @@ int CQELDocMeter::TakeFields(const CQELDocMeter& source)
     for (const auto& row : Attrs())
         if (row.pField) this->*row.pField = source.*row.pField;
     std::memcpy(m_nGeometry, source.m_nGeometry, sizeof m_nGeometry);
-    return 1;
+    return m_texts.Take(source.Set(), Pool());
 }
 
 int CQELDocMeter::Clone(CQELDocElm** ppOut) const
@@ -202,6 +204,7 @@ int CQELDocMeter::Load()
     for (const auto& row : Attrs())
         if (row.pField) LoadAttr(this, row, Xml());
     if (const char* pszCrd = GetXmlAttr(Xml(), ATTR_CRD)) ParseGeometry(pszCrd);
+    m_bLacksMemory = !m_texts.Load(Xml(), Pool());
     return 1;
 }
 
@@ -229,9 +232,11 @@ int CQELDocMeter::Save()
             if (IsWritten(row) && !WriteAttr(this, row, Writer())) return 0;
             continue;
         }
+        if (row.nId != ATTR_CRD) continue;
         char szCrd[CRD_TEXT_SIZE];
         WriteAttrText(Writer(), row.nId, szCrd,
                       FormatCrdNumbers(m_nGeometry, CrdFormOf(m_nType).pszLayout, szCrd));
     }
+    m_texts.Save(Writer());
     return 1;
 }

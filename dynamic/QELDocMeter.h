@@ -5,6 +5,7 @@
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
 #include "dynamic/MeterTypes.h"
+#include "dynamic/SetTexts.h"
 
 #include "include/QELEngine.h"
 
@@ -21,6 +22,7 @@ public:
     using Record = QELMETERATTR;
 
     explicit CQELDocMeter(const DocMaking& making) noexcept;
+    ~CQELDocMeter() override { m_texts.Free(Pool()); }
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;
@@ -31,6 +33,8 @@ public:
     int MapRect(const RECT& rcOld, const RECT& rcNew) override;
     int Load() override;
     int Save() override;
+    [[nodiscard]] SetTexts Set() const override { return m_texts.Get(); }
+    [[nodiscard]] bool LacksMemory() const override { return m_bLacksMemory; }
 
     int TakeFields(const CQELDocMeter& source);
 
@@ -42,6 +46,7 @@ private:
     void ParseGeometry(const char* pszCrd);
     [[nodiscard]] bool IsWritten(const AttrRow<CQELDocMeter>& row) const;
 
+    bool m_bLacksMemory = false;
     int32_t m_nId = 0;
     int32_t m_bUseScale = 1;
     int32_t m_bUsePin = 0;
@@ -50,6 +55,7 @@ private:
     int32_t m_nMax = 100;
     int32_t m_nGeometry[METER_WORDS] = {0, 0, 10, 10, 0, 0, 0, 0, 0};
     int32_t m_nFlags = 0;
+    CSetTexts m_texts;
 };
 
 // Whether a meter's record may be taken: its size, and a range from 1 on. The document and the view

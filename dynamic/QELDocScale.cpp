@@ -63,6 +63,8 @@ std::span<const AttrRow<CQELDocScale>> CQELDocScale::Attrs()
          &CQELDocScale::m_nMax},
         {{ATTR_PIN, &g_formScan, 0, 0, 1, "1 draws the pointer"}, &CQELDocScale::m_bPin},
         {{ATTR_CRD, &g_formCrd, 0, 0, 0, "the place; its form goes by the type"}, nullptr},
+        {SET_INFO, nullptr},
+        {VALUE_INFO, nullptr},
     };
     return rows;
 }
@@ -77,7 +79,7 @@ int CQELDocScale::TakeFields(const CQELDocScale& source)
     for (const auto& row : Attrs())
         if (row.pField) this->*row.pField = source.*row.pField;
     std::memcpy(m_nGeometry, source.m_nGeometry, sizeof m_nGeometry);
-    return 1;
+    return m_texts.Take(source.Set(), Pool());
 }
 
 int CQELDocScale::Clone(CQELDocElm** ppOut) const
@@ -161,6 +163,7 @@ int CQELDocScale::Load()
     ParseCrdNumbers(form.pszDefault, form.pszLayout, m_nGeometry);
     if (const char* pszCrd = GetXmlAttr(Xml(), ATTR_CRD))
         ParseCrdNumbers(pszCrd, form.pszLayout, m_nGeometry);
+    m_bLacksMemory = !m_texts.Load(Xml(), Pool());
     return 1;
 }
 
@@ -172,9 +175,11 @@ int CQELDocScale::Save()
             if (!SaveAttr(this, row, Writer())) return 0;
             continue;
         }
+        if (row.nId != ATTR_CRD) continue;
         char szCrd[CRD_TEXT_SIZE];
         WriteAttrText(Writer(), row.nId, szCrd,
                       FormatCrdNumbers(m_nGeometry, CrdFormOf(m_nType).pszLayout, szCrd));
     }
+    m_texts.Save(Writer());
     return 1;
 }

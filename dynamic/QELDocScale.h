@@ -4,6 +4,7 @@
 #include "document/Attributes.h"
 #include "document/Crd.h"
 #include "document/QELDocElm.h"
+#include "dynamic/SetTexts.h"
 
 #include "include/QELEngine.h"
 
@@ -20,6 +21,7 @@ public:
     using Record = QELSCALEATTR;
 
     explicit CQELDocScale(const DocMaking& making) noexcept;
+    ~CQELDocScale() override { m_texts.Free(Pool()); }
 
     int Clone(CQELDocElm** ppOut) const override;
     int GetAttrSize(int* pnSize) const override;
@@ -30,6 +32,8 @@ public:
     int MapRect(const RECT& rcOld, const RECT& rcNew) override;
     int Load() override;
     int Save() override;
+    [[nodiscard]] SetTexts Set() const override { return m_texts.Get(); }
+    [[nodiscard]] bool LacksMemory() const override { return m_bLacksMemory; }
 
     int TakeFields(const CQELDocScale& source);
 
@@ -38,6 +42,7 @@ public:
     static const CrdForm& CrdFormOf(int32_t nType); // of a type from 0 to 5
 
 private:
+    bool m_bLacksMemory = false;
     int32_t m_nId = 0;
     int32_t m_bHide = 0;
     int32_t m_nType = 1; // without an "sctype"; an unknown one is 0
@@ -46,4 +51,5 @@ private:
     int32_t m_nMax = 100;
     int32_t m_bPin = 0;
     int32_t m_nGeometry[SCALE_WORDS] = {0, 0, 10, 10, 0, 0, 0};
+    CSetTexts m_texts;
 };

@@ -60,7 +60,10 @@ int CQELViewMeter::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
     pCopy->m_nValue = m_nValue;
     pCopy->m_fValue = m_fValue;
     pCopy->m_bFloats = m_bFloats;
-    return 1;
+    if (pCopy->m_words.TakeCopy(m_words)) return 1;
+    delete pCopy;
+    *ppOut = nullptr;
+    return 0;
 }
 
 MeterSettings CQELViewMeter::Settings() const
@@ -328,6 +331,7 @@ int CQELViewMeter::SetProperty(uint32_t nSelector, uint32_t nValue)
     Touch();
     m_nProperties[nSelector] = nValue;
     PassToRenderer(*pRow);
+    m_words.NoteHost(nSelector);
     return 1;
 }
 
@@ -345,6 +349,7 @@ int CQELViewMeter::SetBase(float fValue)
     m_fBase = fValue;
     m_nProperties[QEL_SEL_BASE_VALUE] = static_cast<uint32_t>(TruncToInt(fValue));
     PassToRenderer(*FindSelector(QEL_SEL_BASE_VALUE));
+    m_words.NoteHost(QEL_SEL_BASE_VALUE);
     return 1;
 }
 
@@ -373,6 +378,7 @@ int CQELViewMeter::SetValue(uint32_t nPin, uint32_t nValue)
     m_bFloats = false;
     if (nPin == 0) {
         m_nValue = nValue;
+        m_words.NoteHost(QEL_SEL_VALUE);
         return 1;
     }
     m_nPins[nPin - 1] = static_cast<int32_t>(nValue);
@@ -388,6 +394,7 @@ int CQELViewMeter::SetValue(uint32_t nPin, float fValue)
     m_bFloats = true;
     if (nPin == 0) {
         m_fValue = fValue;
+        m_words.NoteHost(QEL_SEL_VALUE);
         return 1;
     }
     m_fPins[nPin - 1] = fValue;
@@ -405,11 +412,13 @@ void CQELViewMeter::ShowNumber(double fNumber)
 {
     m_nValue = static_cast<uint32_t>(TruncToInt(fNumber));
     m_fValue = static_cast<float>(fNumber);
+    m_words.NoteHost(QEL_SEL_VALUE);
     TakeForm();
 }
 
 double CQELViewMeter::ShownNumber() const
 {
+    if (const double* pfOwn = m_words.Value()) return *pfOwn;
     return m_bFloats ? static_cast<double>(m_fValue) : static_cast<int32_t>(m_nValue);
 }
 
@@ -439,13 +448,22 @@ double CQELViewMeter::FullTurn(double* pfLow) const
     return static_cast<int32_t>(m_nProperties[QEL_SEL_MAX]) - *pfLow;
 }
 
-// A setting that is refused as the element is has its default already.
+// Applied as often as the record is set, since what is refused goes by that.
+int CQELViewMeter::TakeSet(const SetTexts& texts)
+{
+    if (!m_words.Take(texts)) return 0;
+    m_words.Apply(*this);
+    return 1;
+}
+
+// A setting that is refused as the element is has no effect on it.
 void CQELViewMeter::ResetValues()
 {
-    for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n)
-        if (m_nProperties[n] != FindSelector(n)->nDefault)
-            SetProperty(n, FindSelector(n)->nDefault);
     Touch();
+    for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n) {
+        const uint32_t nDefault = FindSelector(n)->nDefault;
+        if (m_nProperties[n] != nDefault && !SetProperty(n, nDefault)) m_nProperties[n] = nDefault;
+    }
     m_fBase = 0;
     m_nValue = 0;
     m_fValue = 0;
@@ -453,6 +471,7 @@ void CQELViewMeter::ResetValues()
     std::memset(m_fPins, 0, sizeof m_fPins);
     m_nLastPin = 0;
     m_bFloats = false;
+    m_words.ApplyAll(*this);
 }
 
 int CQELViewMeter::GetValue(uint32_t nPin, uint32_t* pnValue) const

@@ -5,6 +5,7 @@
 
 #include "dynamic/QELViewParam.h"
 #include "dynamic/Selectors.h"
+#include "dynamic/SetWords.h"
 #include "meter/Meter.h"
 #include "render/LiveLayer.h"
 
@@ -97,6 +98,7 @@ public:
     [[nodiscard]] double ShownPin(uint32_t nPin) const override;
     [[nodiscard]] bool CanMove() const override;
     double FullTurn(double* pfLow) const override;
+    int TakeSet(const SetTexts& texts) override;
     void ResetValues() override;
     [[nodiscard]] bool ShowsTime() const override { return m_attr.nType == METER_CLOCK; }
 
@@ -129,6 +131,7 @@ private:
     uint32_t m_clrDraftFore = 0xFFFFFF;
     uint32_t m_clrDraftBack = 0x555555;
 
+    CSetWords m_words;
     uint32_t m_nValue = 0;
     float m_fValue = 0;
     int32_t m_nPins[METER_PINS] = {};

@@ -69,7 +69,10 @@ int CQELViewScale::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
     pCopy->m_clrFore = m_clrFore;
     pCopy->m_clrBack = m_clrBack;
     pCopy->m_nOffset = m_nOffset;
-    return 1;
+    if (pCopy->m_words.TakeCopy(m_words)) return 1;
+    delete pCopy;
+    *ppOut = nullptr;
+    return 0;
 }
 
 bool CQELViewScale::IsRound() const
@@ -299,6 +302,13 @@ int CQELViewScale::Rotate(POINT ptCentre, int32_t nAngle)
 
 int CQELViewScale::SetProperty(uint32_t nSelector, uint32_t nValue)
 {
+    if (!TakeProperty(nSelector, nValue)) return 0;
+    m_words.NoteHost(nSelector);
+    return 1;
+}
+
+int CQELViewScale::TakeProperty(uint32_t nSelector, uint32_t nValue)
+{
     Touch();
     switch (nSelector) {
     case QEL_SEL_PIN_COLOR:
@@ -369,10 +379,12 @@ void CQELViewScale::ShowNumber(double fNumber)
     m_value.nValue = static_cast<uint32_t>(TruncToInt(fNumber));
     m_value.fValue = static_cast<float>(fNumber);
     m_value.bFloat = true;
+    m_words.NoteHost(QEL_SEL_VALUE);
 }
 
 double CQELViewScale::ShownNumber() const
 {
+    if (const double* pfOwn = m_words.Value()) return *pfOwn;
     return m_value.bFloat ? static_cast<double>(m_value.fValue) : m_value.nValue;
 }
 
@@ -384,6 +396,14 @@ double CQELViewScale::FullTurn(double* pfLow) const
     return static_cast<double>(value.nHigh) - value.nLow;
 }
 
+// Applied as often as the record is set, since what is refused or held goes by that.
+int CQELViewScale::TakeSet(const SetTexts& texts)
+{
+    if (!m_words.Take(texts)) return 0;
+    m_words.Apply(*this);
+    return 1;
+}
+
 void CQELViewScale::ResetValues()
 {
     Touch();
@@ -393,6 +413,7 @@ void CQELViewScale::ResetValues()
     m_nDivisions = fresh.m_nDivisions;
     m_nStartCode = fresh.m_nStartCode;
     m_value = fresh.m_value;
+    m_words.ApplyAll(*this);
 }
 
 int CQELViewScale::SetValue(float fValue)
@@ -401,6 +422,7 @@ int CQELViewScale::SetValue(float fValue)
     Touch();
     m_value.fValue = fValue;
     m_value.bFloat = true;
+    m_words.NoteHost(QEL_SEL_VALUE);
     return 1;
 }
 

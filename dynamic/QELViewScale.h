@@ -4,6 +4,7 @@
 
 #include "dynamic/QELViewParam.h"
 #include "dynamic/ScaleGeometry.h"
+#include "dynamic/SetWords.h"
 
 class CQELViewScale final : public CQELViewLeaf<CQELViewScale, CQELViewParam, QEL_TYPE_SCALE> {
 public:
@@ -44,9 +45,11 @@ public:
     [[nodiscard]] double ShownNumber() const override;
     [[nodiscard]] bool CanMove() const override { return true; }
     double FullTurn(double* pfLow) const override;
+    int TakeSet(const SetTexts& texts) override;
     void ResetValues() override;
 
 private:
+    int TakeProperty(uint32_t nSelector, uint32_t nValue);
     void NoteNumbered() const;
     [[nodiscard]] RECT Layout() const; // the rectangle, or the square of the ticks; drawing units
     bool MapLayout(const RECT& rcQel, RECT* prcOut) const; // false for none
@@ -68,6 +71,7 @@ private:
     int32_t m_nDivisions = 10;
     uint32_t m_nStartCode = 0;
     ScaleValue m_value{0, 10, 0, 0, false};
+    CSetWords m_words;
     int32_t m_nDraft = 0;
     uint32_t m_clrFore = 0xFFFFFF;
     uint32_t m_clrBack = 0;

@@ -184,7 +184,8 @@ int CQELEngine::LoadView(CQELDocElm* pElm)
         m_view.Root()->SetName(pElm->Id());
         TakeRefSize();
     }
-    return 1;
+    CHostDriven* pHost = pView->HostSide();
+    return pHost ? pHost->TakeSet(pElm->Set()) : 1;
 }
 
 // The same for one that was changed. It is registered anew, since its id may be another.

@@ -2,6 +2,7 @@
 // attributes with a value of each, the keywords and the marks of the format. fuzz/dictionary.sh
 // puts it in place and tells whether it is current.
 #include "dynamic/Selectors.h"
+#include "dynamic/SetTexts.h"
 #include "engine/ElementTypes.h"
 
 #include <cstdio>
@@ -37,6 +38,8 @@ std::string WithValue(const char* pszName, const AttrForm* pForm)
     if (pForm == &g_formHex) pszValue = "0x3";
     if (pForm == &g_formColor) pszValue = "0xff80 glt";
     if (pForm == &g_formCrd) pszValue = "1 2 30 40";
+    if (pForm == &g_formSettings) pszValue = "max=40 ticks=8 pin-color=0x80";
+    if (pForm == &g_formReal) pszValue = "6.5";
     return std::string(" ") + pszName + "=\"" + pszValue + "\"";
 }
 
@@ -65,6 +68,8 @@ int main()
         Entry(std::string(" ") + pRow->pszName + "=\"");
     Keywords(AttrName(ATTR_MTYPE), g_meterTypeRows);
     Keywords(AttrName(ATTR_SCTYPE), g_scaleTypeRows);
+    for (const SelectorRow* pRow = g_selectorRows; pRow->pszName; ++pRow)
+        Entry(std::string(" ") + pRow->pszName + "=");
     for (const char* psz : {"<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n",
                             "<?xml",
                             "?>",

@@ -7,6 +7,8 @@
 
 #include <cstdint>
 
+struct SetTexts;
+
 constexpr uint32_t METER_PINS = 32; // the ids from 1 on number the pins of the meter with id 0
 
 // The id of the meter that a call with an id reaches: a meter with the id of a pin is hidden by
@@ -61,6 +63,8 @@ public:
     [[nodiscard]] virtual bool CanMove() const { return false; }
     [[nodiscard]] virtual double FullTurn(double*) const { return 0; }
     [[nodiscard]] virtual bool ShowsTime() const { return false; }
+    // What the drawing itself sets, beneath what the host has set. 0 without memory.
+    virtual int TakeSet(const SetTexts&) { return 1; }
     // Settings and values as they were before the host set any.
     virtual void ResetValues() {}
 

@@ -34,6 +34,14 @@ bool HoldsShapes(int32_t nType)
 
 } // namespace
 
+int SetHostSelector(CHostDriven& host, uint32_t nSelector, double fValue)
+{
+    if (nSelector == QEL_SEL_BASE_VALUE) return host.SetBase(static_cast<float>(fValue));
+    fValue = std::trunc(fValue);
+    if (fValue < LEAST_WORD || fValue > MOST_WORD) return 0;
+    return host.SetProperty(nSelector, static_cast<uint32_t>(static_cast<int64_t>(fValue)));
+}
+
 CLiveElement::CLiveElement(CLiveLayer& layer, CQELViewElm& elm) noexcept
     : m_layer(layer), m_elm(elm), m_pHost(elm.HostSide())
 {
@@ -139,10 +147,7 @@ int CLiveElement::SetSelector(uint32_t nSelector, double fValue)
 {
     if (!m_pHost || !m_pHost->KnowsSelector(nSelector) || !std::isfinite(fValue)) return 0;
     if (nSelector == QEL_SEL_VALUE) return SetValue(fValue);
-    if (nSelector == QEL_SEL_BASE_VALUE) return m_pHost->SetBase(static_cast<float>(fValue));
-    fValue = std::trunc(fValue);
-    if (fValue < LEAST_WORD || fValue > MOST_WORD) return 0;
-    return m_pHost->SetProperty(nSelector, static_cast<uint32_t>(static_cast<int64_t>(fValue)));
+    return SetHostSelector(*m_pHost, nSelector, fValue);
 }
 
 int CLiveElement::GetSelector(uint32_t nSelector, double* pfValue) const

@@ -9,6 +9,10 @@
 
 class CHostDriven;
 
+// A setting but the value, by the selector's own rule: the base is a real number, the others are
+// truncated toward zero. 0: not known, or refused.
+int SetHostSelector(CHostDriven& host, uint32_t nSelector, double fValue);
+
 class CLiveElement {
 public:
     CLiveElement(CLiveLayer& layer, CQELViewElm& elm) noexcept;

@@ -69,23 +69,23 @@ TEST(Tags, MakeAnElementOfTheirTypeOrNone)
 TEST(AttributeNames, AreTheNumbersAndNamesOfTheFormat)
 {
     const char* const names[] = {
-        "id",     "type",  "width", "height", "lst_rotate", "style",  "clr",  "lnstyle",
-        "lnwid",  "dr",    "fg",    "bg",     "crd",        "flag",   "d",    "ref",
-        "roll",   "xmove", "ymove", "stx",    "scid",       "hidesc", "min",  "max",
-        "sctype", "pin",   "mtid",  "usc",    "upin",       "mtype",  "imin", "imax"};
+        "id",    "type", "width", "height", "lst_rotate", "style", "clr",    "lnstyle", "lnwid",
+        "dr",    "fg",   "bg",    "crd",    "flag",       "d",     "ref",    "roll",    "xmove",
+        "ymove", "stx",  "scid",  "hidesc", "min",        "max",   "sctype", "pin",     "mtid",
+        "usc",   "upin", "mtype", "imin",   "imax",       "set",   "value"};
     int nCount = 0;
     for (const KeywordRow* p = g_attrNames; p->nId != -1; ++p, ++nCount) {
-        ASSERT_LT(nCount, 32);
+        ASSERT_LT(nCount, 34);
         EXPECT_EQ(nCount, p->nId);
         EXPECT_STREQ(names[nCount], p->pszName);
         EXPECT_STREQ(names[nCount], AttrName(static_cast<AttrId>(nCount)));
         EXPECT_EQ(nCount, LookupKeyword(g_attrNames, names[nCount]));
         EXPECT_STREQ(names[nCount], NameOf(g_attrNames, nCount));
     }
-    EXPECT_EQ(32, nCount);
+    EXPECT_EQ(34, nCount);
     EXPECT_EQ(-1, LookupKeyword(g_attrNames, "ID"));
     EXPECT_EQ(-1, LookupKeyword(g_attrNames, ""));
-    EXPECT_EQ(nullptr, NameOf(g_attrNames, 32));
+    EXPECT_EQ(nullptr, NameOf(g_attrNames, 34));
     EXPECT_EQ(nullptr, NameOf(g_attrNames, -1));
 }
 

@@ -109,6 +109,88 @@ FINDINGS = (  # name, line:column, kind, part of the message, lines of the drawi
      '<meter crd="1 1 9 9" flag="0x9000"><rect crd="1 1 9 9"/></meter>'))
 
 
+def dial(attributes, face=""):
+    return f'<meter {attributes} mtype="round" crd="5 5 5 0 0 9 9">{face}</meter>'
+
+
+SETS = (
+    ("a setting that there is not", "3:19", "error",
+     "set: unknown setting 'tick': it is skipped; did you mean 'ticks'?", dial('set="max=9 tick=3"')),
+    ("a word without a number", "3:19", "error",
+     "set: a word is NAME=NUMBER without blanks; 'loud' is skipped", dial('set="max=9 loud"')),
+    ("a setting without a number", "3:13", "error",
+     "set: max wants a whole number, decimal or 0x hexadecimal, not '': it is skipped", dial('set="max"')),
+    ("the value among the settings", "3:13", "error",
+     'set: the value is an attribute of its own, value="..."; here it is skipped', dial('set="value=3"')),
+    ("a setting twice", "3:19", "warning", "set: max stands here a second time: the first counts",
+     dial('set="max=9 max=8"')),
+    ("a number that is refused", "3:13", "error",
+     "set: ticks takes 1 or more: it is skipped", dial('set="ticks=0"')),
+    ("no colour", "3:13", "error", "set: pin-color wants a colour, 0xBBGGRR, not '#102030': it is skipped",
+     dial('set="pin-color=#102030"')),
+    ("more than a colour", "3:13", "error", "set: pin-color wants a colour, 0xBBGGRR, not '0x1000000'",
+     dial('set="pin-color=0x1000000"')),
+    ("no number", "3:13", "error", "set: base wants a number, not '1e3': it is skipped", dial('set="base=1e3"')),
+    ("more than 32 bits", "3:13", "error", "set: max: the number '4294967296' does not fit 32 bits: it is skipped",
+     dial('set="max=4294967296"')),
+    ("a limit above what is signed", "3:13", "error",
+     "set: max is out of range, -2147483648 to 2147483647: '4294967295'", dial('set="max=4294967295"')),
+    ("a part of a number", "3:13", "warning",
+     "set: max takes whole numbers: what stands behind the point is dropped", dial('set="max=9.5"')),
+    ("a switch", "3:13", "error", "set: alarm is out of range, 0 to 1: '2'", dial('set="alarm=2"')),
+    ("a style", "3:28", "error", "set: pin-style is out of range, 0 to 4: '5'",
+     '<meter mtype="clock" set=" pin-style=5" upin="1" crd="5 5 5 0 0 9 9"/>'),
+    ("a full circle", "3:13", "error", "set: full-circle takes 0 or 1: it is skipped", dial('set="full-circle=2"')),
+    ("no scale", "3:21", "error", "set: the meter has no scale to show (usc is 0): it is skipped",
+     dial('usc="0" set="scale=0"')),
+    ("no pointer", "3:13", "error", "set: the meter has no pointer to show (upin is not 1): it is skipped",
+     dial('set="pin=0"')),
+    ("not of a meter", "3:13", "error", "set: a meter does not know 'start-code': it is skipped",
+     dial('set="start-code=0"')),
+    ("not of a scale", "3:13", "error", "set: a scale does not know 'alarm': it is skipped",
+     '<scale set="alarm=1" crd="1 1 9 9"/>'),
+    ("not of a type of meter", "3:13", "warning", "set: a meter of type round does not follow 'sectors'",
+     dial('set="sectors=3"')),
+    ("a face colour without a face", "3:13", "warning", "set: a meter of type sector does not follow 'face-color'",
+     '<meter set="face-color=3" mtype="sector" crd="5 5 5 0 0 9 9"/>'),
+    ("not of a type of scale", "3:13", "warning", "set: a scale of type vrtright does not follow 'start-code'",
+     '<scale set="start-code=1" crd="1 1 9 9"/>'),
+    ("a negative end of a scale", "3:13", "error", "set: max is out of range, 0 to 4294967295: '-1'",
+     '<scale set="max=-1" crd="1 1 9 9"/>'),
+    ("spelled in another way than it is read", "3:13", "error", "set: unknown setting 'b&c'",
+     dial('set="max=9 b&amp;c=1"')),
+    ("a value that is no number", "3:15", "error", "value wants a number, not '7 8': it is ignored",
+     dial('value="7 8" upin="1"')),
+    ("a value of a clock", "3:15", "warning", "value: a clock shows the time and no value",
+     '<meter value="7" mtype="clock" crd="5 5 5 0 0 9 9"/>'),
+    ("a value of shares", "3:15", "warning",
+     "value: a meter of type sector shows the values of its sectors alone",
+     '<meter value="7" mtype="sector" crd="5 5 5 0 0 9 9"/>'),
+    ("a value without a pointer", "3:15", "warning", "value: no pointer (upin is 0) shows it", dial('value="7"')),
+    ("a value without pointer and read-out", "3:15", "warning",
+     "value: neither a pointer (upin is 0) nor a read-out (set) shows it",
+     '<meter value="7" mtype="roundUpgrade" crd="5 5 5 0 0 9 9"/>'),
+    ("a value without fill and pointer", "3:15", "warning",
+     "value: the scale has neither a fill (style) nor a pointer (pin) that shows it",
+     '<scale value="7" sctype="round" style="0x0" crd="5 5 5 3 2"/>'),
+    ("a setting of a shape", "3:7", "warning", "attribute 'set' has no meaning on <rect>",
+     '<rect set="max=9" crd="1 1 9 9"/>'))
+FINDINGS += SETS
+
+
+@pytest.mark.parametrize("line", rows(
+    ("all that a dial follows", dial('upin="1" usc="1" set="max=100 min=-5 base=-2.5 ticks=20 alarm=1 pin=0 scale=1 '
+                                     'full-circle=0 pin-color=0x800000ff high-color=255" value="-6.5"')),
+    ("a read-out", '<meter set="read-out=1" value="7" mtype="roundUpgrade" crd="5 5 5 0 0 9 9"/>'),
+    ("a face without a setting of its own", '<meter set="face-color=3 sectors=3" mtype="sector" crd="5 5 5 0 0 9 9">'
+                                            '<rect crd="1 1 9 9"/></meter>'),
+    ("a scale", '<scale sctype="round" set="start-code=7 max=4294967295 ticks=5" value="0x10" crd="5 5 5 3 2"/>')))
+def test_settings_that_are_right_are_passed(tool, line):
+    tool.drawing("f.qel", line)
+    result = tool.run("check", "f.qel")
+    assert (result.status, result.out) == (0, "")
+
+
 @pytest.mark.parametrize("at, kind, part, lines", rows(*((*row[:4], row[4:]) for row in FINDINGS)))
 def test_check_finds(tool, at, kind, part, lines):
     tool.drawing("f.qel", *lines)

@@ -32,8 +32,10 @@ void PrintDefault(const AttrInfo& info)
 {
     char szValue[ATTR_TEXT_SIZE] = "";
     if (info.pForm->pfnFormat) info.pForm->pfnFormat(info.nDefault, szValue, sizeof szValue);
-    if (info.pszWrittenWhen)
+    if (info.pszWrittenWhen && *szValue)
         std::printf("| `%s` | %s |", szValue, info.pszWrittenWhen);
+    else if (info.pszWrittenWhen)
+        std::printf("| none | %s |", info.pszWrittenWhen);
     else if (*szValue)
         std::printf("| `%s` | not `%s` |", szValue, szValue);
     else if (info.nId == ATTR_CRD)

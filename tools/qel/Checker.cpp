@@ -13,6 +13,7 @@
 #include "tools/qel/CostRules.h"
 #include "tools/qel/Hint.h"
 #include "tools/qel/LiveRules.h"
+#include "tools/qel/SetRules.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -171,7 +172,9 @@ private:
     void CheckTree();
     bool CheckNode(XmlNode* pNode); // false: it is skipped with all that is in it
     void CheckAttrs(const XmlNode& node, const ElementType& row, const CQELDocElm& elm);
-    void CheckAttr(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm);
+    void CheckAttr(const XmlNode& node, const XmlAttr& attr, const ElementType& row,
+                   const CQELDocElm& elm);
+    void CheckSet(const XmlAttr& attr, const std::vector<SetFinding>& findings);
     void CheckValue(const XmlAttr& attr, const AttrInfo& info);
     void CheckCrd(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm);
     void CheckFixedCrd(const XmlAttr& attr, const CrdForm& form, const Numbers& numbers,
@@ -292,13 +295,14 @@ bool CChecker::CheckNode(XmlNode* pNode)
 void CChecker::CheckAttrs(const XmlNode& node, const ElementType& row, const CQELDocElm& elm)
 {
     for (const XmlAttr* p = node.pAttrs ? node.pAttrs->pHead : nullptr; p; p = p->pNext)
-        CheckAttr(*p, row, elm);
+        CheckAttr(node, *p, row, elm);
     const CrdForm* pForm = CrdFormOf(elm);
     if (pForm && !AttrOf(node, ATTR_CRD) && &node != m_pUnfinished)
         Warn(node.nOffset, std::string("no crd: the element has ") + pForm->pszDefault);
 }
 
-void CChecker::CheckAttr(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm)
+void CChecker::CheckAttr(const XmlNode& node, const XmlAttr& attr, const ElementType& row,
+                         const CQELDocElm& elm)
 {
     const int32_t nId = LookupKeyword(g_attrNames, attr.pszName);
     if (nId == KEYWORD_NONE) {
@@ -328,6 +332,10 @@ void CChecker::CheckAttr(const XmlAttr& attr, const ElementType& row, const CQEL
     }
     if (nId == ATTR_CRD)
         CheckCrd(attr, row, elm);
+    else if (nId == ATTR_SET)
+        CheckSet(attr, SetFindings(attr.pszValue, elm, HasFigure(node), Quoted));
+    else if (nId == ATTR_VALUE)
+        CheckSet(attr, ValueFindings(attr.pszValue, elm, Quoted));
     else
         CheckValue(attr, *wanted.pInfo);
     if (nId == ATTR_FLAG) CheckFlags(attr, row);
@@ -367,6 +375,17 @@ void CChecker::CheckValue(const XmlAttr& attr, const AttrInfo& info)
                   std::string(attr.pszName) + " is out of range, " + std::to_string(info.nMin) +
                       (info.nMax == INT32_MAX ? " or more" : " to " + std::to_string(info.nMax)) +
                       ": " + Quoted(attr.pszValue)));
+}
+
+// A word has its own place, but where the file spells the text in another way than it is read.
+void CChecker::CheckSet(const XmlAttr& attr, const std::vector<SetFinding>& findings)
+{
+    const std::string_view text = attr.pszValue;
+    const bool bAsItStands = m_pBytes->compare(attr.nValueOffset, text.size(), text) == 0;
+    for (const SetFinding& finding : findings) {
+        const auto nInText = static_cast<std::size_t>(finding.pszAt - attr.pszValue);
+        Add(attr.nValueOffset + (bAsItStands ? nInText : 0), finding.bError, finding.text);
+    }
 }
 
 void CChecker::CheckCrd(const XmlAttr& attr, const ElementType& row, const CQELDocElm& elm)

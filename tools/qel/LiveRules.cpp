@@ -76,6 +76,8 @@ std::string WhyScaleIsNotDrawn(const QELSCALEATTR& attr)
     return n[0] == n[2] || n[1] == n[3] ? "the rectangle is empty: nothing is drawn" : "";
 }
 
+} // namespace
+
 // Elements nest at most 512 levels deep, so the walk may recurse.
 bool HasFigure(const XmlNode& node)
 {
@@ -87,8 +89,6 @@ bool HasFigure(const XmlNode& node)
     }
     return false;
 }
-
-} // namespace
 
 const CrdForm& LiveCrdForm(const CQELDocElm& elm)
 {

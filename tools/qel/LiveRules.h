@@ -20,6 +20,9 @@ std::size_t NeededNumbers(const CQELDocElm& elm, const CrdForm& form);
 // is.
 std::string WhyLiveIsNotDrawn(const CQELDocElm& elm);
 
+// Whether there is a figure in an element that a bar can be painted in.
+bool HasFigure(const XmlNode& node);
+
 // Whether it is a meter that paints its value within the figures in it, and the element of the file
 // has none.
 bool LacksFace(const CQELDocElm& elm, const XmlNode& node);
