@@ -5,7 +5,7 @@
 #include "dynamic/QELViewMeter.h"
 #include "dynamic/QELViewScale.h"
 #include "dynamic/QELViewStatus.h"
-#include "engine/Places.h"
+#include "render/PaintedPlace.h"
 #include "tests/support/ShownSupport.h"
 
 #include <cmath>
