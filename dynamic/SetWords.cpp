@@ -6,6 +6,7 @@
 #include "render/HostDriven.h"
 #include "render/LiveElement.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -54,6 +55,13 @@ private:
     uint64_t m_nDigits = 0;
     int m_nExponent = 0;
 };
+
+// A part of a text by its ends: what std::string_view has for that may throw, for which the library
+// would bring its exceptions along.
+std::string_view Between(const char* pBegin, const char* pEnd)
+{
+    return {pBegin, static_cast<std::size_t>(pEnd - pBegin)};
+}
 
 bool ReadHex(std::string_view digits, double* pfOut)
 {
@@ -151,12 +159,11 @@ bool NextSetWord(const char** ppText, SetWordText* pOut)
     SkipTextSpace(ppText);
     const char* pStart = *ppText;
     while (**ppText && !IsTextSpace(**ppText)) ++*ppText;
-    const std::string_view word(pStart, static_cast<std::size_t>(*ppText - pStart));
-    const std::size_t nName = word.find('=');
-    pOut->bHasNumber = nName != std::string_view::npos;
-    pOut->name = word.substr(0, nName);
-    pOut->number = word.substr(pOut->bHasNumber ? nName + 1 : word.size());
-    return !word.empty();
+    const char* pNameEnd = std::find(pStart, *ppText, '=');
+    pOut->bHasNumber = pNameEnd != *ppText;
+    pOut->name = Between(pStart, pNameEnd);
+    pOut->number = Between(pOut->bHasNumber ? pNameEnd + 1 : *ppText, *ppText);
+    return *ppText != pStart;
 }
 
 int32_t SelectorOfName(std::string_view name)
@@ -168,7 +175,10 @@ int32_t SelectorOfName(std::string_view name)
 
 bool ReadSetNumber(std::string_view text, double* pfOut)
 {
-    if (text.starts_with("0x") || text.starts_with("0X")) return ReadHex(text.substr(2), pfOut);
+    if (text.starts_with("0x") || text.starts_with("0X")) {
+        text.remove_prefix(2);
+        return ReadHex(text, pfOut);
+    }
     const bool bMinus = text.starts_with('-');
     if (bMinus || text.starts_with('+')) text.remove_prefix(1);
     double fNumber = 0;
