@@ -98,7 +98,7 @@ CGifMovie Play(const CScene& scene, const CLiveOptions& live, const Pace& pace)
     CProgress progress(pace.nFrames);
     for (int n = 0; n < pace.nFrames; ++n) {
         progress.Tell(n + 1);
-        live.ApplyRanges(scene.Drawing(), n, pace.nFrames);
+        live.ApplyFrame(scene.Drawing(), n, pace.nFrames);
         const bool bDrawn = n ? scene.PaintMoving(canvas.Dc()) : scene.Paint(canvas.Dc());
         if (!bDrawn) throw CTrouble(NOT_DRAWN);
         ::GdiFlush();
