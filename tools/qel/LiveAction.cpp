@@ -3,7 +3,6 @@
 
 #include "tools/qel/Command.h"
 #include "tools/qel/Hint.h"
-#include "tools/qel/HostElements.h"
 #include "tools/qel/Text.h"
 #include "tools/qel/Unheard.h"
 
@@ -97,13 +96,12 @@ std::string WhyIdRefused(const HostElements& elements, const LiveAction& action)
     }
 }
 
-[[noreturn]] void Refuse(const CDrawing& drawing, const LiveAction& action)
+[[noreturn]] void Refuse(const HostElements& elements, const LiveAction& action)
 {
     if (action.kind == LiveAction::Kind::Param)
         throw CTrouble(action.option + ": a hatch style is 0 to 37");
     if (action.kind == LiveAction::Kind::Status)
         throw CTrouble(action.option + ": the drawing has no status element");
-    const HostElements elements = FindHostElements(drawing);
     throw CTrouble(
         action.option + ": " +
         (action.IsById() ? WhyIdRefused(elements, action) : WhySelectorRefused(elements, action)));
@@ -159,16 +157,15 @@ void ReadTarget(const std::string& text, LiveAction* pAction)
 void SetLive(const CDrawing& drawing, const LiveAction& action, const LiveNumber& value)
 {
     const auto pfnSet = action.IsById() ? SetById : SetByNumber;
-    if (!pfnSet(drawing.Engine(), action, value)) Refuse(drawing, action);
+    if (!pfnSet(drawing.Engine(), action, value)) Refuse(FindHostElements(drawing), action);
 }
 
-void RequireTarget(const CDrawing& drawing, const LiveAction& action)
+void RequireTarget(const HostElements& elements, const LiveAction& action)
 {
-    const HostElements elements = FindHostElements(drawing);
     const bool bThere =
         action.IsById() ? elements.IsBorne(action.id)
                         : elements.ids.HasScale(action.nId) || elements.ids.HasMeter(action.nId);
-    if (!bThere) Refuse(drawing, action);
+    if (!bThere) Refuse(elements, action);
 }
 
 } // namespace qel

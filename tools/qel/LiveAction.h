@@ -2,7 +2,7 @@
 // for. It is handed to the engine, or refused with the reason.
 #pragma once
 
-#include "tools/qel/Drawing.h"
+#include "tools/qel/HostElements.h"
 #include "tools/qel/LiveNumber.h"
 
 #include <string>
@@ -36,6 +36,6 @@ void ReadTarget(const std::string& text, LiveAction* pAction);
 void SetLive(const CDrawing& drawing, const LiveAction& action, const LiveNumber& value);
 
 // CTrouble when nothing answers to what a value is for.
-void RequireTarget(const CDrawing& drawing, const LiveAction& action);
+void RequireTarget(const HostElements& elements, const LiveAction& action);
 
 } // namespace qel

@@ -7,6 +7,7 @@
 #include "tools/qel/Text.h"
 #include "tools/qel/Unheard.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <utility>
 
@@ -150,11 +151,19 @@ constexpr SettingRow<CLiveOptions> g_rows[] = {
     {{MANY, "--param", "I=V", HOST_GROUP,
       "host parameter 0 (colour), 1 (hatch, 0 to 37), 2 or 3 (its colours)"},
      [](const GivenOption& given, CLiveOptions* pLive) { pLive->Add(ReadParam(given.value)); }},
-    {{MANY, "--status", "N", HOST_GROUP, "the status number; -1 shows all status elements"},
+    {{MANY, "--status", "N", HOST_GROUP,
+      "the status number; -1 shows all status elements. With 'qel animate' N may be FROM..TO"},
      [](const GivenOption& given, CLiveOptions* pLive) { pLive->AddStatus(given.value); }},
     {{OptionRow::Takes::Value, "--time", "HH:MM:SS", HOST_GROUP,
-      "the time that clocks show, instead of the present one; once"},
-     [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetTime(given.value); }}};
+      "the time that clocks show, instead of the present one; once. With 'qel animate' the time of "
+      "the first frame, from which clocks go on as long as each frame shows, or FROM..TO, over "
+      "midnight when TO is the earlier one"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetTime(given.value); }},
+    {{OptionRow::Takes::Value, "--data", "FILE.csv", HOST_GROUP,
+      "values from a table: a column a value, a row a frame of 'qel animate'; 'qel render' shows "
+      "one --row. The first row names what stands before = in --value; an empty cell leaves the "
+      "value as it was"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetTable(given.value); }}};
 
 } // namespace
 
@@ -193,8 +202,17 @@ bool ReadColor(const std::string& text, COLORREF* pClr)
 void CLiveOptions::SetTime(const std::wstring& text)
 {
     if (m_time) throw CTrouble("--time is given twice");
-    m_time = ReadTime(text);
+    const std::size_t nDots = text.find(L"..");
+    const bool bRange = m_bRanges && nDots != std::wstring::npos;
+    m_time = ReadTime(bRange ? text.substr(0, nDots) : text);
+    if (bRange) m_lastTime = ReadTime(text.substr(nDots + 2));
     m_timeOption = "--time " + ToUtf8(text);
+}
+
+void CLiveOptions::SetTable(const std::wstring& path)
+{
+    if (m_table) throw CTrouble("--data is given twice");
+    m_table.emplace(path);
 }
 
 void CLiveOptions::AddRows(OptionRows* pRows)
@@ -209,24 +227,36 @@ bool CLiveOptions::Take(const GivenOption& given)
 
 std::vector<std::string> CLiveOptions::Unheard(const CDrawing& drawing) const
 {
-    if (m_actions.empty() && m_ranges.empty() && !m_time) return {};
+    if (m_actions.empty() && m_ranges.empty() && !m_time && !m_table) return {};
     CUnheard unheard(drawing);
     for (const LiveAction& action : m_actions) unheard.NoteText(action);
     for (const LiveAction& action : m_actions) unheard.Add(action);
     for (const LiveAction& action : m_ranges) unheard.Add(action);
+    if (m_table)
+        for (const LiveAction& action : m_table->Columns()) unheard.Add(action);
     if (m_time) unheard.AddTime(m_timeOption);
     return unheard.Texts();
+}
+
+bool CLiveOptions::MovesNumbersAlone() const
+{
+    return !m_table && std::none_of(m_ranges.begin(), m_ranges.end(), [](const LiveAction& a) {
+        return a.IsById() || a.kind == LiveAction::Kind::Status;
+    });
 }
 
 void CLiveOptions::Apply(const CDrawing& drawing) const
 {
     for (const LiveAction& action : m_actions) SetLive(drawing, action, action.value);
+    if (m_table) m_table->RequireTargets(drawing);
+    for (int n = 0; n < m_nRow; ++n) m_table->SetRow(drawing, n);
 }
 
 void CLiveOptions::ApplyFrame(const CDrawing& drawing, int nFrame, int nFrames) const
 {
     for (const LiveAction& action : m_ranges)
         SetLive(drawing, action, action.InFrame(nFrame, nFrames));
+    if (m_table) m_table->SetRow(drawing, nFrame);
 }
 
 } // namespace qel
