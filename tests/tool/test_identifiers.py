@@ -43,20 +43,23 @@ def test_an_identifier_in_other_letters_is_found(tool):
     assert tool.pixels(tool.shot(drawing, "--value 水位=5"), (19, 18), (20, 18)) == ["ffffff", BACKGROUND]
 
 
+RANGE = "--size 80x60 --set {0}.max=20 --set {0}.scale-end=20 "
+
+
 def test_a_meter_that_no_number_reaches_is_set_by_identifier(tool):
-    lines = [DIAL.format("first", 40), DIAL.format("second", 40)]
-    tool.drawing("two.qel", *lines)
-    tool.drawing("one.qel", lines[0].replace("40", "0"), lines[1])
-    options = "--size 80x60 --set second.max=20 --value second=13"
-    assert tool.draw("a.bmp", "two.qel", options)
-    assert tool.image("a.bmp").tobytes() != tool.image(tool.draw("b.bmp", "two.qel", "--size 80x60")).tobytes()
+    drawing = tool.drawing("two.qel", DIAL.format("first", 40), DIAL.format("second", 40))
+    low, high = (tool.image(tool.draw("a.bmp", drawing, RANGE.format("second") + f"--value second={value}"))
+                 for value in (3, 13))
+    assert low.tobytes() != high.tobytes()
 
 
 def test_the_dial_of_an_identifier_is_that_of_the_number_0(tool):
     drawing = tool.drawing("dial.qel", DIAL.format("dial", 0))
-    by_number = tool.image(tool.draw("a.bmp", drawing, "--size 80x60 --set 0.max=20 --value 0=7.5"))
-    by_id = tool.image(tool.draw("b.bmp", drawing, "--size 80x60 --set dial.max=20 --value dial=7.5"))
-    assert by_id.tobytes() == by_number.tobytes()
+    by_number, by_id, other = (
+        tool.image(tool.draw("a.bmp", drawing, RANGE.format(name) + f"--value {name}={value}")).tobytes()
+        for name, value in (("0", 7.5), ("dial", 7.5), ("dial", 12.5)))
+    assert by_id == by_number
+    assert by_id != other
 
 
 @pytest.mark.parametrize("color, value", rows(("its own number", "ff0000", "3"), ("another number", BACKGROUND, "2"),
