@@ -198,7 +198,6 @@ def drawings(tool, panel):
      "animate panel.qel no.gif no2.gif --value 7=0..1"),
     ("a picture of another kind", "'no.png' needs the extension .gif",
      "animate panel.qel no.png --value 7=0..1"),
-    ("nothing that moves", "animate wants a value that moves", "animate panel.qel no.gif --value 7=5"),
     ("animate: an unknown option", "unknown option '--speed'",
      "animate panel.qel no.gif --value 7=0..1 --speed 3"),
     ("render has no --frames", "unknown option '--frames'", "render panel.qel no.png --frames 5"),

@@ -44,6 +44,7 @@ def test_info_tells_the_size_what_can_be_set_and_the_tree(told):
     assert told["tree",].out == """\
 size 40 x 30, kind 0
 the host can set (mask 0x2081): parameter 0, the frame colour; parameters 1 to 3, the hatch and its colours; texts
+identifier "pump", g: colours, quality
 qel  0,0..40,20
   g "pump"  15,10..25,20
     circle  15,10..25,20
@@ -54,6 +55,8 @@ def test_names_are_printed_in_utf_8_and_quoted(told):
     assert told["cn",].out == """\
 size 50 x 50, kind 2, name "水厂"
 the host can set (mask 0x2000): texts
+identifier "水厂", qel: colours, quality
+identifier "a\\"b", text: text, colours, quality
 qel "水厂"  0,0..9,9
   text "a\\"b"  0,0..9,9"""
 
@@ -88,7 +91,7 @@ def test_json_is_indented(told):
 
 def test_json_begins_with_the_drawing_and_ends_with_the_tree(parsed):
     assert list(parsed["tree"]) == ["width", "height", "kind", "name", "paramsMask", "params", "statusNumbers",
-                                    "meters", "scales", "root"]
+                                    "meters", "scales", "identifiers", "root"]
 
 
 @pytest.mark.parametrize("name, path, value", rows(

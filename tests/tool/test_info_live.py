@@ -172,3 +172,57 @@ def test_json_lists_the_selectors_that_a_type_of_meter_follows(tool, number, nam
     tool.drawing("one.qel", f'<meter mtype="{name}" crd="20 15 10 5 5 35 25 0 90"/>')
     meter = json.loads(tool.run("info", "one.qel", "--json").out)["meters"][0]
     assert [row["selector"] for row in meter["settings"]] == [n for n in range(34) if number in FOLLOWED.get(n, ALL)]
+
+
+# ---- identifiers
+
+NAMED = ('<meter id="dial" mtid="40" mtype="round" upin="1" crd="20 15 10 5 5 35 25"/>',
+         '<g id="all"><rect id="box" crd="1 1 9 9"/></g>', '<g id="none"/>', '<status id="lamp" stx="2"><rect crd="1 1 9 9"/></status>',
+         '<text id="temp" crd="1 1 9 9">##.# C</text>', '<text id="box" crd="1 1 9 9">a</text>',
+         '<scale id="level" scid="7" crd="1 1 9 9"/>', '<meter id="clock" mtype="clock" crd="9 9 8 1 1 17 17"/>',
+         '<meter id="shares" mtype="sector" crd="9 9 8 1 1 17 17"/>', '<drawrgn id="trend" crd="1 1 9 9"/>')
+
+
+@pytest.fixture(scope="module")
+def named(studio):
+    studio.drawing("named.qel", *NAMED)
+    return studio
+
+
+@pytest.mark.parametrize("line", (
+    "identifier \"dial\", meter round: value, selectors, quality", 'identifier "all", g: colours, quality',
+    'identifier "box", rect, text: text, colours, quality', 'identifier "none", g: quality',
+    'identifier "lamp", status: value, colours, quality', 'identifier "temp", text: value, text, colours, quality',
+    'identifier "level", scale vrtright: value, selectors, quality',
+    'identifier "clock", meter clock: selectors, quality', 'identifier "shares", meter sector: pins, selectors, quality',
+    'identifier "trend", drawrgn: quality'))
+def test_info_tells_what_an_identifier_takes(named, line):
+    assert line in named.run("info", "named.qel").out.split("\n")
+
+
+def test_identifiers_come_once_in_the_order_of_the_drawing(named):
+    lines = re.findall(r'^identifier "([^"]*)"', named.run("info", "named.qel").out, re.M)
+    assert lines == ["dial", "all", "box", "none", "lamp", "temp", "level", "clock", "shares", "trend"]
+
+
+def test_the_selectors_of_an_identifier_stand_below_it(named):
+    words = named.run("info", "named.qel").out
+    assert ('identifier "level", scale vrtright: value, selectors, quality\n'
+            "    pin-color, scale-color, ticks, max, min\n") in words
+
+
+def test_json_tells_of_identifiers(named):
+    listed = {each["id"]: each for each in json.loads(named.run("info", "named.qel", "--json").out)["identifiers"]}
+    assert listed["box"] == {"id": "box", "types": ["rect", "text"], "takes": ["text", "colors", "visibility", "quality"],
+                             "selectors": []}
+    assert listed["level"]["selectors"] == ["pin-color", "scale-color", "ticks", "max", "min"]
+
+
+# What is told is what the program takes by the identifier, and nothing else.
+@pytest.mark.parametrize("what, option", (("value", "--value {}=1"), ("text", "--text {}=1"),
+                                          ("selectors", "--set {}.max=1"), ("quality", "--quality {}=1")))
+@pytest.mark.parametrize("name", ("dial", "all", "box", "lamp", "temp", "level", "trend"))
+def test_what_is_told_of_an_identifier_is_what_render_takes(named, name, what, option):
+    takes = {each["id"]: each["takes"] for each in json.loads(named.run("info", "named.qel", "--json").out)["identifiers"]}
+    result = named.line("render named.qel a.bmp --size 40x30 " + option.format(name))
+    assert (result == (0, "", "")) == (what in takes[name])

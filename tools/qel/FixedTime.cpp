@@ -10,22 +10,33 @@ namespace qel {
 
 namespace {
 
-SYSTEMTIME g_time;
+constexpr int MINUTES = 60; // of an hour, and the seconds of a minute
+constexpr int DAY = 24 * MINUTES * MINUTES;
 
-void WINAPI GiveFixedTime(SYSTEMTIME* pTime)
+SYSTEMTIME g_local;
+SYSTEMTIME g_universal;
+
+void WINAPI GiveLocalTime(SYSTEMTIME* pTime)
 {
-    *pTime = g_time;
+    *pTime = g_local;
+}
+
+void WINAPI GiveUniversalTime(SYSTEMTIME* pTime)
+{
+    *pTime = g_universal;
 }
 
 using TimeFunction = void(WINAPI*)(SYSTEMTIME*);
 
 struct Exchange {
     const char* pszName;
+    TimeFunction pfnGive;
     ULONG_PTR* pEntry;
     ULONG_PTR nOriginal;
 };
 
-Exchange g_exchanges[] = {{"GetLocalTime", nullptr, 0}, {"GetSystemTime", nullptr, 0}};
+Exchange g_exchanges[] = {{"GetLocalTime", GiveLocalTime, nullptr, 0},
+                          {"GetSystemTime", GiveUniversalTime, nullptr, 0}};
 
 void Restore()
 {
@@ -40,11 +51,15 @@ bool Install(HMODULE hModule, Exchange* pExchange)
     ULONG_PTR* pEntry = FindImport(hModule, pExchange->pszName);
     if (!pEntry) return false;
     const ULONG_PTR nOriginal = *pEntry;
-    const TimeFunction pfnGive = GiveFixedTime;
-    if (!SetImport(pEntry, reinterpret_cast<ULONG_PTR>(pfnGive))) return false;
+    if (!SetImport(pEntry, reinterpret_cast<ULONG_PTR>(pExchange->pfnGive))) return false;
     pExchange->pEntry = pEntry;
     pExchange->nOriginal = nOriginal;
     return true;
+}
+
+int SecondOfDay(const SYSTEMTIME& time)
+{
+    return (time.wHour * MINUTES + time.wMinute) * MINUTES + time.wSecond;
 }
 
 // Two digits at a place, below a limit; -1 for anything else.
@@ -82,13 +97,28 @@ SYSTEMTIME ReadTime(const std::wstring& text)
     throw CTrouble("--time wants HH:MM:SS, 00:00:00 to 23:59:59, not '" + ToUtf8(text) + "'");
 }
 
-CFixedTime::CFixedTime(const SYSTEMTIME* pTime)
+SYSTEMTIME LaterTime(const SYSTEMTIME& time, int nSeconds)
 {
-    if (!pTime) return;
-    g_time = *pTime;
+    const int nSecond = (SecondOfDay(time) + nSeconds) % DAY;
+    SYSTEMTIME later = time;
+    later.wHour = static_cast<WORD>(nSecond / (MINUTES * MINUTES));
+    later.wMinute = static_cast<WORD>(nSecond / MINUTES % MINUTES);
+    later.wSecond = static_cast<WORD>(nSecond % MINUTES);
+    return later;
+}
+
+int SecondsBetween(const SYSTEMTIME& first, const SYSTEMTIME& last)
+{
+    return (SecondOfDay(last) - SecondOfDay(first) + DAY) % DAY;
+}
+
+void CFixedTime::Set(const SYSTEMTIME& local, const SYSTEMTIME& universal) const
+{
+    g_local = local;
+    g_universal = universal;
     const HMODULE hModule = ::GetModuleHandleW(L"QELEngine.dll");
     for (Exchange& exchange : g_exchanges) {
-        if (hModule && Install(hModule, &exchange)) continue;
+        if (exchange.pEntry || (hModule && Install(hModule, &exchange))) continue;
         Restore();
         throw CTrouble("--time: this engine takes its time in another way; it cannot be fixed");
     }

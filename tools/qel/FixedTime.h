@@ -11,13 +11,21 @@ namespace qel {
 // Of "HH:MM:SS"; CTrouble for anything else.
 SYSTEMTIME ReadTime(const std::wstring& text);
 
-// While it lives, the engine is told that time, as local and as universal time alike.
+// The time of a clock that is set by hand, with the number of seconds added.
+SYSTEMTIME LaterTime(const SYSTEMTIME& time, int nSeconds);
+
+// How long it takes from one time of day to another, over midnight when that is the earlier one.
+int SecondsBetween(const SYSTEMTIME& first, const SYSTEMTIME& last);
+
+// From the first Set on and while it lives, the engine is told the times that were set last.
 class CFixedTime {
 public:
-    explicit CFixedTime(const SYSTEMTIME* pTime); // null: the system's time
+    CFixedTime() = default;
     ~CFixedTime();
     CFixedTime(const CFixedTime&) = delete;
     CFixedTime& operator=(const CFixedTime&) = delete;
+
+    void Set(const SYSTEMTIME& local, const SYSTEMTIME& universal) const;
 };
 
 } // namespace qel

@@ -2,6 +2,9 @@
 
 #include "document/ShapeForms.h"
 #include "dynamic/QELDocScale.h"
+#include "tools/qel/Text.h"
+
+#include <algorithm>
 
 namespace qel {
 
@@ -17,9 +20,14 @@ bool HasFace(HQELENGINE hEngine, HQELELEM hElem)
     return false;
 }
 
-void AddMeter(const QELMETERATTR& attr, bool bFace, HostElements* pFound)
+std::string IdOf(HQELENGINE hEngine, HQELELEM hElem)
 {
-    HostMeter meter{attr, HostReach::Reached, bFace, !HasRange(attr)};
+    return AnsiToUtf8(QELGetElemId(hEngine, hElem));
+}
+
+void AddMeter(const QELMETERATTR& attr, bool bFace, const std::string& id, HostElements* pFound)
+{
+    HostMeter meter{attr, HostReach::Reached, bFace, !HasRange(attr), id};
     if (meter.bRefused) {
         meter.attr = {};
         meter.attr.bUseScale = 1;
@@ -68,7 +76,7 @@ void Add(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
     case QEL_TYPE_METER: {
         QELMETERATTR attr{};
         if (!QELGetElemAttr(hEngine, hElem, &attr, nullptr)) break;
-        AddMeter(attr, HasFace(hEngine, hElem), pFound);
+        AddMeter(attr, HasFace(hEngine, hElem), IdOf(hEngine, hElem), pFound);
         pFound->bDraftFollowed |= HasDraft(pFound->meters.back());
         break;
     }
@@ -76,6 +84,7 @@ void Add(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
         HostScale scale{};
         if (!QELGetElemAttr(hEngine, hElem, &scale.attr, nullptr)) break;
         scale.reach = pFound->ids.AddScale(scale.attr.nId);
+        scale.id = IdOf(hEngine, hElem);
         pFound->scales.push_back(scale);
         pFound->bDraftFollowed |= HasFill(scale.attr);
         break;
@@ -91,9 +100,34 @@ void Add(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
     }
 }
 
+bool IsTextWithRun(HQELENGINE hEngine, HQELELEM hElem, int nType)
+{
+    QELSHAPEATTR shape{};
+    return nType == QEL_TYPE_TEXT && QELGetElemAttr(hEngine, hElem, &shape, nullptr) &&
+           HasNumberRun(shape.szText);
+}
+
+// Of these elements the shapes inside take colours by the element's identifier.
+bool HoldsShapes(int nType)
+{
+    return nType == QEL_TYPE_ROOT || nType == QEL_TYPE_GROUP || nType == QEL_TYPE_FRAME ||
+           nType == QEL_TYPE_PATTERN || nType == QEL_TYPE_STATUS;
+}
+
+void AddBearer(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
+{
+    HostBearer bearer{IdOf(hEngine, hElem), QELGetElemType(hEngine, hElem), false, false};
+    if (bearer.id.empty()) return;
+    bearer.bColors =
+        IsShapeType(bearer.nType) || (HoldsShapes(bearer.nType) && HasShape(hEngine, hElem));
+    bearer.bRun = IsTextWithRun(hEngine, hElem, bearer.nType);
+    pFound->bearers.push_back(bearer);
+}
+
 void Walk(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
 {
     Add(hEngine, hElem, pFound);
+    AddBearer(hEngine, hElem, pFound);
     for (HQELELEM h = QELGetFirstChild(hEngine, hElem); h; h = QELGetNextElem(hEngine, h))
         Walk(hEngine, h, pFound);
 }
@@ -122,6 +156,39 @@ const HostScale* HostElements::ScaleAt(uint32_t nId) const
         if (scale.reach == HostReach::Reached && static_cast<uint32_t>(scale.attr.nId) == nId)
             return &scale;
     return nullptr;
+}
+
+const HostMeter* HostElements::MeterNamed(const std::string& id) const
+{
+    for (const HostMeter& meter : meters)
+        if (meter.id == id) return &meter;
+    return nullptr;
+}
+
+const HostScale* HostElements::ScaleNamed(const std::string& id) const
+{
+    for (const HostScale& scale : scales)
+        if (scale.id == id) return &scale;
+    return nullptr;
+}
+
+bool HostElements::IsBorne(const std::string& id) const
+{
+    return std::any_of(bearers.begin(), bearers.end(),
+                       [&id](const HostBearer& bearer) { return bearer.id == id; });
+}
+
+bool HostElements::HasClock() const
+{
+    return std::any_of(meters.begin(), meters.end(), [](const HostMeter& meter) {
+        const MeterTypeRow* pType = MeterTypeOf(meter.attr.nType);
+        return pType && pType->shows == MeterShows::Time && meter.attr.bUsePin;
+    });
+}
+
+bool HasNumberRun(const std::string& text)
+{
+    return text.find('#') != std::string::npos;
 }
 
 bool MeterFollows(int32_t nType, const SelectorRow& row)

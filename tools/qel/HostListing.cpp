@@ -2,6 +2,7 @@
 #include "tools/qel/HostListing.h"
 
 #include "tools/qel/HostElements.h"
+#include "tools/qel/IdListing.h"
 #include "tools/qel/Text.h"
 
 #include <fmt/format.h>
@@ -15,9 +16,6 @@ namespace qel {
 using nlohmann::ordered_json;
 
 namespace {
-
-constexpr std::size_t LINE_WIDTH = 100;
-constexpr char SETTING_INDENT[] = "    ";
 
 // A setting that an element follows, as the host reads it.
 struct Setting {
@@ -190,21 +188,13 @@ std::vector<Listed> List(const CDrawing& drawing, const HostElements& elements)
 
 void PrintSettings(const Listed& listed)
 {
-    std::string line = SETTING_INDENT;
-    for (std::size_t n = 0; n < listed.settings.size(); ++n) {
-        const Setting& setting = listed.settings[n];
+    std::vector<std::string> words;
+    for (const Setting& setting : listed.settings) {
         std::string text = std::string(setting.pRow->pszName) + " " + setting.Text();
         if (setting.bOther) text += listed.bMeter ? " (the scale's)" : " (the meter's)";
-        if (n + 1 < listed.settings.size()) text += ",";
-        if (line.size() + text.size() > LINE_WIDTH) {
-            line.pop_back();
-            Print(line + "\n");
-            line = SETTING_INDENT;
-        }
-        line += text + " ";
+        words.push_back(std::move(text));
     }
-    line.pop_back();
-    if (!listed.settings.empty()) Print(line + "\n");
+    PrintIndented(words);
 }
 
 ordered_json SettingJson(const Setting& setting)
@@ -245,6 +235,7 @@ void PrintHostText(const CDrawing& drawing)
             fmt::format("{} {}, {}: {}\n", listed.Kind(), listed.nId, listed.pszType, listed.note));
         PrintSettings(listed);
     }
+    PrintIds(elements);
 }
 
 ordered_json HostJson(const CDrawing& drawing)
@@ -256,7 +247,8 @@ ordered_json HostJson(const CDrawing& drawing)
         (listed.bMeter ? meters : scales).push_back(ListedJson(listed));
     return {{"statusNumbers", elements.statuses},
             {"meters", std::move(meters)},
-            {"scales", std::move(scales)}};
+            {"scales", std::move(scales)},
+            {"identifiers", IdsJson(elements)}};
 }
 
 } // namespace qel

@@ -4,6 +4,7 @@
 #include "tools/qel/Command.h"
 #include "tools/qel/Drawing.h"
 #include "tools/qel/HostListing.h"
+#include "tools/qel/IdListing.h"
 #include "tools/qel/Text.h"
 
 #include <fmt/format.h>
@@ -83,21 +84,6 @@ Element Describe(HQELENGINE hEngine, HQELELEM hElem)
 std::string RectText(const RECT& rc)
 {
     return fmt::format("{},{}..{},{}", rc.left, rc.top, rc.right, rc.bottom);
-}
-
-// On one line, whatever is in it.
-std::string Quoted(const std::string& utf8)
-{
-    constexpr unsigned char FIRST_PRINTED = 0x20;
-    std::string text = "\"";
-    for (const char c : utf8) {
-        if (c == '"' || c == '\\') text += '\\';
-        if (static_cast<unsigned char>(c) < FIRST_PRINTED)
-            text += fmt::format("\\u{:04x}", static_cast<unsigned>(c));
-        else
-            text += c;
-    }
-    return text + '"';
 }
 
 // The colour is spelled RRGGBB, as --background takes it.
@@ -226,7 +212,10 @@ drawing units; of a group, that of its children). IN - is standard input.
 
 What the host can set: the numbers of the status elements, then each meter and scale with its id,
 its type, whether its value shows, and the settings that its type follows with their present values,
-colours as 0xBBGGRR. 'qel render --set ID.NAME=V' sets them.)";
+colours as 0xBBGGRR. 'qel render --set ID.NAME=V' sets them. Then each identifier with the types of
+the elements that bear it and what these take by it: value, pins (the sectors of a share chart),
+selectors (the settings listed below it), text, colours, quality. All elements can be hidden by it,
+too.)";
 
 constexpr char NOTES[] =
     R"(Exit status: 0 done; 2 the drawing cannot be read (the message is on standard error).
@@ -242,7 +231,7 @@ constexpr OptionRow JSON{
     "(rgb as RRGGBB), lineStyle, lineWidth, crd, flags and a text's text; \"params\" and the names "
     "of the flags are the constants of QELEngine.h; \"statusNumbers\", \"meters\" and \"scales\" "
     "with their \"settings\", where \"ofOther\" marks one that is read from the element of the "
-    "other kind with the same id"};
+    "other kind with the same id; \"identifiers\" with \"types\", \"takes\" and \"selectors\""};
 
 int RunInfo(const CommandLine& given)
 {

@@ -268,9 +268,9 @@ bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
 
 CScene::CScene(const SceneOptions& options)
     : m_options(options), m_drawing(options.in), m_size(SetUp(m_drawing, options)),
-      m_time(options.live.Time()),
       m_font(TextFont(options.font.empty() ? DefaultTextFace() : options.font))
 {
+    if (const SYSTEMTIME* pTime = options.live.Time()) SetTime(*pTime, *pTime);
     options.live.Apply(m_drawing);
     Settle();
 }
@@ -314,6 +314,22 @@ void CScene::TellUnheard() const
 bool CScene::PaintMoving(HDC hdc) const
 {
     return Draw(hdc, 0);
+}
+
+bool CScene::PaintAnew(HDC hdc) const
+{
+    Settle();
+    return Paint(hdc);
+}
+
+void CScene::SetBlink(bool bDark) const
+{
+    QELSetBlinkState(m_drawing.Engine(), bDark);
+}
+
+void CScene::SetTime(const SYSTEMTIME& local, const SYSTEMTIME& universal) const
+{
+    m_time.Set(local, universal);
 }
 
 } // namespace qel

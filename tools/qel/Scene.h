@@ -49,6 +49,10 @@ public:
     // False: the engine does not draw it.
     bool Paint(HDC hdc) const;       // the background, and all of the drawing
     bool PaintMoving(HDC hdc) const; // over what stands there
+    bool PaintAnew(HDC hdc) const;   // as Paint of a new scene with these values
+
+    void SetBlink(bool bDark) const;
+    void SetTime(const SYSTEMTIME& local, const SYSTEMTIME& universal) const;
 
     // Warns of options that reach nothing in the drawing.
     void TellUnheard() const;

@@ -35,6 +35,17 @@ std::string AnsiToUtf8(const std::string& text)
     return ToUtf8(wide);
 }
 
+bool Utf8ToAnsi(const std::string& utf8, std::string* pText)
+{
+    const std::wstring wide = FromUtf8(utf8);
+    const int nWide = static_cast<int>(wide.size());
+    const int nLen =
+        ::WideCharToMultiByte(CP_ACP, 0, wide.data(), nWide, nullptr, 0, nullptr, nullptr);
+    pText->resize(static_cast<std::size_t>(nLen));
+    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), nWide, pText->data(), nLen, nullptr, nullptr);
+    return AnsiToUtf8(*pText) == utf8;
+}
+
 void Print(const std::string& text)
 {
     std::fwrite(text.data(), 1, text.size(), stdout);

@@ -9,6 +9,8 @@ namespace qel {
 std::string ToUtf8(const std::wstring& text);
 std::wstring FromUtf8(const std::string& text);
 std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system's code page
+// Into the bytes that drawings have; false when these lack one of the characters.
+bool Utf8ToAnsi(const std::string& utf8, std::string* pText);
 
 void Print(const std::string& text);    // UTF-8 to standard output
 bool FinishOutput();                    // false: not all that was printed could be written

@@ -1,6 +1,7 @@
 #include "tools/qel/Unheard.h"
 
 #include "dynamic/QELViewStatus.h"
+#include "tools/qel/Text.h"
 
 #include <algorithm>
 
@@ -19,11 +20,39 @@ bool DressesFace(const HostMeter& meter, const SelectorRow& row)
     return row.nId == QEL_SEL_FACE_COLOR && meter.bFace;
 }
 
+std::string WhyMeterDoesNot(const HostMeter& meter, const SelectorRow& row)
+{
+    return std::string("a meter of type ") + NameOf(g_meterTypeRows, meter.attr.nType) +
+           " does not follow '" + row.pszName + "'";
+}
+
+std::string WhyScaleDoesNot(const HostScale& scale, const SelectorRow& row)
+{
+    return std::string("a scale of type ") + ScaleTypeName(scale) + " does not follow '" +
+           row.pszName + "'";
+}
+
+// What takes a value besides meters and scales; a setting of that name is for these two.
+bool TakesValueAlone(int nType, const LiveAction& action)
+{
+    return action.kind == LiveAction::Kind::Value &&
+           (nType == QEL_TYPE_STATUS || nType == QEL_TYPE_TEXT);
+}
+
 std::string WhyScaleValue(const HostScale& scale)
 {
     return HasFill(scale.attr) || scale.attr.bPin
                ? ""
                : "the scale has neither a fill (style) nor a pointer (pin) that shows it";
+}
+
+// A status number is the same with and without a sign.
+bool IsGiven(const LiveAction& action, LONG nStatus)
+{
+    const LiveNumber& last = action.bRange ? action.last : action.value;
+    const auto [nLeast, nMost] = std::minmax(action.value.nWhole, last.nWhole);
+    const int64_t nUnsigned = static_cast<DWORD>(nStatus);
+    return (nStatus >= nLeast && nStatus <= nMost) || (nUnsigned >= nLeast && nUnsigned <= nMost);
 }
 
 } // namespace
@@ -44,31 +73,39 @@ void CUnheard::Add(const LiveAction& action)
 {
     switch (action.kind) {
     case LiveAction::Kind::Status:
-        return Tell(action.option, WhyStatus(static_cast<DWORD>(action.value.nWhole)));
+        return Tell(action.option, WhyStatus(action));
     case LiveAction::Kind::Param:
         return Tell(action.option, WhyParam(action.nId));
+    case LiveAction::Kind::Value:
     case LiveAction::Kind::Selector:
-        return Tell(action.option, WhySelector(action.nId, *FindSelector(action.nSelector)));
+        return Tell(action.option, WhySetting(action));
+    default: // a text or a quality shows wherever it is taken
+        return;
     }
+}
+
+void CUnheard::NoteText(const LiveAction& action)
+{
+    if (action.kind == LiveAction::Kind::Text && HasNumberRun(action.text))
+        m_idsWithRun.insert(action.id);
 }
 
 void CUnheard::AddTime(const std::string& option)
 {
-    const auto shows = [](const HostMeter& meter) {
-        const MeterTypeRow* pType = MeterTypeOf(meter.attr.nType);
-        return pType && pType->shows == MeterShows::Time && meter.attr.bUsePin;
-    };
-    const auto& meters = m_elements.meters;
-    if (std::none_of(meters.begin(), meters.end(), shows))
-        Tell(option, "the drawing has no clock with hands");
+    if (!m_elements.HasClock()) Tell(option, "the drawing has no clock with hands");
 }
 
 // The engine refuses a status where there is no status element.
-std::string CUnheard::WhyStatus(DWORD nStatus) const
+std::string CUnheard::WhyStatus(const LiveAction& action) const
 {
     const std::set<LONG>& statuses = m_elements.statuses;
-    if (nStatus == STATUS_SHOW_ALL || statuses.contains(static_cast<LONG>(nStatus))) return "";
-    return "no status element of the drawing has this number; they have: " + Listed(statuses);
+    const auto isGiven = [&action](LONG nStatus) { return IsGiven(action, nStatus); };
+    if (isGiven(static_cast<LONG>(STATUS_SHOW_ALL)) ||
+        std::any_of(statuses.begin(), statuses.end(), isGiven))
+        return "";
+    return std::string("no status element of the drawing has ") +
+           (action.bRange ? "one of these numbers" : "this number") +
+           "; they have: " + Listed(statuses);
 }
 
 std::string CUnheard::WhyParam(DWORD nIndex) const
@@ -78,6 +115,51 @@ std::string CUnheard::WhyParam(DWORD nIndex) const
     return bFollowed ? "" : "nothing in the drawing follows this parameter";
 }
 
+std::string CUnheard::WhySetting(const LiveAction& action) const
+{
+    if (!action.IsById()) return WhySelector(action.nId, *FindSelector(action.nSelector));
+    return action.nSelector == QEL_SEL_VALUE ? WhyValueById(action) : WhySettingById(action);
+}
+
+// Of all that bear the identifier, one that follows is enough.
+std::string CUnheard::WhySettingById(const LiveAction& action) const
+{
+    const SelectorRow& row = *FindSelector(action.nSelector);
+    std::string why;
+    for (const HostMeter& meter : m_elements.meters) {
+        if (meter.id != action.id) continue;
+        if (MeterFollows(meter.attr.nType, row) || DressesFace(meter, row)) return "";
+        if (row.pszMeaning) why = WhyMeterDoesNot(meter, row);
+    }
+    for (const HostScale& scale : m_elements.scales) {
+        if (scale.id != action.id) continue;
+        if (ScaleFollows(scale.attr.nType, row)) return "";
+        if (why.empty()) why = WhyScaleDoesNot(scale, row);
+    }
+    return why;
+}
+
+std::string CUnheard::WhyValueById(const LiveAction& action) const
+{
+    std::vector<std::string> reasons;
+    for (const HostMeter& meter : m_elements.meters)
+        if (meter.id == action.id) reasons.push_back(WhyMeterValue(0, meter));
+    for (const HostScale& scale : m_elements.scales)
+        if (scale.id == action.id) reasons.push_back(WhyScaleValue(scale));
+    for (const HostBearer& bearer : m_elements.bearers)
+        if (bearer.id == action.id && TakesValueAlone(bearer.nType, action))
+            reasons.push_back(WhyBearerValue(bearer));
+    const bool bShown = std::find(reasons.begin(), reasons.end(), "") != reasons.end();
+    return bShown || reasons.empty() ? "" : reasons[0];
+}
+
+std::string CUnheard::WhyBearerValue(const HostBearer& bearer) const
+{
+    return bearer.nType != QEL_TYPE_TEXT || bearer.bRun || m_idsWithRun.contains(bearer.id)
+               ? ""
+               : "the text has no run of # (##.#) that shows it";
+}
+
 std::string CUnheard::WhySelector(DWORD nId, const SelectorRow& row) const
 {
     if (row.nId == QEL_SEL_VALUE) return WhyValue(nId);
@@ -85,10 +167,8 @@ std::string CUnheard::WhySelector(DWORD nId, const SelectorRow& row) const
     const HostScale* pScale = m_elements.ScaleAt(nId);
     if (pMeter && (MeterFollows(pMeter->attr.nType, row) || DressesFace(*pMeter, row))) return "";
     if (pScale && ScaleFollows(pScale->attr.nType, row)) return "";
-    const std::string end = std::string(" does not follow '") + row.pszName + "'";
-    if (pMeter && row.pszMeaning)
-        return std::string("a meter of type ") + NameOf(g_meterTypeRows, pMeter->attr.nType) + end;
-    return pScale ? std::string("a scale of type ") + ScaleTypeName(*pScale) + end : "";
+    if (pMeter && row.pszMeaning) return WhyMeterDoesNot(*pMeter, row);
+    return pScale ? WhyScaleDoesNot(*pScale, row) : "";
 }
 
 // It may reach a scale and a meter, and one that shows it is enough.
@@ -126,7 +206,7 @@ std::string CUnheard::WhyMeterValue(DWORD nId, const HostMeter& meter) const
 // A pointer on shares shows the value 0.
 std::string CUnheard::WhyShare(DWORD nId, const HostMeter& meter) const
 {
-    const DWORD nSectors = std::min<DWORD>(Setting(0, QEL_SEL_SECTOR_COUNT), METER_PINS);
+    const DWORD nSectors = std::min<DWORD>(Setting(meter, QEL_SEL_SECTOR_COUNT), METER_PINS);
     if (nId == 0)
         return meter.attr.bUsePin ? ""
                                   : "the values of a meter of type sector have the ids 1 to 32";
@@ -137,16 +217,22 @@ std::string CUnheard::WhyShare(DWORD nId, const HostMeter& meter) const
 std::string CUnheard::WhyPointer(const HostMeter& meter) const
 {
     const bool bReadOut = MeterFollows(meter.attr.nType, *FindSelector(QEL_SEL_SHOW_VALUE)) &&
-                          Setting(meter.attr.nId, QEL_SEL_SHOW_VALUE) != 0;
+                          Setting(meter, QEL_SEL_SHOW_VALUE) != 0;
     return meter.attr.bUsePin || bReadOut ? ""
                                           : "the meter has no pointer that shows it (upin is 0)";
 }
 
-// A setting of meters, as it is now.
-DWORD CUnheard::Setting(DWORD nId, DWORD nSelector) const
+// A setting of a meter, as it is now.
+DWORD CUnheard::Setting(const HostMeter& meter, DWORD nSelector) const
 {
     DWORD nValue = 0;
-    return QELGetScaleParam(m_hEngine, nId, nSelector, &nValue) ? nValue : 0;
+    if (meter.reach == HostReach::Reached)
+        return QELGetScaleParam(m_hEngine, meter.attr.nId, nSelector, &nValue) ? nValue : 0;
+    std::string id;
+    double fValue = 0;
+    return Utf8ToAnsi(meter.id, &id) && QELGetSelector(m_hEngine, id.c_str(), nSelector, &fValue)
+               ? static_cast<DWORD>(static_cast<int64_t>(fValue))
+               : 0;
 }
 
 } // namespace qel

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "tools/qel/HostElements.h"
-#include "tools/qel/LiveOptions.h"
+#include "tools/qel/LiveAction.h"
 
 #include <set>
 #include <string>
@@ -16,6 +16,8 @@ public:
     // A drawing with all options applied: some settings decide what shows a value.
     explicit CUnheard(const CDrawing& drawing);
 
+    // Texts may bring the run that shows a value, so they are told before all else.
+    void NoteText(const LiveAction& action);
     void Add(const LiveAction& action);
     void AddTime(const std::string& option);
 
@@ -24,17 +26,22 @@ public:
 
 private:
     void Tell(const std::string& option, const std::string& why);
-    [[nodiscard]] std::string WhyStatus(DWORD nStatus) const;
+    [[nodiscard]] std::string WhyStatus(const LiveAction& action) const;
     [[nodiscard]] std::string WhyParam(DWORD nIndex) const;
+    [[nodiscard]] std::string WhySetting(const LiveAction& action) const;
+    [[nodiscard]] std::string WhySettingById(const LiveAction& action) const;
+    [[nodiscard]] std::string WhyValueById(const LiveAction& action) const;
+    [[nodiscard]] std::string WhyBearerValue(const HostBearer& bearer) const;
     [[nodiscard]] std::string WhySelector(DWORD nId, const SelectorRow& row) const;
     [[nodiscard]] std::string WhyValue(DWORD nId) const;
     [[nodiscard]] std::string WhyMeterValue(DWORD nId, const HostMeter& meter) const;
     [[nodiscard]] std::string WhyShare(DWORD nId, const HostMeter& meter) const;
     [[nodiscard]] std::string WhyPointer(const HostMeter& meter) const;
-    [[nodiscard]] DWORD Setting(DWORD nId, DWORD nSelector) const;
+    [[nodiscard]] DWORD Setting(const HostMeter& meter, DWORD nSelector) const;
 
     HQELENGINE m_hEngine;
     HostElements m_elements;
+    std::set<std::string> m_idsWithRun; // of texts that were given one
     std::vector<std::string> m_texts;
 };
 
