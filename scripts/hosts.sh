@@ -98,6 +98,8 @@ for arch in i686 x86_64; do
   library=("$build/$arch/lib/libQELEngine.a" -lgdi32)
   does "c/host.c, $arch" "$arch-w64-mingw32-gcc-posix" -std=c99 "${strict[@]}" examples/hosts/c/host.c \
     "${library[@]}" -o "$out/c.exe"
+  does "c/window.c, $arch" "$arch-w64-mingw32-gcc-posix" -std=c99 "${strict[@]}" -mwindows \
+    examples/hosts/c/window.c "${library[@]}" -o "$out/c-window.exe"
   does "cpp/host.cpp, $arch" "$arch-w64-mingw32-g++-posix" -std=c++17 "${strict[@]}" -static \
     examples/hosts/cpp/host.cpp "${library[@]}" -o "$out/cpp.exe"
   does "cpp/window.cpp, $arch" "$arch-w64-mingw32-g++-posix" -std=c++17 "${strict[@]}" -static -mwindows \
@@ -149,7 +151,7 @@ build_by_line() { # ARCH SAMPLE: one line at its head tells how, and nothing els
 for place in "i686 $work/tree/examples/hosts" "i686 $work/package-i686/share/QELEngine/examples/hosts" \
     "x86_64 $work/package-x86_64/share/QELEngine/examples/hosts"; do
   read -r arch folder <<<"$place"
-  for sample in c/host.c cpp/host.cpp cpp/window.cpp pascal/host.pas pascal/window.pas csharp/Program.cs \
+  for sample in c/host.c c/window.c cpp/host.cpp cpp/window.cpp pascal/host.pas pascal/window.pas csharp/Program.cs \
       csharp/Window.cs msvc/host.cpp; do
     does "$sample is built by its line in ${folder#"$work/"}" build_by_line "$arch" "$folder/$sample"
     program=$folder/$(dirname $sample)/$(basename "${sample/Program/host}" ."${sample##*.}" | tr W w).exe
@@ -350,15 +352,15 @@ done
 printf ':again\r\nif exist go.txt goto now\r\nping -n 2 127.0.0.1 >nul\r\ngoto again\r\n:now\r\nprobe.exe >dpi.txt\r\n' |
   tee "$work/i686/probe.bat" >"$work/x86_64/probe.bat"
 
-# The window after 25 steps of 2 shows what the window-less host draws in the same steps.
-steps=$(seq -f 0=%g 0 2 50)
-# shellcheck disable=SC2086
-run i686 cpp examples/boiler-room.qel "$work/steps.bmp" 640 400 "Courier New" 0.4=100 0.13=100 $steps
+# The window after 25 frames, two values and the way of the needle to the second one, half way up the scale,
+# shows what the window-less host draws of that value.
+sed 's/<meter /<meter id="pressure" /' examples/boiler-room.qel >"$work/boiler-room.qel"
+run i686 cpp "$work/boiler-room.qel" "$work/steps.bmp" 640 400 "Courier New" 0=5.0
 window() { # ARCH PROGRAM: exit status 0 when the picture came, each screen's
 # resolution is heeded and a click on the title's cross ended it well
   local folder=$work/$1 status=1 wine id X=0 Y=0 WIDTH=0
-  printf 'start /b cmd /c probe.bat\r\nstart /wait %s.exe %s 0 25\r\necho %%errorlevel%% >closed.txt\r\n' "$2" \
-    "$(cd "$work" && "${QEL_WINE[@]}" winepath -w "$QEL_ROOT/examples/boiler-room.qel" | tr -d '\r')" >"$folder/run.bat"
+  printf 'start /b cmd /c probe.bat\r\nstart /wait %s.exe %s pressure 25\r\necho %%errorlevel%% >closed.txt\r\n' "$2" \
+    "$(cd "$work" && "${QEL_WINE[@]}" winepath -w "$work/boiler-room.qel" | tr -d '\r')" >"$folder/run.bat"
   rm -f "$folder/"{closed,go,dpi}.txt
   # A desktop of its own: the one that all programs share may have been set up without a display.
   (cd "$folder" && exec "${QEL_WINE[@]}" explorer "/desktop=qel$$-$1-$2,1024x768" cmd /c run.bat) \
@@ -398,10 +400,10 @@ done
 does "csharp/Window.cs" csharp "$work/window.exe" -r:System.Windows.Forms -r:System.Drawing -target:winexe \
   examples/hosts/csharp/Window.cs
 touch "$work/window.trace"
-QEL_TRACE=$work/window.trace mono "$work/window.exe" examples/boiler-room.qel 41 >/dev/null 2>&1 &
+QEL_TRACE=$work/window.trace mono "$work/window.exe" examples/boiler-room.qel pressure >/dev/null 2>&1 &
 csharp_window=$!
 for _ in $(seq 160); do # a busy machine takes its time
-  [ "$(grep -c "QELDraw .* 0$" "$work/window.trace")" -lt 12 ] || break
+  [ "$(grep -c "QELAdvance .* 40$" "$work/window.trace")" -lt 32 ] || break
   sleep 0.25
 done
 does "the C# window runs until it is ended" kill $csharp_window
@@ -409,10 +411,13 @@ wait $csharp_window 2>/dev/null
 does "the C# window asks for the pixels of each screen" grep -q "^SetProcessDpiAwarenessContext 0xf*fc$" "$work/window.trace"
 does "the C# window opens its drawing" grep -qx "QELOpenFileU 0x7700000000 'examples/boiler-room.qel'" \
   "$work/window.trace"
-does "the C# window draws all of it" grep -qx "QELDraw 0x7700000000 0x5500000001 0,0,321,222 1" "$work/window.trace"
-moved=$(grep -A1 '^QELSetScaleStatus 0x7700000000 41 ' "$work/window.trace" |
-  grep -cx "QELDraw 0x7700000000 0x5500000001 0,0,321,222 0")
-does "the C# window redraws what moves ($moved times)" test "$moved" -ge 10
+does "the C# window paints what is not right" grep -qx "QELUpdate 0x7700000000 0x5500000001 0x5500000004" \
+  "$work/window.trace"
+moved=$(grep -c "^QELSetValue 0x7700000000 'pressure' " "$work/window.trace")
+does "the C# window sets its value ($moved times)" test "$moved" -ge 3
+told=$(grep -A1 "^QELGetDirtyRegion 0x7700000000 0x5500000006$" "$work/window.trace" |
+  grep -cx "InvalidateRgn 0x5500000006 0")
+does "the C# window tells what is not right ($told times)" test "$told" -ge 10
 does "the C# window copies the picture" grep -q "^BitBlt .* 0 0 321 222 0x5500000001 0 0 13369376$" "$work/window.trace"
 
 printf '%d passed, %d failed\n' "$passed" "$failed"
