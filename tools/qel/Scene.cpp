@@ -227,6 +227,9 @@ SIZE SetUp(const CDrawing& drawing, const SceneOptions& options)
 
 const char* const g_sceneNotes = R"(A value may also be joined to its option: --size=400x300.
 
+An ID of digits, decimal or 0x hexadecimal, is the number of a scale or meter (scid, mtid); all else
+is an identifier of the file (id). --text and --quality have identifiers alone, also of digits.
+
 V is a decimal number, also a negative one, or 0x and hexadecimal digits; a colour is #RRGGBB, or
 0xBBGGRR with the last two digits red. Values, and the setting base, may also be real numbers,
 written with a point: a meter draws the kind that was set last, so write all its values with a point
