@@ -7,6 +7,7 @@
 #include "dynamic/QELDocMeter.h"
 #include "meter/SectorMeter.h"
 #include "render/LiveLayer.h"
+#include "render/QELViewQEL.h"
 #include "render/UnitMap.h"
 
 #include <cstring>
@@ -98,7 +99,7 @@ MeterPicture* CQELViewMeter::PictureFor(uint32_t nFlags)
 int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 {
     MeterPicture* pPicture = PictureFor(nFlags);
-    if (!pPicture) return 0;
+    if (!pPicture) return Miss();
     if (WantsFullRedraw()) nFlags |= QEL_DRAW_FULL;
     if (nFlags & QEL_DRAW_FULL) DrawFace(hdc, rcQel, nFlags);
     PrepareToDraw(hdc, rcQel, pPicture);
@@ -112,7 +113,15 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     }
     pPicture->rcLast = rcQel;
     pPicture->lastRef = {RefW(), RefH()};
+    if ((nFlags & DRAW_UPDATE) && !pPicture->pRenderer && MeterTypeOf(m_attr.nType)) return Miss();
     return 1;
+}
+
+// Without memory an update leaves its area dirty, so that the next one paints the meter.
+int CQELViewMeter::Miss() const
+{
+    if (const CQELViewQEL* pDrawing = Drawing()) pDrawing->Dirty()->SetMissed(true);
+    return 0;
 }
 
 // Region and renderer for what is drawn now.

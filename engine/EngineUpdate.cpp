@@ -83,11 +83,12 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     CDirtyArea& dirty = m_view.Dirty();
     const CUpdateClip clip(hdc, dirty);
     if (!clip.IsOpen()) return 0;
+    dirty.SetMissed(false);
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
     if (!UpdateByPlace(hdc, clip.Painted(), rcPainted))
         m_view.Root()->Show(hdc, m_rcDraw, UPDATE_FLAGS);
-    return clip.TakeBack(&dirty);
+    return dirty.HasMissed() ? 0 : clip.TakeBack(&dirty);
 }
 
 // 0 when it takes a walk of all that there is.

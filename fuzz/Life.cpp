@@ -116,7 +116,7 @@ void CLife::Run()
 
 void CLife::Operate()
 {
-    switch (m_input.Below(23)) {
+    switch (m_input.Below(26)) {
     case 0:
     case 1:
     case 2:
@@ -157,6 +157,11 @@ void CLife::Operate()
         return SaveInTrouble();
     case 21:
         return FindPlaces();
+    case 22:
+    case 23:
+        return SetLive();
+    case 24:
+        return Update();
     default:
         return CallWithoutEngine();
     }

@@ -1,8 +1,8 @@
 // One host with one engine: the operations of a whole life, each of which checks every answer
 // against what include/QELEngine.h promises. LifeFuzzer.cpp drives it. Life.cpp keeps the accounts
 // of handles and of work and opens and saves, LifeValues.cpp draws and sets values, LifePlaces.cpp
-// asks where things are, LifeEdits.cpp edits, LifeFiles.cpp opens and saves in memory and by wide
-// paths.
+// asks where things are, LifeLive.cpp names elements by identifier and updates, LifeEdits.cpp
+// edits, LifeFiles.cpp opens and saves in memory and by wide paths.
 #pragma once
 
 #include "fuzz/Host.h"
@@ -61,6 +61,11 @@ private:
     void SetParam();
     void SetStatus();
     void SetOneValue();
+    void SetLive();
+    void SetLiveValue(const std::string& id);
+    void SetLiveSelector(const std::string& id);
+    void Update();
+    std::string SomeId();
     void FindPlaces();
     void FindAt(POINT pt);
     void FindByIdentifier(const std::string& id);

@@ -32,6 +32,9 @@ public:
     }
     void AddPlaceOf(const CQELViewElm* pElm, const CQELViewElm* pRoot); // where it is now
     void Clear();
+    // A draw of the area that lacked the memory for a part of it.
+    void SetMissed(bool bMissed) { m_bMissed = bMissed; }
+    [[nodiscard]] bool HasMissed() const { return m_bMissed; }
 
     // Makes rectangles of all that was touched. pRoot: null for none.
     void Resolve(const CQELViewElm* pRoot);
@@ -46,6 +49,7 @@ private:
 
     RECT m_rcQel{0, 0, 0, 0};
     bool m_bAll = true;
+    bool m_bMissed = false;
     int m_nCount = 0;
     RECT m_rects[MOST_RECTS];
     CQELViewElm** m_ppTouched = nullptr; // each once

@@ -137,6 +137,7 @@ public:
     }
 
 protected:
+    [[nodiscard]] const CQELViewQEL* Drawing() const; // the root of its drawing; null for none
     void SetType(int32_t nType) { m_nType = static_cast<int8_t>(nType); }
     void NoteChange();
 
@@ -144,7 +145,6 @@ private:
     int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
     [[nodiscard]] LiveState* FindLive() const;
     [[nodiscard]] CLiveLayer* LiveLayer() const;
-    [[nodiscard]] const CQELViewQEL* Drawing() const; // the root of its drawing; null for none
     [[nodiscard]] bool FindHidden() const;
     [[nodiscard]] bool FindMark() const;
     void MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const;

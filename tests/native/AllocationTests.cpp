@@ -548,6 +548,27 @@ TEST(Allocation, EverySettingOfTheWholeDrawing)
         {"base", [](HQELENGINE h) { return QELSetScaleParamf(h, 51, QEL_SEL_BASE_VALUE, 7) == 1; }},
         {"float", [](HQELENGINE h) { return QELSetScaleStatusf(h, 41, 7.5F) == 1; }},
         {"pin", [](HQELENGINE h) { return QELSetScaleStatus(h, 1, 33) == 1; }},
+        {"live value", [](HQELENGINE h) { return QELSetValue(h, "m4", 5) == 1; }},
+        {"live pin", [](HQELENGINE h) { return QELSetPin(h, "m10", 3, 5) == 1; }},
+        {"live selector",
+         [](HQELENGINE h) { return QELSetSelector(h, "m4", QEL_SEL_MAX, 50) == 1; }},
+        {"live text", [](HQELENGINE h) { return QELSetText(h, "t1", "a ##") == 1; }},
+        {"hidden", [](HQELENGINE h) { return QELSetVisible(h, "g1", 0) == 1; }},
+        {"live colour", [](HQELENGINE h) { return QELSetColor(h, "g1", 1, 0xFF) == 1; }},
+        {"quality", [](HQELENGINE h) { return QELSetQuality(h, "m0", 2) == 1; }},
+        {"easing", [](HQELENGINE h) { return QELSetEasing(h, "m4", 100) == 1; }},
+        {"an update",
+         [](HQELENGINE h) {
+             const CPaper paper;
+             return QELUpdate(h, paper, nullptr) == 1;
+         }},
+        {"dirty places",
+         [](HQELENGINE h) {
+             RECT rc{};
+             QELValidate(h);
+             QELSetBlinkState(h, 1);
+             return QELGetDirtyRect(h, &rc) == 1;
+         }},
     };
     for (const Operation& operation : operations) FailEachAllocation(operation);
 }
