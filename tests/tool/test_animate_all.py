@@ -71,7 +71,8 @@ def test_two_frames_of_one_phase_show_as_long(tool):
 
 
 def test_a_clock_goes_on_from_the_present_time(tool):
-    assert len(animate(tool, CLOCK, "--fps 1 --frames 3").frames) == 3
+    # So large that a second hand is another one each second, whatever the time is.
+    assert len(animate(tool, CLOCK, "--size 400x300 --fps 1 --frames 3").frames) == 3
 
 
 def test_a_drawing_in_which_nothing_moves_is_one_picture_and_a_warning(tool):
