@@ -16,11 +16,23 @@ constinit std::atomic<bool> g_bShowOnly = false;
 constinit CLock g_lock; // of the list, its links and the counts
 CShowOnlyRecord* g_pFirst = nullptr;
 
+constexpr wchar_t BYTE_PAGE = 0xE000; // characters without letter case that no file name has
+
+// Of a path that has no wide form the bytes decide: each as a character of its own.
+wchar_t* WideBytes(const char* pszText)
+{
+    const std::size_t nLen = std::strlen(pszText);
+    auto* pText = static_cast<wchar_t*>(std::calloc(nLen + 1, sizeof(wchar_t)));
+    for (std::size_t n = 0; pText && n < nLen; ++n)
+        pText[n] = static_cast<wchar_t>(BYTE_PAGE | static_cast<unsigned char>(pszText[n]));
+    return pText;
+}
+
 // A text of the ANSI code page as wide characters, and a copy of a wide one; null without memory.
 wchar_t* WideCopy(const char* pszText)
 {
     const int nLen = ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, nullptr, 0);
-    if (nLen <= 0) return nullptr;
+    if (nLen <= 0) return WideBytes(pszText);
     auto* pText =
         static_cast<wchar_t*>(std::calloc(static_cast<std::size_t>(nLen), sizeof(wchar_t)));
     if (pText) ::MultiByteToWideChar(CP_ACP, 0, pszText, -1, pText, nLen);

@@ -1,5 +1,6 @@
 // The operations of a life that name elements by identifier and keep a picture right: what the
 // answers promise of each other.
+#include "fuzz/LargeBlocks.h"
 #include "fuzz/Life.h"
 
 #include <cmath>

@@ -170,7 +170,7 @@ TEST(HitTests, GiveTheTopmostElementAndOfGroupsTheLeaf)
     EXPECT_EQ(host.Child(0), ElemAt(host, 11, 12));            // beside the circle
     EXPECT_EQ(host.Child(0), ElemAt(host, 99, 99));
     EXPECT_EQ(nullptr, ElemAt(host, 100, 99));
-    EXPECT_EQ(nullptr, ElemAt(host, LONG_MIN, LONG_MAX));
+    EXPECT_EQ(nullptr, ElemAt(host, INT32_MIN, INT32_MAX));
 }
 
 TEST(HitTests, ClimbToTheNearestIdentifier)
@@ -377,8 +377,8 @@ TEST_P(Units, OfADevicePointAreTheNearestOfAll)
             const POINT ptDevice{rc.left + static_cast<LONG>(random() % 60),
                                  rc.top + static_cast<LONG>(random() % 60)};
             POINT ptBest{INT_MAX, INT_MAX};
-            LONG nBestX = LONG_MAX;
-            LONG nBestY = LONG_MAX;
+            LONG nBestX = INT32_MAX;
+            LONG nBestY = INT32_MAX;
             const bool bCrossed = GetParam().nAngle % 180 != 0;
             for (LONG nUnit = -2000; nUnit <= 2000; ++nUnit) {
                 POINT pt{nUnit, nUnit};

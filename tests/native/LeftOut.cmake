@@ -109,10 +109,10 @@ list(APPEND QEL_LEFT_OUT
   BarFill.DrawsNothingWithoutSegmentBrushOrRegion)
 
 # Of the tests that see what hosts see: those that look at the DLL as a file, at its calls, at what other
-# processes hold open, at what only a real disk keeps of a file, at what the system itself counts, and at pixels on
-# surfaces that map.
+# processes hold open, at what only a real disk keeps of a file, at what the system itself counts, at pixels on
+# surfaces that map, and at pixels that are painted over and over.
 set(QEL_HOST_FILES_LEFT_OUT BarFaceTests.cpp CompatibilityTests.cpp ExportTests.cpp FileFaultTests.cpp
-  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp)
+  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp UpdateTests.cpp)
 
 # They look at pixels of figures that have none here, or at the memory of a bitmap.
 set(QEL_HOST_LEFT_OUT
@@ -127,6 +127,8 @@ set(QEL_HOST_LEFT_OUT
   MeterFace.WhatLeavesItIsDrawnAsTheFileHasIt
   PartialRedraw.ADrawingWithAScaleIsAlwaysPaintedWhole
   PartialRedraw.AReadOutOverItsFaceAndABarThatOnlyFillsLeaveWhatTheyPaintedBefore
+  LiveIds.AHiddenFaceKeepsItsRegion
+  LiveIds.TheFillOfAFaceStaysTheMeters
   PartialRedraw.ASweep*
   PartialRedraw.AfterADrawOntoAnotherDeviceContextTheOldNeedleStays
   PartialRedraw.TheClockMovesItsHandsFromSecondToSecond
