@@ -380,6 +380,7 @@ double TimeOfValue(HQELENGINE hEngine, const std::vector<std::string>& ids)
 std::vector<std::string> MeterIds(int nMeters)
 {
     std::vector<std::string> ids;
+    ids.reserve(static_cast<std::size_t>(nMeters));
     for (int n = 0; n < nMeters; ++n) ids.push_back("m" + std::to_string(n));
     return ids;
 }

@@ -113,7 +113,7 @@ private:
     [[nodiscard]] MeterPicture* PictureFor(uint32_t nFlags);
     [[nodiscard]] MeterPicture* Updated() const;
     [[nodiscard]] RECT RendererRect(const RECT& rcQel, const RECT& rcFace) const;
-    int Miss() const;
+    [[nodiscard]] int Miss() const;
     void PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
     void PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const;
     void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);

@@ -39,12 +39,36 @@ struct AnsiCalls {
     using Found = WIN32_FIND_DATAA;
     static constexpr std::size_t MOST_CHARS = MAX_PATH - 1; // of a path
     static constexpr std::size_t MOST_NAME = MAX_PATH - 1;  // of the name in it
-    static constexpr auto GetAttributes = &::GetFileAttributesA;
-    static constexpr auto Create = &::CreateFileA;
-    static constexpr auto FindFirst = &::FindFirstFileA;
-    static constexpr auto FindNext = &::FindNextFileA;
-    static constexpr auto Delete = &::DeleteFileA;
-    static constexpr auto Move = &::MoveFileExA;
+    template <class... Given>
+    static auto GetAttributes(Given... given)
+    {
+        return ::GetFileAttributesA(given...);
+    }
+    template <class... Given>
+    static auto Create(Given... given)
+    {
+        return ::CreateFileA(given...);
+    }
+    template <class... Given>
+    static auto FindFirst(Given... given)
+    {
+        return ::FindFirstFileA(given...);
+    }
+    template <class... Given>
+    static auto FindNext(Given... given)
+    {
+        return ::FindNextFileA(given...);
+    }
+    template <class... Given>
+    static auto Delete(Given... given)
+    {
+        return ::DeleteFileA(given...);
+    }
+    template <class... Given>
+    static auto Move(Given... given)
+    {
+        return ::MoveFileExA(given...);
+    }
     // A separator may be the second byte of a character and is none then.
     static std::size_t CharAt(const char* psz)
     {
@@ -57,12 +81,36 @@ struct WideCalls {
     using Found = WIN32_FIND_DATAW;
     static constexpr std::size_t MOST_CHARS = 32760;
     static constexpr std::size_t MOST_NAME = 255;
-    static constexpr auto GetAttributes = &::GetFileAttributesW;
-    static constexpr auto Create = &::CreateFileW;
-    static constexpr auto FindFirst = &::FindFirstFileW;
-    static constexpr auto FindNext = &::FindNextFileW;
-    static constexpr auto Delete = &::DeleteFileW;
-    static constexpr auto Move = &::MoveFileExW;
+    template <class... Given>
+    static auto GetAttributes(Given... given)
+    {
+        return ::GetFileAttributesW(given...);
+    }
+    template <class... Given>
+    static auto Create(Given... given)
+    {
+        return ::CreateFileW(given...);
+    }
+    template <class... Given>
+    static auto FindFirst(Given... given)
+    {
+        return ::FindFirstFileW(given...);
+    }
+    template <class... Given>
+    static auto FindNext(Given... given)
+    {
+        return ::FindNextFileW(given...);
+    }
+    template <class... Given>
+    static auto Delete(Given... given)
+    {
+        return ::DeleteFileW(given...);
+    }
+    template <class... Given>
+    static auto Move(Given... given)
+    {
+        return ::MoveFileExW(given...);
+    }
     static std::size_t CharAt(const wchar_t*) { return 1; }
 };
 

@@ -13,12 +13,13 @@ class CHelpFormatter final : public CLI::Formatter {
 public:
     explicit CHelpFormatter(std::string usage); // what follows the command's name
 
-    std::string make_help(const CLI::App* pApp, std::string name,
-                          CLI::AppFormatMode mode) const override;
-    std::string make_group(std::string heading, bool bPositional,
-                           std::vector<const CLI::Option*> options) const override;
-    std::string make_option(const CLI::Option* pOption, bool bPositional) const override;
-    std::string make_subcommand(const CLI::App* pCommand) const override;
+    [[nodiscard]] std::string make_help(const CLI::App* pApp, std::string name,
+                                        CLI::AppFormatMode mode) const override;
+    [[nodiscard]] std::string make_group(std::string heading, bool bPositional,
+                                         std::vector<const CLI::Option*> options) const override;
+    [[nodiscard]] std::string make_option(const CLI::Option* pOption,
+                                          bool bPositional) const override;
+    [[nodiscard]] std::string make_subcommand(const CLI::App* pCommand) const override;
 
 private:
     std::string m_usage;
