@@ -30,6 +30,7 @@ typedef unsigned int SIZE_T;
     typedef struct name##__* name
 DECLARE_HANDLE(HDC);
 DECLARE_HANDLE(HBRUSH);
+DECLARE_HANDLE(HRGN);
 DECLARE_HANDLE(HBITMAP);
 
 typedef struct tagRECT {
