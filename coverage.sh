@@ -16,7 +16,7 @@ qel_install || exit 2
 mkdir -p "$dir/report"
 log=$dir/build.log
 if ! { cmake --preset native -B "$dir" -DQEL_COVERAGE=ON -DQEL_SANITIZERS= \
-         -DCMAKE_CXX_FLAGS_DEBUG="-O0 -g" && cmake --build "$dir"; } >"$log" 2>&1; then
+         -DCMAKE_CXX_FLAGS_DEBUG="-O0 -g -fprofile-update=atomic" && cmake --build "$dir"; } >"$log" 2>&1; then
   tail -n 40 "$log" >&2
   exit 2
 fi
