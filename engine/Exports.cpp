@@ -14,28 +14,6 @@ constexpr int NO_DRAWING_KIND = 3;
 constexpr int NO_KIND = -1;
 constexpr std::size_t MAX_PATH_BYTES = 260;
 
-// What a handle of a call stands for; where it is nothing, the reason is left and the result null.
-CQELEngine* FindEngine(HQELENGINE hEngine)
-{
-    CQELEngine* pEngine = EngineOf(hEngine);
-    if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
-    return pEngine;
-}
-
-CQELEngine* FindEditable(HQELENGINE hEngine)
-{
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    if (!pEngine) Fail(hEngine, WhyNotEditable(hEngine));
-    return pEngine;
-}
-
-CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
-{
-    CQELDocElm* pElm = ElementOf(EditableEngine(hEngine), hElem);
-    if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
-    return pElm;
-}
-
 // The two elements that a new place is made of.
 bool FindPlace(HQELENGINE hEngine, HQELELEM hParent, HQELELEM hAfter, CQELDocElm** ppParent,
                CQELDocElm** ppAfter)

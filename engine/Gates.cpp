@@ -1,5 +1,7 @@
 #include "engine/Gates.h"
 
+#include "engine/Errors.h"
+
 CShowOnlyRecord* RecordOf(HQELENGINE hEngine)
 {
     return static_cast<CShowOnlyRecord*>(CHandleEntry::Find(HandleKind::Record, ToNumber(hEngine)));
@@ -54,4 +56,25 @@ Failure* FailureOf(HQELENGINE hEngine)
     if (CQELEngine* pEngine = EditableEngine(hEngine)) return &pEngine->LastFailure();
     CShowOnlyRecord* pRecord = RecordOf(hEngine);
     return pRecord ? &pRecord->LastFailure() : nullptr;
+}
+
+CQELEngine* FindEngine(HQELENGINE hEngine)
+{
+    CQELEngine* pEngine = EngineOf(hEngine);
+    if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
+    return pEngine;
+}
+
+CQELEngine* FindEditable(HQELENGINE hEngine)
+{
+    CQELEngine* pEngine = EditableEngine(hEngine);
+    if (!pEngine) Fail(hEngine, WhyNotEditable(hEngine));
+    return pEngine;
+}
+
+CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
+{
+    CQELDocElm* pElm = ElementOf(EditableEngine(hEngine), hElem);
+    if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
+    return pElm;
 }

@@ -26,5 +26,11 @@ uint32_t WhyNotEngine(HQELENGINE hEngine);
 uint32_t WhyNotEditable(HQELENGINE hEngine);
 uint32_t WhyNotElement(HQELENGINE hEngine);
 
+// The same for a call that fails without: where it is nothing, the reason is left and the result
+// null.
+CQELEngine* FindEngine(HQELENGINE hEngine);
+CQELEngine* FindEditable(HQELENGINE hEngine);
+CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem);
+
 // Where the handle keeps why its last failed call failed; null for one that is not live.
 Failure* FailureOf(HQELENGINE hEngine);

@@ -1,6 +1,9 @@
 // The exported functions that reach elements by their identifier.
+#include "engine/Errors.h"
 #include "engine/Gates.h"
 #include "engine/LiveValues.h"
+
+#include <tuple>
 
 namespace {
 
@@ -8,16 +11,25 @@ template <class... Given, class... Taken>
 int Set(HQELENGINE hEngine, const char* pszId, int (CLiveElement::*pfnSet)(Given...),
         Taken... values)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? CLiveValues(*pEngine).Set(pszId, pfnSet, values...) : 0;
+}
+
+// The last of what a get is handed is where its answer goes.
+template <class... Taken>
+bool IsGiven(Taken... values)
+{
+    return std::get<sizeof...(values) - 1>(std::tuple<Taken...>(values...)) != nullptr;
 }
 
 template <class... Given, class... Taken>
 int Get(HQELENGINE hEngine, const char* pszId, int (CLiveElement::*pfnGet)(Given...) const,
         Taken... values)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine ? CLiveValues(*pEngine).Get(pszId, pfnGet, values...) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!IsGiven(values...)) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return CLiveValues(*pEngine).Get(pszId, pfnGet, values...);
 }
 
 } // namespace
@@ -29,7 +41,7 @@ int QELAPI QELSetValue(HQELENGINE hEngine, const char* pszId, double fValue)
 
 int QELAPI QELGetValue(HQELENGINE hEngine, const char* pszId, double* pfValue)
 {
-    return pfValue ? Get(hEngine, pszId, &CLiveElement::GetValue, pfValue) : 0;
+    return Get(hEngine, pszId, &CLiveElement::GetValue, pfValue);
 }
 
 int QELAPI QELSetPin(HQELENGINE hEngine, const char* pszId, int nPin, double fValue)
@@ -39,7 +51,7 @@ int QELAPI QELSetPin(HQELENGINE hEngine, const char* pszId, int nPin, double fVa
 
 int QELAPI QELGetPin(HQELENGINE hEngine, const char* pszId, int nPin, double* pfValue)
 {
-    return pfValue ? Get(hEngine, pszId, &CLiveElement::GetPin, nPin, pfValue) : 0;
+    return Get(hEngine, pszId, &CLiveElement::GetPin, nPin, pfValue);
 }
 
 int QELAPI QELSetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector, double fValue)
@@ -49,7 +61,7 @@ int QELAPI QELSetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector
 
 int QELAPI QELGetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector, double* pfValue)
 {
-    return pfValue ? Get(hEngine, pszId, &CLiveElement::GetSelector, nSelector, pfValue) : 0;
+    return Get(hEngine, pszId, &CLiveElement::GetSelector, nSelector, pfValue);
 }
 
 int QELAPI QELSetText(HQELENGINE hEngine, const char* pszId, const char* pszText)
@@ -70,7 +82,7 @@ int QELAPI QELSetColor(HQELENGINE hEngine, const char* pszId, int nPlace, COLORR
 int QELAPI QELResetLive(HQELENGINE hEngine, const char* pszId)
 {
     if (pszId) return Set(hEngine, pszId, &CLiveElement::Reset);
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? CLiveValues(*pEngine).ResetAll() : 0;
 }
 
@@ -86,42 +98,43 @@ int QELAPI QELSetEasing(HQELENGINE hEngine, const char* pszId, DWORD nTime)
 
 int QELAPI QELAdvance(HQELENGINE hEngine, DWORD nTime)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? CLiveValues(*pEngine).Advance(nTime) : 0;
 }
 
 int QELAPI QELGetLiveId(HQELENGINE hEngine, DWORD nIndex, char* pszBuffer, int nSize, int* pnType)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? CLiveValues(*pEngine).IdAt(nIndex, pszBuffer, nSize, pnType) : 0;
 }
 
 int QELAPI QELGetDirtyRect(HQELENGINE hEngine, RECT* prc)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    return pEngine && prc ? pEngine->GetDirtyRect(prc) : 0;
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    return prc ? pEngine->GetDirtyRect(prc) : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }
 
 int QELAPI QELGetDirtyRegion(HQELENGINE hEngine, HRGN hRegion)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? pEngine->GetDirtyRegion(hRegion) : 0;
 }
 
 int QELAPI QELInvalidate(HQELENGINE hEngine, const RECT* prc)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? pEngine->Invalidate(prc) : 0;
 }
 
 int QELAPI QELValidate(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? pEngine->Validate() : 0;
 }
 
 int QELAPI QELUpdate(HQELENGINE hEngine, HDC hdc, HBRUSH hBackground)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
+    CQELEngine* pEngine = FindEngine(hEngine);
     return pEngine ? pEngine->Update(hdc, hBackground) : 0;
 }

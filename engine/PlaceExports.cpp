@@ -7,28 +7,6 @@
 
 namespace {
 
-// What a handle of a call stands for; where it is nothing, the reason is left and the result null.
-CQELEngine* FindEngine(HQELENGINE hEngine)
-{
-    CQELEngine* pEngine = EngineOf(hEngine);
-    if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
-    return pEngine;
-}
-
-CQELEngine* FindEditable(HQELENGINE hEngine)
-{
-    CQELEngine* pEngine = EditableEngine(hEngine);
-    if (!pEngine) Fail(hEngine, WhyNotEditable(hEngine));
-    return pEngine;
-}
-
-CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
-{
-    CQELDocElm* pElm = ElementOf(EditableEngine(hEngine), hElem);
-    if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
-    return pElm;
-}
-
 // Without an index nothing is found, which is no answer.
 bool HasIndex(HQELENGINE hEngine, const CQELEngine& engine, bool bMade)
 {

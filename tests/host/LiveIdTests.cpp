@@ -195,6 +195,33 @@ TEST(LiveIds, WhatIsNoNumberKeepsThePictureOfTheValueBefore)
     }
 }
 
+TEST(LiveIds, ACallThatCannotBeMadeLeavesItsReason)
+{
+    const CTextHost host(Meter(0, "id='a'"), SIDE);
+    QELERROR error{};
+    error.nSize = sizeof error;
+    double f = 0;
+    EXPECT_EQ(0, QELGetValue(host, "none", &f));
+    EXPECT_EQ(0, QELGetError(host, &error)); // nobody bears it: an answer
+    EXPECT_EQ(0, QELGetPin(host, "a", 1, nullptr));
+    EXPECT_EQ(1, QELGetError(host, &error));
+    EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_ARGUMENT), error.nCode);
+    const std::function<int(HQELENGINE)> calls[] = {
+        [](HQELENGINE h) { return QELSetValue(h, "a", 1); },
+        [](HQELENGINE h) { return QELResetLive(h, nullptr); },
+        [](HQELENGINE h) { return QELUpdate(h, nullptr, nullptr); }};
+    QELShowOnly(1);
+    for (const auto& call : calls) {
+        const HQELENGINE hEmpty = CreateQELEngine(); // with nothing open
+        EXPECT_EQ(0, QELGetError(hEmpty, &error));
+        EXPECT_EQ(0, call(hEmpty));
+        EXPECT_EQ(1, QELGetError(hEmpty, &error));
+        EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_NO_DRAWING), error.nCode);
+        EXPECT_EQ(1, DestroyQELEngine(hEmpty));
+    }
+    QELShowOnly(0);
+}
+
 // ---- settings ----
 
 TEST(LiveIds, SettingsAreThoseOfTheNumberedCalls)
