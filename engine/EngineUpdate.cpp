@@ -22,9 +22,11 @@ CQELViewElm* DrawnFor(CQELViewElm* pElm)
 // the order of places does not tell.
 bool HasMarkedHolder(CLiveLayer& layer)
 {
-    for (const LiveState* p = layer.First(); p; p = p->pNext)
-        if (p->ShownQuality() != QUALITY_GOOD && p->pElm->FirstChild()) return true;
-    return false;
+    bool bAny = false;
+    layer.ForEach([&](const LiveState& state) {
+        bAny |= state.ShownQuality() != QUALITY_GOOD && state.pElm->FirstChild();
+    });
+    return bAny;
 }
 
 } // namespace

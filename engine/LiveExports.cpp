@@ -36,7 +36,8 @@ int Get(HQELENGINE hEngine, const char* pszId, int (CLiveElement::*pfnGet)(Given
 
 int QELAPI QELSetValue(HQELENGINE hEngine, const char* pszId, double fValue)
 {
-    return Set(hEngine, pszId, &CLiveElement::SetValue, fValue);
+    CQELEngine* pEngine = FindEngineForValues(hEngine);
+    return pEngine ? CLiveValues(*pEngine).Set(pszId, &CLiveElement::SetValue, fValue) : 0;
 }
 
 int QELAPI QELGetValue(HQELENGINE hEngine, const char* pszId, double* pfValue)

@@ -17,7 +17,7 @@ const IdBearer* CLiveValues::First(const char* pszId) const
 
 CLiveElement CLiveValues::Element(const IdBearer* pBearer) const
 {
-    return {m_engine.View().Live(), *pBearer->pView};
+    return {m_engine.View().Live(), *pBearer->pView, pBearer->pHost, &pBearer->pState};
 }
 
 // What is left belongs to elements that have another identifier by now, or none.
@@ -28,7 +28,7 @@ int CLiveValues::ResetAll()
     int nReached = 0;
     for (uint32_t n = 0; n < m_pIds->CountBearers(); ++n)
         nReached += Element(m_pIds->BearerAt(n)).Reset();
-    while (const LiveState* pState = layer.First()) CLiveElement(layer, *pState->pElm).Reset();
+    layer.ForEach([&](LiveState& state) { CLiveElement(layer, *state.pElm).Reset(); });
     return nReached;
 }
 
@@ -36,11 +36,11 @@ int CLiveValues::Advance(uint32_t nTime)
 {
     int nMoving = 0;
     m_engine.View().SetClock(ClockTimes::Now());
-    for (LiveState* p = m_engine.View().Live().First(); p; p = p->pNext) {
-        if (!p->IsMoving()) continue;
-        p->pElm->Touch();
-        nMoving += p->Advance(nTime);
-    }
+    m_engine.View().Live().ForEach([&](LiveState& state) {
+        if (!state.IsMoving()) return;
+        state.pElm->Touch();
+        nMoving += state.Advance(nTime);
+    });
     return nMoving;
 }
 

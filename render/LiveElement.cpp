@@ -49,33 +49,42 @@ CLiveElement::CLiveElement(CLiveLayer& layer, CQELViewElm& elm) noexcept
 
 LiveState* CLiveElement::State() const
 {
+    if (LiveState* pState = Known()) return pState;
     return m_elm.IsLive() ? m_layer.Find(&m_elm) : nullptr;
 }
 
 LiveState* CLiveElement::MakeState() const
 {
+    if (LiveState* pState = Known()) return pState;
     LiveState* pState = m_layer.Make(&m_elm);
-    if (pState) m_elm.SetLive(true);
+    if (!pState) return nullptr;
+    m_elm.SetLive(true);
+    if (m_ppKnown) *m_ppKnown = pState;
     return pState;
 }
 
-// From what is shown now, be it on its way or not.
+// From what is shown now, be it on its way or not. Without a time there is no way, and nobody asks
+// for its beginning.
 void CLiveElement::BeginMove(LiveState* pState, double fValue) const
 {
-    const double fFrom = pState->IsMoving() ? pState->ShownValue() : m_pHost->ShownNumber();
-    pState->move = {fFrom, 0, 0, 0, 0};
-    if (!pState->nEaseTime || !m_pHost->CanMove() || fFrom == fValue) return;
     LiveMove& move = pState->move;
+    if (!pState->nEaseTime) {
+        move.nGone = move.nTime;
+        return;
+    }
+    const double fFrom = pState->IsMoving() ? pState->ShownValue() : m_pHost->ShownNumber();
+    move = {0, 0, fFrom, 0, 0};
+    if (!m_pHost->CanMove() || fFrom == fValue) return;
     move.nTime = pState->nEaseTime;
     const double fTurn = m_pHost->FullTurn(&move.fLow);
     const auto isOn = [&](double f) { return f >= move.fLow && f <= move.fLow + fTurn; };
     if (fTurn > 0 && isOn(fFrom) && isOn(fValue)) move.fTurn = fTurn;
 }
 
-int CLiveElement::SetValue(double fValue)
+int CLiveElement::SetNow(double fValue)
 {
-    const bool bText = m_elm.Type() == QEL_TYPE_TEXT;
-    if (!bText && !(m_pHost && m_pHost->FollowsNumber())) return 0;
+    m_layer.HandOver();
+    if (!(m_pHost ? m_pHost->FollowsNumber() : m_elm.Type() == QEL_TYPE_TEXT)) return 0;
     LiveState* pState = MakeState();
     if (!pState) return 0;
     const LiveQuality nQuality = pState->ShownQuality();
