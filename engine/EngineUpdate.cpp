@@ -83,9 +83,9 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     RECT rcBox{};
     if (!GetDirtyRect(&rcBox)) return 0;
     CDirtyArea& dirty = m_view.Dirty();
+    dirty.SetMissed(false);
     const CUpdateClip clip(hdc, dirty);
     if (!clip.IsOpen()) return 0;
-    dirty.SetMissed(false);
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
     if (!UpdateByPlace(hdc, clip.Painted(), rcPainted))

@@ -107,3 +107,9 @@ CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
     if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
     return pElm;
 }
+
+int OrFailWithoutDrawing(HQELENGINE hEngine, const CQELEngine* pEngine, int nResult)
+{
+    if (!nResult && !pEngine->HasDrawing()) Fail(hEngine, QEL_ERROR_NO_DRAWING);
+    return nResult;
+}

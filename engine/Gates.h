@@ -38,5 +38,8 @@ CQELEngine* FindEngineForValues(HQELENGINE hEngine);
 CQELEngine* FindEditable(HQELENGINE hEngine);
 CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem);
 
+// A result; of what is not there it is an answer, unless that is the drawing.
+int OrFailWithoutDrawing(HQELENGINE hEngine, const CQELEngine* pEngine, int nResult);
+
 // Where the handle keeps why its last failed call failed; null for one that is not live.
 Failure* FailureOf(HQELENGINE hEngine);

@@ -3,11 +3,18 @@
 #include "engine/QELEngine.h"
 #include "render/QELViewElm.h"
 
-#include <cstring>
-
 CLiveValues::CLiveValues(CQELEngine& engine) noexcept
-    : m_engine(engine), m_pIds(engine.View().Root() ? engine.Identifiers() : nullptr)
+    : m_engine(engine), m_pIds(engine.View().Root() ? engine.Identifiers() : nullptr),
+      m_nLacks(engine.View().Live().Lacks())
 {
+}
+
+uint32_t CLiveValues::WhyNot(const char* pszId, uint32_t nCode) const
+{
+    if (!m_engine.HasDrawing()) return QEL_ERROR_NO_DRAWING;
+    if (!pszId) return QEL_ERROR_ARGUMENT;
+    if (!m_pIds || m_engine.View().Live().Lacks() != m_nLacks) return QEL_ERROR_MEMORY;
+    return First(pszId) ? nCode : uint32_t{QEL_ERROR_NONE};
 }
 
 const IdBearer* CLiveValues::First(const char* pszId) const
@@ -44,13 +51,7 @@ int CLiveValues::Advance(uint32_t nTime)
     return nMoving;
 }
 
-int CLiveValues::IdAt(uint32_t nIndex, char* pszOut, int nSize, int* pnType) const
+const IdBearer* CLiveValues::IdAt(uint32_t nIndex) const
 {
-    const IdBearer* pBearer = m_pIds ? m_pIds->FirstOf(nIndex) : nullptr;
-    if (!pBearer || !pszOut || nSize <= 0) return 0;
-    const std::size_t nNeeded = std::strlen(pBearer->pszId) + 1;
-    if (nNeeded > static_cast<std::size_t>(nSize)) return 0;
-    std::memcpy(pszOut, pBearer->pszId, nNeeded);
-    if (pnType) *pnType = pBearer->pView->Type();
-    return 1;
+    return m_pIds ? m_pIds->FirstOf(nIndex) : nullptr;
 }

@@ -57,10 +57,17 @@ LiveState* CLiveElement::MakeState() const
 {
     if (LiveState* pState = Known()) return pState;
     LiveState* pState = m_layer.Make(&m_elm);
+    if (!pState) Lack();
     if (!pState) return nullptr;
     m_elm.SetLive(true);
     if (m_ppKnown) *m_ppKnown = pState;
     return pState;
+}
+
+int CLiveElement::Lack() const
+{
+    m_layer.NoteLack();
+    return 0;
 }
 
 // From what is shown now, be it on its way or not. Without a time there is no way, and nobody asks
@@ -121,7 +128,7 @@ int CLiveElement::MakePins(LiveState* pState) const
 {
     if (pState->pfPins) return 1;
     pState->pfPins = static_cast<double*>(std::malloc(LIVE_PINS * sizeof(double)));
-    if (!pState->pfPins) return 0;
+    if (!pState->pfPins) return Lack();
     for (int n = 0; n < LIVE_PINS; ++n)
         pState->pfPins[n] = m_pHost->ShownPin(static_cast<uint32_t>(n + 1));
     return 1;
@@ -184,7 +191,7 @@ int CLiveElement::SetText(const char* pszText)
     LiveState* pState = MakeState();
     if (!pState) return 0;
     m_elm.TouchPlace();
-    if (!CLiveLayer::SetText(pState, pszText)) return 0;
+    if (!CLiveLayer::SetText(pState, pszText)) return Lack();
     m_elm.PlaceChanged();
     m_elm.Touch();
     return 1;

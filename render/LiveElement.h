@@ -62,6 +62,7 @@ private:
     }
     int SetNow(double fValue);
     int MakePins(LiveState* pState) const;
+    int Lack() const; // 0, the result of a set that memory is not there for
     void BeginMove(LiveState* pState, double fValue) const;
 
     CLiveLayer& m_layer;

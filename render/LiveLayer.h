@@ -115,6 +115,10 @@ public:
         if (m_pWaiting) HandOverAll();
     }
 
+    // How often an element could not be given something for want of memory.
+    [[nodiscard]] uint32_t Lacks() const { return m_nLacks; }
+    void NoteLack() { ++m_nLacks; }
+
     // 0 without memory: then the text is as before. Null: the element's own again.
     static int SetText(LiveState* pState, const char* pszText);
 
@@ -138,6 +142,7 @@ private:
     uint32_t m_nBits = 0;
     uint32_t m_nCount = 0;
     uint32_t m_nSerial = 0;
+    uint32_t m_nLacks = 0;
     LiveState* m_pWaiting = nullptr;
     LiveState* m_pFree = nullptr; // places that are nobody's
     Places* m_pPlaces = nullptr;
