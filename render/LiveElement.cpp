@@ -57,8 +57,10 @@ LiveState* CLiveElement::MakeState() const
 {
     if (LiveState* pState = Known()) return pState;
     LiveState* pState = m_layer.Make(&m_elm);
-    if (!pState) Lack();
-    if (!pState) return nullptr;
+    if (!pState) {
+        m_layer.NoteLack();
+        return nullptr;
+    }
     m_elm.SetLive(true);
     if (m_ppKnown) *m_ppKnown = pState;
     return pState;

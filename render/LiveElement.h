@@ -5,9 +5,9 @@
 
 #include "render/LiveLayer.h"
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
 
 class CHostDriven;
 
@@ -56,13 +56,14 @@ private:
     // The same bits as before are no other value.
     int SetLater(LiveState* pState, double fValue) const
     {
-        const bool bSame = std::memcmp(&pState->fValue, &fValue, sizeof fValue) == 0;
+        const bool bSame =
+            std::bit_cast<uint64_t>(pState->fValue) == std::bit_cast<uint64_t>(fValue);
         if (!bSame) m_layer.Await(pState, fValue);
         return 1;
     }
     int SetNow(double fValue);
     int MakePins(LiveState* pState) const;
-    int Lack() const; // 0, the result of a set that memory is not there for
+    [[nodiscard]] int Lack() const; // 0, the result of a set that memory is not there for
     void BeginMove(LiveState* pState, double fValue) const;
 
     CLiveLayer& m_layer;
