@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -429,44 +430,125 @@ double TimeOfUpdate(const CEngine& engine, HDC hdc, const char* pszId)
     });
 }
 
-// The floor of an update is a full draw, under the clip of the meter, of a drawing that has nothing
-// but what stands there: such a draw costs what its calls cost, as other rows show.
+constexpr const char* DIAL = "m500";
+
+RECT PlaceOf(HQELENGINE hEngine, const char* pszId)
+{
+    RECT rc{};
+    if (!QELGetIdDrawRect(hEngine, pszId, &rc)) Die("a meter has no place");
+    return rc;
+}
+
+// The calls of a full draw of one dial of the panel, as it shows a value.
+CReplay CallsOfDial(double fValue)
+{
+    const CEngine alone;
+    alone.OpenShown(PanelText(1000, 1000, {}));
+    for (const std::string& id : MeterIds(1000)) QELSetVisible(alone, id.c_str(), id == DIAL);
+    QELSetValue(alone, DIAL, fValue);
+    CReplay replay(Recorded([&](HDC hdc) { alone.Draw(hdc, QEL_DRAW_FULL); }));
+    if (!replay.IsWhole()) Die("the dial makes calls that cannot be replayed");
+    return replay;
+}
+
+// The pixels of what stands in the place of the dial, by an update and by its floor.
+void ExpectSamePlace(const qel::CCanvas& mine, const qel::CCanvas& other, const RECT& rc)
+{
+    ::GdiFlush();
+    for (LONG y = rc.top; y < rc.bottom; ++y) {
+        const auto nAt = static_cast<std::size_t>(y * SCENE_SIZE.cx + rc.left) * 4;
+        if (std::memcmp(mine.Bits() + nAt, other.Bits() + nAt,
+                        static_cast<std::size_t>(rc.right - rc.left) * 4) != 0)
+            Die("an update does not draw what its floor does");
+    }
+}
+
+// The floor of an update are the calls of what stands in the place of the dial, and of the dial,
+// under a clip.
 void MeasureOneDial(const CEngine& engine, const std::vector<Shape>& shapes)
 {
-    const char* const pszId = "m500";
+    constexpr double FIRST = 3;
     const qel::CCanvas canvas(SCENE_SIZE);
     const qel::CCanvas other(SCENE_SIZE);
+    const std::vector<Shape> met = ShapesAt(engine, DIAL, shapes);
+    const CReplay dial = CallsOfDial(FIRST);
+    const RECT rc = PlaceOf(engine, DIAL);
+    const auto floor = [&] {
+        return TimeOf([&] {
+            ::SaveDC(other.Dc());
+            ::IntersectClipRect(other.Dc(), rc.left, rc.top, rc.right, rc.bottom);
+            DrawFloor(other.Dc(), met);
+            dial.Draw(other.Dc());
+            ::RestoreDC(other.Dc(), -1);
+        });
+    };
     QELUpdate(engine, canvas.Dc(), nullptr);
-    const CEngine alone;
-    alone.OpenShown(PanelText(1000, 1000, ShapesAt(engine, pszId, shapes)));
-    for (const std::string& id : MeterIds(1000))
-        if (id != pszId) QELSetVisible(alone, id.c_str(), 0);
-    RECT rc{};
-    QELGetIdDrawRect(engine, pszId, &rc);
-    ::IntersectClipRect(other.Dc(), rc.left, rc.top, rc.right, rc.bottom);
-    g_table.Bar("update of a dial of 1000 beside 100000 shapes / what stands there (us)",
+    QELSetValue(engine, DIAL, FIRST);
+    QELUpdate(engine, canvas.Dc(), nullptr);
+    floor();
+    ExpectSamePlace(canvas, other, rc);
+    g_table.Bar(
+        "update of a dial of 1000 beside 100000 shapes / the same calls (us)",
+        Compare(
+            TurnsFor(10000), [&] { return TimeOfUpdate(engine, canvas.Dc(), DIAL); }, floor),
+        1000, 1.5);
+}
+
+// Far enough from a place that no shape of a scene reaches into it.
+bool IsElsewhere(const Shape& shape, const RECT& rc)
+{
+    constexpr LONG REACH = 100;
+    const bool bList = shape.nType == QEL_TYPE_POLYLINE || shape.nType == QEL_TYPE_POLYGON;
+    const int* pnAt = shape.n + (bList ? 1 : 0);
+    return pnAt[0] < rc.left - REACH || pnAt[0] > rc.right + REACH || pnAt[1] < rc.top - REACH ||
+           pnAt[1] > rc.bottom + REACH;
+}
+
+// The same dial, when nine times as many shapes more stand elsewhere.
+void MeasureMoreElsewhere(const CEngine& engine, const std::vector<Shape>& shapes)
+{
+    std::vector<Shape> more = shapes;
+    const RECT rc = PlaceOf(engine, DIAL);
+    const auto elsewhere = [&](const Shape& shape) { return IsElsewhere(shape, rc); };
+    while (more.size() < shapes.size() * 10)
+        std::ranges::copy_if(shapes, std::back_inserter(more), elsewhere);
+    const CEngine large;
+    large.OpenShown(PanelText(1000, 1000, more));
+    const qel::CCanvas canvas(SCENE_SIZE);
+    const qel::CCanvas other(SCENE_SIZE);
+    QELUpdate(engine, other.Dc(), nullptr);
+    QELUpdate(large, canvas.Dc(), nullptr);
+    g_table.Bar("the same with 1000000 shapes elsewhere / 100000 (us)",
                 Compare(
-                    TurnsFor(10000), [&] { return TimeOfUpdate(engine, canvas.Dc(), pszId); },
-                    [&] { return TimeOf([&] { alone.Draw(other.Dc(), QEL_DRAW_FULL); }); }),
-                1000, 1.5);
+                    TurnsFor(10000), [&] { return TimeOfUpdate(large, canvas.Dc(), DIAL); },
+                    [&] { return TimeOfUpdate(engine, other.Dc(), DIAL); }),
+                1000, 1.2);
+    ExpectSamePlace(canvas, other, rc);
+}
+
+void MeasureDials()
+{
+    const std::vector<Shape> shapes = MakeScene(SceneKind::Mixed, 100000);
+    const CEngine engine;
+    engine.OpenShown(PanelText(1000, 1000, shapes));
+    MeasureOneDial(engine, shapes);
+    if (!g_bQuick) MeasureMoreElsewhere(engine, shapes);
 }
 
 void MeasureUpdates()
 {
     const qel::CCanvas canvas(SCENE_SIZE);
-    const CEngine engine;
-    {
-        const std::vector<Shape> shapes = MakeScene(SceneKind::Mixed, 100000);
-        engine.OpenShown(PanelText(1000, 1000, shapes));
-        MeasureOneDial(engine, shapes);
-    }
     const CEngine bare;
     bare.OpenShown(PanelText(1000, 1000, {}));
     QELUpdate(bare, canvas.Dc(), nullptr);
     const std::vector<std::string> ids = MeterIds(1000);
+    int nValue = 0;
     const auto update = [&] {
-        for (const std::string& id : ids) QELSetValue(bare, id.c_str(), 3);
-        return TimeOf([&] { QELUpdate(bare, canvas.Dc(), nullptr); });
+        ++nValue;
+        for (const std::string& id : ids) QELSetValue(bare, id.c_str(), nValue % 11);
+        return TimeOf([&] {
+            if (!QELUpdate(bare, canvas.Dc(), nullptr)) Die("nothing was updated");
+        });
     };
     update();
     g_table.Bar("update of 1000 dials / full draw of them (us)",
@@ -598,7 +680,8 @@ constexpr Measurement g_measurements[] = {
     {"draw", MeasureDrawings},     {"clip", MeasureClipping},
     {"gradient", MeasureGradient}, {"partial", MeasurePartial},
     {"set", MeasureSettings},      {"allocations", MeasureAllocations},
-    {"values", MeasureValues},     {"updates", MeasureUpdates},
+    {"values", MeasureValues},     {"dials", MeasureDials},
+    {"updates", MeasureUpdates},
 };
 
 const Measurement* LookupMeasurement(std::string_view name)

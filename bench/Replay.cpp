@@ -21,6 +21,29 @@ std::string AnsiText(const EMREXTTEXTOUTW& record)
     return text;
 }
 
+// The rows of a pattern of 8 by 8 pixels, as CreateBitmap takes them; empty for another one.
+std::string PatternBits(const ENHMETARECORD& record)
+{
+    constexpr DWORD SIDE = 8;
+    constexpr DWORD ROW = 4; // bytes of a row in a recording, the last row first
+    const auto& brush = As<EMRCREATEMONOBRUSH>(record);
+    const auto* pBytes = reinterpret_cast<const char*>(&record);
+    BITMAPINFOHEADER header{};
+    std::memcpy(&header, pBytes + brush.offBmi, sizeof header);
+    if (header.biWidth != SIDE || header.biHeight != SIDE || brush.cbBits != SIDE * ROW) return {};
+    std::string bits(SIDE * 2, 0);
+    for (DWORD y = 0; y < SIDE; ++y) bits[y * 2] = pBytes[brush.offBits + (SIDE - 1 - y) * ROW];
+    return bits;
+}
+
+HBRUSH MakePatternBrush(const std::string& bits)
+{
+    const HBITMAP hBitmap = ::CreateBitmap(8, 8, 1, 1, bits.data());
+    const HBRUSH hBrush = ::CreatePatternBrush(hBitmap);
+    ::DeleteObject(hBitmap);
+    return hBrush;
+}
+
 int IntOf(DWORD n)
 {
     return static_cast<int>(n);
@@ -74,6 +97,7 @@ bool CReplay::TakeCall(const ENHMETARECORD& record, Call* pCall)
     case EMR_SELECTOBJECT:
     case EMR_DELETEOBJECT:
     case EMR_SETTEXTCOLOR:
+    case EMR_SETBKCOLOR:
     case EMR_SETBKMODE:
         pCall->n[0] = dParm(0);
         return true;
@@ -84,7 +108,14 @@ bool CReplay::TakeCall(const ENHMETARECORD& record, Call* pCall)
     case EMR_INTERSECTCLIPRECT:
         pCall->n = {dParm(0), dParm(1), dParm(2), dParm(3)};
         return true;
-    case EMR_ARC: // recorded with the last pixels inside of the box
+    case EMR_ELLIPSE: // recorded with the last pixels inside of the box
+        pCall->n = {dParm(0), dParm(1), dParm(2) + 1, dParm(3) + 1};
+        return true;
+    case EMR_CREATEMONOBRUSH:
+        pCall->n[0] = dParm(0);
+        pCall->text = PatternBits(record);
+        return !pCall->text.empty();
+    case EMR_ARC: // with that box too
         pCall->n = {dParm(0), dParm(1), dParm(2) + 1, dParm(3) + 1,
                     dParm(4), dParm(5), dParm(6),     dParm(7)};
         return true;
@@ -132,6 +163,15 @@ void CReplay::Draw(HDC hdc) const
             break;
         case EMR_SETTEXTCOLOR:
             ::SetTextColor(hdc, static_cast<COLORREF>(n[0]));
+            break;
+        case EMR_SETBKCOLOR:
+            ::SetBkColor(hdc, static_cast<COLORREF>(n[0]));
+            break;
+        case EMR_ELLIPSE:
+            ::Ellipse(hdc, n[0], n[1], n[2], n[3]);
+            break;
+        case EMR_CREATEMONOBRUSH:
+            at(n[0]) = MakePatternBrush(call.text);
             break;
         case EMR_SETBKMODE:
             ::SetBkMode(hdc, n[0]);

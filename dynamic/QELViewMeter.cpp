@@ -143,7 +143,7 @@ void CQELViewMeter::PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPic
 void CQELViewMeter::PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const
 {
     pRenderer->SetLastReadOut(m_bFloats ? TruncToInt(m_fValue) : static_cast<int32_t>(m_nValue));
-    if (pState && pState->pClock) pRenderer->SetClock(pState->pClock);
+    if (pState) pRenderer->SetClock(&Drawing()->DrawingLayer()->Clock());
 }
 
 void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer,

@@ -29,6 +29,7 @@ struct MeterPicture {
     // Of a large face the region was made for what showed then.
     [[nodiscard]] bool HasFaceFor(HDC hdc) const;
 
+    std::unique_ptr<CMeter> pRenderer;
     RECT rcLast{0, 0, 0, 0}; // of the last draw
     SIZE lastRef{0, 0};      // the reference size then: the place follows it as well
     int32_t nPassedBlink = 0;
@@ -37,7 +38,6 @@ struct MeterPicture {
     uint32_t nFaceSource[2] = {0, 0};     // the sum of what they had then, as words like the stamp
     bool bPartOfFace = false; // it is right where rcFaceShown is; its box is the whole's
     RECT rcFaceShown{0, 0, 0, 0};
-    std::unique_ptr<CMeter> pRenderer;
 };
 
 struct UpdatedMeter final : LivePicture {
@@ -125,20 +125,20 @@ private:
     void TakeForm();
     [[nodiscard]] bool MovesNumbers(const SelectorRow& row) const;
 
+    // What values and settings read and write stands together, at the beginning.
+    CSetWords m_words;
+    uint32_t m_nValue = 0;
+    float m_fValue = 0;
+    bool m_bFloats = false; // the form that was set last
     QELMETERATTR m_attr{sizeof(QELMETERATTR), 0, 1, 0, 0, 100, 1, {0, 0, 10, 10, 0, 0, 0, 0, 0}, 0};
     uint32_t m_nProperties[QEL_SEL_COUNT]; // by selector
     float m_fBase = 0;
     int32_t m_nDraft = 0;
     uint32_t m_clrDraftFore = 0xFFFFFF;
     uint32_t m_clrDraftBack = 0x555555;
+    MeterPicture m_drawn; // by QELDraw
 
-    CSetWords m_words;
-    uint32_t m_nValue = 0;
-    float m_fValue = 0;
     int32_t m_nPins[METER_PINS] = {};
     float m_fPins[METER_PINS] = {};
     uint32_t m_nLastPin = 0; // 0: none was set
-    bool m_bFloats = false;  // the form that was set last
-
-    MeterPicture m_drawn; // by QELDraw
 };

@@ -235,9 +235,9 @@ void CSetWords::ApplyAll(CHostDriven& host)
     Apply(host);
 }
 
-void CSetWords::NoteHost(uint32_t nSelector)
+void CSetWords::Note(uint32_t nSelector)
 {
-    if (m_pKept) m_pKept->nHost |= BitOf(nSelector);
+    m_pKept->nHost |= BitOf(nSelector);
 }
 
 // It is the last of the words.

@@ -44,11 +44,16 @@ public:
     void Apply(CHostDriven& host);
     // The same when the host's settings are no more.
     void ApplyAll(CHostDriven& host);
-    void NoteHost(uint32_t nSelector); // the host has set it
+    void NoteHost(uint32_t nSelector) // the host has set it
+    {
+        if (m_pKept) Note(nSelector);
+    }
     // The value while the host has set none; null when there is none here.
     [[nodiscard]] const double* Value() const;
 
 private:
+    void Note(uint32_t nSelector);
+
     struct Kept;
     Kept* m_pKept = nullptr; // null without words: then nothing is kept of the host either
 };

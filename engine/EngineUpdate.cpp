@@ -22,9 +22,11 @@ CQELViewElm* DrawnFor(CQELViewElm* pElm)
 // the order of places does not tell.
 bool HasMarkedHolder(CLiveLayer& layer)
 {
-    for (const LiveState* p = layer.First(); p; p = p->pNext)
-        if (p->ShownQuality() != QUALITY_GOOD && p->pElm->FirstChild()) return true;
-    return false;
+    bool bAny = false;
+    layer.ForEach([&](const LiveState& state) {
+        bAny |= state.ShownQuality() != QUALITY_GOOD && state.pElm->FirstChild();
+    });
+    return bAny;
 }
 
 } // namespace
@@ -81,9 +83,9 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     RECT rcBox{};
     if (!GetDirtyRect(&rcBox)) return 0;
     CDirtyArea& dirty = m_view.Dirty();
+    dirty.SetMissed(false);
     const CUpdateClip clip(hdc, dirty);
     if (!clip.IsOpen()) return 0;
-    dirty.SetMissed(false);
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
     if (!UpdateByPlace(hdc, clip.Painted(), rcPainted))

@@ -149,7 +149,7 @@ int Fail(HQELENGINE hEngine, const Failure& failure)
 
 int Fail(HQELENGINE hEngine, uint32_t nCode)
 {
-    return Fail(hEngine, Failure{nCode});
+    return nCode == QEL_ERROR_NONE ? 0 : Fail(hEngine, Failure{nCode});
 }
 
 Failure LastFailure(HQELENGINE hEngine)

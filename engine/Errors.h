@@ -9,7 +9,8 @@
 #include <span>
 
 // Records why a call on that handle failed. Only on the way out of a failed call: a call that
-// succeeds touches nothing of it. Always 0, the result of a failed call.
+// succeeds touches nothing of it, and neither does QEL_ERROR_NONE, the code of an answer that is no
+// failure. Always 0, the result of a failed call.
 int Fail(HQELENGINE hEngine, uint32_t nCode);
 int Fail(HQELENGINE hEngine, const Failure& failure);
 

@@ -33,17 +33,9 @@ T OrFail(HQELENGINE hEngine, T result, uint32_t nCode)
     return result;
 }
 
-// What is not there is an answer, unless that is the drawing.
-int OrFailWithoutDrawing(HQELENGINE hEngine, CQELEngine* pEngine, int nResult)
-{
-    if (!nResult && !pEngine->View().Root()) Fail(hEngine, QEL_ERROR_NO_DRAWING);
-    return nResult;
-}
-
 int NotTaken(HQELENGINE hEngine, CQELEngine* pEngine, DWORD nId, DWORD nSelector)
 {
-    const uint32_t nCode = WhyValueNotTaken(*pEngine, nId, nSelector);
-    return nCode == QEL_ERROR_NONE ? 0 : Fail(hEngine, nCode);
+    return Fail(hEngine, WhyValueNotTaken(*pEngine, nId, nSelector));
 }
 
 template <CQELDocElm* (*pfnRelated)(const CQELDocElm*)>

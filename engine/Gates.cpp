@@ -7,16 +7,42 @@ CShowOnlyRecord* RecordOf(HQELENGINE hEngine)
     return static_cast<CShowOnlyRecord*>(CHandleEntry::Find(HandleKind::Record, ToNumber(hEngine)));
 }
 
-CQELEngine* EditableEngine(HQELENGINE hEngine)
+namespace {
+
+CQELEngine* OwnEngine(HQELENGINE hEngine)
 {
     return static_cast<CQELEngine*>(CHandleEntry::Find(HandleKind::Engine, ToNumber(hEngine)));
 }
 
-CQELEngine* EngineOf(HQELENGINE hEngine)
+CQELEngine* WithAllValues(CQELEngine* pEngine)
 {
-    if (CQELEngine* pEngine = EditableEngine(hEngine)) return pEngine;
+    if (pEngine) pEngine->View().Live().HandOver();
+    return pEngine;
+}
+
+CQELEngine* OrFail(HQELENGINE hEngine, CQELEngine* pEngine)
+{
+    if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
+    return pEngine;
+}
+
+} // namespace
+
+CQELEngine* EditableEngine(HQELENGINE hEngine)
+{
+    return WithAllValues(OwnEngine(hEngine));
+}
+
+CQELEngine* EngineForValues(HQELENGINE hEngine)
+{
+    if (CQELEngine* pEngine = OwnEngine(hEngine)) return pEngine;
     const CShowOnlyRecord* pRecord = RecordOf(hEngine);
     return pRecord ? pRecord->Engine() : nullptr;
+}
+
+CQELEngine* EngineOf(HQELENGINE hEngine)
+{
+    return WithAllValues(EngineForValues(hEngine));
 }
 
 CQELDocElm* ElementOf(CQELEngine* pEngine, HQELELEM hElem)
@@ -60,9 +86,12 @@ Failure* FailureOf(HQELENGINE hEngine)
 
 CQELEngine* FindEngine(HQELENGINE hEngine)
 {
-    CQELEngine* pEngine = EngineOf(hEngine);
-    if (!pEngine) Fail(hEngine, WhyNotEngine(hEngine));
-    return pEngine;
+    return OrFail(hEngine, EngineOf(hEngine));
+}
+
+CQELEngine* FindEngineForValues(HQELENGINE hEngine)
+{
+    return OrFail(hEngine, EngineForValues(hEngine));
 }
 
 CQELEngine* FindEditable(HQELENGINE hEngine)
@@ -77,4 +106,10 @@ CQELDocElm* FindElement(HQELENGINE hEngine, HQELELEM hElem)
     CQELDocElm* pElm = ElementOf(EditableEngine(hEngine), hElem);
     if (!pElm) Fail(hEngine, WhyNotElement(hEngine));
     return pElm;
+}
+
+int OrFailWithoutDrawing(HQELENGINE hEngine, const CQELEngine* pEngine, int nResult)
+{
+    if (!nResult && !pEngine->HasDrawing()) Fail(hEngine, QEL_ERROR_NO_DRAWING);
+    return nResult;
 }

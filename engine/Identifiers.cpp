@@ -1,9 +1,12 @@
 #include "engine/Identifiers.h"
 
 #include "document/QELDocElm.h"
+#include "render/QELViewElm.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 namespace {
 
@@ -47,12 +50,22 @@ Total CountBearersIn(const CQELDocElm* pRoot)
     return total;
 }
 
-// At least one cell in two stays free.
+// At least one cell in four stays free.
 uint32_t BitsFor(uint32_t nBearers)
 {
     uint32_t nBits = FIRST_BITS;
-    while ((1U << nBits) / 2 < nBearers) ++nBits;
+    while ((1U << nBits) / 4 * 3 < nBearers) ++nBits;
     return nBits;
+}
+
+// Only what is longer than the beginning is looked for elsewhere.
+bool Bears(const IdBearer& bearer, const char* pszId)
+{
+    for (const char c : bearer.szBegin) {
+        if (c != *pszId++) return false;
+        if (!c) return true;
+    }
+    return std::strcmp(bearer.pszId + sizeof bearer.szBegin, pszId) == 0;
 }
 
 } // namespace
@@ -78,7 +91,8 @@ int CIdentifiers::Keep(CQELDocElm* pRoot)
 
 void CIdentifiers::Forget()
 {
-    std::free(m_pBearers);
+    std::free(m_pBlock);
+    m_pBlock = nullptr;
     m_pBearers = nullptr;
     m_nBearers = 0;
     m_nIds = 0;
@@ -105,7 +119,7 @@ int CIdentifiers::Make(CQELDocElm* pRoot)
     return 1;
 }
 
-// The bearers, the numbers of the identifiers and the cells of both kinds, in zeros. 0 without
+// The bearers, the cells of both kinds and the numbers of the identifiers, in zeros. 0 without
 // memory.
 int CIdentifiers::TakeBlock(uint32_t nBearers)
 {
@@ -113,27 +127,42 @@ int CIdentifiers::TakeBlock(uint32_t nBearers)
     m_nBits = BitsFor(nBearers);
     const uint32_t nCells = 1U << m_nBits;
     const uint64_t nSize = uint64_t{nBearers} * (sizeof(IdBearer) + sizeof(uint32_t)) +
-                           uint64_t{nCells} * 2 * sizeof(uint32_t);
+                           uint64_t{nCells} * (sizeof(Cell) + sizeof(uint32_t));
     if (nSize >= SIZE_MAX / 2) return 0;
-    m_pBearers = static_cast<IdBearer*>(std::calloc(1, static_cast<std::size_t>(nSize)));
-    if (!m_pBearers) return 0;
-    m_pnIds = reinterpret_cast<uint32_t*>(m_pBearers + nBearers);
-    m_pnCells = m_pnIds + nBearers;
-    m_pnViewCells = m_pnCells + nCells;
+    m_pBlock = std::calloc(1, static_cast<std::size_t>(nSize) + sizeof(IdBearer));
+    if (!m_pBlock) return 0;
+    void* pLine = m_pBlock;
+    std::size_t nRoom = static_cast<std::size_t>(nSize) + sizeof(IdBearer);
+    m_pBearers = static_cast<IdBearer*>(
+        std::align(alignof(IdBearer), static_cast<std::size_t>(nSize), pLine, nRoom));
+    m_pCells = reinterpret_cast<Cell*>(m_pBearers + nBearers);
+    m_pnIds = reinterpret_cast<uint32_t*>(m_pCells + nCells);
+    m_pnViewCells = m_pnIds + nBearers;
     return 1;
+}
+
+void CIdentifiers::Add(CQELViewElm* pView, CQELDocElm* pDoc, const char* pszId)
+{
+    IdBearer& bearer = m_pBearers[m_nBearers++];
+    bearer.pView = pView;
+    bearer.pHost = pView->HostSide();
+    bearer.pDoc = pDoc;
+    bearer.pszId = pszId;
+    const std::size_t nSize = std::strlen(pszId) + 1;
+    std::memcpy(bearer.szBegin, pszId, std::min(nSize, sizeof bearer.szBegin));
 }
 
 void CIdentifiers::FillFromDocument(CQELDocElm* pRoot)
 {
     for (CQELDocElm* pElm = pRoot; pElm; pElm = pElm->NextInTree(pRoot))
-        if (IsBearer(*pElm)) m_pBearers[m_nBearers++] = {pElm->View(), pElm, pElm->Id(), 0, false};
+        if (IsBearer(*pElm)) Add(pElm->View(), pElm, pElm->Id());
 }
 
 void CIdentifiers::FillFromKept()
 {
     const char* pszId = reinterpret_cast<const char*>(m_ppKept + m_nKept);
     for (uint32_t n = 0; n < m_nKept; ++n) {
-        m_pBearers[m_nBearers++] = {m_ppKept[n], nullptr, pszId, 0, false};
+        Add(m_ppKept[n], nullptr, pszId);
         pszId += std::strlen(pszId) + 1;
     }
 }
@@ -143,25 +172,33 @@ void CIdentifiers::Link()
 {
     for (uint32_t n = m_nBearers; n > 0; --n) {
         IdBearer& bearer = m_pBearers[n - 1];
-        uint32_t* pnCell = CellOf(bearer.pszId);
-        if (*pnCell) m_pBearers[*pnCell - 1].bFirst = false;
-        bearer.nNext = *pnCell;
-        bearer.bFirst = true;
-        *pnCell = n;
+        Cell* pCell = CellOf(bearer.pszId);
+        bearer.nNext = pCell->nBearer;
+        *pCell = {HashOf(bearer.pszId), n};
         *CellOf(bearer.pView) = n;
     }
+    NumberIds();
+}
+
+// First bearers are those that come next to none.
+void CIdentifiers::NumberIds()
+{
     for (uint32_t n = 0; n < m_nBearers; ++n)
-        if (m_pBearers[n].bFirst) m_pnIds[m_nIds++] = n;
+        if (m_pBearers[n].nNext) m_pnIds[m_pBearers[n].nNext - 1] = 1;
+    for (uint32_t n = 0; n < m_nBearers; ++n)
+        if (!m_pnIds[n]) m_pnIds[m_nIds++] = n;
 }
 
 // The cell of an identifier, a free one when it has none.
-uint32_t* CIdentifiers::CellOf(const char* pszId) const
+CIdentifiers::Cell* CIdentifiers::CellOf(const char* pszId) const
 {
     const uint32_t nMask = (1U << m_nBits) - 1;
-    uint32_t n = HashOf(pszId) >> (32 - m_nBits);
-    while (m_pnCells[n] && std::strcmp(m_pBearers[m_pnCells[n] - 1].pszId, pszId) != 0)
+    const uint32_t nHash = HashOf(pszId);
+    uint32_t n = nHash >> (32 - m_nBits);
+    while (m_pCells[n].nBearer &&
+           (m_pCells[n].nHash != nHash || !Bears(m_pBearers[m_pCells[n].nBearer - 1], pszId)))
         n = (n + 1) & nMask;
-    return &m_pnCells[n];
+    return &m_pCells[n];
 }
 
 uint32_t* CIdentifiers::CellOf(const CQELViewElm* pView) const
@@ -175,7 +212,7 @@ uint32_t* CIdentifiers::CellOf(const CQELViewElm* pView) const
 const IdBearer* CIdentifiers::Find(const char* pszId) const
 {
     if (!m_pBearers || !pszId || !*pszId) return nullptr;
-    const uint32_t nFound = *CellOf(pszId);
+    const uint32_t nFound = CellOf(pszId)->nBearer;
     return nFound ? &m_pBearers[nFound - 1] : nullptr;
 }
 

@@ -7,17 +7,23 @@
 #include <cstddef>
 #include <cstdint>
 
+class CHostDriven;
 class CQELDocElm;
 class CQELViewElm;
+struct LiveState;
 
-// An element that bears an identifier.
-struct IdBearer {
+// An element that bears an identifier, with all that a value on its way to the element asks for: a
+// drawing may have ten thousand of them, and whatever stands elsewhere is another wait for memory.
+struct alignas(64) IdBearer {
     CQELViewElm* pView;
-    CQELDocElm* pDoc;  // null in show-only mode
-    const char* pszId; // never empty
-    uint32_t nNext;    // the next one of the same identifier, counted from 1; 0 for none
-    bool bFirst;       // none of the same identifier stands before it
+    CHostDriven* pHost;        // what the host drives of it; null for nothing
+    mutable LiveState* pState; // where its state was last; by now it may be another element's
+    CQELDocElm* pDoc;          // null in show-only mode
+    const char* pszId;         // never empty
+    uint32_t nNext;            // the next one of the same identifier, counted from 1; 0 for none
+    char szBegin[64 - 5 * sizeof(void*) - sizeof(uint32_t)]; // of the identifier; zeros behind it
 };
+static_assert(sizeof(IdBearer) == 64, "one fills a line of the cache");
 
 class CIdentifiers {
 public:
@@ -33,6 +39,7 @@ public:
     // Makes the index unless it is there, of the document or, where there is none, of what was
     // kept. 0 without memory: then nothing is found. What is found holds until Forget.
     int Make(CQELDocElm* pRoot);
+    [[nodiscard]] bool IsMade() const { return m_pBearers != nullptr; }
 
     // The first element that bears an identifier, and the next one of the same; null for none.
     [[nodiscard]] const IdBearer* Find(const char* pszId) const;
@@ -60,22 +67,31 @@ public:
     [[nodiscard]] const IdBearer* BearerOf(const CQELViewElm* pView) const;
 
 private:
+    // A place in the index by identifier. The hash spares looking at bearers of others.
+    struct Cell {
+        uint32_t nHash;
+        uint32_t nBearer; // the first one, counted from 1; 0: the cell is free
+    };
+
     int TakeBlock(uint32_t nBearers);
     void FillFromDocument(CQELDocElm* pRoot);
     void FillFromKept();
+    void Add(CQELViewElm* pView, CQELDocElm* pDoc, const char* pszId);
     void Link();
-    [[nodiscard]] uint32_t* CellOf(const char* pszId) const;
+    void NumberIds();
+    [[nodiscard]] Cell* CellOf(const char* pszId) const;
     [[nodiscard]] uint32_t* CellOf(const CQELViewElm* pView) const;
 
     // What was kept: the elements, and their identifiers one after another, each with its zero.
     CQELViewElm** m_ppKept = nullptr;
     uint32_t m_nKept = 0;
 
-    // The index, all in one block that begins with the bearers.
+    // The index, all in one block. The bearers are the first in it that begins with a line.
+    void* m_pBlock = nullptr;
     IdBearer* m_pBearers = nullptr;
+    Cell* m_pCells = nullptr;
     uint32_t* m_pnIds = nullptr;       // the first bearer of each identifier
-    uint32_t* m_pnCells = nullptr;     // by identifier its first bearer, counted from 1; 0: free
-    uint32_t* m_pnViewCells = nullptr; // the same by element
+    uint32_t* m_pnViewCells = nullptr; // by element its number, counted from 1; 0: free
     uint32_t m_nBearers = 0;
     uint32_t m_nIds = 0;
     uint32_t m_nBits = 0; // 2 to this power are the cells of each kind

@@ -3,11 +3,18 @@
 #include "engine/QELEngine.h"
 #include "render/QELViewElm.h"
 
-#include <cstring>
-
 CLiveValues::CLiveValues(CQELEngine& engine) noexcept
-    : m_engine(engine), m_pIds(engine.View().Root() ? engine.Identifiers() : nullptr)
+    : m_engine(engine), m_pIds(engine.View().Root() ? engine.Identifiers() : nullptr),
+      m_nLacks(engine.View().Live().Lacks())
 {
+}
+
+uint32_t CLiveValues::WhyNot(const char* pszId, uint32_t nCode) const
+{
+    if (!m_engine.HasDrawing()) return QEL_ERROR_NO_DRAWING;
+    if (!pszId) return QEL_ERROR_ARGUMENT;
+    if (!m_pIds || m_engine.View().Live().Lacks() != m_nLacks) return QEL_ERROR_MEMORY;
+    return First(pszId) ? nCode : uint32_t{QEL_ERROR_NONE};
 }
 
 const IdBearer* CLiveValues::First(const char* pszId) const
@@ -17,7 +24,7 @@ const IdBearer* CLiveValues::First(const char* pszId) const
 
 CLiveElement CLiveValues::Element(const IdBearer* pBearer) const
 {
-    return {m_engine.View().Live(), *pBearer->pView};
+    return {m_engine.View().Live(), *pBearer->pView, pBearer->pHost, &pBearer->pState};
 }
 
 // What is left belongs to elements that have another identifier by now, or none.
@@ -28,7 +35,7 @@ int CLiveValues::ResetAll()
     int nReached = 0;
     for (uint32_t n = 0; n < m_pIds->CountBearers(); ++n)
         nReached += Element(m_pIds->BearerAt(n)).Reset();
-    while (const LiveState* pState = layer.First()) CLiveElement(layer, *pState->pElm).Reset();
+    layer.ForEach([&](LiveState& state) { CLiveElement(layer, *state.pElm).Reset(); });
     return nReached;
 }
 
@@ -36,21 +43,15 @@ int CLiveValues::Advance(uint32_t nTime)
 {
     int nMoving = 0;
     m_engine.View().SetClock(ClockTimes::Now());
-    for (LiveState* p = m_engine.View().Live().First(); p; p = p->pNext) {
-        if (!p->IsMoving()) continue;
-        p->pElm->Touch();
-        nMoving += p->Advance(nTime);
-    }
+    m_engine.View().Live().ForEach([&](LiveState& state) {
+        if (!state.IsMoving()) return;
+        state.pElm->Touch();
+        nMoving += state.Advance(nTime);
+    });
     return nMoving;
 }
 
-int CLiveValues::IdAt(uint32_t nIndex, char* pszOut, int nSize, int* pnType) const
+const IdBearer* CLiveValues::IdAt(uint32_t nIndex) const
 {
-    const IdBearer* pBearer = m_pIds ? m_pIds->FirstOf(nIndex) : nullptr;
-    if (!pBearer || !pszOut || nSize <= 0) return 0;
-    const std::size_t nNeeded = std::strlen(pBearer->pszId) + 1;
-    if (nNeeded > static_cast<std::size_t>(nSize)) return 0;
-    std::memcpy(pszOut, pBearer->pszId, nNeeded);
-    if (pnType) *pnType = pBearer->pView->Type();
-    return 1;
+    return m_pIds ? m_pIds->FirstOf(nIndex) : nullptr;
 }

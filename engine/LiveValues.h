@@ -27,12 +27,15 @@ public:
         return 0;
     }
 
+    // Why a set or a get came to nothing. That nobody bears the identifier is an answer:
+    // QEL_ERROR_NONE. nCode: what it is when somebody does.
+    [[nodiscard]] uint32_t WhyNot(const char* pszId, uint32_t nCode) const;
+
     int ResetAll();
     // How many are still on their way after that many milliseconds more.
     int Advance(uint32_t nTime);
-    // The different identifiers by number, with the type of the first that bears it. 0 past the
-    // end, or when the buffer is too small for the text and its zero.
-    int IdAt(uint32_t nIndex, char* pszOut, int nSize, int* pnType) const;
+    // The different identifiers by number, as the first that bears each; null past the end.
+    [[nodiscard]] const IdBearer* IdAt(uint32_t nIndex) const;
 
 private:
     [[nodiscard]] const IdBearer* First(const char* pszId) const;
@@ -40,4 +43,5 @@ private:
 
     CQELEngine& m_engine;
     const CIdentifiers* m_pIds; // null without memory, and without a drawing
+    const uint32_t m_nLacks;    // how often memory had run out before
 };

@@ -53,7 +53,8 @@ public:
     // Who bears which identifier, as long as no edit changes that; null without memory.
     [[nodiscard]] const CIdentifiers* Identifiers()
     {
-        return m_identifiers.Make(m_document.GetRoot()) ? &m_identifiers : nullptr;
+        const bool bMade = m_identifiers.IsMade() || m_identifiers.Make(m_document.GetRoot());
+        return bMade ? &m_identifiers : nullptr;
     }
 
     // The picture as it was last updated (engine/EngineUpdate.cpp). A result of 0 also where

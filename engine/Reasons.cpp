@@ -58,3 +58,12 @@ uint32_t WhyValueNotTaken(CQELEngine& engine, uint32_t nId, uint32_t nSelector)
     if (nSelector >= QEL_SEL_COUNT) return QEL_ERROR_VALUE;
     return engine.View().HasHostId(nId) ? QEL_ERROR_VALUE : QEL_ERROR_NONE;
 }
+
+uint32_t WhyNotUpdated(CQELEngine& engine, HDC hdc)
+{
+    RECT rc{};
+    if (!engine.HasDrawing()) return QEL_ERROR_NO_DRAWING;
+    if (!engine.GetDirtyRect(&rc)) return QEL_ERROR_NONE;
+    if (::GetClipBox(hdc, &rc) == ERROR) return QEL_ERROR_GDI;
+    return engine.View().Dirty().HasMissed() ? QEL_ERROR_MEMORY : QEL_ERROR_NONE;
+}

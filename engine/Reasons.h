@@ -11,3 +11,5 @@ uint32_t WhyNotCopied(const CQELDocElm* pElm);
 uint32_t WhyRecordNotSet(const CQELDocElm* pElm, const void* pRecord, int nSize);
 // A value of a scale or meter. An id that no element has is an answer: QEL_ERROR_NONE.
 uint32_t WhyValueNotTaken(CQELEngine& engine, uint32_t nId, uint32_t nSelector);
+// An update. That nothing is dirty, or all of it clipped away, is an answer.
+uint32_t WhyNotUpdated(CQELEngine& engine, HDC hdc);

@@ -418,12 +418,13 @@ typedef struct tagQELERROR {
 
 /* Tells why the last failed call on this handle failed: every call that takes an engine and fails
  * leaves its reason there, and a later success leaves it as it is. Answers are no failures: no
- * relative, an id that no element has, no draw region, no status element, an update rectangle that
- * misses the drawing. In show-only mode a reason belongs to the handle, not to the drawing that
- * handles share. A null handle, or one that is not live, asks for the last call of this thread
- * without a live engine. Result: 1; 0 when nothing has failed, with the code 0 and its sentence;
- * 0, and nothing is written, for a null pointer or another size word. The call itself leaves no
- * reason.
+ * relative, an id that no element has, an element that has no value yet, nothing at a point,
+ * nothing dirty, no draw region, no status element, an update rectangle that misses the drawing. A
+ * value by identifier that no bearer takes fails. In show-only mode a reason belongs to the handle,
+ * not to the drawing that handles share. A null handle, or one that is not live, asks for the last
+ * call of this thread without a live engine. Result: 1; 0 when nothing has failed, with the code 0
+ * and its sentence; 0, and nothing is written, for a null pointer or another size word. The call
+ * itself leaves no reason.
  *
  *     QELERROR error;
  *     error.nSize = sizeof error;
@@ -690,9 +691,9 @@ int QELAPI QELSetScaleStatusf(HQELENGINE hEngine, DWORD nId, float fValue);
  * and reach every element that bears it. They change what is shown, in both modes, lie above what
  * the host sets otherwise, and end with the drawing: the document and the saved file do not know
  * of them. A set tells how many elements took it, 0 when none did: none bears the identifier, or
- * none is of a kind that takes it; a get asks the first that has it. The first call makes an index
- * of the identifiers, so that each of ten thousand is found at the cost of one; without memory for
- * it nothing is reached.
+ * none is of a kind that takes it or has it in its range, which leaves a reason; a get asks the
+ * first that has it. The first call makes an index of the identifiers, so that each of ten thousand
+ * is found at the cost of one; without memory for it nothing is reached.
  *
  *     QELSetValue(hEngine, "boiler.temperature", 82.4);
  */

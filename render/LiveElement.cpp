@@ -49,33 +49,51 @@ CLiveElement::CLiveElement(CLiveLayer& layer, CQELViewElm& elm) noexcept
 
 LiveState* CLiveElement::State() const
 {
+    if (LiveState* pState = Known()) return pState;
     return m_elm.IsLive() ? m_layer.Find(&m_elm) : nullptr;
 }
 
 LiveState* CLiveElement::MakeState() const
 {
+    if (LiveState* pState = Known()) return pState;
     LiveState* pState = m_layer.Make(&m_elm);
-    if (pState) m_elm.SetLive(true);
+    if (!pState) {
+        m_layer.NoteLack();
+        return nullptr;
+    }
+    m_elm.SetLive(true);
+    if (m_ppKnown) *m_ppKnown = pState;
     return pState;
 }
 
-// From what is shown now, be it on its way or not.
+int CLiveElement::Lack() const
+{
+    m_layer.NoteLack();
+    return 0;
+}
+
+// From what is shown now, be it on its way or not. Without a time there is no way, and nobody asks
+// for its beginning.
 void CLiveElement::BeginMove(LiveState* pState, double fValue) const
 {
-    const double fFrom = pState->IsMoving() ? pState->ShownValue() : m_pHost->ShownNumber();
-    pState->move = {fFrom, 0, 0, 0, 0};
-    if (!pState->nEaseTime || !m_pHost->CanMove() || fFrom == fValue) return;
     LiveMove& move = pState->move;
+    if (!pState->nEaseTime) {
+        move.nGone = move.nTime;
+        return;
+    }
+    const double fFrom = pState->IsMoving() ? pState->ShownValue() : m_pHost->ShownNumber();
+    move = {0, 0, fFrom, 0, 0};
+    if (!m_pHost->CanMove() || fFrom == fValue) return;
     move.nTime = pState->nEaseTime;
     const double fTurn = m_pHost->FullTurn(&move.fLow);
     const auto isOn = [&](double f) { return f >= move.fLow && f <= move.fLow + fTurn; };
     if (fTurn > 0 && isOn(fFrom) && isOn(fValue)) move.fTurn = fTurn;
 }
 
-int CLiveElement::SetValue(double fValue)
+int CLiveElement::SetNow(double fValue)
 {
-    const bool bText = m_elm.Type() == QEL_TYPE_TEXT;
-    if (!bText && !(m_pHost && m_pHost->FollowsNumber())) return 0;
+    m_layer.HandOver();
+    if (!(m_pHost ? m_pHost->FollowsNumber() : m_elm.Type() == QEL_TYPE_TEXT)) return 0;
     LiveState* pState = MakeState();
     if (!pState) return 0;
     const LiveQuality nQuality = pState->ShownQuality();
@@ -112,7 +130,7 @@ int CLiveElement::MakePins(LiveState* pState) const
 {
     if (pState->pfPins) return 1;
     pState->pfPins = static_cast<double*>(std::malloc(LIVE_PINS * sizeof(double)));
-    if (!pState->pfPins) return 0;
+    if (!pState->pfPins) return Lack();
     for (int n = 0; n < LIVE_PINS; ++n)
         pState->pfPins[n] = m_pHost->ShownPin(static_cast<uint32_t>(n + 1));
     return 1;
@@ -175,7 +193,7 @@ int CLiveElement::SetText(const char* pszText)
     LiveState* pState = MakeState();
     if (!pState) return 0;
     m_elm.TouchPlace();
-    if (!CLiveLayer::SetText(pState, pszText)) return 0;
+    if (!CLiveLayer::SetText(pState, pszText)) return Lack();
     m_elm.PlaceChanged();
     m_elm.Touch();
     return 1;

@@ -1,10 +1,15 @@
 #include "render/LiveLayer.h"
 
+#include "render/HostDriven.h"
+#include "render/QELViewElm.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -12,13 +17,13 @@ constexpr uint32_t FIRST_BITS = 4;
 constexpr uint32_t MOST_BITS = 28;
 constexpr uint64_t SPREAD = 0x9E3779B97F4A7C15ULL; // neighbours in memory get cells far apart
 constexpr uint32_t SPREAD_BITS = 64;
+constexpr uint32_t MOST_NEW_PLACES = 256; // of one block
 
-void Free(LiveState* pState)
+void FreeWhatItHolds(LiveState* pState)
 {
     std::free(pState->pszText);
     std::free(pState->pfPins);
     delete pState->pPicture;
-    delete pState;
 }
 
 // A value beyond the end of a full circle stands at its beginning.
@@ -71,6 +76,13 @@ LiveState* CLiveLayer::Find(const CQELViewElm* pElm) const
     return pState;
 }
 
+void CLiveLayer::LinkInCell(LiveState* pState) const
+{
+    LiveState** ppCell = CellOf(pState->pElm);
+    pState->pNextInCell = *ppCell;
+    *ppCell = pState;
+}
+
 // Twice the cells. Without memory only the chains grow longer, but the first cells must be there.
 int CLiveLayer::Grow()
 {
@@ -81,11 +93,40 @@ int CLiveLayer::Grow()
     delete[] m_ppCells;
     m_ppCells = ppCells;
     m_nBits = nBits;
-    for (LiveState* pState = m_pFirst; pState; pState = pState->pNext) {
-        LiveState** ppCell = CellOf(pState->pElm);
-        pState->pNextInCell = *ppCell;
-        *ppCell = pState;
-    }
+    ForEach([&](LiveState& state) { LinkInCell(&state); });
+    return 1;
+}
+
+LiveState* CLiveLayer::TakePlace()
+{
+    if (!m_pFree && !AddPlaces()) return nullptr;
+    LiveState* pState = m_pFree;
+    m_pFree = pState->pNext;
+    pState->pNext = nullptr;
+    return pState;
+}
+
+void CLiveLayer::PutFree(LiveState* pState)
+{
+    *pState = LiveState{};
+    pState->pNext = m_pFree;
+    m_pFree = pState;
+}
+
+// Each block has twice as many as the one before, up to a bound.
+int CLiveLayer::AddPlaces()
+{
+    const std::size_t nSize = m_nMorePlaces * sizeof(LiveState);
+    std::size_t nRoom = nSize + sizeof(LiveState);
+    auto* pBlock = static_cast<Places*>(std::malloc(sizeof(Places) + nRoom));
+    if (!pBlock) return 0;
+    pBlock->pNext = m_pPlaces;
+    m_pPlaces = pBlock;
+    void* pAt = pBlock + 1;
+    pBlock->pFirst = static_cast<LiveState*>(std::align(alignof(LiveState), nSize, pAt, nRoom));
+    pBlock->pEnd = pBlock->pFirst + m_nMorePlaces;
+    for (LiveState* p = pBlock->pEnd; p != pBlock->pFirst;) PutFree(--p);
+    m_nMorePlaces = std::min(2 * m_nMorePlaces, MOST_NEW_PLACES);
     return 1;
 }
 
@@ -93,40 +134,45 @@ LiveState* CLiveLayer::Make(CQELViewElm* pElm)
 {
     if (LiveState* pFound = Find(pElm)) return pFound;
     if ((!m_ppCells || m_nCount >= 1U << m_nBits) && !Grow()) return nullptr;
-    auto* pState = new (std::nothrow) LiveState{};
+    LiveState* pState = TakePlace();
     if (!pState) return nullptr;
     pState->pElm = pElm;
-    pState->pClock = &m_clock;
-    pState->pNext = m_pFirst;
-    if (m_pFirst) m_pFirst->pPrev = pState;
-    m_pFirst = pState;
-    LiveState** ppCell = CellOf(pElm);
-    pState->pNextInCell = *ppCell;
-    *ppCell = pState;
+    LinkInCell(pState);
     ++m_nCount;
     return pState;
 }
 
 void CLiveLayer::Drop(CQELViewElm* pElm)
 {
+    HandOver();
     LiveState* pState = Find(pElm);
     if (!pState) return;
     LiveState** ppPlace = CellOf(pElm);
     while (*ppPlace != pState) ppPlace = &(*ppPlace)->pNextInCell;
     *ppPlace = pState->pNextInCell;
-    (pState->pPrev ? pState->pPrev->pNext : m_pFirst) = pState->pNext;
-    if (pState->pNext) pState->pNext->pPrev = pState->pPrev;
     --m_nCount;
-    Free(pState);
+    FreeWhatItHolds(pState);
+    PutFree(pState);
+}
+
+// Each element takes what it was made for with the last of its numbers.
+void CLiveLayer::HandOverAll()
+{
+    while (LiveState* pState = m_pWaiting) {
+        m_pWaiting = pState->pNext;
+        pState->bWaits = false;
+        if (CHostDriven* pHost = pState->pElm->HostSide()) pHost->ShowNumber(pState->fValue);
+        pState->pElm->Touch();
+    }
 }
 
 void CLiveLayer::Clear()
 {
-    while (m_pFirst) {
-        LiveState* pState = m_pFirst;
-        m_pFirst = pState->pNext;
-        Free(pState);
-    }
+    ForEach([](LiveState& state) { FreeWhatItHolds(&state); });
+    m_pWaiting = nullptr;
+    m_pFree = nullptr;
+    while (m_pPlaces) std::free(std::exchange(m_pPlaces, m_pPlaces->pNext));
+    m_nMorePlaces = FIRST_PLACES;
     delete[] m_ppCells;
     m_ppCells = nullptr;
     m_nBits = 0;

@@ -124,7 +124,7 @@ CLiveLayer* CQELViewElm::LiveLayer() const
     return pDrawing ? pDrawing->DrawingLayer() : nullptr;
 }
 
-void CQELViewElm::Touch()
+void CQELViewElm::TouchAnew()
 {
     const CQELViewQEL* pDrawing = Drawing();
     if (pDrawing && pDrawing->Dirty()) pDrawing->Dirty()->Touch(this);

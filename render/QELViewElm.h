@@ -93,7 +93,10 @@ public:
 
     // It paints something else than before, in the place where it is, or, the second, may come to
     // do so in another place. For what is not in a drawing they do nothing.
-    void Touch();
+    void Touch()
+    {
+        if (!m_bTouched) TouchAnew();
+    }
     void TouchPlace() const;
     [[nodiscard]] bool IsTouched() const { return m_bTouched; }
     void SetTouched(bool bTouched) { m_bTouched = bTouched; }
@@ -142,6 +145,7 @@ protected:
     void NoteChange();
 
 private:
+    void TouchAnew();
     int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
     [[nodiscard]] LiveState* FindLive() const;
     [[nodiscard]] CLiveLayer* LiveLayer() const;

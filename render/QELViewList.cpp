@@ -16,9 +16,11 @@ CQELViewList::Cell& CQELViewList::CellOf(uint32_t nKey) const
 CQELViewElm* CQELViewList::Find(uint32_t nKey) const
 {
     if (!m_pCells) return nullptr;
-    for (const ViewListNode* pNode = CellOf(nKey).pFirst; pNode; pNode = pNode->pNextInCell)
-        if (pNode->nKey == nKey) return pNode->pElm;
-    return nullptr;
+    const Cell& cell = CellOf(nKey);
+    if (!cell.pFirst || cell.nFirstKey == nKey) return cell.pFirstElm;
+    const ViewListNode* pNode = cell.pFirst->pNextInCell;
+    while (pNode && pNode->nKey != nKey) pNode = pNode->pNextInCell;
+    return pNode ? pNode->pElm : nullptr;
 }
 
 // Twice the cells. Without memory the cells stay as they are, and only the chains grow longer; a
@@ -45,14 +47,20 @@ void CQELViewList::LinkInCell(ViewListNode* pNode)
     while (pBefore && pBefore->nOrder > pNode->nOrder) pBefore = pBefore->pPrevInCell;
     pNode->pPrevInCell = pBefore;
     pNode->pNextInCell = pBefore ? pBefore->pNextInCell : cell.pFirst;
-    (pBefore ? pBefore->pNextInCell : cell.pFirst) = pNode;
+    if (pBefore)
+        pBefore->pNextInCell = pNode;
+    else
+        cell.SetFirst(pNode);
     (pNode->pNextInCell ? pNode->pNextInCell->pPrevInCell : cell.pLast) = pNode;
 }
 
 void CQELViewList::UnlinkFromCell(ViewListNode* pNode)
 {
     Cell& cell = CellOf(pNode->nKey);
-    (pNode->pPrevInCell ? pNode->pPrevInCell->pNextInCell : cell.pFirst) = pNode->pNextInCell;
+    if (pNode->pPrevInCell)
+        pNode->pPrevInCell->pNextInCell = pNode->pNextInCell;
+    else
+        cell.SetFirst(pNode->pNextInCell);
     (pNode->pNextInCell ? pNode->pNextInCell->pPrevInCell : cell.pLast) = pNode->pPrevInCell;
 }
 

@@ -37,6 +37,15 @@ private:
     struct Cell {
         ViewListNode* pFirst;
         ViewListNode* pLast;
+        CQELViewElm* pFirstElm; // those of the first, so that most searches end here
+        uint32_t nFirstKey;
+
+        void SetFirst(ViewListNode* pNode)
+        {
+            pFirst = pNode;
+            pFirstElm = pNode ? pNode->pElm : nullptr;
+            nFirstKey = pNode ? pNode->nKey : 0;
+        }
     };
     [[nodiscard]] Cell& CellOf(uint32_t nKey) const;
     int Grow();

@@ -420,5 +420,27 @@ told=$(grep -A1 "^QELGetDirtyRegion 0x7700000000 0x5500000006$" "$work/window.tr
 does "the C# window tells what is not right ($told times)" test "$told" -ge 10
 does "the C# window copies the picture" grep -q "^BitBlt .* 0 0 321 222 0x5500000001 0 0 13369376$" "$work/window.trace"
 
+# The window in Python makes its window by ctypes alone: a window system that sends it the messages of a short
+# life stands in for the real one.
+does "python/window.py runs" env QEL_TRACE="$work/python-window.trace" bash -c 'python3 scripts/python_window.py "$@"' _ \
+  "$stand_in/libstandin.so" examples/boiler-room.qel pressure 100 >"$work/python-window.says"
+for line in "QELOpenFileU 0x7700000000 'examples/boiler-room.qel'" "QELSetQELRect 0x7700000000 0,0,320,200" \
+    "QELSetValue 0x7700000000 'pressure' 25" "QELSetValue 0x7700000000 'pressure' 50" \
+    "QELUpdate 0x7700000000 0x5500000001 0x5500000004" "DestroyQELEngine 0x7700000000"; do
+  does "the Python window calls $line" grep -qxF "$line" "$work/python-window.trace"
+done
+for line in "title filled" "position 10 20 300 200 20" "code 0"; do
+  does "the Python window has $line" grep -qx "$line" "$work/python-window.says"
+done
+does "the Python window asks what was hit" grep -q "^QELIdFromPoint 0x7700000000 12,34," "$work/python-window.trace"
+does "the Python window paints when it is asked to" test \
+  "$(grep -c '^BeginPaint$' "$work/python-window.says") $(grep -c '^EndPaint$' "$work/python-window.says")" = "2 2"
+told=$(grep -A1 "^QELGetDirtyRegion 0x7700000000 0x5500000006$" "$work/python-window.trace" |
+  grep -cx "InvalidateRgn 0x5500000006 0")
+does "the Python window tells what is not right ($told times)" test "$told" = 25
+made=$(grep -c "^CreateRectRgn" "$work/python-window.trace")
+does "the Python window gives back its regions" test \
+  "$(grep -c "^DeleteObject 0x5500000006$" "$work/python-window.trace")" = "$made"
+
 printf '%d passed, %d failed\n' "$passed" "$failed"
 [ "$failed" = 0 ]

@@ -135,6 +135,21 @@ TEST_P(Identifiers, OfALargeDrawingAreAllFound)
         ASSERT_EQ(expected[n], Bearers(("sensor " + std::to_string(n)).c_str())) << n;
 }
 
+// They differ in one byte alone, and one goes on where the other ends.
+TEST_P(Identifiers, OfEveryLengthAreToldApart)
+{
+    std::string body;
+    for (std::size_t n = 1; n < 100; ++n)
+        for (const char* pszEnd : {"a", "b"})
+            body += "<line id=\"" + std::string(n, 'x') + pszEnd + "\" crd=\"1 2 3 4\"/>";
+    Open("<qel>" + body + "</qel>");
+    int nNumber = 0;
+    for (std::size_t n = 1; n < 100; ++n)
+        for (const char* pszEnd : {"a", "b"})
+            EXPECT_EQ(Ints({++nNumber}), Bearers((std::string(n, 'x') + pszEnd).c_str())) << n;
+    EXPECT_EQ(Ints(), Bearers(std::string(50, 'x').c_str()));
+}
+
 INSTANTIATE_TEST_SUITE_P(BothModes, Identifiers, ::testing::Bool());
 
 // ---- edits

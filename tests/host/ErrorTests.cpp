@@ -136,6 +136,13 @@ TEST_F(Errors, OfCallsWithoutADrawing)
     expectNoDrawing(QELGetStatus(m_h, &n), "QELGetStatus");
     expectNoDrawing(static_cast<int>(QELParamsSupported(m_h)), "QELParamsSupported");
     expectNoDrawing(QELSetScaleStatus(m_h, 1, 1), "QELSetScaleStatus");
+    expectNoDrawing(QELSetValue(m_h, "a", 1), "QELSetValue");
+    expectNoDrawing(QELResetLive(m_h, nullptr), "QELResetLive");
+    expectNoDrawing(QELAdvance(m_h, 1), "QELAdvance");
+    expectNoDrawing(QELGetDirtyRect(m_h, &rc), "QELGetDirtyRect");
+    expectNoDrawing(QELInvalidate(m_h, nullptr), "QELInvalidate");
+    expectNoDrawing(QELValidate(m_h), "QELValidate");
+    expectNoDrawing(QELUpdate(m_h, nullptr, nullptr), "QELUpdate");
     expectNoDrawing(QELSaveFile(m_h, m_folder.Path("a.qel").c_str()), "QELSaveFile");
     expectNoDrawing(QELSaveFileW(m_h, L"a.qel"), "QELSaveFileW");
     expectNoDrawing(QELSaveMemory(m_h, nullptr, &n), "QELSaveMemory");
@@ -257,14 +264,89 @@ TEST_F(Errors, OfValuesAndNumbersOutOfRange)
     expectValue(QELSetScaleParamf(m_h, 7, QEL_SEL_MAX, 1.0F));
 }
 
-TEST_F(Errors, AnswersAreNoFailures)
+TEST_F(Errors, OfValuesByIdentifierThatAreRefused)
+{
+    OpenText("<qel width='50' height='50'><meter id='dial' mtype='round' crd='9 9 8 0 0 18 18'/>"
+             "<text id='text' crd='1 2 30 40'>#</text><rect id='rect' crd='1 2 3 4'/>"
+             "<scale id='scale' crd='1 2 3 4'/></qel>");
+    double f = 0;
+    const auto expectValue = [&](int nResult) {
+        EXPECT_EQ(0, nResult);
+        EXPECT_EQ(QEL_ERROR_VALUE, CodeOf(m_h));
+        Clear();
+    };
+    expectValue(QELSetValue(m_h, "rect", 1));
+    expectValue(QELSetPin(m_h, "dial", 1, 1)); // it is no share chart
+    expectValue(QELGetPin(m_h, "dial", 33, &f));
+    expectValue(QELSetSelector(m_h, "dial", 99, 1));
+    expectValue(QELSetSelector(m_h, "dial", QEL_SEL_TICKS, 0)); // it has no 0 intervals
+    expectValue(QELSetSelector(m_h, "dial", QEL_SEL_MAX, 1e10));
+    expectValue(QELGetSelector(m_h, "text", QEL_SEL_MAX, &f));
+    expectValue(QELGetSelector(m_h, "scale", QEL_SEL_FONT_SIZE, &f));
+    expectValue(QELSetText(m_h, "rect", "a"));
+    expectValue(QELSetText(m_h, "text", nullptr));
+    expectValue(QELSetText(m_h, "text", std::string(256, 'a').c_str()));
+    expectValue(QELSetColor(m_h, "rect", 3, 0));
+    expectValue(QELSetColor(m_h, "dial", 0, 0));
+    expectValue(QELSetQuality(m_h, "dial", 3));
+    expectValue(QELSetEasing(m_h, "rect", 100));
+}
+
+TEST_F(Errors, OfCallsByIdentifierWithoutOne)
+{
+    OpenText("<qel width='50' height='50'><rect id='rect' crd='1 2 3 4'/></qel>");
+    char szId[9];
+    double f = 0;
+    const auto expectArgument = [&](int nResult) {
+        EXPECT_EQ(0, nResult);
+        EXPECT_EQ(QEL_ERROR_ARGUMENT, CodeOf(m_h));
+        Clear();
+    };
+    expectArgument(QELSetValue(m_h, nullptr, 1));
+    expectArgument(QELGetValue(m_h, nullptr, &f));
+    expectArgument(QELSetPin(m_h, nullptr, 1, 1));
+    expectArgument(QELSetSelector(m_h, nullptr, QEL_SEL_MAX, 1));
+    expectArgument(QELSetText(m_h, nullptr, "a"));
+    expectArgument(QELSetVisible(m_h, nullptr, 1));
+    expectArgument(QELSetColor(m_h, nullptr, 0, 0));
+    expectArgument(QELSetQuality(m_h, nullptr, 0));
+    expectArgument(QELSetEasing(m_h, nullptr, 0));
+    expectArgument(QELGetLiveId(m_h, 0, nullptr, 9, nullptr));
+    expectArgument(QELGetLiveId(m_h, 0, szId, 0, nullptr));
+    expectArgument(QELGetDirtyRegion(m_h, nullptr));
+    EXPECT_EQ(0, QELGetLiveId(m_h, 0, szId, 4, nullptr)); // without its zero
+    EXPECT_EQ(QEL_ERROR_BUFFER, CodeOf(m_h));
+}
+
+TEST_F(Errors, OfUpdatesOntoNoContext)
 {
     OpenText("<qel width='50' height='50'><rect crd='1 2 3 4'/></qel>");
+    EXPECT_EQ(0, QELUpdate(m_h, nullptr, nullptr));
+    EXPECT_EQ(QEL_ERROR_GDI, CodeOf(m_h));
+    Clear();
+    EXPECT_EQ(1, QELValidate(m_h));
+    EXPECT_EQ(0, QELUpdate(m_h, nullptr, nullptr)); // nothing is dirty
+    EXPECT_EQ(QEL_ERROR_BUFFER, CodeOf(m_h));       // what stood there
+}
+
+TEST_F(Errors, AnswersAreNoFailures)
+{
+    OpenText("<qel width='50' height='50'><rect crd='1 2 3 4'/>"
+             "<text id='text' crd='1 2 3 4'>#</text></qel>");
+    char szId[9];
+    double f = 0;
+    EXPECT_EQ(0, QELSetValue(m_h, "nobody", 1));
+    EXPECT_EQ(0, QELSetValue(m_h, "", 1));
+    EXPECT_EQ(0, QELGetValue(m_h, "text", &f)); // it has none yet
+    EXPECT_EQ(0, QELGetLiveId(m_h, 1, szId, sizeof szId, nullptr));
+    EXPECT_EQ(0, QELAdvance(m_h, 1));
+    EXPECT_EQ(1, QELValidate(m_h));
+    EXPECT_EQ(0, QELUpdate(m_h, nullptr, nullptr));
     const HQELELEM hRoot = QELGetRootElem(m_h);
     RECT rc{100, 100, 110, 110};
     DWORD n = 0;
     EXPECT_EQ(nullptr, QELGetParentElem(m_h, hRoot));
-    EXPECT_EQ(nullptr, QELGetNextElem(m_h, QELGetFirstChild(m_h, hRoot)));
+    EXPECT_EQ(nullptr, QELGetNextElem(m_h, QELGetLastChild(m_h, hRoot)));
     EXPECT_EQ(0, QELGetDrawGraphRect(m_h, &rc));
     EXPECT_EQ(0, QELGetStatus(m_h, &n));
     EXPECT_EQ(0, QELSetStatus(m_h, 1));

@@ -195,6 +195,105 @@ TEST(LiveIds, WhatIsNoNumberKeepsThePictureOfTheValueBefore)
     }
 }
 
+// A value may wait for its element until somebody asks for it: what asks gets the last one.
+TEST(LiveIds, OfManyValuesInARowEveryOtherCallKnowsTheLast)
+{
+    const auto setThree = [](HQELENGINE h) {
+        for (const double f : {3.0, 8.0, 5.5}) EXPECT_EQ(1, QELSetValue(h, "a", f));
+    };
+    for (int nType = 0; nType < TYPES; ++nType) {
+        if (nType == CLOCK || nType == SECTOR) continue;
+        const CTextHost expected(Meter(nType, ""), SIDE);
+        EXPECT_EQ(1, QELSetScaleStatusf(expected, 0, 5.5f));
+        const CTextHost drawn(Meter(nType, "id='a'"), SIDE);
+        setThree(drawn);
+        EXPECT_EQ("", Difference(expected, drawn)) << g_types[nType];
+    }
+    const CTextHost host(Meter(4, "id='a'"), SIDE);
+    float f = 0;
+    setThree(host);
+    EXPECT_EQ(5.5, Value(host, "a"));
+    setThree(host);
+    EXPECT_EQ(1, QELGetScaleStatusf(host, 0, &f));
+    EXPECT_EQ(5.5f, f);
+    setThree(host);
+    EXPECT_EQ(1, QELSetScaleStatusf(host, 0, 2)); // the later call counts
+    EXPECT_EQ(2, Value(host, "a"));
+    setThree(host);
+    EXPECT_EQ(1, QELSetValue(host, "a", std::nan("")));
+    EXPECT_EQ(1, QELGetScaleStatusf(host, 0, &f));
+    EXPECT_EQ(5.5f, f);
+    EXPECT_EQ(1, QELSetValue(host, "a", 1));
+    setThree(host);
+    EXPECT_EQ(1, QELResetLive(host, "a"));
+    EXPECT_EQ(0, Value(host, "a"));
+}
+
+TEST(LiveIds, AWayBeginsAtTheLastOfManyValuesInARow)
+{
+    const CTextHost host(Meter(4, "id='a'"), SIDE);
+    const CTextHost expected(Meter(4, ""), SIDE);
+    for (const double f : {1.0, 8.0, 2.0}) EXPECT_EQ(1, QELSetValue(host, "a", f));
+    EXPECT_EQ(1, QELSetEasing(host, "a", 400));
+    EXPECT_EQ(1, QELSetValue(host, "a", 9));
+    EXPECT_EQ(1, QELAdvance(host, 0));
+    EXPECT_EQ(1, QELSetScaleStatus(expected, 0, 2));
+    EXPECT_EQ("", Difference(expected, host));
+}
+
+TEST(LiveIds, AValueThatWaitsGoesWithItsElement)
+{
+    const CTextHost host(Meter(4, "id='a'") + Meter(0, "id='b' mtid='40'"), SIDE);
+    const CTextHost expected(Meter(0, "id='b' mtid='40'"), SIDE);
+    for (const double f : {3.0, 8.0}) {
+        EXPECT_EQ(1, QELSetValue(host, "a", f));
+        EXPECT_EQ(1, QELSetValue(host, "b", f));
+    }
+    EXPECT_EQ(1, QELDeleteElem(host, host.Child(0)));
+    EXPECT_EQ(0, QELSetValue(host, "a", 4));
+    EXPECT_EQ(1, QELSetValue(expected, "b", 8));
+    EXPECT_EQ("", Difference(expected, host));
+    for (const double f : {3.0, 6.0}) EXPECT_EQ(1, QELSetValue(host, "b", f));
+    EXPECT_EQ(1, QELCloseFile(host));
+    EXPECT_EQ(0, QELSetValue(host, "b", 7));
+    EXPECT_EQ(1, QELOpenFile(host, host.Folder().Path("in.qel").c_str()));
+    EXPECT_EQ(0, Value(host, "b"));
+}
+
+// A state that is given back may serve another element: each keeps to its own.
+TEST(LiveIds, AfterAResetOfManyEachKeepsItsOwnValue)
+{
+    std::string body;
+    for (int n = 0; n < 40; ++n)
+        body += Meter(4, "id='m" + std::to_string(n) + "' mtid='" + std::to_string(100 + n) + "'");
+    const CTextHost host(body, SIDE);
+    const auto id = [](int n) { return "m" + std::to_string(n); };
+    for (int n = 0; n < 40; ++n) EXPECT_EQ(1, QELSetValue(host, id(n).c_str(), n));
+    for (int n = 0; n < 40; n += 3) EXPECT_EQ(1, QELResetLive(host, id(n).c_str()));
+    for (int n = 39; n >= 0; --n) EXPECT_EQ(1, QELSetValue(host, id(n).c_str(), 100 + n));
+    for (int n = 0; n < 40; ++n) EXPECT_EQ(100 + n, Value(host, id(n).c_str()));
+    EXPECT_EQ(40, QELResetLive(host, nullptr));
+    for (int n = 0; n < 40; ++n) EXPECT_EQ(0, Value(host, id(n).c_str()));
+}
+
+TEST(LiveIds, TheSameValueAgainMakesNothingDirty)
+{
+    for (const std::string& body :
+         {Meter(4, "id='a'"), std::string("<text id='a' crd='0 0 90 20'>##.#</text>")}) {
+        const CTextHost host(body, SIDE);
+        CTestBitmap screen(SIDE, SIDE);
+        RECT rc{};
+        EXPECT_EQ(1, QELSetValue(host, "a", 0));
+        EXPECT_EQ(1, QELUpdate(host, screen.Dc(), nullptr));
+        EXPECT_EQ(1, QELSetValue(host, "a", 0));
+        EXPECT_EQ(0, QELGetDirtyRect(host, &rc)) << body;
+        EXPECT_EQ(1, QELSetValue(host, "a", -0.0)); // another double
+        EXPECT_TRUE(std::signbit(Value(host, "a")));
+        EXPECT_EQ(1, QELSetValue(host, "a", 7));
+        EXPECT_EQ(1, QELGetDirtyRect(host, &rc)) << body;
+    }
+}
+
 TEST(LiveIds, ACallThatCannotBeMadeLeavesItsReason)
 {
     const CTextHost host(Meter(0, "id='a'"), SIDE);
@@ -721,6 +820,9 @@ TEST(LiveIds, AreTheSharedDrawingsInShowOnlyMode)
     for (HQELENGINE h : {first, second}) EXPECT_EQ(1, QELOpenFile(h, path.c_str()));
     EXPECT_EQ(1, QELSetValue(first, "a", 6.5));
     EXPECT_EQ(6.5, Value(second, "a"));
+    EXPECT_EQ(1, QELSetValue(first, "a", 1));
+    EXPECT_EQ(1, QELSetValue(second, "a", 2));
+    EXPECT_EQ(1, QELSetValue(first, "a", 6.5));
     char sz[9];
     EXPECT_EQ(1, QELGetLiveId(second, 0, sz, sizeof sz, nullptr));
     EXPECT_STREQ("a", sz);
