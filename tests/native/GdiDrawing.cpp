@@ -521,11 +521,11 @@ INT WINAPI DrawTextA(HDC hdc, const char* psz, INT nLength, RECT* prc, UINT nFla
     }
     LONG nY = prc->top;
     const LONG nBytes = LengthOf(psz, nLength);
+    // The line under the letter behind an ampersand is drawn from the current position.
+    if (std::find(psz, psz + nBytes, '&') != psz + nBytes) pDc->state.pt = {prc->left, prc->bottom};
     if (nBytes)
         for (const std::string& line : LinesOf(psz, nBytes)) {
             WriteText(*pDc, prc->left, nY, line, prc);
-            if (pDc->state.nAlign & TA_UPDATECP)
-                pDc->state.pt.x += CellOf(*pDc).cx * static_cast<LONG>(line.size());
             nY = static_cast<LONG>(static_cast<DWORD>(nY) + static_cast<DWORD>(CellOf(*pDc).cy));
         }
     return static_cast<INT>(static_cast<DWORD>(nY) - static_cast<DWORD>(prc->top));

@@ -3,6 +3,7 @@
 #include "meter/BarMeter3D.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
+#include "render/QELViewRadial.h"
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -236,6 +238,47 @@ TEST(GdiFaults, ADrawUnderAClipGoesOnWithoutOneCall)
                 << "the drawing opened anew";
         }
         EXPECT_LT(5U, expected.size());
+    }
+}
+
+// Of a pie that takes a large canvas the part that shows is made alone; without what it takes for
+// that the whole is made, or there is none.
+TEST(GdiFaults, WhatShowsOfALargePieIsRightOrThereIsNoRegion)
+{
+    const RECT rcQel{0, 0, 2200, 2200};
+    const RECT rcShown{1000, 900, 1300, 1150};
+    CQELViewPie pie(100, 100);
+    QELSHAPEATTR attr{};
+    ASSERT_EQ(1, pie.GetAttrBlock(&attr));
+    const LONG geometry[] = {0, 0, 100, 100, 100, 50, 50, 0}; // the quarter at the top right
+    std::copy(std::begin(geometry), std::end(geometry), attr.nGeometry);
+    attr.nStyle = QEL_STYLE_FILL;
+    ASSERT_EQ(1, pie.SetAttrBlock(&attr));
+    std::string expected;
+    for (void (*pfnFail)(int) : {&gdi::FailCall, &gdi::FailCreation}) {
+        int nWithout = 0;
+        for (int n = 0; n < 40; ++n) {
+            SCOPED_TRACE(n);
+            const gdi::CLeakCheck leaks;
+            bool bPart = false;
+            pfnFail(n);
+            const HRGN hRegion = pie.MakeShownRegion(rcQel, rcShown, &bPart);
+            pfnFail(0);
+            if (!hRegion) {
+                EXPECT_LT(0, n);
+                ++nWithout;
+                continue;
+            }
+            const HRGN hShown = ::CreateRectRgnIndirect(&rcShown);
+            ::CombineRgn(hShown, hShown, hRegion, RGN_AND);
+            if (n == 0) expected = gdi::RegionText(hShown);
+            EXPECT_EQ(expected, gdi::RegionText(hShown));
+            EXPECT_TRUE(::PtInRegion(hShown, 1200, 1000)); // within the quarter
+            ::DeleteObject(hShown);
+            ::DeleteObject(hRegion);
+        }
+        EXPECT_LT(0, nWithout);
+        EXPECT_LT(nWithout, 40);
     }
 }
 
