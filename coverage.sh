@@ -30,6 +30,7 @@ if [ "${1:-}" = --html ]; then
   mkdir -p "$dir/html"
   formats+=(--html-details "$dir/html/index.html")
 fi
+# A delete tests for null by itself, which no line of the sources says.
 gcovr --root . --object-directory "$dir" "${filters[@]}" --exclude-throw-branches \
-  --exclude-unreachable-branches "${formats[@]}" >"$dir/gcovr.log" 2>&1 || { cat "$dir/gcovr.log" >&2; exit 2; }
+  --exclude-unreachable-branches --exclude-branches-by-pattern '\s*delete \w+;' "${formats[@]}" >"$dir/gcovr.log" 2>&1 || { cat "$dir/gcovr.log" >&2; exit 2; }
 exec python3 scripts/coverage_report.py "$dir/report" "$LINES_GOAL" "$BRANCHES_GOAL"

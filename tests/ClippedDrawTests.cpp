@@ -4,6 +4,7 @@
 #include "render/ClippedDraw.h"
 
 #include "dynamic/QELViewMeter.h"
+#include "render/LiveElement.h"
 #include "render/QELView.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
@@ -403,6 +404,24 @@ TEST(ClippedDraw, WhatIsInAStatusFrameOrPatternIsDrawn)
     }
     EXPECT_EQ(1, scene.Draw(CPaper()));
     for (CNotingShape* pShape : shapes) EXPECT_EQ(1, pShape->TakePaints());
+}
+
+TEST(ClippedDraw, WhatIsHiddenIsNotDrawnAndWhatHasAMarkAlwaysIs)
+{
+    CScene scene;
+    for (CQELViewElm* pParent :
+         {scene.Make(QEL_TYPE_GROUP)->Parent(), scene->Root()->FirstChild()}) {
+        CNotingShape* pHidden = scene.AddNoting(Filled(INSIDE), pParent);
+        CNotingShape* pMarked = scene.AddNoting(Filled(OUTSIDE), pParent);
+        EXPECT_EQ(1, CLiveElement(scene->Live(), *pHidden).SetVisible(false));
+        EXPECT_EQ(1, scene.Draw(CPaper()));
+        EXPECT_EQ(0, pHidden->TakePaints());
+        EXPECT_EQ(0, pMarked->TakePaints());
+        EXPECT_EQ(1, CLiveElement(scene->Live(), *pMarked).SetQuality(QUALITY_STALE));
+        EXPECT_EQ(1, scene.Draw(CPaper())); // its mark stands over all that it may paint
+        EXPECT_EQ(0, pHidden->TakePaints());
+        EXPECT_EQ(1, pMarked->TakePaints());
+    }
 }
 
 TEST(ClippedDraw, AMeterOutsideOfTheClipStillMakesItsDial)

@@ -2,6 +2,7 @@
 // render/QELViewBox.*.
 #include "render/QELViewBox.h"
 
+#include "base/DrawLimits.h"
 #include "tests/support/ViewSupport.h"
 
 namespace {
@@ -39,6 +40,25 @@ TEST(EllipseShape, WithoutAnOutlineItIsStillTheOneCall)
                  [](HDC hdcRaw) { ::Ellipse(hdcRaw, 14, 11, 74, 55); });
     });
     EXPECT_EQ("none", view.Call("PatBlt", {4, 3, 84, 63}));
+}
+
+// Some systems end over a curve that such a pen leaves no room. A metafile keeps the width.
+TEST(EllipseShape, APenInsideOfItsFrameLeavesOnePixelOfItOnASurface)
+{
+    QELSHAPEATTR attr = OutlineAttr({10, 10, 20, 40});
+    attr.nPenStyle = PS_INSIDEFRAME;
+    attr.nPenWidth = 30;
+    QELSHAPEATTR narrow = attr;
+    narrow.nPenWidth = 20 - 10 - 2;
+    View view(attr);
+    ExpectPixels(view, {0, 0, 100, 100}, [&](HDC hdc) {
+        PaintRaw(hdc, narrow, {10, 10, 20, 40},
+                 [](HDC hdcRaw) { ::Ellipse(hdcRaw, 10, 10, 20, 40); });
+    });
+    EXPECT_EQ("CreatePen style 6 width 30 color 0000ff", view.Call("CreatePen", {0, 0, 100, 100}));
+    EXPECT_EQ(7, FramePenWidth(7, {0, 0, 9, 20})); // as wide as it may be
+    EXPECT_EQ(7, FramePenWidth(8, {0, 0, 20, 9}));
+    for (const LONG nSide : {0, 1, 2, 3}) EXPECT_EQ(1, FramePenWidth(5, {0, 0, nSide, 20}));
 }
 
 TEST(EllipseShape, A3DStyleFillsItAndDrawsNoBorder)

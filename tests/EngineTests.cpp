@@ -3,6 +3,7 @@
 #include "engine/QELEngine.h"
 
 #include "document/QELDocQEL.h"
+#include "engine/Errors.h"
 #include "render/QELViewQEL.h"
 #include "tests/support/Bitmap.h"
 #include "tests/support/Files.h"
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <set>
 #include <string>
 
 namespace {
@@ -260,6 +262,22 @@ TEST_F(EngineObject, CountsSharesDownToNothingAndNoFurther)
     m_engine.DropRef();
     m_engine.DropRef();
     EXPECT_EQ(0u, m_engine.RefCount());
+}
+
+// The generated pages are made of these rows; hosts read the sentences.
+TEST(ErrorTable, HasASentenceForEachCodeOnce)
+{
+    std::set<uint32_t> codes;
+    std::set<std::string> names;
+    for (const ErrorRow& row : ErrorRows()) {
+        EXPECT_TRUE(codes.insert(row.nCode).second) << row.nCode;
+        EXPECT_TRUE(names.insert(row.pszName).second) << row.pszName;
+        EXPECT_EQ(0U, std::string(row.pszName).rfind("QEL_ERROR_", 0)) << row.pszName;
+        EXPECT_STREQ(row.pszSentence, ErrorSentence(row.nCode));
+    }
+    for (uint32_t n = QEL_ERROR_NONE; n <= QEL_ERROR_GDI; ++n) EXPECT_EQ(1U, codes.count(n)) << n;
+    for (const uint32_t nUnknown : {QEL_ERROR_GDI + 1U, 0xFFFFFFFFU})
+        EXPECT_STREQ("The drawing cannot be read.", ErrorSentence(nUnknown));
 }
 
 TEST(EngineObjectAlone, TakesItsHandleAndItsElementsHandlesWithIt)

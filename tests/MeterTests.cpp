@@ -3,6 +3,7 @@
 // sizes of text. The code is meter/Meter.cpp.
 #include "meter/Meter.h"
 
+#include "base/Rects.h"
 #include "include/QELEngine.h"
 #include "tests/support/Bitmap.h"
 
@@ -199,6 +200,15 @@ TEST(Meter, ReversedPaintsTheMirroredValueAndKeepsTheCallersOwn)
     EXPECT_EQ(88, meter.GetShownValue());
     // The first erase found nothing drawn yet (0, mirrored), the second the pointer at 70.
     EXPECT_EQ((std::vector<int32_t>{100, 70}), meter.m_erasedAt);
+}
+
+TEST(Meter, MayPaintAnywhereUnlessItsClassSaysMore)
+{
+    const CProbe meter;
+    for (const RECT& rcFace : {RECT{0, 0, 0, 0}, RECT{10, 20, 30, 40}}) {
+        const RECT rc = meter.PaintedRect(rcFace);
+        EXPECT_TRUE(::EqualRect(&ALL_IN_REACH, &rc));
+    }
 }
 
 TEST(Meter, MirrorsAboutTheMiddleOfItsRange)

@@ -5,11 +5,13 @@
 #include "dynamic/QELViewContainers.h"
 #include "dynamic/QELViewDrawRgn.h"
 #include "dynamic/QELViewStatus.h"
+#include "render/HostDriven.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
 #include "tests/support/ViewSupport.h"
 
 #include <cstring>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -68,6 +70,63 @@ int SizeOf(const CQELViewElm& view)
     int nSize = 0;
     EXPECT_EQ(1, view.GetAttrBlockSize(&nSize));
     return nSize;
+}
+
+// ---- what follows nothing ----
+
+class CDeaf final : public CHostDriven {};
+
+template <class T>
+T Untouched(T value, const std::function<int(T*)>& get)
+{
+    const T before = value;
+    EXPECT_EQ(0, get(&value));
+    EXPECT_EQ(before, value);
+    return value;
+}
+
+// Each class answers what it has and leaves the rest to this.
+TEST(HostDriven, OfAnElementThatFollowsNothingEverySettingIsRefused)
+{
+    CDeaf deaf;
+    CHostDriven& host = deaf;
+    for (int32_t n = 0; n < QEL_PARAM_COUNT; ++n) EXPECT_EQ(0, host.SetHostParam(n, 1)) << n;
+    for (uint32_t n = 0; n < QEL_SEL_COUNT; ++n) {
+        EXPECT_FALSE(host.KnowsSelector(n)) << n;
+        EXPECT_FALSE(host.HasSign(n)) << n;
+        EXPECT_EQ(0, host.SetProperty(n, 1)) << n;
+    }
+    for (uint32_t nPin = 0; nPin <= METER_PINS; ++nPin) {
+        EXPECT_EQ(0, host.SetValue(nPin, 7U)) << nPin;
+        EXPECT_EQ(0, host.SetValue(nPin, 7.5F)) << nPin;
+        host.ShowPin(nPin, 7.5);
+        EXPECT_EQ(0, host.ShownPin(nPin)) << nPin;
+    }
+    EXPECT_EQ(0, host.SetBase(7));
+    host.SetStatus(7);
+    EXPECT_EQ(0U, host.Status());
+    host.ShowNumber(7.5);
+    EXPECT_EQ(0, host.ShownNumber());
+    EXPECT_EQ(0U, host.HostId());
+}
+
+TEST(HostDriven, OfAnElementThatFollowsNothingNothingCanBeRead)
+{
+    const CDeaf deaf;
+    const CHostDriven& host = deaf;
+    Untouched<uint32_t>(9, [&](uint32_t* p) { return host.GetHostParam(0, p); });
+    Untouched<uint32_t>(9, [&](uint32_t* p) { return host.GetProperty(QEL_SEL_MAX, p); });
+    Untouched<uint32_t>(9, [&](uint32_t* p) { return host.GetValue(0, p); });
+    Untouched<float>(9, [&](float* p) { return host.GetValue(0, p); });
+    Untouched<float>(9, [&](float* p) { return host.GetBase(p); });
+    RECT rc{1, 2, 3, 4};
+    EXPECT_EQ(0, host.GetGraphRect(QEL, &rc));
+    EXPECT_EQ("1,2,3,4", RectText(rc));
+    double fLow = 9;
+    EXPECT_EQ(0, host.FullTurn(&fLow)); // it never comes round
+    for (const bool bFollows : {host.WantsFullRedraw(), host.FollowsNumber(), host.KeepsNumber(),
+                                host.HasPins(), host.CanMove(), host.ShowsTime()})
+        EXPECT_FALSE(bFollows);
 }
 
 // ---- draw region ----

@@ -304,6 +304,15 @@ TEST(ViewElement, PassesParametersDownAndJoinsTheMasks)
     EXPECT_EQ(0x333333U, attr.clrB);
 }
 
+// ---- places ----
+
+TEST(ViewElement, ThatPaintsNothingItselfIsNotHit)
+{
+    Family f;
+    f.b->AppendChild(NewRect(1));
+    for (const LONG n : {0, 1, 2, 25}) EXPECT_FALSE(f.b->IsHit({0, 0, 50, 50}, {n, n})) << n;
+}
+
 // ---- copies ----
 
 TEST(ViewDuplicate, IntoAnotherParentStandsLast)

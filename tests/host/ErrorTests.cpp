@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -378,6 +379,37 @@ TEST_F(Errors, OfHandlesThatAreNotLiveAreKeptWithTheThread)
     EXPECT_EQ(QEL_ERROR_HANDLE, CodeOf(nullptr));
     EXPECT_EQ(0, QELIsModified(nullptr));
     EXPECT_EQ(0u, CodeOf(m_h));
+}
+
+TEST_F(Errors, OfHandlesThatAreNotLiveAreToldByEveryCallOfLiveDrawings)
+{
+    RECT rc{1, 2, 3, 4};
+    double f = 9;
+    char szId[8] = "as was";
+    const std::function<int()> calls[] = {
+        [&] { return QELSetValue(nullptr, "a", 1); },
+        [&] { return QELGetValue(nullptr, "a", &f); },
+        [&] { return QELAdvance(nullptr, 1); },
+        [&] { return QELGetLiveId(nullptr, 0, szId, sizeof szId, nullptr); },
+        [&] { return QELGetDirtyRect(nullptr, &rc); },
+        [&] { return QELGetDirtyRegion(nullptr, nullptr); },
+        [&] { return QELInvalidate(nullptr, &rc); },
+        [&] { return QELValidate(nullptr); },
+        [&] { return QELUpdate(nullptr, nullptr, nullptr); },
+    };
+    int n = 0;
+    for (const auto& call : calls) {
+        SCOPED_TRACE(n++);
+        EXPECT_EQ(0, QELOpenFileU(nullptr, nullptr)); // another reason before
+        EXPECT_EQ(QEL_ERROR_ARGUMENT, CodeOf(nullptr));
+        EXPECT_EQ(0, call());
+        EXPECT_EQ(QEL_ERROR_HANDLE, CodeOf(nullptr));
+    }
+    EXPECT_EQ(1, rc.left);
+    EXPECT_EQ(9, f);
+    EXPECT_STREQ("as was", szId);
+    EXPECT_EQ(0, QELGetDirtyRect(m_h, nullptr));
+    EXPECT_EQ(QEL_ERROR_ARGUMENT, CodeOf(m_h));
 }
 
 TEST_F(Errors, LeaveTheSystemsOwnLastErrorWhenTheyAreAsked)

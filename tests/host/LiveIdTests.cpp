@@ -3,6 +3,7 @@
 // drawing that says in its file what the other one is told.
 #include "tests/support/Host.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -92,6 +93,25 @@ TEST(LiveIds, AShareChartHasItsPins)
     }
     const CTextHost dial(Meter(4, "id='a'"), SIDE);
     EXPECT_EQ(0, QELSetPin(dial, "a", 1, 1));
+}
+
+TEST(LiveIds, TheValueOfAPinIsOneWhoeverSetItLast)
+{
+    const CTextHost host(Meter(SECTOR, "mtid='0' id='a'"), SIDE);
+    double f = 0;
+    EXPECT_EQ(1, QELSetQuality(host, "a", 1)); // it has a state, and no pins in it yet
+    EXPECT_EQ(1, QELSetScaleStatusf(host, 2, 4.5F));
+    EXPECT_EQ(1, QELGetPin(host, "a", 2, &f));
+    EXPECT_EQ(4.5, f);
+    EXPECT_EQ(1, QELSetPin(host, "a", 3, 7.25));
+    EXPECT_EQ(1, QELSetScaleStatusf(host, 3, 8.5F));
+    EXPECT_EQ(1, QELGetPin(host, "a", 3, &f));
+    EXPECT_EQ(8.5, f);
+    EXPECT_EQ(1, QELSetScaleStatus(host, 3, 9));
+    EXPECT_EQ(1, QELGetPin(host, "a", 3, &f));
+    EXPECT_EQ(9, f);
+    EXPECT_EQ(1, QELGetPin(host, "a", 2, &f)); // the others are as they were
+    EXPECT_EQ(4.5, f);
 }
 
 TEST(LiveIds, AScaleShowsTheRealValue)
@@ -526,6 +546,60 @@ TEST(LiveIds, AShapeHasThreeColors)
     EXPECT_EQ(0, QELSetColor(host, "a", -1, 0));
 }
 
+TEST(LiveIds, APinWithoutANumberKeepsThePictureOfTheOneBefore)
+{
+    const CTextHost host(Meter(SECTOR, "id='a'") + "<text id='b' crd='0 0 9 9'>#</text>", SIDE);
+    EXPECT_EQ(1, QELSetSelector(host, "a", QEL_SEL_SECTOR_COUNT, 3));
+    for (int nPin = 1; nPin <= 3; ++nPin) EXPECT_EQ(1, QELSetPin(host, "a", nPin, 5));
+    const std::vector<std::string> before = host.Calls({"Pie", "PatBlt", "Line"});
+    EXPECT_EQ(1, QELSetPin(host, "a", 2, std::nan("")));
+    double f = 0;
+    EXPECT_EQ(1, QELGetPin(host, "a", 2, &f));
+    EXPECT_TRUE(std::isnan(f));
+    const std::vector<std::string> marked = host.Calls({"Pie", "PatBlt", "Line"});
+    ASSERT_LT(before.size(), marked.size()); // the mark of what cannot be trusted comes on top
+    EXPECT_TRUE(std::equal(before.begin(), before.end(), marked.begin()));
+    EXPECT_EQ(1, QELSetPin(host, "a", 2, 5));
+    EXPECT_EQ(before, host.Calls({"Pie", "PatBlt", "Line"}));
+    EXPECT_EQ(0, QELGetPin(host, "b", 1, &f));
+    EXPECT_EQ(0, QELGetSelector(host, "b", QEL_SEL_MAX, &f));
+}
+
+TEST(LiveIds, AWayThatLeavesTheFullCircleIsGoneStraight)
+{
+    const auto prepare = [](const CTextHost& host, const char* pszId) {
+        EXPECT_EQ(1, QELSetSelector(host, pszId, QEL_SEL_MAX, 100));
+        EXPECT_EQ(1, QELSetSelector(host, pszId, QEL_SEL_FULL_CIRCLE, 1));
+    };
+    const CTextHost host(Meter(4, "id='a'"), SIDE), expected(Meter(4, "id='b'"), SIDE);
+    prepare(host, "a");
+    prepare(expected, "b");
+    for (const auto& [fFrom, fTo] : {std::pair(-40.0, 90.0), std::pair(10.0, 130.0)}) {
+        EXPECT_EQ(1, QELSetEasing(host, "a", 0));
+        EXPECT_EQ(1, QELSetValue(host, "a", fFrom));
+        EXPECT_EQ(1, QELSetEasing(host, "a", 100));
+        EXPECT_EQ(1, QELSetValue(host, "a", fTo));
+        EXPECT_EQ(1, QELAdvance(host, 50));
+        EXPECT_EQ(1, QELSetValue(expected, "b", fFrom + (fTo - fFrom) * (1 - 0.125)));
+        EXPECT_EQ("", Difference(expected, host)) << fFrom;
+        EXPECT_EQ(0, QELAdvance(host, 50));
+        EXPECT_EQ(1, QELSetValue(host, "a", fTo)); // it is there
+        EXPECT_EQ(0, QELAdvance(host, 50));
+    }
+}
+
+TEST(LiveIds, AColorIsForShapesAndWhatHoldsThem)
+{
+    const CTextHost host(Meter(4, "id='dial'") + "<scale id='scale' crd='0 0 9 9'/>" +
+                             "<drawrgn id='trend' crd='0 0 9 9'/><g id='empty'/>" +
+                             "<frame id='frame'>" + Rect("", "0 0 9 9") + "</frame>",
+                         SIDE);
+    for (const char* pszId : {"dial", "scale", "trend", "empty"})
+        EXPECT_EQ(0, QELSetColor(host, pszId, 2, 0xFF)) << pszId;
+    EXPECT_EQ(1, QELSetColor(host, "frame", 2, 0xFF));
+    for (const int nPlace : {-1, 3}) EXPECT_EQ(0, QELSetColor(host, "frame", nPlace, 0xFF));
+}
+
 TEST(LiveIds, AColorBlinksAsAnyOther)
 {
     const CTextHost host("<rect id='a' style='0x1' lnwid='0' crd='0 0 140 140'/>", SIDE);
@@ -672,6 +746,28 @@ TEST(LiveIds, OnAFullCircleTheShorterWayIsTaken)
     }
 }
 
+TEST(LiveIds, OnARoundScaleTheShorterWayIsTakenEitherWayRound)
+{
+    const std::string scale = "sctype='round' crd='70 70 60 50 10 0 360'/>";
+    const CTextHost host("<scale id='a' " + scale, SIDE);
+    const CTextHost expected("<scale id='b' " + scale, SIDE);
+    for (const auto& [pHost, pszId] : {std::pair(&host, "a"), std::pair(&expected, "b")})
+        EXPECT_EQ(1, QELSetSelector(*pHost, pszId, QEL_SEL_MAX, 100));
+    for (const bool bUp : {true, false}) {
+        EXPECT_EQ(1, QELSetEasing(host, "a", 0));
+        EXPECT_EQ(1, QELSetValue(host, "a", bUp ? 90 : 20));
+        EXPECT_EQ(1, QELSetEasing(host, "a", 100));
+        EXPECT_EQ(1, QELSetValue(host, "a", bUp ? 20 : 90));
+        for (int nGone = 20; nGone < 100; nGone += 20) {
+            EXPECT_EQ(1, QELAdvance(host, 20));
+            const double fShown =
+                bUp ? Eased(90, 120, nGone / 100.0) : Eased(120, 90, nGone / 100.0);
+            EXPECT_EQ(1, QELSetValue(expected, "b", std::fmod(fShown, 100)));
+            EXPECT_EQ("", Difference(expected, host)) << bUp << " " << nGone;
+        }
+    }
+}
+
 TEST(LiveIds, TheReadOutDoesNotWait)
 {
     const auto readOut = [](const CTextHost& host) {
@@ -735,6 +831,29 @@ TEST(LiveIds, AResetGivesBackWhatWasThereAfterTheOpen)
             EXPECT_EQ(QELGetScaleParam(expected, 0, nSelector, &nExpected),
                       QELGetScaleParam(host, 0, nSelector, &n));
             EXPECT_EQ(nExpected, n) << nSelector;
+        }
+    }
+}
+
+TEST(LiveIds, AResetOfSomeOfManyLeavesTheOthers)
+{
+    constexpr int COUNT = 200;
+    std::string body;
+    const auto idOf = [](int n) { return "t" + std::to_string(n); };
+    for (int n = 0; n < COUNT; ++n) body += "<text id='" + idOf(n) + "' crd='0 0 9 9'>#</text>";
+    const CTextHost host(body, SIDE);
+    for (int n = 0; n < COUNT; ++n) EXPECT_EQ(1, QELSetValue(host, idOf(n).c_str(), n + 0.5));
+    std::vector<bool> reset(COUNT);
+    for (const int nStep : {7, 3, 2}) {
+        for (int n = nStep - 1; n < COUNT; n += nStep) {
+            reset[static_cast<std::size_t>(n)] = true;
+            EXPECT_EQ(1, QELResetLive(host, idOf(n).c_str()));
+        }
+        for (int n = 0; n < COUNT; ++n) {
+            double f = -1;
+            const bool bReset = reset[static_cast<std::size_t>(n)];
+            EXPECT_EQ(bReset ? 0 : 1, QELGetValue(host, idOf(n).c_str(), &f)) << n;
+            EXPECT_EQ(bReset ? -1 : n + 0.5, f) << n;
         }
     }
 }

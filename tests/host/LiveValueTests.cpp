@@ -533,6 +533,24 @@ TEST(MeterFace, WhatLeavesItIsDrawnAsTheFileHasIt)
         }
 }
 
+TEST(MeterFace, WhatIsTakenOutOfItIsFilledInItsOwnColorAgain)
+{
+    const CHost host("<meter upin='1' mtype='round' crd='70 70 50 5 5 135 135'>"
+                     "<rect style='0x1' lnwid='0' bg='0x123456' crd='0 0 140 140'/></meter>");
+    EXPECT_EQ(1, host.Set(0, QEL_SEL_FACE_COLOR, 0x654321));
+    EXPECT_EQ(1, host.Set(0, QEL_SEL_FILL_ONLY, 1));
+    CTestBitmap before(SIDE, SIDE), after(SIDE, SIDE);
+    host.Draw(before, QEL_DRAW_FULL);
+    EXPECT_EQ(RGB(255, 255, 255), before.At(1, 1)); // a face that only fills is hollow
+    EXPECT_EQ(1, host.Set(0, QEL_SEL_FILL_ONLY, 0));
+    host.Draw(before, QEL_DRAW_FULL);
+    EXPECT_EQ(0x654321U, before.At(1, 1));
+    const HQELELEM hFace = QELGetFirstChild(host, host.Child(0));
+    ASSERT_EQ(1, QELMoveElem(host, hFace, QELGetRootElem(host), nullptr));
+    host.Draw(after, QEL_DRAW_FULL);
+    EXPECT_EQ(0x123456U, after.At(1, 1));
+}
+
 // ---- partial redraw ----
 
 bool HasWord(const std::vector<std::string>& calls, const std::string& word)

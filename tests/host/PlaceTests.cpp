@@ -221,6 +221,62 @@ TEST(HitTests, ReachOutlinesFromThreePixelsAway)
     EXPECT_EQ("none", IdAt(host, 45, 25)); // inside of an outline is nothing
 }
 
+// A quarter of a circle about 50,50, from the right to the top.
+TEST(HitTests, GoAlongTheSidesOfArcsChordsAndPies)
+{
+    const auto at = [](const char* pszTag, LONG nX, LONG nY) {
+        const CTextHost host(std::string("<") + pszTag +
+                                 " id='hit' style='0x0' lnwid='1' crd='10 10 90 90 90 50 50 10'/>",
+                             100);
+        return IdAt(host, nX, nY) == "hit";
+    };
+    for (const char* pszTag : {"arc", "chord", "pie"}) {
+        EXPECT_TRUE(at(pszTag, 78, 22)) << pszTag;  // 40 * sin 45 degrees away from the middle
+        EXPECT_FALSE(at(pszTag, 22, 78)) << pszTag; // on the ellipse that it is of
+        EXPECT_EQ(std::string("pie") == pszTag, at(pszTag, 70, 50)) << pszTag;
+        EXPECT_EQ(std::string("pie") == pszTag, at(pszTag, 50, 30)) << pszTag;
+        EXPECT_EQ(std::string("chord") == pszTag, at(pszTag, 70, 30)) << pszTag;
+    }
+}
+
+// Two ends at one place are the whole ellipse; an end before the start is reached round the other
+// side.
+TEST(HitTests, GoAlongAllOfAnArc)
+{
+    const CTextHost host("<arc id='whole' lnwid='1' crd='10 10 50 50 50 30 50 30'/>"
+                         "<arc id='most' lnwid='1' crd='50 50 90 90 70 50 90 70'/>",
+                         100);
+    for (const POINT pt : {POINT{50, 30}, POINT{30, 10}, POINT{10, 30}, POINT{30, 50}})
+        EXPECT_EQ("whole", IdAt(host, pt.x, pt.y)) << pt.x << "," << pt.y;
+    EXPECT_EQ("most", IdAt(host, 50, 70));
+    EXPECT_EQ("most", IdAt(host, 70, 90));
+    EXPECT_EQ("none", IdAt(host, 84, 56));
+}
+
+TEST(HitTests, ReachTheBorderThatStandsOutOfANarrowRectangle)
+{
+    const CTextHost host("<rect id='box' style='0x60003' lnwid='1' crd='50 20 52 80'/>", 100);
+    RECT rc{};
+    ASSERT_EQ(1, QELGetIdDrawRect(host, "box", &rc));
+    ASSERT_LT(rc.left, 50);
+    ASSERT_LT(52, rc.right);
+    for (const LONG n : {rc.left, LONG{51}, rc.right - 1}) EXPECT_EQ("box", IdAt(host, n, 50)) << n;
+    for (const LONG n : {rc.left - 1, rc.right}) EXPECT_EQ("none", IdAt(host, n, 50)) << n;
+    const RECT rcNone{50, 20, 50, 80}; // without a width it is not there
+    ASSERT_EQ(1, QELSetElemRect(host, host.Child(0), &rcNone));
+    EXPECT_EQ("none", IdAt(host, 50, 50));
+}
+
+TEST(HitTests, FindNothingOfRegionsAndScalesWithoutARoom)
+{
+    const CTextHost host("<drawrgn id='trend' crd='10 10 10 30'/>"
+                         "<scale id='round' sctype='round' crd='60 60 0 0 0'/>"
+                         "<text id='name' crd='30 10 30 20'>x</text>",
+                         100);
+    for (const POINT pt : {POINT{10, 20}, POINT{60, 60}, POINT{30, 15}})
+        EXPECT_EQ("none", IdAt(host, pt.x, pt.y)) << pt.x << "," << pt.y;
+}
+
 TEST(HitTests, GoByTheLayoutOfTextsRegionsAndScales)
 {
     const CTextHost host("<text id='name' crd='10 10 50 20'>x</text>"
@@ -433,6 +489,27 @@ TEST(UnitsOfMeters, AreNotTurnedSinceMetersAreNot)
     ASSERT_EQ(1, QELElemToDevice(host, host.Child(0), &pt));
     EXPECT_EQ(20, pt.x);
     EXPECT_EQ(40, pt.y);
+}
+
+// Of dials they are those of the layout: the square about a circle, the rectangle of an arc.
+TEST(UnitsOfMeters, AreThoseOfTheLayoutWhateverTheType)
+{
+    CTextHost host("<meter mtype='round' crd='50 50 20 5 0 0 100 100'/>"
+                   "<meter mtype='Arc' crd='50 50 20 5 10 90 80 45 315'/>"
+                   "<meter mtype='vert' crd='10 10 10 90'/>",
+                   100);
+    host.Place({7, 9, 107, 109});
+    for (int n = 0; n < 2; ++n) {
+        POINT pt{50, 50};
+        ASSERT_EQ(1, QELElemToDevice(host, host.Child(n), &pt)) << n;
+        EXPECT_EQ(57, pt.x) << n;
+        EXPECT_EQ(59, pt.y) << n;
+        ASSERT_EQ(1, QELDeviceToElem(host, host.Child(n), &pt)) << n;
+        EXPECT_EQ(50, pt.x) << n;
+    }
+    POINT pt{10, 20}; // it has no width, and no place for units
+    EXPECT_EQ(0, QELElemToDevice(host, host.Child(2), &pt));
+    EXPECT_EQ(10, pt.x);
 }
 
 // A record that is set puts the element back as the document has it.

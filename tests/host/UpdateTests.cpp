@@ -334,6 +334,34 @@ TEST(Update, AfterAnyChangeThePictureIsThatOfAFullDraw)
     }
 }
 
+TEST(Update, PaintsNothingOutsideOfWhatIsDirtyAndLeavesNothingDirty)
+{
+    for (unsigned nSeed = 1; nSeed <= 20; ++nSeed) {
+        CDrawing drawing(nSeed);
+        const CTextHost host(drawing.Text(), SIDE);
+        const CBrush ground(GROUND), white(RGB(255, 255, 255));
+        EXPECT_EQ(1, QELValidate(host));
+        CChanges changes(host, &drawing);
+        for (int n = 0; n < 20; ++n) {
+            SCOPED_TRACE(testing::Message() << "seed " << nSeed << ": " << changes.Make());
+            const CTestBitmap bitmap(SIDE, SIDE);
+            HRGN hDirty = ::CreateRectRgn(0, 0, 0, 0);
+            RECT rcDirty{};
+            if (QELGetDirtyRegion(host, hDirty)) {
+                EXPECT_EQ(1, QELGetDirtyRect(host, &rcDirty));
+                QELUpdate(host, bitmap.Dc(), ground);
+            }
+            EXPECT_EQ(0, QELGetDirtyRect(host, &rcDirty));
+            ::SelectClipRgn(bitmap.Dc(), hDirty);
+            const RECT rcAll = bitmap.Box();
+            ::FillRect(bitmap.Dc(), &rcAll, white); // over all that was dirty
+            ::SelectClipRgn(bitmap.Dc(), nullptr);
+            ::DeleteObject(hDirty);
+            EXPECT_TRUE(IsBlank(bitmap));
+        }
+    }
+}
+
 // ---- what it rests on
 
 TEST(Update, NoMeterScaleOrRegionGoesByTheColorsThatOthersLeave)
@@ -635,6 +663,22 @@ TEST(Update, AQualityIsAHalfToneOverAllThatTheElementMayPaint)
     EXPECT_EQ("", clean.screen.WrongAfterUpdate());
     EXPECT_EQ(0, QELSetQuality(clean.host, "a", 3));
     EXPECT_EQ(0, QELSetQuality(clean.host, "a", -1));
+}
+
+// The order of places does not tell that the mark comes last.
+TEST(Update, AMarkOverAGroupIsPaintedAfterAllThatIsInIt)
+{
+    CCleanHost clean("<g id='a'><rect style='0x1' lnwid='0' bg='0xFF' crd='10 10 60 60'/>"
+                     "<g><rect style='0x1' lnwid='0' bg='0xFF00' crd='50 50 90 90'/></g></g>"
+                     "<rect style='0x1' lnwid='0' bg='0xFF0000' crd='80 80 120 120'/>");
+    EXPECT_EQ(1, QELSetQuality(clean.host, "a", 1));
+    EXPECT_EQ("10,10,90,90", Text(DirtyRect(clean.host)));
+    const std::vector<std::string> words = {"Rectangle", "PatBlt"};
+    CRecording recording;
+    EXPECT_EQ(1, QELUpdate(clean.host, recording.Dc(), nullptr));
+    const std::vector<std::string> drawn = clean.host.Calls(words);
+    EXPECT_LT(4U, drawn.size()); // three rectangles, two steps of a mark
+    EXPECT_EQ(drawn, recording.Only(words));
 }
 
 TEST(Update, AClockStandsUntilTheHostLetsTimePass)

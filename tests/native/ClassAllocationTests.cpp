@@ -2,6 +2,7 @@
 // done whole or not at all.
 #include "document/QELDocElm.h"
 #include "engine/ElementTypes.h"
+#include "render/HostDriven.h"
 #include "render/QELView.h"
 #include "render/QELViewGroup.h"
 #include "tests/native/AllocationFaults.h"
@@ -80,6 +81,36 @@ TEST(ClassAllocation, AViewElementIsCopiedWithItsChildrenOrNotAtAll)
         }
         // The element, what a shape holds of text and points, and its two children.
         EXPECT_EQ(pElm->IsShape() ? 6 : 4, n);
+    }
+}
+
+// The words that the drawing sets are kept by whom they are for.
+TEST(ClassAllocation, AMeterOrScaleIsCopiedWithItsSettingsOrNotAtAll)
+{
+    for (const int nType : {QEL_TYPE_METER, QEL_TYPE_SCALE}) {
+        SCOPED_TRACE(nType);
+        CQELView view(g_elementTypes, SIZE{100, 90});
+        ASSERT_EQ(1, view.NewTree());
+        CQELViewElm* pElm = nullptr;
+        ASSERT_EQ(1, view.CreateElement(view.Root(), nullptr, nType, &pElm));
+        const SetTexts texts{"max=100 min=5", "62.5"};
+        ASSERT_EQ(1, pElm->HostSide()->TakeSet(texts));
+        CQELViewGroup target(50, 50);
+        int n = 1;
+        for (; n < MOST_ALLOCATIONS; ++n) {
+            CQELViewElm* pCopy = nullptr;
+            int nResult = -1;
+            if (!RunWithout(n, [&] { nResult = pElm->Duplicate(&target, &pCopy); })) {
+                EXPECT_EQ(1, nResult);
+                ASSERT_NE(nullptr, pCopy);
+                EXPECT_EQ(62.5, pCopy->HostSide()->ShownNumber());
+                break;
+            }
+            EXPECT_EQ(0, nResult);
+            EXPECT_EQ(nullptr, pCopy);
+            EXPECT_EQ(nullptr, target.FirstChild());
+        }
+        EXPECT_LT(2, n); // the element, and its words
     }
 }
 

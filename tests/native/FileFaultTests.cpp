@@ -1,9 +1,12 @@
 // Files that fail. Whatever happens to the disk while a drawing is saved, the old or the new one is
 // whole in its place; whatever happens while one is opened, the file stays as it is and the engine
 // can be used.
+#include "tests/native/AllocationFaults.h"
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"
+#include "tests/support/Wide.h"
+#include "xml/WidePath.h"
 
 #include <gtest/gtest.h>
 
@@ -495,6 +498,60 @@ TEST(WidePaths, AreRefusedWithACharacterThatTheCodePageLacksAndBeyondTheLengthOf
             EXPECT_EQ(0, QELOpenFileU(engine, wide.data()));
             kernel::SetCodePage(936);
         }
+}
+
+TEST(WidePaths, ThatAreLongHaveThePrefixThatLiftsTheLimit)
+{
+    const std::string tail(300, 'x');
+    const struct {
+        std::string path;
+        std::string expected;
+    } rows[] = {
+        {"C:\\temp\\" + tail, "\\\\?\\C:\\temp\\" + tail},
+        {"C:/temp/" + tail, "\\\\?\\C:\\temp\\" + tail},
+        {"\\\\server\\share\\" + tail, "\\\\?\\UNC\\server\\share\\" + tail},
+        {"\\\\?\\C:\\" + tail, "\\\\?\\C:\\" + tail}, // it has one
+        {"//?/C:/" + tail, "\\\\?\\C:\\" + tail},
+        {"\\\\.\\" + tail, "\\\\.\\" + tail},                     // a device takes none
+        {"\\\\?server\\" + tail, "\\\\?\\UNC\\?server\\" + tail}, // none of the two
+        {"C:\\temp\\short", "C:\\temp\\short"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        const std::vector<wchar_t> given = Wide(row.path);
+        const CWidePath path(given.data());
+        std::string text;
+        for (const wchar_t* p = path.Get(); *p; ++p) text += static_cast<char>(*p);
+        EXPECT_EQ(row.expected, text);
+    }
+}
+
+TEST(WidePaths, ThatAreLongAreOpenedAndSavedToOrLackMemory)
+{
+    kernel::FormatDisk();
+    const std::vector<wchar_t> path = Wide("C:\\temp\\" + std::string(245, 'x') + ".qel");
+    const std::string text = "<qel><rect crd='1 2 3 4'/></qel>";
+    for (const bool bSaves : {true, false}) { // what is opened was saved before
+        int nFailed = 0;
+        bool bReached = true;
+        for (int n = 1; bReached; ++n) {
+            SCOPED_TRACE(testing::Message() << bSaves << " " << n);
+            CTestEngine engine;
+            ASSERT_TRUE(engine.Open(text));
+            alloc::Fail(n);
+            const int nResult =
+                bSaves ? QELSaveFileW(engine, path.data()) : QELOpenFileW(engine, path.data());
+            bReached = alloc::Count() >= n;
+            alloc::Off();
+            QELERROR error{};
+            error.nSize = sizeof error;
+            EXPECT_EQ(nResult ? 0 : 1, QELGetError(engine, &error));
+            EXPECT_EQ(nResult ? QEL_ERROR_NONE : QEL_ERROR_MEMORY, error.nCode);
+            EXPECT_EQ(0, kernel::OpenHandles());
+            nFailed += nResult ? 0 : 1;
+        }
+        EXPECT_LT(0, nFailed);
+    }
 }
 
 // Letter case is compared in wide characters; where a path has none, its bytes decide.

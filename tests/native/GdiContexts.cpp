@@ -124,6 +124,16 @@ std::vector<std::string> EndRecording(HDC hdc)
     return calls;
 }
 
+void SetPixelsPerUnit(HDC hdc, int nPixels)
+{
+    if (Dc* pDc = FindDc(hdc, "SetPixelsPerUnit")) pDc->nPixelsPerUnit = nPixels;
+}
+
+void ShowInWindow(HDC hdc, const Window& window)
+{
+    if (Dc* pDc = FindDc(hdc, "ShowInWindow")) pDc->window = window;
+}
+
 void LogPaintings(HDC hdc)
 {
     Dc* pDc = FindDc(hdc, "LogPaintings");
@@ -202,7 +212,7 @@ BOOL WINAPI DeleteDC(HDC hdc)
 INT WINAPI SaveDC(HDC hdc)
 {
     Dc* pDc = FindDc(hdc, "SaveDC");
-    if (!pDc) return 0;
+    if (!pDc || !TakeCall()) return 0;
     pDc->saved.push_back(pDc->state);
     CountSelected(pDc->state, 1);
     Record(*pDc, "Record 33");
@@ -437,20 +447,35 @@ BOOL WINAPI GetCurrentPositionEx(HDC hdc, POINT* pOut)
 }
 
 // Figures are in pixels here, and nobody moves their origin.
+template <class Convert>
+BOOL ConvertAll(HDC hdc, POINT* pPoints, INT nCount, const char* pszFunction, Convert convert)
+{
+    const Dc* pDc = FindDc(hdc, pszFunction);
+    if (!pDc || !pPoints || nCount < 0 || pDc->nPixelsPerUnit == 0 || !TakeCall()) return FALSE;
+    for (INT n = 0; n < nCount; ++n)
+        pPoints[n] = {convert(pPoints[n].x, pDc->nPixelsPerUnit),
+                      convert(pPoints[n].y, pDc->nPixelsPerUnit)};
+    return TRUE;
+}
+
 BOOL WINAPI LPtoDP(HDC hdc, POINT* pPoints, INT nCount)
 {
-    return FindDc(hdc, "LPtoDP") && pPoints && nCount >= 0;
+    return ConvertAll(hdc, pPoints, nCount, "LPtoDP", [](LONG n, LONG nScale) {
+        return static_cast<LONG>(static_cast<DWORD>(n) * static_cast<DWORD>(nScale));
+    });
 }
 
 BOOL WINAPI DPtoLP(HDC hdc, POINT* pPoints, INT nCount)
 {
-    return FindDc(hdc, "DPtoLP") && pPoints && nCount >= 0;
+    return ConvertAll(hdc, pPoints, nCount, "DPtoLP",
+                      [](LONG n, LONG nScale) { return n / nScale; });
 }
 
 BOOL WINAPI GetDCOrgEx(HDC hdc, POINT* pOut)
 {
-    if (!FindDc(hdc, "GetDCOrgEx") || !pOut) return FALSE;
-    *pOut = {0, 0};
+    const Dc* pDc = FindDc(hdc, "GetDCOrgEx");
+    if (!pDc || !pOut) return FALSE;
+    *pOut = pDc->window ? pDc->window->ptOrigin : POINT{0, 0};
     return TRUE;
 }
 
@@ -463,23 +488,28 @@ BOOL WINAPI SetBrushOrgEx(HDC hdc, INT x, INT y, POINT* pOut)
     return TRUE;
 }
 
-// There are no windows here.
+// A window has the handle of the device context that is shown in it.
 HWND WINAPI WindowFromDC(HDC hdc)
 {
-    FindDc(hdc, "WindowFromDC");
-    return nullptr;
+    const Dc* pDc = FindDc(hdc, "WindowFromDC");
+    return pDc && pDc->window && TakeCall() ? reinterpret_cast<HWND>(hdc) : nullptr;
 }
 
-BOOL WINAPI ClientToScreen(HWND, POINT*)
+BOOL WINAPI ClientToScreen(HWND hWnd, POINT* pPoint)
 {
-    ReportMisuse("ClientToScreen without a window");
-    return FALSE;
+    const Dc* pDc = FindDc(reinterpret_cast<HDC>(hWnd), "ClientToScreen");
+    if (!pDc || !pDc->window || !TakeCall()) return FALSE;
+    *pPoint = {pPoint->x + pDc->window->rcClient.left, pPoint->y + pDc->window->rcClient.top};
+    return TRUE;
 }
 
-BOOL WINAPI GetClientRect(HWND, RECT*)
+BOOL WINAPI GetClientRect(HWND hWnd, RECT* prc)
 {
-    ReportMisuse("GetClientRect without a window");
-    return FALSE;
+    const Dc* pDc = FindDc(reinterpret_cast<HDC>(hWnd), "GetClientRect");
+    if (!pDc || !pDc->window || !TakeCall()) return FALSE;
+    const RECT& rc = pDc->window->rcClient;
+    *prc = {0, 0, rc.right - rc.left, rc.bottom - rc.top};
+    return TRUE;
 }
 
 BOOL WINAPI GetBrushOrgEx(HDC hdc, POINT* pOut)

@@ -50,7 +50,12 @@ void FailCreation(int nNth);
 void FailCreationsFrom(int nNth);
 int Creations(); // how many were asked for since the last of these two calls
 
-// Creations done by a test itself while a fault is set do not count.
+// Calls that a real system may refuse although they are right are counted as well: of regions,
+// clips, conversions, saved states and what objects hold. The n-th from now fails. 0: none.
+void FailCall(int nNth);
+int Calls(); // since the last of that
+
+// Creations and calls done by a test itself while a fault is set do not count.
 class CNoFaults {
 public:
     CNoFaults();
@@ -67,6 +72,20 @@ public:
     CNoTextExtents& operator=(const CNoTextExtents&) = delete;
 };
 bool CanMeasureTexts();
+
+// ---- surfaces that are no plain bitmaps ----
+
+// A unit of the device context counts so many pixels from now on, where places are converted and in
+// rectangles that narrow its clip. 0: it converts nothing. Figures are in pixels as ever.
+void SetPixelsPerUnit(HDC hdc, int nPixels);
+
+// From now on a memory device context is one of a window, whose picture its bitmap is.
+struct Window {
+    POINT ptOrigin; // of the device context, on the screen
+    RECT rcClient;  // of the window, on the screen
+    RECT rcCovered; // by other windows, in pixels of the device context
+};
+void ShowInWindow(HDC hdc, const Window& window);
 
 // ---- the state of device contexts ----
 

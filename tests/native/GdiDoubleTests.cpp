@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -302,6 +303,61 @@ TEST(GdiDouble, KnowsARecordingFromAPicture)
     EXPECT_EQ(0U, ::GetObjectType(hdc));
 }
 
+TEST(GdiDouble, ConvertsPlacesByTheUnitsThatAreSet)
+{
+    const CTestDc dc;
+    POINT pts[] = {{3, -4}, {50, 7}};
+    EXPECT_TRUE(::LPtoDP(dc, pts, 2));
+    EXPECT_EQ(50, pts[1].x);
+    gdi::SetPixelsPerUnit(dc, 3);
+    EXPECT_TRUE(::LPtoDP(dc, pts, 2));
+    EXPECT_EQ(9, pts[0].x);
+    EXPECT_EQ(-12, pts[0].y);
+    EXPECT_EQ(150, pts[1].x);
+    EXPECT_TRUE(::DPtoLP(dc, pts, 2));
+    EXPECT_EQ(-4, pts[0].y);
+    EXPECT_EQ(7, pts[1].y);
+    ::IntersectClipRect(dc, 0, 0, 4, 2);
+    ::ExcludeClipRect(dc, 0, 0, 1, 2);
+    const HRGN hClip = ::CreateRectRgn(0, 0, 0, 0);
+    EXPECT_EQ(1, ::GetClipRgn(dc, hClip));
+    EXPECT_EQ("3,0,12,6", gdi::RegionText(hClip));
+    ::DeleteObject(hClip);
+    gdi::SetPixelsPerUnit(dc, 0);
+    EXPECT_FALSE(::LPtoDP(dc, pts, 2));
+    EXPECT_FALSE(::DPtoLP(dc, pts, 2));
+    EXPECT_EQ(-4, pts[0].y);
+}
+
+TEST(GdiDouble, ShowsADeviceContextInAWindow)
+{
+    const CTestDc dc;
+    EXPECT_EQ(nullptr, ::WindowFromDC(dc));
+    const HBITMAP hBitmap = ::CreateBitmap(40, 30, 1, 32, nullptr);
+    const HGDIOBJ hPrev = ::SelectObject(dc, hBitmap);
+    gdi::ShowInWindow(dc, {{100, 50}, {104, 70, 144, 100}, {30, 0, 40, 30}});
+    EXPECT_EQ(static_cast<DWORD>(OBJ_DC), ::GetObjectType(static_cast<HDC>(dc)));
+    const HWND hWnd = ::WindowFromDC(dc);
+    ASSERT_NE(nullptr, hWnd);
+    POINT pt{1, 2};
+    EXPECT_TRUE(::ClientToScreen(hWnd, &pt));
+    EXPECT_EQ(105, pt.x);
+    EXPECT_EQ(72, pt.y);
+    RECT rc{};
+    EXPECT_TRUE(::GetClientRect(hWnd, &rc));
+    EXPECT_EQ(40, rc.right);
+    EXPECT_EQ(30, rc.bottom);
+    EXPECT_TRUE(::GetDCOrgEx(dc, &pt));
+    EXPECT_EQ(100, pt.x);
+    EXPECT_EQ(50, pt.y);
+    const HRGN hShown = ::CreateRectRgn(0, 0, 0, 0);
+    EXPECT_EQ(1, ::GetRandomRgn(dc, hShown, 4));
+    EXPECT_EQ("100,50,130,80", gdi::RegionText(hShown));
+    ::DeleteObject(hShown);
+    ::SelectObject(dc, hPrev);
+    ::DeleteObject(hBitmap);
+}
+
 TEST(GdiDouble, LetsTheColorsChangeWhereThatIsSaid)
 {
     const CTestDc dc;
@@ -394,6 +450,29 @@ TEST(GdiDouble, FailsTheCreationThatIsAskedFor)
 }
 
 // ---- what it answers ----
+
+TEST(GdiDouble, RefusesTheCallThatIsAskedFor)
+{
+    const CTestDc dc;
+    const HRGN hRegion = ::CreateRectRgn(0, 0, 9, 9);
+    RECT rc{};
+    const std::function<bool()> calls[] = {
+        [&] { return ::GetRgnBox(hRegion, &rc) != ERROR; },
+        [&] { return ::CombineRgn(hRegion, hRegion, hRegion, RGN_OR) != ERROR; },
+        [&] { return ::GetClipBox(dc, &rc) != ERROR; },
+        [&] { return ::ExtSelectClipRgn(dc, hRegion, RGN_AND) != ERROR; },
+        [&] { return ::GetRegionData(hRegion, 0, nullptr) != 0; },
+    };
+    for (int nFailed = 0; nFailed <= 5; ++nFailed) {
+        gdi::FailCall(nFailed);
+        int n = 0;
+        for (const auto& call : calls) EXPECT_EQ(++n != nFailed, call());
+        EXPECT_EQ(5, gdi::Calls());
+    }
+    gdi::FailCall(0);
+    ::SelectClipRgn(dc, nullptr);
+    ::DeleteObject(hRegion);
+}
 
 TEST(GdiDouble, CombinesRegionsExactly)
 {

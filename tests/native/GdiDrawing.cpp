@@ -510,6 +510,14 @@ BOOL WINAPI TextOutA(HDC hdc, INT x, INT y, const char* psz, INT nLength)
     return TRUE;
 }
 
+// Two ampersands are one, and underline nothing.
+static bool UnderlinesALetter(const char* psz, LONG nBytes)
+{
+    for (LONG n = 0; n + 1 < nBytes; ++n)
+        if (psz[n] == '&' && psz[++n] != '&') return true;
+    return false;
+}
+
 INT WINAPI DrawTextA(HDC hdc, const char* psz, INT nLength, RECT* prc, UINT nFlags)
 {
     Dc* pDc = FindDc(hdc, "DrawText");
@@ -521,6 +529,8 @@ INT WINAPI DrawTextA(HDC hdc, const char* psz, INT nLength, RECT* prc, UINT nFla
     }
     LONG nY = prc->top;
     const LONG nBytes = LengthOf(psz, nLength);
+    // The line under the letter behind an ampersand is drawn from the current position.
+    if (UnderlinesALetter(psz, nBytes)) pDc->state.pt = {prc->left, prc->bottom};
     if (nBytes)
         for (const std::string& line : LinesOf(psz, nBytes)) {
             WriteText(*pDc, prc->left, nY, line, prc);

@@ -3,13 +3,16 @@
 #include "meter/BarMeter3D.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
+#include "render/QELViewRadial.h"
 #include "tests/native/GdiDouble.h"
 #include "tests/native/KernelDouble.h"
 #include "tests/native/Life.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -197,6 +200,85 @@ TEST(GdiFaults, AMeterOfAnyTypeAndStyleGoesOnWithoutOneObject)
             }
             EXPECT_GT(n, 4);
         }
+    }
+}
+
+// A region that is not to be had, a clip that cannot be told: under a clip, since most is asked
+// there. A meter over a large pie asks for what shows of its region. Meters keep what they were
+// made with, so that only the drawing opened anew has to be whole.
+TEST(GdiFaults, ADrawUnderAClipGoesOnWithoutOneCall)
+{
+    FixTheTime();
+    const std::string faces =
+        "<qel width='400' height='300'>"
+        "<meter mtype='vert' crd='20 10 300 290'><pie style='0x1' crd='0 0 400 300 400 150 200 0'/>"
+        "</meter><meter mtype='vert3d' crd='20 10 300 290'><rect style='0x1' crd='9 9 90 290'/>"
+        "</meter><rndrect style='0x60003' lnwid='9' crd='5 5 300 200 20 20'/></qel>";
+    for (const std::string& text : {EveryElement(), faces}) {
+        std::vector<std::string> expected;
+        bool bReached = true;
+        for (int n = 0; bReached && n < MOST_CREATIONS && !HasFailure(); ++n) {
+            SCOPED_TRACE("call " + std::to_string(n));
+            const gdi::CLeakCheck leaks;
+            CTestEngine engine;
+            ASSERT_TRUE(engine.Open(text));
+            const RECT rc = DEVICE_RECT;
+            const CPaper paper;
+            ::IntersectClipRect(paper, 40, 30, 220, 260);
+            gdi::FailCall(n);
+            EXPECT_EQ(1, QELDraw(engine, paper, &rc, QEL_DRAW_FULL));
+            bReached = n == 0 || gdi::Calls() >= n;
+            gdi::FailCall(0);
+            ASSERT_TRUE(engine.Open(text));
+            const std::vector<std::string> painted = Painted(engine);
+            if (n == 0) expected = painted;
+            const auto [it, itPainted] =
+                std::mismatch(expected.begin(), expected.end(), painted.begin(), painted.end());
+            EXPECT_EQ(it == expected.end() ? "" : *it, itPainted == painted.end() ? "" : *itPainted)
+                << "the drawing opened anew";
+        }
+        EXPECT_LT(5U, expected.size());
+    }
+}
+
+// Of a pie that takes a large canvas the part that shows is made alone; without what it takes for
+// that the whole is made, or there is none.
+TEST(GdiFaults, WhatShowsOfALargePieIsRightOrThereIsNoRegion)
+{
+    const RECT rcQel{0, 0, 2200, 2200};
+    const RECT rcShown{1000, 900, 1300, 1150};
+    CQELViewPie pie(100, 100);
+    QELSHAPEATTR attr{};
+    ASSERT_EQ(1, pie.GetAttrBlock(&attr));
+    const LONG geometry[] = {0, 0, 100, 100, 100, 50, 50, 0}; // the quarter at the top right
+    std::copy(std::begin(geometry), std::end(geometry), attr.nGeometry);
+    attr.nStyle = QEL_STYLE_FILL;
+    ASSERT_EQ(1, pie.SetAttrBlock(&attr));
+    std::string expected;
+    for (void (*pfnFail)(int) : {&gdi::FailCall, &gdi::FailCreation}) {
+        int nWithout = 0;
+        for (int n = 0; n < 40; ++n) {
+            SCOPED_TRACE(n);
+            const gdi::CLeakCheck leaks;
+            bool bPart = false;
+            pfnFail(n);
+            const HRGN hRegion = pie.MakeShownRegion(rcQel, rcShown, &bPart);
+            pfnFail(0);
+            if (!hRegion) {
+                EXPECT_LT(0, n);
+                ++nWithout;
+                continue;
+            }
+            const HRGN hShown = ::CreateRectRgnIndirect(&rcShown);
+            ::CombineRgn(hShown, hShown, hRegion, RGN_AND);
+            if (n == 0) expected = gdi::RegionText(hShown);
+            EXPECT_EQ(expected, gdi::RegionText(hShown));
+            EXPECT_TRUE(::PtInRegion(hShown, 1200, 1000)); // within the quarter
+            ::DeleteObject(hShown);
+            ::DeleteObject(hRegion);
+        }
+        EXPECT_LT(0, nWithout);
+        EXPECT_LT(nWithout, 40);
     }
 }
 

@@ -23,6 +23,8 @@ struct Table {
     uint64_t nNext = 1;
     HGDIOBJ stock[STOCK_COUNT] = {};
     int nCreations = 0;
+    int nCalls = 0;
+    int nCallToFail = 0;
     int nFailAt = 0;
     bool bFailAllAfter = false;
     int nFaultsOff = 0;
@@ -281,6 +283,23 @@ int Creations()
     return TheTable().nCreations;
 }
 
+bool TakeCall()
+{
+    Table& table = TheTable();
+    return table.nFaultsOff != 0 || ++table.nCalls != table.nCallToFail;
+}
+
+void FailCall(int nNth)
+{
+    TheTable().nCallToFail = nNth;
+    TheTable().nCalls = 0;
+}
+
+int Calls()
+{
+    return TheTable().nCalls;
+}
+
 CNoFaults::CNoFaults()
 {
     ++TheTable().nFaultsOff;
@@ -479,7 +498,8 @@ BOOL WINAPI DeleteObject(HGDIOBJ hObject)
 DWORD WINAPI GetObjectType(HGDIOBJ hObject)
 {
     const auto it = TheTable().dcs.find(NumberOf(hObject));
-    if (it != TheTable().dcs.end()) return it->second->bRecording ? OBJ_ENHMETADC : OBJ_MEMDC;
+    if (it != TheTable().dcs.end())
+        return it->second->bRecording ? OBJ_ENHMETADC : it->second->window ? OBJ_DC : OBJ_MEMDC;
     const Object* pObject = Peek(hObject);
     if (!pObject) return 0;
     static constexpr DWORD types[] = {OBJ_PEN, OBJ_BRUSH, OBJ_FONT, OBJ_BITMAP, OBJ_REGION};
@@ -490,7 +510,7 @@ DWORD WINAPI GetObjectType(HGDIOBJ hObject)
 INT WINAPI GetObjectA(HGDIOBJ hObject, INT nSize, LPVOID pOut)
 {
     const Object* pObject = FindAny(hObject, "GetObject");
-    if (!pObject) return 0;
+    if (!pObject || !TakeCall()) return 0;
     const auto give = [&](const auto& data) -> INT {
         const INT nGiven =
             nSize < static_cast<INT>(sizeof data) ? nSize : static_cast<INT>(sizeof data);
@@ -516,7 +536,7 @@ INT WINAPI GetObjectA(HGDIOBJ hObject, INT nSize, LPVOID pOut)
 LONG WINAPI GetBitmapBits(HBITMAP hBitmap, LONG nSize, LPVOID pOut)
 {
     const Object* pBitmap = Find(hBitmap, Kind::Bitmap, "GetBitmapBits");
-    if (!pBitmap || !pOut || nSize < 0) return 0;
+    if (!pBitmap || !pOut || nSize < 0 || !TakeCall()) return 0;
     const BITMAP& bitmap = pBitmap->bitmap;
     const LONG nAll = bitmap.bmWidthBytes * bitmap.bmHeight;
     if (nSize > nAll) nSize = nAll;

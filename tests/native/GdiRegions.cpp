@@ -22,6 +22,14 @@ INT TypeOf(const CArea& area)
     return area.IsEmpty() ? NULLREGION : area.IsRect() ? SIMPLEREGION : COMPLEXREGION;
 }
 
+// A rectangle of the units of a device context.
+CArea InPixels(const Dc& dc, const RECT& rc)
+{
+    const int n = dc.nPixelsPerUnit ? dc.nPixelsPerUnit : 1;
+    if (n == 1) return CArea::Rect(rc);
+    return CArea::Rect({rc.left * n, rc.top * n, rc.right * n, rc.bottom * n});
+}
+
 } // namespace
 
 CArea Surface(const Dc& dc)
@@ -104,7 +112,7 @@ INT WINAPI CombineRgn(HRGN hOut, HRGN hA, HRGN hB, INT nMode)
     Object* pOut = Find(hOut, Kind::Region, "CombineRgn");
     const Object* pA = Find(hA, Kind::Region, "CombineRgn");
     const Object* pB = nMode == RGN_COPY ? pA : Find(hB, Kind::Region, "CombineRgn");
-    if (!pOut || !pA || !pB) return ERROR;
+    if (!pOut || !pA || !pB || !TakeCall()) return ERROR;
     switch (nMode) {
     case RGN_AND:
         pOut->area = pA->area.And(pB->area);
@@ -131,7 +139,7 @@ INT WINAPI CombineRgn(HRGN hOut, HRGN hA, HRGN hB, INT nMode)
 BOOL WINAPI SetRectRgn(HRGN hRegion, INT l, INT t, INT r, INT b)
 {
     Object* pRegion = Find(hRegion, Kind::Region, "SetRectRgn");
-    if (!pRegion) return FALSE;
+    if (!pRegion || !TakeCall()) return FALSE;
     pRegion->area = CArea::Rect({l, t, r, b});
     return TRUE;
 }
@@ -139,7 +147,7 @@ BOOL WINAPI SetRectRgn(HRGN hRegion, INT l, INT t, INT r, INT b)
 INT WINAPI OffsetRgn(HRGN hRegion, INT dx, INT dy)
 {
     Object* pRegion = Find(hRegion, Kind::Region, "OffsetRgn");
-    if (!pRegion) return ERROR;
+    if (!pRegion || !TakeCall()) return ERROR;
     pRegion->area.Offset(dx, dy);
     return TypeOf(pRegion->area);
 }
@@ -147,7 +155,7 @@ INT WINAPI OffsetRgn(HRGN hRegion, INT dx, INT dy)
 INT WINAPI GetRgnBox(HRGN hRegion, RECT* prc)
 {
     const Object* pRegion = Find(hRegion, Kind::Region, "GetRgnBox");
-    if (!pRegion || !prc) return ERROR;
+    if (!pRegion || !prc || !TakeCall()) return ERROR;
     *prc = pRegion->area.Box();
     return TypeOf(pRegion->area);
 }
@@ -155,7 +163,7 @@ INT WINAPI GetRgnBox(HRGN hRegion, RECT* prc)
 DWORD WINAPI GetRegionData(HRGN hRegion, DWORD nSize, RGNDATA* pData)
 {
     const Object* pRegion = Find(hRegion, Kind::Region, "GetRegionData");
-    if (!pRegion) return 0;
+    if (!pRegion || !TakeCall()) return 0;
     const std::vector<RECT>& rects = pRegion->area.Rects();
     const auto nBytes = static_cast<DWORD>(rects.size() * sizeof(RECT));
     const auto nNeeded = static_cast<DWORD>(sizeof(RGNDATAHEADER) + nBytes);
@@ -207,7 +215,7 @@ INT WINAPI ExtSelectClipRgn(HDC hdc, HRGN hRegion, INT nMode)
 {
     Dc* pDc = FindDc(hdc, "ExtSelectClipRgn");
     const Object* pRegion = Find(hRegion, Kind::Region, "ExtSelectClipRgn");
-    if (!pDc || !pRegion) return ERROR;
+    if (!pDc || !pRegion || !TakeCall()) return ERROR;
     if (nMode != RGN_AND) {
         ReportMisuse(Text("ExtSelectClipRgn mode %d", nMode));
         return ERROR;
@@ -221,28 +229,32 @@ INT WINAPI GetClipRgn(HDC hdc, HRGN hRegion)
 {
     const Dc* pDc = FindDc(hdc, "GetClipRgn");
     Object* pRegion = Find(hRegion, Kind::Region, "GetClipRgn");
-    if (!pDc || !pRegion) return -1;
+    if (!pDc || !pRegion || !TakeCall()) return -1;
     if (!pDc->state.clip) return 0;
     pRegion->area = *pDc->state.clip;
     return 1;
 }
 
-// Of a bitmap the system's own clip (4) is all of it; nobody sets a meta region (2).
+// Of a bitmap the system's own clip (4) is all of it, of a window what is not covered, in places of
+// the screen; nobody sets a meta region (2).
 INT WINAPI GetRandomRgn(HDC hdc, HRGN hRegion, INT nWhich)
 {
     const Dc* pDc = FindDc(hdc, "GetRandomRgn");
     Object* pRegion = Find(hRegion, Kind::Region, "GetRandomRgn");
-    if (!pDc || !pRegion || pDc->bRecording) return -1;
+    if (!pDc || !pRegion || pDc->bRecording || !TakeCall()) return -1;
     if (nWhich != 4) return 0;
     pRegion->area = Surface(*pDc);
+    if (!pDc->window) return 1;
+    pRegion->area = pRegion->area.Minus(CArea::Rect(pDc->window->rcCovered));
+    pRegion->area.Offset(pDc->window->ptOrigin.x, pDc->window->ptOrigin.y);
     return 1;
 }
 
 INT WINAPI IntersectClipRect(HDC hdc, INT l, INT t, INT r, INT b)
 {
     Dc* pDc = FindDc(hdc, "IntersectClipRect");
-    if (!pDc) return ERROR;
-    const CArea rect = CArea::Rect({l, t, r, b});
+    if (!pDc || !TakeCall()) return ERROR;
+    const CArea rect = InPixels(*pDc, {l, t, r, b});
     pDc->state.clip = pDc->state.clip ? pDc->state.clip->And(rect) : rect;
     Record(*pDc, "Record 30");
     return TypeOf(pDc->state.clip->And(Surface(*pDc)));
@@ -253,7 +265,7 @@ INT WINAPI ExcludeClipRect(HDC hdc, INT l, INT t, INT r, INT b)
     Dc* pDc = FindDc(hdc, "ExcludeClipRect");
     if (!pDc) return ERROR;
     const CArea before = pDc->state.clip ? *pDc->state.clip : Surface(*pDc);
-    pDc->state.clip = before.Minus(CArea::Rect({l, t, r, b}));
+    pDc->state.clip = before.Minus(InPixels(*pDc, {l, t, r, b}));
     Record(*pDc, "Record 29");
     return TypeOf(pDc->state.clip->And(Surface(*pDc)));
 }
@@ -268,7 +280,7 @@ BOOL WINAPI PtVisible(HDC hdc, INT x, INT y)
 INT WINAPI GetClipBox(HDC hdc, RECT* prc)
 {
     const Dc* pDc = FindDc(hdc, "GetClipBox");
-    if (!pDc || !prc) return ERROR;
+    if (!pDc || !prc || !TakeCall()) return ERROR;
     const CArea area = Visible(*pDc);
     *prc = area.Box();
     return TypeOf(area);

@@ -63,6 +63,8 @@ struct Dc {
     DcState state;
     std::vector<DcState> saved;
     bool bRecording = false;
+    int nPixelsPerUnit = 1; // 0: nothing can be converted
+    std::optional<Window> window;
     bool bBounds = false; // whether bounds are summed up; they are not told
     bool bLogging = false;
     std::vector<std::string> calls;
@@ -81,6 +83,7 @@ Dc* FindDc(HDC hdc, const char* pszFunction);
 std::string Describe(HGDIOBJ hObject);
 
 bool TakeCreation(); // false: this one is to fail
+bool TakeCall();     // the same
 HGDIOBJ Insert(Object object);
 HDC InsertDc(std::unique_ptr<Dc> pDc);
 void RemoveDc(HDC hdc);

@@ -129,6 +129,7 @@ std::string FullPath(const std::string& path)
         full += path[n] == '/' ? '\\' : path[n];
         if (IsLeadByte(path[n]) && n + 1 < path.size()) full += path[++n];
     }
+    if (full.starts_with("\\\\")) return full; // of a share or a device
     if (full.size() < 2 || full[1] != ':') full = TheDisk().current + "\\" + full;
     return WithoutDots(full);
 }
