@@ -27,6 +27,10 @@ GradientPart PartOf(LONG nPeriod, LONG nFilledLow, LONG nFilledHigh, LONG nShown
 HBRUSH CShownDraft::Brush(HDC hdc, const RECT& rcGradient, const RECT& rcFilled, COLORREF clr1,
                           COLORREF clr2)
 {
+    if (IsHatch() && m_px(1) > 1) {
+        if (!m_hatch) m_hatch.emplace(CQELDraft::m_byColorsBits[m_nStyle], m_px(1));
+        return m_hatch->Get();
+    }
     if (IsLarge(rcGradient)) {
         if (m_hPart && ::EqualRect(&rcGradient, &m_rcGradient) &&
             ::EqualRect(&rcFilled, &m_rcFilled))

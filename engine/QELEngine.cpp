@@ -399,8 +399,18 @@ int CQELEngine::SetDrawRect(const RECT& rc)
 {
     if (::EqualRect(&m_rcDraw, &rc)) return 1;
     TouchAll();
-    m_rcDraw = rc;
-    m_view.Dirty().SetPlace(rc);
+    m_rcDraw = {rc, m_rcDraw.px};
+    m_view.Dirty().SetPlace(m_rcDraw);
+    return 1;
+}
+
+int CQELEngine::SetPixelScale(uint32_t nPercent)
+{
+    if (nPercent == PixelScale()) return 1;
+    TouchAll();
+    m_rcDraw.px = CPixelScale(nPercent);
+    m_view.Dirty().SetPlace(m_rcDraw);
+    if (CQELViewElm* pRoot = m_view.Root()) pRoot->PlaceChanged();
     return 1;
 }
 

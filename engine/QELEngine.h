@@ -45,6 +45,9 @@ public:
     int SetRefSize(SIZE size);
     int GetDrawRect(RECT* prc) const;
     int SetDrawRect(const RECT& rc);
+    // Of the constants that are told in pixels; it outlives the drawing.
+    int SetPixelScale(uint32_t nPercent);
+    [[nodiscard]] uint32_t PixelScale() const { return m_rcDraw.px.Percent(); }
     int GetDrawGraphRect(RECT* prc) const { return m_view.GetDrawGraphRect(m_rcDraw, prc); }
     int Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags);
     int Rotate(int32_t nAngle);
@@ -126,7 +129,7 @@ private:
     CPlaces m_places;
     uint32_t m_nPerDrawing = 0; // cleared at every open
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
-    RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
+    QelRect m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     int32_t m_nRotation = 0; // the quarter turn that the view has been given, in degrees
     bool m_bDrawn = false;   // since all of it was dirty
     bool m_bShowOnly;

@@ -33,7 +33,7 @@ int32_t VerticalPosition(const BarScale& scale, double fValue)
 
 int32_t HorizontalPosition(const BarScale& scale, double fValue)
 {
-    const int32_t nEnd = WrapSub(scale.rc.right, 1);
+    const int32_t nEnd = WrapSub(scale.rc.right, scale.px(1));
     if (fValue <= scale.nMin) return scale.rc.left;
     if (!(fValue < scale.nMax)) return nEnd;
     return TruncToInt(scale.rc.left + LengthBelow(scale, fValue, WrapSub(nEnd, scale.rc.left)));
@@ -46,9 +46,9 @@ int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)
     return WrapSub(rc.bottom, TickOffset(HeightOf(rc), nTick, nCount));
 }
 
-int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)
+int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px)
 {
-    const int32_t nEnd = WrapSub(rc.right, 1);
+    const int32_t nEnd = WrapSub(rc.right, px(1));
     if (nTick == 0) return rc.left;
     if (nTick >= nCount) return nEnd;
     return WrapAdd(rc.left, TickOffset(WrapSub(nEnd, rc.left), nTick, nCount));
@@ -93,8 +93,8 @@ POINT CBarColumn::At(int32_t nAcross, int32_t nAlong) const
 POINT CBarColumn::PixelAt(int32_t nAcross, int32_t nAlong) const
 {
     const POINT pt = At(nAcross, nAlong);
-    return {std::min<LONG>(pt.x, WrapSub(m_rc.right, 1)),
-            std::min<LONG>(pt.y, WrapSub(m_rc.bottom, 1))};
+    return {std::min<LONG>(pt.x, WrapSub(m_rc.right, m_px(1))),
+            std::min<LONG>(pt.y, WrapSub(m_rc.bottom, m_px(1)))};
 }
 
 RECT CBarColumn::Box(int32_t nAcross1, int32_t nAlong1, int32_t nAcross2, int32_t nAlong2) const

@@ -341,7 +341,7 @@ bool CQELView::WantsFullRedraw() const
     return false;
 }
 
-int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!pElm) pElm = m_pRoot;
     if (!pElm) return 0;
@@ -392,7 +392,7 @@ void CQELView::SetClock(const ClockTimes& times)
         if (pNode->pElm->HostSide()->ShowsTime()) pNode->pElm->Touch();
 }
 
-int CQELView::GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const
+int CQELView::GetDrawGraphRect(const QelRect& rcQel, RECT* prcOut) const
 {
     return m_pDrawRgn ? m_pDrawRgn->GetGraphRect(rcQel, prcOut) : 0;
 }

@@ -37,7 +37,8 @@ constexpr const char* g_plain[] = {
     "QELUpdate",         "QELAdvance",         "QELGetLiveId",        "QELGetError",
     "QELOpenFileW",      "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
     "QELIsModified",     "QELGetElemDrawRect", "QELGetIdDrawRect",    "QELElemFromPoint",
-    "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem"};
+    "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem",
+    "QELSetPixelScale",  "QELGetPixelScale"};
 
 struct DecoratedRow {
     const char* pszOn32;
