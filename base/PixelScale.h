@@ -39,6 +39,13 @@ public:
         return m_nSamples == 1 ? n : Held(int64_t{n} * m_nSamples);
     }
 
+    // The pixel of the picture that a sample is in, and the scale in pixels of the picture.
+    [[nodiscard]] constexpr int32_t PixelOf(int32_t n) const
+    {
+        return m_nSamples == 1 ? n : n / m_nSamples - (n % m_nSamples < 0 ? 1 : 0);
+    }
+    [[nodiscard]] constexpr CPixelScale InPicture() const { return CPixelScale(m_nPercent); }
+
     [[nodiscard]] constexpr bool IsPlain() const
     {
         return m_nPercent == PLAIN_PERCENT && m_nSamples == 1;

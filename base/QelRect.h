@@ -23,7 +23,7 @@ struct QelRect : RECT {
     // The same place without samples.
     [[nodiscard]] constexpr QelRect InPicture() const
     {
-        return {static_cast<const RECT&>(*this), CPixelScale(px.Percent())};
+        return {static_cast<const RECT&>(*this), px.InPicture()};
     }
     constexpr bool operator==(const QelRect& other) const
     {

@@ -109,7 +109,13 @@ int CQELViewMeter::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
         PassPins(pRenderer);
         const LiveState* pState = Live();
         if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer, pState);
+        const int32_t nLast = pRenderer->GetLastValue();
+        const int32_t nLastReadOut = pRenderer->GetLastReadOut();
         DrawValue(hdc, nFlags, pRenderer, pState);
+        if (nFlags & DRAW_MORE) { // the other parts are to find what this one found
+            pRenderer->SetLastValue(nLast);
+            pRenderer->SetLastReadOut(nLastReadOut);
+        }
     }
     pPicture->rcLast = rcQel;
     pPicture->pxLast = rcQel.px;

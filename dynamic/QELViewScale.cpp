@@ -32,6 +32,11 @@ void Line(HDC hdc, POINT pt1, POINT pt2, CPixelScale px)
     DrawPixelLines(hdc, pts, 2, 1, px);
 }
 
+void UprightLine(HDC hdc, POINT pt1, POINT pt2, CPixelScale px)
+{
+    Line(hdc, {px.Sampled(pt1.x), px.Sampled(pt1.y)}, {px.Sampled(pt2.x), px.Sampled(pt2.y)}, px);
+}
+
 // As GDI draws it without an outline: the last pixel is left out.
 RECT DiscBox(POINT pt, int32_t nRadius, CPixelScale px)
 {
@@ -167,8 +172,11 @@ bool CQELViewScale::MapUnits(const QelRect& rcQel, UnitMap* pOut) const
     return !::IsRectEmpty(&rc) && MakeUnitMap(rcQel, RefW(), RefH(), rc, QEL_KEEP_NONE, pOut);
 }
 
-void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc, CPixelScale px) const
+// What stands upright stands on whole pixels, however many samples they have.
+void CQELViewScale::DrawStraight(HDC hdc, const RECT& rcDevice, CPixelScale px) const
 {
+    const RECT rc{px.PixelOf(rcDevice.left), px.PixelOf(rcDevice.top), px.PixelOf(rcDevice.right),
+                  px.PixelOf(rcDevice.bottom)};
     const int32_t nWidth = WidthOf(rc);
     const int32_t nHeight = HeightOf(rc);
     const int32_t nAlong = ValueLength(Value(), IsVertical() ? nHeight : nWidth);
@@ -179,23 +187,25 @@ void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc, CPixelScale px) const
         CShownDraft draft(m_nDraft, px);
         const CBkColorScope back(hdc, BlinkColor(m_clrBack));
         const CTextColorScope text(hdc, BlinkColor(m_clrFore));
-        const RECT rcFill = IsVertical() ? RECT{rc.left, nY, rc.right, rc.bottom}
-                                         : RECT{rc.left, rc.top, nX, rc.bottom};
+        const QelRect rcPart(IsVertical() ? RECT{rc.left, nY, rc.right, rc.bottom}
+                                          : RECT{rc.left, rc.top, nX, rc.bottom},
+                             px);
+        const RECT rcFill = rcPart.OnDevice();
         const HBRUSH hBrush =
-            draft.Brush(hdc, rc, rcFill, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
+            draft.Brush(hdc, rcDevice, rcFill, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         if (hBrush && !::IsRectEmpty(&rcFill)) ::FillRect(hdc, &rcFill, hBrush);
     }
     if (!m_attr.bPin) return;
     const CPixelPenScope pen(hdc, 1, BlinkColor(m_clrPin), px);
     switch (m_attr.nType) {
     case 0:
-        return Line(hdc, {WrapAdd(rc.left, nWidth / 2), nY}, {rc.right, nY}, px);
+        return UprightLine(hdc, {WrapAdd(rc.left, nWidth / 2), nY}, {rc.right, nY}, px);
     case 1:
-        return Line(hdc, {rc.left, nY}, {WrapSub(rc.right, nWidth / 2), nY}, px);
+        return UprightLine(hdc, {rc.left, nY}, {WrapSub(rc.right, nWidth / 2), nY}, px);
     case 2:
-        return Line(hdc, {nX, WrapAdd(rc.top, nHeight / 2)}, {nX, rc.bottom}, px);
+        return UprightLine(hdc, {nX, WrapAdd(rc.top, nHeight / 2)}, {nX, rc.bottom}, px);
     default:
-        return Line(hdc, {nX, rc.top}, {nX, WrapSub(rc.bottom, nHeight / 2)}, px);
+        return UprightLine(hdc, {nX, rc.top}, {nX, WrapSub(rc.bottom, nHeight / 2)}, px);
     }
 }
 
@@ -217,18 +227,18 @@ void CQELViewScale::DrawStraightMarks(HDC hdc, const RECT& rc, CPixelScale px) c
     };
     const int32_t nLength = IsVertical() ? HeightOf(rc) : WidthOf(rc);
     if (IsVertical())
-        Line(hdc, {nBase, rc.top}, {nBase, rc.bottom}, px);
+        UprightLine(hdc, {nBase, rc.top}, {nBase, rc.bottom}, px);
     else
-        Line(hdc, {rc.left, nBase}, {rc.right, nBase}, px);
+        UprightLine(hdc, {rc.left, nBase}, {rc.right, nBase}, px);
     if (nCount < 1) return;
     for (int32_t i = 0; i <= nCount; ++i) {
         const auto nAlong = static_cast<int32_t>(static_cast<int64_t>(nLength) * i / nCount);
         const bool bMajor = static_cast<uint32_t>(i) % MAJOR_EVERY == 0;
         const int32_t nTick = nAcross / 2 + (bMajor ? nQuarter : 0);
         if (bBackwards)
-            Line(hdc, at(WrapSub(nBase, nTick), nAlong), at(nBase, nAlong), px);
+            UprightLine(hdc, at(WrapSub(nBase, nTick), nAlong), at(nBase, nAlong), px);
         else
-            Line(hdc, at(nBase, nAlong), at(WrapAdd(nBase, nTick), nAlong), px);
+            UprightLine(hdc, at(nBase, nAlong), at(WrapAdd(nBase, nTick), nAlong), px);
     }
 }
 

@@ -53,7 +53,7 @@ private:
     void NoteNumbered() const;
     [[nodiscard]] RECT Layout() const; // the rectangle, or the square of the ticks; drawing units
     bool MapLayout(const QelRect& rcQel, RECT* prcOut) const; // false for none
-    void DrawStraight(HDC hdc, const RECT& rc, CPixelScale px) const;
+    void DrawStraight(HDC hdc, const RECT& rcDevice, CPixelScale px) const;
     void DrawRound(HDC hdc, const RECT& rc, CPixelScale px) const;
     void DrawStraightMarks(HDC hdc, const RECT& rc, CPixelScale px) const;
     void DrawRoundMarks(HDC hdc, const RoundScale& round, CPixelScale px) const;

@@ -44,7 +44,7 @@ int CQELViewStatus::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!IsShown()) return 0;
     return CQELViewElm::Draw(hdc, rcQel,
-                             (nFlags & (QEL_DRAW_PRESSED | DRAW_UPDATE)) | QEL_DRAW_FULL);
+                             (nFlags & (QEL_DRAW_PRESSED | DRAW_INTERNAL)) | QEL_DRAW_FULL);
 }
 
 int CQELViewStatus::GetAttrBlockSize(int* pnSize) const

@@ -2,6 +2,14 @@
 #include "engine/Errors.h"
 #include "engine/Gates.h"
 
+namespace {
+
+constexpr int MOST_SAMPLES = 4;
+constexpr int MOST_SIDE = 1 << 20; // pixels
+constexpr int BYTES_A_PIXEL = 4;
+
+} // namespace
+
 int QELAPI QELSetPixelScale(HQELENGINE hEngine, DWORD nPercent)
 {
     CQELEngine* pEngine = FindEngine(hEngine);
@@ -18,4 +26,40 @@ int QELAPI QELGetPixelScale(HQELENGINE hEngine, DWORD* pnPercent)
     if (!pnPercent) return Fail(hEngine, QEL_ERROR_ARGUMENT);
     *pnPercent = pEngine->PixelScale();
     return 1;
+}
+
+int QELAPI QELSetSmooth(HQELENGINE hEngine, int nSamples)
+{
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (nSamples < 0 || nSamples == 1 || nSamples > MOST_SAMPLES)
+        return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    return pEngine->SetSmooth(nSamples);
+}
+
+int QELAPI QELGetSmooth(HQELENGINE hEngine)
+{
+    const CQELEngine* pEngine = FindEngine(hEngine);
+    return pEngine ? pEngine->Smooth() : 0;
+}
+
+int QELAPI QELRenderBitmap(HQELENGINE hEngine, void* pBits, int nWidth, int nHeight, int nStride,
+                           DWORD nFlags)
+{
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pBits || nWidth < 1 || nHeight < 1 || nWidth > MOST_SIDE || nHeight > MOST_SIDE ||
+        nStride < BYTES_A_PIXEL * nWidth || (nFlags & ~DWORD{QEL_DRAW_PRESSED}))
+        return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    if (!pEngine->HasDrawing()) return Fail(hEngine, QEL_ERROR_NO_DRAWING);
+    return pEngine->RenderBitmap(pBits, {nWidth, nHeight}, nStride, nFlags)
+               ? 1
+               : Fail(hEngine, QEL_ERROR_MEMORY);
+}
+
+int QELAPI QELSetFontFace(HQELENGINE hEngine, const wchar_t* pszFace)
+{
+    CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    return pEngine->SetFontFace(pszFace) ? 1 : Fail(hEngine, QEL_ERROR_ARGUMENT);
 }

@@ -420,7 +420,9 @@ int CQELEngine::Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags)
     RECT rcMeet{};
     if (!::IntersectRect(&rcMeet, &rcUpdate, &m_rcDraw)) return 0;
     m_bDrawn = true;
-    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags & ~DRAW_UPDATE);
+    nFlags &= ~DRAW_INTERNAL;
+    if (m_nSmooth && m_view.DrawsFully(nFlags) && DrawSmooth(hdc, nFlags)) return 1;
+    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags);
 }
 
 // The drawing is turned inside a square of its longer side, then moved so that the turned drawing

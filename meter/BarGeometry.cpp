@@ -22,10 +22,22 @@ int32_t TickOffset(int32_t nLength, uint32_t nTick, uint32_t nCount)
     return static_cast<int32_t>(static_cast<uint32_t>(nLength) * nTick / nCount);
 }
 
+RECT InPixels(const RECT& rc, CPixelScale px)
+{
+    return {px.PixelOf(rc.left), px.PixelOf(rc.top), px.PixelOf(rc.right), px.PixelOf(rc.bottom)};
+}
+
+BarScale InPixels(const BarScale& scale)
+{
+    return {scale.nMin, scale.nMax, InPixels(scale.rc, scale.px), scale.px.InPicture()};
+}
+
 } // namespace
 
+// What stands upright stands on whole pixels, however many samples they have.
 int32_t VerticalPosition(const BarScale& scale, double fValue)
 {
+    if (scale.px.Samples() > 1) return scale.px.Sampled(VerticalPosition(InPixels(scale), fValue));
     if (fValue <= scale.nMin) return scale.rc.bottom;
     if (!(fValue < scale.nMax)) return scale.rc.top;
     return TruncToInt(scale.rc.bottom - LengthBelow(scale, fValue, HeightOf(scale.rc)));
@@ -33,14 +45,18 @@ int32_t VerticalPosition(const BarScale& scale, double fValue)
 
 int32_t HorizontalPosition(const BarScale& scale, double fValue)
 {
+    if (scale.px.Samples() > 1)
+        return scale.px.Sampled(HorizontalPosition(InPixels(scale), fValue));
     const int32_t nEnd = WrapSub(scale.rc.right, scale.px(1));
     if (fValue <= scale.nMin) return scale.rc.left;
     if (!(fValue < scale.nMax)) return nEnd;
     return TruncToInt(scale.rc.left + LengthBelow(scale, fValue, WrapSub(nEnd, scale.rc.left)));
 }
 
-int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)
+int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px)
 {
+    if (px.Samples() > 1)
+        return px.Sampled(VerticalTick(InPixels(rc, px), nTick, nCount, px.InPicture()));
     if (nTick == 0) return rc.bottom;
     if (nTick >= nCount) return rc.top;
     return WrapSub(rc.bottom, TickOffset(HeightOf(rc), nTick, nCount));
@@ -48,6 +64,8 @@ int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)
 
 int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px)
 {
+    if (px.Samples() > 1)
+        return px.Sampled(HorizontalTick(InPixels(rc, px), nTick, nCount, px.InPicture()));
     const int32_t nEnd = WrapSub(rc.right, px(1));
     if (nTick == 0) return rc.left;
     if (nTick >= nCount) return nEnd;

@@ -21,7 +21,7 @@ struct BarScale {
 // inside of its right edge, the vertical one runs to its bottom edge itself.
 int32_t VerticalPosition(const BarScale& scale, double fValue);
 int32_t HorizontalPosition(const BarScale& scale, double fValue);
-int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount);
+int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px = {});
 int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px = {});
 
 // A part of the bar between two values.

@@ -220,7 +220,8 @@ int32_t CUpBarMeter::ScaleBreadth() const
 
 POINT CUpBarMeter::BesideTick(uint32_t nTick, int32_t nFromSide) const
 {
-    return {WrapSub(BarRect().right, nFromSide), VerticalTick(BarRect(), nTick, DrawnTicks())};
+    return {WrapSub(BarRect().right, nFromSide),
+            VerticalTick(BarRect(), nTick, DrawnTicks(), Px())};
 }
 
 // Right-aligned against the ticks. A font that makes a number wider than its cells does not bring

@@ -341,11 +341,16 @@ bool CQELView::WantsFullRedraw() const
     return false;
 }
 
+bool CQELView::DrawsFully(uint32_t nFlags) const
+{
+    return (nFlags & QEL_DRAW_FULL) || m_scales.First() || WantsFullRedraw();
+}
+
 int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!pElm) pElm = m_pRoot;
     if (!pElm) return 0;
-    if (pElm == m_pRoot && !(nFlags & QEL_DRAW_FULL) && !m_scales.First() && !WantsFullRedraw()) {
+    if (pElm == m_pRoot && !DrawsFully(nFlags)) {
         m_statuses.Draw(hdc, rcQel, nFlags);
         m_scales.Draw(hdc, rcQel, nFlags);
         m_meters.Draw(hdc, rcQel, nFlags);

@@ -65,6 +65,8 @@ public:
 
     // A null element means the root, in these.
     int Draw(CQELViewElm* pElm, HDC hdc, const QelRect& rcQel, uint32_t nFlags);
+    // Whether a draw of the root with these flags paints all of it.
+    [[nodiscard]] bool DrawsFully(uint32_t nFlags) const;
     int SetBlink(CQELViewElm* pElm, int32_t nPhase);
     int Rotate(CQELViewElm* pElm, POINT ptCentre, int32_t nAngle);
     int MoveX(CQELViewElm* pElm, int32_t nDx);

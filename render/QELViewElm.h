@@ -21,6 +21,9 @@ struct ViewListNode;
 
 // Beside the flags that hosts give: a draw that changes nothing of what their draws remember.
 constexpr uint32_t DRAW_UPDATE = 0x40000000;
+// A draw of a part, after which other parts of the same picture follow.
+constexpr uint32_t DRAW_MORE = 0x20000000;
+constexpr uint32_t DRAW_INTERNAL = DRAW_UPDATE | DRAW_MORE;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
 public:

@@ -21,7 +21,9 @@ class CChequers {
 public:
     CChequers(HDC hdc, CPixelScale px) noexcept : m_hdc(hdc), m_brush(g_chequers, px(1))
     {
-        ::SetBrushOrgEx(hdc, 0, 0, &m_ptOrigin);
+        POINT ptSurface{0, 0}; // of a tile, which is a part of it
+        if (px.Samples() > 1) ::GetViewportOrgEx(hdc, &ptSurface);
+        ::SetBrushOrgEx(hdc, ptSurface.x, ptSurface.y, &m_ptOrigin);
     }
     ~CChequers() { ::SetBrushOrgEx(m_hdc, m_ptOrigin.x, m_ptOrigin.y, nullptr); }
     CChequers(const CChequers&) = delete;

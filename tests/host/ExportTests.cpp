@@ -38,7 +38,8 @@ constexpr const char* g_plain[] = {
     "QELOpenFileW",      "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
     "QELIsModified",     "QELGetElemDrawRect", "QELGetIdDrawRect",    "QELElemFromPoint",
     "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem",
-    "QELSetPixelScale",  "QELGetPixelScale"};
+    "QELSetPixelScale",  "QELGetPixelScale",   "QELSetSmooth",        "QELGetSmooth",
+    "QELRenderBitmap",   "QELSetFontFace"};
 
 struct DecoratedRow {
     const char* pszOn32;
