@@ -35,11 +35,17 @@ bool IsSquare(int nStyle, int32_t nPixels, int32_t nWidth)
 
 RECT StrokedBox(const RECT& rc, int32_t nPixels, CPixelScale px)
 {
-    if (px.IsPlain() || rc.left == rc.right || rc.top == rc.bottom) return rc;
+    if (px.IsPlain() || nPixels == 0 || rc.left == rc.right || rc.top == rc.bottom) return rc;
     const PenOffset offset = PenOffsetOf(nPixels, px);
     const RECT box = NormalizedRect(rc);
     return {WrapAdd(box.left, offset.nShift), WrapAdd(box.top, offset.nShift),
             WrapSub(box.right, offset.nTail), WrapSub(box.bottom, offset.nTail)};
+}
+
+RECT ShortBox(const RECT& rc, CPixelScale px)
+{
+    const int32_t nMore = px(1) - 1;
+    return {rc.left, rc.top, WrapSub(rc.right, nMore), WrapSub(rc.bottom, nMore)};
 }
 
 HPEN MakePixelPen(int nStyle, int32_t nPixels, int32_t nWidth, COLORREF clr)
@@ -179,7 +185,7 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
 
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
 {
-    const RECT box = StrokedBox(rc, nPixels, px);
+    const RECT box = nPixels ? StrokedBox(rc, nPixels, px) : ShortBox(rc, px);
     ::Rectangle(hdc, box.left, box.top, box.right, box.bottom);
     if (px.IsPlain() || nPixels != 1 || ::IsRectEmpty(&rc)) return;
     const LONG nLastX = rc.right - px(1);

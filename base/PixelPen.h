@@ -22,6 +22,9 @@ constexpr PenOffset PenOffsetOf(int32_t nPixels, CPixelScale px)
 
 // What GDI is asked to draw in a box with such a pen; nPixels: 0 without one.
 RECT StrokedBox(const RECT& rc, int32_t nPixels, CPixelScale px);
+// The same where GDI leaves out the last pixels: of the regions of curves, and of rectangles
+// without a pen.
+RECT ShortBox(const RECT& rc, CPixelScale px);
 
 constexpr POINT StrokedPoint(POINT pt, int32_t nPixels, CPixelScale px)
 {
@@ -38,6 +41,14 @@ void DrawPixelLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, 
 
 // The same by one call for all of them.
 void DrawPixelPolyline(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px);
+
+// The quality of a font for texts that have nOwn at the plain scale: samples make letters smooth by
+// themselves.
+constexpr BYTE TextQuality(CPixelScale px, DWORD nOwn)
+{
+    if (px.Samples() > 1) return NONANTIALIASED_QUALITY;
+    return static_cast<BYTE>(px.HasGreyTexts() ? ANTIALIASED_QUALITY : nOwn);
+}
 
 // A polygon, and a rectangle that ends before its right and bottom side, with the selected pen of
 // nPixels.

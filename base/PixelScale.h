@@ -12,8 +12,11 @@ class CPixelScale {
 public:
     constexpr CPixelScale() noexcept = default;
     // nSamples: device units a pixel of the picture, each way, where it is drawn to be averaged.
-    constexpr explicit CPixelScale(uint32_t nPercent, uint32_t nSamples = 1) noexcept
-        : m_nPercent(static_cast<uint16_t>(nPercent)), m_nSamples(static_cast<uint16_t>(nSamples))
+    // bGreyTexts: letters are to have no colours at their edges, which go with one ground alone.
+    constexpr explicit CPixelScale(uint32_t nPercent, uint32_t nSamples = 1,
+                                   bool bGreyTexts = false) noexcept
+        : m_nPercent(static_cast<uint16_t>(nPercent)), m_nSamples(static_cast<uint8_t>(nSamples)),
+          m_bGreyTexts(bGreyTexts)
     {
     }
 
@@ -50,6 +53,7 @@ public:
     {
         return m_nPercent == PLAIN_PERCENT && m_nSamples == 1;
     }
+    [[nodiscard]] constexpr bool HasGreyTexts() const { return m_bGreyTexts; }
     [[nodiscard]] constexpr uint32_t Percent() const { return m_nPercent; }
     [[nodiscard]] constexpr int32_t Samples() const { return m_nSamples; }
     constexpr bool operator==(const CPixelScale&) const = default;
@@ -62,5 +66,6 @@ private:
     }
 
     uint16_t m_nPercent = PLAIN_PERCENT;
-    uint16_t m_nSamples = 1;
+    uint8_t m_nSamples = 1;
+    bool m_bGreyTexts = false;
 };

@@ -37,13 +37,11 @@ void UprightLine(HDC hdc, POINT pt1, POINT pt2, CPixelScale px)
     Line(hdc, {px.Sampled(pt1.x), px.Sampled(pt1.y)}, {px.Sampled(pt2.x), px.Sampled(pt2.y)}, px);
 }
 
-// As GDI draws it without an outline: the last pixel is left out.
 RECT DiscBox(POINT pt, int32_t nRadius, CPixelScale px)
 {
-    return StrokedBox({WrapSub(pt.x, nRadius), WrapSub(pt.y, nRadius),
-                       WrapAdd(WrapAdd(pt.x, nRadius), px(1)),
-                       WrapAdd(WrapAdd(pt.y, nRadius), px(1))},
-                      0, px);
+    const int32_t nPixel = px(1);
+    return {WrapSub(pt.x, nRadius), WrapSub(pt.y, nRadius), WrapAdd(WrapAdd(pt.x, nRadius), nPixel),
+            WrapAdd(WrapAdd(pt.y, nRadius), nPixel)};
 }
 
 int DirectionOf(bool bClockwise)

@@ -85,7 +85,8 @@ int CQELEngine::RenderBitmap(void* pBits, SIZE size, int32_t nStride, uint32_t n
 {
     const CFont font(MakePictureFont(m_szFace));
     const int32_t nSamples = m_nSmooth ? m_nSmooth : 1;
-    const QelRect rcQel = SampledRect({0, 0, size.cx, size.cy}, nSamples);
+    const QelRect rcQel({0, 0, size.cx, size.cy},
+                        CPixelScale(PixelScale(), static_cast<uint32_t>(nSamples), true));
     CViewPainter painter(m_view, rcQel, nFlags | QEL_DRAW_FULL | DRAW_UPDATE);
     CSmoothBands bands;
     return (m_nSmooth ? m_bands : bands)

@@ -2,7 +2,6 @@
 
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
-#include "base/PixelPen.h"
 
 CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack, COLORREF clrFore,
                    CPixelScale px) noexcept
@@ -43,7 +42,6 @@ int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, BackColor());
     const CTextColorScope text(hdc, ForeColor());
-    const RECT rc = StrokedBox(rcBox, 0, Px());
-    if (IsDrawableCurve(rcBox, Px())) ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    if (IsDrawableCurve(rcBox, Px())) ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
     return 1;
 }

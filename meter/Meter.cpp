@@ -1,6 +1,7 @@
 #include "meter/Meter.h"
 
 #include "base/DrawLimits.h"
+#include "base/PixelPen.h"
 #include "base/Rects.h"
 #include "include/QELEngine.h"
 
@@ -161,6 +162,6 @@ HFONT MakeMeterFont(FontCell cell, int nWeight, CPixelScale px)
 {
     if (!IsDrawableCell(cell.nWidth, cell.nHeight, px)) return nullptr;
     return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
-                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, TextQuality(px, DEFAULT_QUALITY),
                          DEFAULT_PITCH | FF_DONTCARE, nullptr);
 }

@@ -26,8 +26,7 @@ int CArcFill::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, m_clrBack);
     const CTextColorScope text(hdc, m_clrFore);
-    const RECT box = StrokedBox(rc, 0, m_px);
-    ::Pie(hdc, box.left, box.top, box.right, box.bottom, pt1.x, pt1.y, pt0.x, pt0.y);
+    ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt0.x, pt0.y);
     return 1;
 }
 

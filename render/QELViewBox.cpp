@@ -177,7 +177,7 @@ HRGN CQELViewRoundRect::MakeRegion(const QelRect& rcQel) const
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
     const SIZE corner = Corner(rcQel.px);
-    rc = StrokedBox(rc, 0, rcQel.px);
+    rc = ShortBox(rc, rcQel.px);
     return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
 }
 
@@ -196,6 +196,6 @@ HRGN CQELViewEllipse::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
-    rc = StrokedBox(rc, 0, rcQel.px);
+    rc = ShortBox(rc, rcQel.px);
     return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

@@ -93,6 +93,6 @@ HRGN CQELViewCircle::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
     if (!MapSquare(rcQel, 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
-    rc = StrokedBox(rc, 0, rcQel.px);
+    rc = ShortBox(rc, rcQel.px);
     return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

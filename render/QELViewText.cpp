@@ -16,13 +16,14 @@ constexpr int32_t STEP_DOWN = 12;
 // by.
 class CSizedFontScope {
 public:
-    CSizedFontScope(HDC hdc, SIZE size) noexcept : m_hdc(hdc)
+    CSizedFontScope(HDC hdc, SIZE size, CPixelScale px) noexcept : m_hdc(hdc)
     {
         LOGFONTA font{};
         if (!::GetObjectA(::GetCurrentObject(hdc, OBJ_FONT), sizeof font, &font)) return;
         font.lfWidth = size.cx;
         font.lfHeight = size.cy;
         font.lfCharSet = OEM_CHARSET;
+        font.lfQuality = TextQuality(px, font.lfQuality);
         m_hMade = ::CreateFontIndirectA(&font);
         if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
     }
@@ -100,7 +101,7 @@ int CQELViewText::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
     if (!IsDrawableCell(cell.cx, cell.cy, rcQel.px)) return 1;
 
     const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
-    CSizedFontScope font(hdc, cell);
+    CSizedFontScope font(hdc, cell, rcQel.px);
     const CBkColorScope back(hdc, BlinkColor(ShownB()));
     const CTextColorScope text(hdc, BlinkColor(ShownA()));
     PaintText(hdc, pszText, &rc, static_cast<int>(nCount));
