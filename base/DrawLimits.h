@@ -3,6 +3,8 @@
 // would keep the host for minutes, or end it.
 #pragma once
 
+#include "base/PixelScale.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -15,12 +17,12 @@ constexpr int32_t MAX_BROKEN_PEN_WIDTH = 100;
 // single letter.
 constexpr int32_t MAX_FONT_CELL = 8192;
 
-constexpr bool IsDrawableCurve(const RECT& rc)
+constexpr bool IsDrawableCurve(const RECT& rc, CPixelScale px = {})
 {
+    const int64_t nMost = px(MAX_CURVE_SIDE);
     const int64_t nWidth = int64_t{rc.right} - rc.left;
     const int64_t nHeight = int64_t{rc.bottom} - rc.top;
-    return nWidth <= MAX_CURVE_SIDE && nWidth >= -MAX_CURVE_SIDE && nHeight <= MAX_CURVE_SIDE &&
-           nHeight >= -MAX_CURVE_SIDE;
+    return nWidth <= nMost && nWidth >= -nMost && nHeight <= nMost && nHeight >= -nMost;
 }
 
 // What a pen may be wide follows from what it costs.
@@ -33,16 +35,16 @@ constexpr int32_t DrawnPenWidth(int32_t nStyle, int32_t nWidth)
 }
 
 // Of a pen that stays inside of a curve's box, which has to leave one pixel of it.
-constexpr int32_t FramePenWidth(int32_t nWidth, const RECT& rc)
+constexpr int32_t FramePenWidth(int32_t nWidth, const RECT& rc, CPixelScale px = {})
 {
     const int64_t nAcross = int64_t{rc.right} - rc.left;
     const int64_t nDown = int64_t{rc.bottom} - rc.top;
-    const int64_t nMost = (nAcross < nDown ? nAcross : nDown) - 2;
+    const int64_t nMost = (nAcross < nDown ? nAcross : nDown) - px(2);
     if (nWidth <= nMost) return nWidth;
     return nMost < 1 ? 1 : static_cast<int32_t>(nMost);
 }
 
-constexpr bool IsDrawableCell(int32_t nWidth, int32_t nHeight)
+constexpr bool IsDrawableCell(int32_t nWidth, int32_t nHeight, CPixelScale px = {})
 {
-    return nWidth <= MAX_FONT_CELL && nHeight <= MAX_FONT_CELL;
+    return nWidth <= px(MAX_FONT_CELL) && nHeight <= px(MAX_FONT_CELL);
 }

@@ -4,34 +4,6 @@
 
 #include <windows.h>
 
-// A solid or styled pen of the given width, or the stock null pen. A pen that cannot be made is not
-// selected: the drawing then goes on with the pen that the device context holds.
-class CPenScope {
-public:
-    CPenScope(HDC hdc, bool bNullPen, int nStyle, int nWidth, COLORREF clr) noexcept
-        : m_hdc(hdc), m_hMade(bNullPen ? nullptr : ::CreatePen(nStyle, nWidth, clr))
-    {
-        const HGDIOBJ hPen = bNullPen ? ::GetStockObject(NULL_PEN) : m_hMade;
-        if (hPen) m_hPrev = ::SelectObject(hdc, hPen);
-    }
-    ~CPenScope() { Restore(); }
-    CPenScope(const CPenScope&) = delete;
-    CPenScope& operator=(const CPenScope&) = delete;
-
-    void Restore() noexcept // before the end of the scope, where the order asks for it
-    {
-        if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
-        if (m_hMade) ::DeleteObject(m_hMade); // only now: a selected pen is not to be deleted
-        m_hPrev = nullptr;
-        m_hMade = nullptr;
-    }
-
-private:
-    HDC m_hdc;
-    HGDIOBJ m_hMade;
-    HGDIOBJ m_hPrev = nullptr; // null when nothing was selected: then nothing is put back
-};
-
 // Selects an object that somebody else owns; null selects nothing.
 class CSelectScope {
 public:
@@ -213,4 +185,21 @@ public:
 
 private:
     HFONT m_hFont;
+};
+
+// A brush that is deleted at the end of the scope; it must not be selected any more then.
+class CBrush {
+public:
+    explicit CBrush(HBRUSH hBrush) noexcept : m_hBrush(hBrush) {}
+    ~CBrush()
+    {
+        if (m_hBrush) ::DeleteObject(m_hBrush);
+    }
+    CBrush(const CBrush&) = delete;
+    CBrush& operator=(const CBrush&) = delete;
+
+    [[nodiscard]] HBRUSH Get() const noexcept { return m_hBrush; }
+
+private:
+    HBRUSH m_hBrush;
 };

@@ -150,12 +150,24 @@ constexpr RowFiller g_fillers[] = {FillRow<Join::Across>, FillRow<Join::Down>,
                                    FillRow<Join::Average>, FillRow<Join::Reflect>,
                                    FillRow<Join::Nearer>}; // in the order of the joins
 
+// Each pixel of a row n times, from its last one back, and the row n times.
+void Repeat(uint8_t* pRow, int32_t nWidth, int32_t n)
+{
+    auto* const pPixels = reinterpret_cast<uint32_t*>(pRow);
+    for (int32_t x = nWidth * n - 1; x >= 0; --x) pPixels[x] = pPixels[x / n];
+    const auto nBytes = static_cast<std::size_t>(nWidth * n) * sizeof(uint32_t);
+    for (int32_t y = 1; y < n; ++y)
+        std::memcpy(pRow + static_cast<std::size_t>(y) * nBytes, pRow, nBytes);
+}
+
+// nSamples: how many device pixels each way a pixel of it is.
 HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, const Color& first,
-                 const Color& second)
+                 const Color& second, int32_t nSamples)
 {
     const int32_t nWidth = across.part.nCount;
     const int32_t nHeight = down.part.nCount;
-    const uint64_t nPixels = static_cast<uint64_t>(nWidth) * static_cast<uint64_t>(nHeight);
+    const uint64_t nPixels = static_cast<uint64_t>(nWidth) * static_cast<uint64_t>(nHeight) *
+                             static_cast<uint64_t>(nSamples) * static_cast<uint64_t>(nSamples);
     const CBlock bitmap(nPixels * 4 + sizeof(BITMAPINFOHEADER));
     const CBlock acrossTerms(static_cast<uint64_t>(nWidth) * CHANNELS);
     const CBlock downTerms(static_cast<uint64_t>(nHeight) * CHANNELS);
@@ -164,8 +176,8 @@ HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, con
 
     BITMAPINFOHEADER header{};
     header.biSize = sizeof header;
-    header.biWidth = nWidth;
-    header.biHeight = -nHeight; // rows from the top
+    header.biWidth = nWidth * nSamples;
+    header.biHeight = -nHeight * nSamples; // rows from the top
     header.biPlanes = 1;
     header.biBitCount = 32;
     header.biCompression = BI_RGB;
@@ -178,7 +190,9 @@ HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, con
     const uint8_t* pDown = downTerms.As<uint8_t>();
     for (int32_t q = 0; q < nHeight; ++q, pDown += CHANNELS) {
         pfnFill(pPixel, nWidth, acrossTerms.As<uint8_t>(), pDown, first, second);
-        pPixel += static_cast<std::size_t>(nWidth) * 4;
+        if (nSamples > 1) Repeat(pPixel, nWidth, nSamples);
+        pPixel +=
+            static_cast<std::size_t>(nWidth * nSamples) * static_cast<std::size_t>(nSamples) * 4;
     }
     return ::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS);
 }
@@ -215,7 +229,7 @@ SIZE GradientSize(const RECT& rc, int nKind)
 }
 
 HBRUSH MakeGradientBrush(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2,
-                         const GradientPart& across, const GradientPart& down)
+                         const GradientPart& across, const GradientPart& down, int32_t nSamples)
 {
     const SIZE size = GradientSize(rc, nKind);
     if (size.cx < 1 || size.cy < 1) return nullptr; // wider than 31 bits can say
@@ -223,7 +237,7 @@ HBRUSH MakeGradientBrush(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2
         return nullptr;
     const KindRow& kind = g_kinds[nKind];
     return MakeBrush({kind.nAcross, rc.left, size.cx, across}, {kind.nDown, rc.top, size.cy, down},
-                     kind.nJoin, ToChannels(clr1), ToChannels(clr2));
+                     kind.nJoin, ToChannels(clr1), ToChannels(clr2), nSamples);
 }
 
 CGradient::~CGradient()

@@ -57,9 +57,11 @@ int32_t GradientThereAndBack(int32_t p, int32_t nOrigin, int32_t nLength, int32_
 SIZE GradientSize(const RECT& rc, int nKind);
 
 // The brush of a gradient over rc, for device pixels in the two parts. Null for one that is larger
-// than a gradient may be as a whole, and when there is no memory.
+// than a gradient may be as a whole, and when there is no memory. nSamples: each of its pixels is
+// so many of the device each way.
 HBRUSH MakeGradientBrush(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2,
-                         const GradientPart& across, const GradientPart& down);
+                         const GradientPart& across, const GradientPart& down,
+                         int32_t nSamples = 1);
 
 // A gradient that no host will see under its own handle, for the inside of a brush object.
 HQELGRADIENT CreatePrivateGradient(const RECT* prc, int nKind, COLORREF clr1, COLORREF clr2);

@@ -22,11 +22,27 @@ GradientPart PartOf(LONG nPeriod, LONG nFilledLow, LONG nFilledHigh, LONG nShown
     return {nLow + nDevice, static_cast<int32_t>(std::max<int64_t>(nHigh - nLow, 1))};
 }
 
+int32_t Floor(int32_t n, int32_t nBy)
+{
+    return n / nBy - (n % nBy < 0 ? 1 : 0);
+}
+
+// The pixels that samples are in.
+RECT PixelsOf(const RECT& rc, int32_t nSamples)
+{
+    return {Floor(rc.left, nSamples), Floor(rc.top, nSamples), -Floor(-rc.right, nSamples),
+            -Floor(-rc.bottom, nSamples)};
+}
+
 } // namespace
 
 HBRUSH CShownDraft::Brush(HDC hdc, const RECT& rcGradient, const RECT& rcFilled, COLORREF clr1,
                           COLORREF clr2)
 {
+    if (IsHatch() && m_px(1) > 1) {
+        if (!m_hatch) m_hatch.emplace(CQELDraft::m_byColorsBits[m_nStyle], m_px(1));
+        return m_hatch->Get();
+    }
     if (IsLarge(rcGradient)) {
         if (m_hPart && ::EqualRect(&rcGradient, &m_rcGradient) &&
             ::EqualRect(&rcFilled, &m_rcFilled))
@@ -47,6 +63,7 @@ bool CShownDraft::IsLarge(const RECT& rcGradient) const
     if (m_nStyle < DRAFT_GRADIENT || m_nStyle >= DRAFT_COUNT || ::IsRectEmpty(&rcGradient))
         return false;
     const SIZE size = GradientSize(rcGradient, (m_nStyle - DRAFT_GRADIENT) / 2);
+    if (m_px.Samples() > 1) return true; // its pixels are none of the device
     return size.cx > 0 && size.cy > 0 && int64_t{size.cx} * size.cy > SMALL_GRADIENT;
 }
 
@@ -54,21 +71,25 @@ HBRUSH CShownDraft::MakePart(HDC hdc, const RECT& rcGradient, const RECT& rcFill
                              COLORREF clr2) const
 {
     const int nGradient = m_nStyle - DRAFT_GRADIENT;
-    const SIZE size = GradientSize(rcGradient, nGradient / 2);
+    const int32_t nSamples = m_px.Samples();
+    const RECT rcWhole = PixelsOf(rcGradient, nSamples);
+    const SIZE size = GradientSize(rcWhole, nGradient / 2);
     GradientPart across{0, size.cx};
     GradientPart down{0, size.cy};
     RECT rcShown{};
     POINT ptDevice{0, 0};
     POINT ptBrush{0, 0};
     if (FindShown(hdc, &rcShown) && ::LPtoDP(hdc, &ptDevice, 1) && ::GetBrushOrgEx(hdc, &ptBrush)) {
-        across = PartOf(size.cx, rcFilled.left, rcFilled.right, rcShown.left, rcShown.right,
-                        int64_t{ptDevice.x} - ptBrush.x);
-        down = PartOf(size.cy, rcFilled.top, rcFilled.bottom, rcShown.top, rcShown.bottom,
-                      int64_t{ptDevice.y} - ptBrush.y);
+        const RECT rcFill = PixelsOf(rcFilled, nSamples);
+        rcShown = PixelsOf(rcShown, nSamples);
+        across = PartOf(size.cx, rcFill.left, rcFill.right, rcShown.left, rcShown.right,
+                        (int64_t{ptDevice.x} - ptBrush.x) / nSamples);
+        down = PartOf(size.cy, rcFill.top, rcFill.bottom, rcShown.top, rcShown.bottom,
+                      (int64_t{ptDevice.y} - ptBrush.y) / nSamples);
     }
     const bool bExchanged = nGradient % 2 != 0;
-    return MakeGradientBrush(rcGradient, nGradient / 2, bExchanged ? clr2 : clr1,
-                             bExchanged ? clr1 : clr2, across, down);
+    return MakeGradientBrush(rcWhole, nGradient / 2, bExchanged ? clr2 : clr1,
+                             bExchanged ? clr1 : clr2, across, down, nSamples);
 }
 
 void CShownDraft::DropPart()

@@ -18,6 +18,7 @@ set(QEL_EXPORTS
   QELAdvance:8 QELGetLiveId:20
   QELGetDirtyRect:8 QELGetDirtyRegion:8 QELInvalidate:8 QELValidate:4 QELUpdate:12
   QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4
+  QELSetPixelScale:8 QELGetPixelScale:8 QELSetSmooth:8 QELGetSmooth:4 QELRenderBitmap:24 QELSetFontFace:8
   QELGetElemDrawRect:12 QELGetIdDrawRect:12 QELElemFromPoint:8 QELIdFromPoint:16 QELFindElem:8
   QELElemToDevice:12 QELDeviceToElem:12)
 set(QEL_DECORATED_EXPORTS

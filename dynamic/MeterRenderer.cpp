@@ -21,7 +21,7 @@ RECT LayoutOf(const QELMETERATTR& attr)
     return {attr.nGeometry[3], attr.nGeometry[4], attr.nGeometry[5], attr.nGeometry[6]};
 }
 
-void MapCircle(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH,
+void MapCircle(const QELMETERATTR& attr, const QelRect& rcQel, int32_t nRefW, int32_t nRefH,
                MeterPlace* pPlace)
 {
     const uint32_t nKeep = attr.nFlags ? attr.nFlags : CIRCLE_KEEP;
@@ -38,7 +38,7 @@ void MapCircle(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32
 
 // The layout rectangle is mapped; the circle then keeps the distances of its two end points from
 // the layout's sides.
-void MapArc(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH,
+void MapArc(const QELMETERATTR& attr, const QelRect& rcQel, int32_t nRefW, int32_t nRefH,
             MeterPlace* pPlace)
 {
     pPlace->fStart = static_cast<float>(attr.nGeometry[7]);
@@ -52,21 +52,23 @@ void MapArc(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t 
     const POINT pt0 = PolarPoint(pt, nRadius, pPlace->fStart);
     const POINT pt1 = PolarPoint(pt, nRadius, pPlace->fEnd);
     if (pt0.x == pt1.x) return;
-    const int32_t nLeft = WrapAdd(WrapSub(pt0.x, rcLayout.left), pPlace->rc.left);
-    const int32_t nRight = WrapSub(pPlace->rc.right, WrapSub(rcLayout.right, pt1.x));
+    const CPixelScale px = pPlace->px;
+    const int32_t nLeft = WrapAdd(px(WrapSub(pt0.x, rcLayout.left)), pPlace->rc.left);
+    const int32_t nRight = WrapSub(pPlace->rc.right, px(WrapSub(rcLayout.right, pt1.x)));
     const int32_t nMapped = WrapSub(nRight, nLeft);
     const int32_t nChord = WrapSub(pt1.x, pt0.x);
     pPlace->nRadius = WrapMulDiv(nMapped, nRadius, nChord);
     pPlace->ptCentre.x = WrapAdd(WrapMulDiv(WrapSub(pt.x, pt0.x), nMapped, nChord), nLeft);
-    pPlace->ptCentre.y = WrapAdd(WrapAdd(pt.y, WrapSub(pPlace->rc.top, rcLayout.top)),
-                                 WrapSub(pPlace->nRadius, nRadius));
+    pPlace->ptCentre.y = WrapAdd(WrapAdd(px(WrapSub(pt.y, rcLayout.top)), pPlace->rc.top),
+                                 WrapSub(pPlace->nRadius, px(nRadius)));
 }
 
 } // namespace
 
-MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH)
+MeterPlace MapMeter(const QELMETERATTR& attr, const QelRect& rcQel, int32_t nRefW, int32_t nRefH)
 {
     MeterPlace place{};
+    place.px = rcQel.px;
     const MeterTypeRow* pType = MeterTypeOf(attr.nType);
     switch (pType ? pType->form : MeterForm::Rectangle) {
     case MeterForm::Circle:
@@ -112,6 +114,8 @@ std::unique_ptr<CMeter> MakeMeterRenderer(const MeterPlace& place, HRGN hFace,
     const MeterTypeRow* pType = MeterTypeOf(settings.nType);
     if (!pType) return nullptr;
     std::unique_ptr<CMeter> pMeter = pType->pfnMake(place, hFace, settings);
-    if (pMeter) PassAll(pMeter.get(), settings);
+    if (!pMeter) return nullptr;
+    pMeter->SetPixelScale(place.px);
+    PassAll(pMeter.get(), settings);
     return pMeter;
 }

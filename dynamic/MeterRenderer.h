@@ -2,6 +2,7 @@
 // type asks for.
 #pragma once
 
+#include "base/QelRect.h"
 #include "dynamic/Selectors.h"
 #include "include/QELEngine.h"
 
@@ -16,6 +17,7 @@ struct MeterPlace {
     int32_t nRadius;
     float fStart; // arcs
     float fEnd;
+    CPixelScale px;
 };
 
 // What a record's geometry is laid out in, in drawing units, and the keep flags by which that is
@@ -30,7 +32,7 @@ MeterLayout LayoutOfMeter(const QELMETERATTR& attr);
 bool IsOnMeter(const QELMETERATTR& attr, const MeterPlace& place, POINT pt);
 
 // Maps the geometry of a meter's record. What cannot be mapped comes out empty, with radius 0.
-MeterPlace MapMeter(const QELMETERATTR& attr, const RECT& rcQel, int32_t nRefW, int32_t nRefH);
+MeterPlace MapMeter(const QELMETERATTR& attr, const QelRect& rcQel, int32_t nRefW, int32_t nRefH);
 
 // A renderer for the type, in that place and with these settings. hFace: the region of the face,
 // for the types that look at it; may be null. Null for an unknown type and without memory.

@@ -32,21 +32,17 @@ bool CQELViewDrawRgn::HasBorder() const
     return (m_nStyle & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
 }
 
-int CQELViewDrawRgn::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewDrawRgn::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!(nFlags & QEL_DRAW_FULL)) return 1;
     RECT rc{};
     MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags);
-    Fill(hdc, rc);
-    const int32_t nWidth = BorderWidthOf(m_nStyle);
-    if (m_nStyle & QEL_STYLE_UP_BIT)
-        DrawBorder3D(hdc, rc, BORDER_LIGHT, BORDER_DARK, rcQel, nWidth);
-    else if (m_nStyle & QEL_STYLE_DOWN_BIT)
-        DrawBorder3D(hdc, rc, BORDER_DARK, BORDER_LIGHT, rcQel, nWidth);
+    Fill(hdc, rc, rcQel.px);
+    DrawStyledBorder(hdc, rc, m_nStyle, rcQel);
     return 1;
 }
 
-void CQELViewDrawRgn::Fill(HDC hdc, const RECT& rc) const
+void CQELViewDrawRgn::Fill(HDC hdc, const RECT& rc, CPixelScale px) const
 {
     auto* const hHollow = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
     if (!(m_nStyle & QEL_STYLE_FILL_MASK)) {
@@ -55,37 +51,37 @@ void CQELViewDrawRgn::Fill(HDC hdc, const RECT& rc) const
     }
     const CBkColorScope back(hdc, BlinkColor(m_clrA));
     const CTextColorScope text(hdc, BlinkColor(m_clrB));
-    CShownDraft draft(m_nDraft);
+    CShownDraft draft(m_nDraft, px);
     const HBRUSH hBrush = draft.Brush(hdc, rc, rc, BlinkColor(m_clrB), BlinkColor(m_clrA));
     ::FillRect(hdc, &rc, hBrush ? hBrush : hHollow);
 }
 
-int CQELViewDrawRgn::GetGraphRect(const RECT& rcQel, RECT* prcOut) const
+int CQELViewDrawRgn::GetGraphRect(const QelRect& rcQel, RECT* prcOut) const
 {
     RECT rc{};
     if (!MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags)) return 0;
-    const int32_t nWidth = HasBorder() ? BorderWidthOf(m_nStyle) : 0;
+    const int32_t nWidth = HasBorder() ? rcQel.px(BorderWidthOf(m_nStyle)) : 0;
     ::InflateRect(&rc, -nWidth, -nWidth);
     *prcOut = rc;
     return 1;
 }
 
 // All of the rectangle, where the host paints as well.
-bool CQELViewDrawRgn::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewDrawRgn::PaintedRect(const QelRect& rcQel, RECT* prcOut) const
 {
     RECT rc{};
     if (!MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags) || ::IsRectEmpty(&rc)) return false;
-    *prcOut = HasBorder() ? BorderBox(rc, BorderWidthOf(m_nStyle)) : rc;
+    *prcOut = HasBorder() ? BorderBox(rc, rcQel.px(BorderWidthOf(m_nStyle))) : rc;
     return true;
 }
 
-bool CQELViewDrawRgn::IsHit(const RECT& rcQel, POINT pt) const
+bool CQELViewDrawRgn::IsHit(const QelRect& rcQel, POINT pt) const
 {
     RECT rc{};
     return MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags) && ::PtInRect(&rc, pt);
 }
 
-bool CQELViewDrawRgn::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+bool CQELViewDrawRgn::MapUnits(const QelRect& rcQel, UnitMap* pOut) const
 {
     return !::IsRectEmpty(&m_rc) && MakeUnitMap(rcQel, RefW(), RefH(), m_rc, m_nFlags, pOut);
 }

@@ -10,11 +10,11 @@ public:
     using CQELViewLeaf::CQELViewLeaf;
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
-    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
-    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override;
+    bool PaintedRect(const QelRect& rcQel, RECT* prcOut) const override;
+    [[nodiscard]] bool IsHit(const QelRect& rcQel, POINT pt) const override;
     [[nodiscard]] bool DrawsChildren() const override { return false; }
-    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
+    bool MapUnits(const QelRect& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -26,11 +26,11 @@ public:
     int SetHostParam(int32_t nIndex, uint32_t nValue) override;
     int GetHostParam(int32_t nIndex, uint32_t* pnValue) const override;
 
-    int GetGraphRect(const RECT& rcQel, RECT* prcOut) const override; // 0 when the mapping fails
+    int GetGraphRect(const QelRect& rcQel, RECT* prcOut) const override; // 0 when the mapping fails
 
 private:
     [[nodiscard]] bool HasBorder() const;
-    void Fill(HDC hdc, const RECT& rc) const;
+    void Fill(HDC hdc, const RECT& rc, CPixelScale px) const;
 
     RECT m_rc{0, 0, 10, 10};
     uint32_t m_nStyle = 0;

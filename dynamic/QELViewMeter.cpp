@@ -96,7 +96,7 @@ MeterPicture* CQELViewMeter::PictureFor(uint32_t nFlags)
     return Updated();
 }
 
-int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewMeter::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     MeterPicture* pPicture = PictureFor(nFlags);
     if (!pPicture) return Miss();
@@ -105,13 +105,20 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     PrepareToDraw(hdc, rcQel, pPicture);
     if (CMeter* pRenderer = pPicture->pRenderer.get()) {
         if (pPicture->nPassedBlink != BlinkPhase()) PassColors(pRenderer, Settings());
-        pPicture->nPassedBlink = BlinkPhase();
+        pPicture->nPassedBlink = static_cast<int8_t>(BlinkPhase());
         PassPins(pRenderer);
         const LiveState* pState = Live();
         if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer, pState);
+        const int32_t nLast = pRenderer->GetLastValue();
+        const int32_t nLastReadOut = pRenderer->GetLastReadOut();
         DrawValue(hdc, nFlags, pRenderer, pState);
+        if (nFlags & DRAW_MORE) { // the other parts are to find what this one found
+            pRenderer->SetLastValue(nLast);
+            pRenderer->SetLastReadOut(nLastReadOut);
+        }
     }
     pPicture->rcLast = rcQel;
+    pPicture->pxLast = rcQel.px;
     pPicture->lastRef = {RefW(), RefH()};
     if ((nFlags & DRAW_UPDATE) && !pPicture->pRenderer && MeterTypeOf(m_attr.nType)) return Miss();
     return 1;
@@ -125,7 +132,7 @@ int CQELViewMeter::Miss() const
 }
 
 // Region and renderer for what is drawn now.
-void CQELViewMeter::PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture)
+void CQELViewMeter::PrepareToDraw(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture)
 {
     const bool bChanged = !pPicture->IsFor(rcQel, {RefW(), RefH()});
     const bool bHadFace = pPicture->hFace != nullptr;
@@ -158,7 +165,7 @@ void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer,
 }
 
 // The shapes of the face, and what the renderer paints on them.
-bool CQELViewMeter::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewMeter::PaintedRect(const QelRect& rcQel, RECT* prcOut) const
 {
     CRectHull hull;
     CRectHull face;
@@ -173,7 +180,7 @@ bool CQELViewMeter::PaintedRect(const RECT& rcQel, RECT* prcOut) const
 
 // By the renderer of the last draw when that was made for the same place, else by one that is made
 // for the question. Without memory it is anywhere.
-RECT CQELViewMeter::RendererRect(const RECT& rcQel, const RECT& rcFace) const
+RECT CQELViewMeter::RendererRect(const QelRect& rcQel, const RECT& rcFace) const
 {
     for (const MeterPicture* p : {static_cast<const MeterPicture*>(Updated()), &m_drawn})
         if (p && p->pRenderer && p->IsFor(rcQel, {RefW(), RefH()}))
@@ -183,12 +190,12 @@ RECT CQELViewMeter::RendererRect(const RECT& rcQel, const RECT& rcFace) const
     return pMeter ? pMeter->PaintedRect(rcFace) : ALL_IN_REACH;
 }
 
-bool CQELViewMeter::IsHit(const RECT& rcQel, POINT pt) const
+bool CQELViewMeter::IsHit(const QelRect& rcQel, POINT pt) const
 {
     return IsOnMeter(m_attr, MapMeter(m_attr, rcQel, RefW(), RefH()), pt);
 }
 
-bool CQELViewMeter::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+bool CQELViewMeter::MapUnits(const QelRect& rcQel, UnitMap* pOut) const
 {
     const MeterLayout layout = LayoutOfMeter(m_attr);
     return !::IsRectEmpty(&layout.rc) &&
@@ -196,7 +203,7 @@ bool CQELViewMeter::MapUnits(const RECT& rcQel, UnitMap* pOut) const
 }
 
 // The face takes the meter's colour, whatever its shapes have in the file.
-void CQELViewMeter::DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+void CQELViewMeter::DrawFace(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
@@ -234,7 +241,7 @@ void MeterPicture::DropFace()
     hFace = nullptr;
 }
 
-void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPicture)
+void CQELViewMeter::MakeFaceRegion(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture)
 {
     pPicture->DropFace();
     pPicture->bPartOfFace = false;
@@ -253,7 +260,7 @@ void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPi
 }
 
 // The pointer's place is carried over, so that a partial redraw finds the old one.
-void CQELViewMeter::MakeRenderer(const RECT& rcQel, MeterPicture* pPicture) const
+void CQELViewMeter::MakeRenderer(const QelRect& rcQel, MeterPicture* pPicture) const
 {
     std::unique_ptr<CMeter>& pRenderer = pPicture->pRenderer;
     const int32_t nLast = pRenderer ? pRenderer->GetLastValue() : 0;
@@ -262,7 +269,7 @@ void CQELViewMeter::MakeRenderer(const RECT& rcQel, MeterPicture* pPicture) cons
         MakeMeterRenderer(MapMeter(m_attr, rcQel, RefW(), RefH()), pPicture->hFace, Settings());
     if (pRenderer) pRenderer->SetLastValue(nLast);
     if (pRenderer) pRenderer->SetLastReadOut(nLastReadOut);
-    pPicture->nPassedBlink = BlinkPhase();
+    pPicture->nPassedBlink = static_cast<int8_t>(BlinkPhase());
 }
 
 void CQELViewMeter::PassPins(CMeter* pRenderer) const

@@ -22,9 +22,9 @@ struct MeterPicture {
     MeterPicture& operator=(const MeterPicture&) = delete;
     void DropFace();
     // It was drawn there last.
-    [[nodiscard]] bool IsFor(const RECT& rcQel, SIZE ref) const
+    [[nodiscard]] bool IsFor(const QelRect& rcQel, SIZE ref) const
     {
-        return ::EqualRect(&rcQel, &rcLast) && lastRef.cx == ref.cx && lastRef.cy == ref.cy;
+        return rcQel == QelRect(rcLast, pxLast) && lastRef.cx == ref.cx && lastRef.cy == ref.cy;
     }
     // Of a large face the region was made for what showed then.
     [[nodiscard]] bool HasFaceFor(HDC hdc) const;
@@ -32,10 +32,11 @@ struct MeterPicture {
     std::unique_ptr<CMeter> pRenderer;
     RECT rcLast{0, 0, 0, 0}; // of the last draw
     SIZE lastRef{0, 0};      // the reference size then: the place follows it as well
-    int32_t nPassedBlink = 0;
+    CPixelScale pxLast;
     HRGN hFace = nullptr;
     CQELViewElm::ChangeStamp faceChanges; // when the shapes were last looked at; never
     uint32_t nFaceSource[2] = {0, 0};     // the sum of what they had then, as words like the stamp
+    int8_t nPassedBlink = 0;
     bool bPartOfFace = false; // it is right where rcFaceShown is; its box is the whole's
     RECT rcFaceShown{0, 0, 0, 0};
 };
@@ -50,12 +51,12 @@ public:
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
-    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override;
+    bool PaintedRect(const QelRect& rcQel, RECT* prcOut) const override;
     // On the rectangle or circle that it is laid out in.
-    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] bool IsHit(const QelRect& rcQel, POINT pt) const override;
     [[nodiscard]] bool DrawsChildren() const override { return false; } // but its face
-    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
+    bool MapUnits(const QelRect& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -112,14 +113,14 @@ private:
     void DropRenderer();
     [[nodiscard]] MeterPicture* PictureFor(uint32_t nFlags);
     [[nodiscard]] MeterPicture* Updated() const;
-    [[nodiscard]] RECT RendererRect(const RECT& rcQel, const RECT& rcFace) const;
+    [[nodiscard]] RECT RendererRect(const QelRect& rcQel, const RECT& rcFace) const;
     [[nodiscard]] int Miss() const;
-    void PrepareToDraw(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
+    void PrepareToDraw(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture);
     void PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const;
-    void DrawFace(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    void DrawFace(HDC hdc, const QelRect& rcQel, uint32_t nFlags);
     [[nodiscard]] bool HasOtherFace(MeterPicture* pPicture);
-    void MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
-    void MakeRenderer(const RECT& rcQel, MeterPicture* pPicture) const;
+    void MakeFaceRegion(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture);
+    void MakeRenderer(const QelRect& rcQel, MeterPicture* pPicture) const;
     void PassPins(CMeter* pRenderer) const;
     void DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer, const LiveState* pState) const;
     void TakeForm();

@@ -2,6 +2,7 @@
 
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "base/PixelPen.h"
 #include "brush/ShownDraft.h"
 #include "dynamic/QELDocScale.h"
 #include "dynamic/Selectors.h"
@@ -25,16 +26,22 @@ constexpr uint32_t MASK_STRAIGHT = 0x80;
 constexpr uint32_t MASK_ROUND = 0x22008;
 constexpr uint32_t MASK_ROUND_FILL = 0x80;
 
-void Line(HDC hdc, POINT pt1, POINT pt2)
+void Line(HDC hdc, POINT pt1, POINT pt2, CPixelScale px)
 {
-    const CPositionScope position(hdc, pt1);
-    ::LineTo(hdc, pt2.x, pt2.y);
+    const POINT pts[] = {pt1, pt2};
+    DrawPixelLines(hdc, pts, 2, 1, px);
 }
 
-RECT DiscBox(POINT pt, int32_t nRadius)
+void UprightLine(HDC hdc, POINT pt1, POINT pt2, CPixelScale px)
 {
-    return {WrapSub(pt.x, nRadius), WrapSub(pt.y, nRadius), WrapAdd(WrapAdd(pt.x, nRadius), 1),
-            WrapAdd(WrapAdd(pt.y, nRadius), 1)};
+    Line(hdc, {px.Sampled(pt1.x), px.Sampled(pt1.y)}, {px.Sampled(pt2.x), px.Sampled(pt2.y)}, px);
+}
+
+RECT DiscBox(POINT pt, int32_t nRadius, CPixelScale px)
+{
+    const int32_t nPixel = px(1);
+    return {WrapSub(pt.x, nRadius), WrapSub(pt.y, nRadius), WrapAdd(WrapAdd(pt.x, nRadius), nPixel),
+            WrapAdd(WrapAdd(pt.y, nRadius), nPixel)};
 }
 
 int DirectionOf(bool bClockwise)
@@ -43,14 +50,18 @@ int DirectionOf(bool bClockwise)
 }
 
 // One point for both ends would come out as a whole circle.
-void ArcLine(HDC hdc, const RECT& rc, const RoundScale& round, int32_t nFrom, int32_t nTo)
+void ArcLine(HDC hdc, const RECT& rc, const RoundScale& round, int32_t nFrom, int32_t nTo,
+             CPixelScale px)
 {
     const POINT pt1 = ScalePoint(round.ptCentre, round.nCircle, nFrom);
     const POINT pt2 = ScalePoint(round.ptCentre, round.nCircle, nTo);
     const bool bWhole = static_cast<float>(WrapAbs(WrapSub(nTo, nFrom))) >= FULL_SWEEP;
     if (!bWhole && pt1.x == pt2.x && pt1.y == pt2.y) return;
     const CArcDirectionScope direction(hdc, DirectionOf(nTo < nFrom));
-    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt2.x, pt2.y);
+    const RECT box = StrokedBox(rc, 1, px);
+    const POINT ptFrom = StrokedPoint(pt1, 1, px);
+    const POINT ptTo = StrokedPoint(pt2, 1, px);
+    ::Arc(hdc, box.left, box.top, box.right, box.bottom, ptFrom.x, ptFrom.y, ptTo.x, ptTo.y);
 }
 
 } // namespace
@@ -98,14 +109,14 @@ ScaleValue CQELViewScale::Value() const
     return RepairedRange(value, Divisions());
 }
 
-int CQELViewScale::Draw(HDC hdc, const RECT& rcQel, uint32_t)
+int CQELViewScale::Draw(HDC hdc, const QelRect& rcQel, uint32_t)
 {
     RECT rc{};
     if (!MapLayout(rcQel, &rc)) return 0;
     if (IsRound())
-        DrawRound(hdc, rc);
+        DrawRound(hdc, rc, rcQel.px);
     else
-        DrawStraight(hdc, rc);
+        DrawStraight(hdc, rc, rcQel.px);
     return 1;
 }
 
@@ -116,7 +127,7 @@ RECT CQELViewScale::Layout() const
     return {WrapSub(n[0], n[2]), WrapSub(n[1], n[2]), WrapAdd(n[0], n[2]), WrapAdd(n[1], n[2])};
 }
 
-bool CQELViewScale::MapLayout(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewScale::MapLayout(const QelRect& rcQel, RECT* prcOut) const
 {
     return MapRect(rcQel, RefW(), RefH(), Layout(), prcOut, QEL_KEEP_NONE) &&
            !::IsRectEmpty(prcOut);
@@ -124,12 +135,12 @@ bool CQELViewScale::MapLayout(const RECT& rcQel, RECT* prcOut) const
 
 // Ticks and pointer end on the pixels behind the rectangle's sides. Of a round scale each of the
 // three radii may be the largest.
-bool CQELViewScale::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewScale::PaintedRect(const QelRect& rcQel, RECT* prcOut) const
 {
     RECT rc{};
     if (!MapLayout(rcQel, &rc)) return false;
     if (!IsRound()) {
-        *prcOut = GrownRect(rc, 1);
+        *prcOut = GrownRect(rc, rcQel.px(1));
         return true;
     }
     const RoundScale round = MakeRoundScale(m_attr.nGeometry, rc);
@@ -138,11 +149,13 @@ bool CQELViewScale::PaintedRect(const RECT& rcQel, RECT* prcOut) const
     for (const int32_t n : {round.nCircle, round.nHub})
         if (n < -nRadius || n > nRadius) nRadius = WrapAbs(n);
     const POINT& pt = round.ptCentre;
-    *prcOut = GrownRect({pt.x, pt.y, WrapAdd(pt.x, 1), WrapAdd(pt.y, 1)}, WrapAdd(nRadius, 1));
+    const int32_t nPixel = rcQel.px(1);
+    *prcOut = GrownRect({pt.x, pt.y, WrapAdd(pt.x, nPixel), WrapAdd(pt.y, nPixel)},
+                        WrapAdd(nRadius, nPixel));
     return true;
 }
 
-bool CQELViewScale::IsHit(const RECT& rcQel, POINT pt) const
+bool CQELViewScale::IsHit(const QelRect& rcQel, POINT pt) const
 {
     RECT rc{};
     if (!MapLayout(rcQel, &rc)) return false;
@@ -151,50 +164,55 @@ bool CQELViewScale::IsHit(const RECT& rcQel, POINT pt) const
     return round.nTick >= 1 && IsInCircle(round.ptCentre, round.nTick, pt);
 }
 
-bool CQELViewScale::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+bool CQELViewScale::MapUnits(const QelRect& rcQel, UnitMap* pOut) const
 {
     const RECT rc = Layout();
     return !::IsRectEmpty(&rc) && MakeUnitMap(rcQel, RefW(), RefH(), rc, QEL_KEEP_NONE, pOut);
 }
 
-void CQELViewScale::DrawStraight(HDC hdc, const RECT& rc) const
+// What stands upright stands on whole pixels, however many samples they have.
+void CQELViewScale::DrawStraight(HDC hdc, const RECT& rcDevice, CPixelScale px) const
 {
+    const RECT rc{px.PixelOf(rcDevice.left), px.PixelOf(rcDevice.top), px.PixelOf(rcDevice.right),
+                  px.PixelOf(rcDevice.bottom)};
     const int32_t nWidth = WidthOf(rc);
     const int32_t nHeight = HeightOf(rc);
     const int32_t nAlong = ValueLength(Value(), IsVertical() ? nHeight : nWidth);
     const int32_t nX = WrapAdd(rc.left, nAlong);
     const int32_t nY = WrapSub(rc.bottom, nAlong);
-    if (!m_attr.bHide) DrawStraightMarks(hdc, rc);
+    if (!m_attr.bHide) DrawStraightMarks(hdc, rc, px);
     {
-        CShownDraft draft(m_nDraft);
+        CShownDraft draft(m_nDraft, px);
         const CBkColorScope back(hdc, BlinkColor(m_clrBack));
         const CTextColorScope text(hdc, BlinkColor(m_clrFore));
-        const RECT rcFill = IsVertical() ? RECT{rc.left, nY, rc.right, rc.bottom}
-                                         : RECT{rc.left, rc.top, nX, rc.bottom};
+        const QelRect rcPart(IsVertical() ? RECT{rc.left, nY, rc.right, rc.bottom}
+                                          : RECT{rc.left, rc.top, nX, rc.bottom},
+                             px);
+        const RECT rcFill = rcPart.OnDevice();
         const HBRUSH hBrush =
-            draft.Brush(hdc, rc, rcFill, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
+            draft.Brush(hdc, rcDevice, rcFill, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         if (hBrush && !::IsRectEmpty(&rcFill)) ::FillRect(hdc, &rcFill, hBrush);
     }
     if (!m_attr.bPin) return;
-    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrPin));
+    const CPixelPenScope pen(hdc, 1, BlinkColor(m_clrPin), px);
     switch (m_attr.nType) {
     case 0:
-        return Line(hdc, {WrapAdd(rc.left, nWidth / 2), nY}, {rc.right, nY});
+        return UprightLine(hdc, {WrapAdd(rc.left, nWidth / 2), nY}, {rc.right, nY}, px);
     case 1:
-        return Line(hdc, {rc.left, nY}, {WrapSub(rc.right, nWidth / 2), nY});
+        return UprightLine(hdc, {rc.left, nY}, {WrapSub(rc.right, nWidth / 2), nY}, px);
     case 2:
-        return Line(hdc, {nX, WrapAdd(rc.top, nHeight / 2)}, {nX, rc.bottom});
+        return UprightLine(hdc, {nX, WrapAdd(rc.top, nHeight / 2)}, {nX, rc.bottom}, px);
     default:
-        return Line(hdc, {nX, rc.top}, {nX, WrapSub(rc.bottom, nHeight / 2)});
+        return UprightLine(hdc, {nX, rc.top}, {nX, WrapSub(rc.bottom, nHeight / 2)}, px);
     }
 }
 
 // A base line at a quarter of the extent across, and ticks away from it.
-void CQELViewScale::DrawStraightMarks(HDC hdc, const RECT& rc) const
+void CQELViewScale::DrawStraightMarks(HDC hdc, const RECT& rc, CPixelScale px) const
 {
     const int32_t nAcross = WrapAbs(IsVertical() ? WidthOf(rc) : HeightOf(rc));
     const int32_t nCount = DrawnDivisions(Divisions());
-    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrMark));
+    const CPixelPenScope pen(hdc, 1, BlinkColor(m_clrMark), px);
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const bool bBackwards = m_attr.nType == 0 || m_attr.nType == 2; // ticks to the left, or above
     const int32_t nQuarter = nAcross / 4;
@@ -207,18 +225,18 @@ void CQELViewScale::DrawStraightMarks(HDC hdc, const RECT& rc) const
     };
     const int32_t nLength = IsVertical() ? HeightOf(rc) : WidthOf(rc);
     if (IsVertical())
-        Line(hdc, {nBase, rc.top}, {nBase, rc.bottom});
+        UprightLine(hdc, {nBase, rc.top}, {nBase, rc.bottom}, px);
     else
-        Line(hdc, {rc.left, nBase}, {rc.right, nBase});
+        UprightLine(hdc, {rc.left, nBase}, {rc.right, nBase}, px);
     if (nCount < 1) return;
     for (int32_t i = 0; i <= nCount; ++i) {
         const auto nAlong = static_cast<int32_t>(static_cast<int64_t>(nLength) * i / nCount);
         const bool bMajor = static_cast<uint32_t>(i) % MAJOR_EVERY == 0;
         const int32_t nTick = nAcross / 2 + (bMajor ? nQuarter : 0);
         if (bBackwards)
-            Line(hdc, at(WrapSub(nBase, nTick), nAlong), at(nBase, nAlong));
+            UprightLine(hdc, at(WrapSub(nBase, nTick), nAlong), at(nBase, nAlong), px);
         else
-            Line(hdc, at(nBase, nAlong), at(WrapAdd(nBase, nTick), nAlong));
+            UprightLine(hdc, at(nBase, nAlong), at(WrapAdd(nBase, nTick), nAlong), px);
     }
 }
 
@@ -229,36 +247,37 @@ ScaleSweep CQELViewScale::SweepOf() const
                                        : ArcSweep(Value(), m_nStartCode, n[5], n[6]);
 }
 
-void CQELViewScale::DrawRound(HDC hdc, const RECT& rc) const
+void CQELViewScale::DrawRound(HDC hdc, const RECT& rc, CPixelScale px) const
 {
     const RoundScale round = MakeRoundScale(m_attr.nGeometry, rc);
     if (round.nTick < 1) return;
     const ScaleSweep sweep = SweepOf();
-    if (!m_attr.bHide) DrawRoundMarks(hdc, round);
-    if (FillsRound()) FillSweep(hdc, round, sweep);
+    if (!m_attr.bHide) DrawRoundMarks(hdc, round, px);
+    if (FillsRound()) FillSweep(hdc, round, sweep, px);
     if (!m_attr.bPin) return;
-    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrPin));
+    const CPixelPenScope pen(hdc, 1, BlinkColor(m_clrPin), px);
     Line(hdc, ScalePoint(round.ptCentre, round.nHub, sweep.nTo),
-         ScalePoint(round.ptCentre, round.nCircle, sweep.nTo));
+         ScalePoint(round.ptCentre, round.nCircle, sweep.nTo), px);
 }
 
 // The round type has a circle and one tick less than the arc, whose last tick has a place of its
 // own.
-void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
+void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round, CPixelScale px) const
 {
     const LONG* n = m_attr.nGeometry;
     const bool bArc = m_attr.nType == SCALE_ARC;
     const int32_t nCount = DrawnDivisions(Divisions());
-    const CPenScope pen(hdc, false, PS_SOLID, 1, BlinkColor(m_clrMark));
+    const CPixelPenScope pen(hdc, 1, BlinkColor(m_clrMark), px);
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const POINT pt = round.ptCentre;
     const RECT rc{WrapSub(pt.x, round.nCircle), WrapSub(pt.y, round.nCircle),
                   WrapAdd(pt.x, round.nCircle), WrapAdd(pt.y, round.nCircle)};
-    const bool bDrawable = IsDrawableCurve(rc); // else there are the ticks alone
+    const bool bDrawable = IsDrawableCurve(rc, px); // else there are the ticks alone
     if (bDrawable && !bArc) {
-        ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+        const RECT box = StrokedBox(rc, 1, px);
+        ::Ellipse(hdc, box.left, box.top, box.right, box.bottom);
     } else if (bDrawable && n[5] != n[6]) {
-        ArcLine(hdc, rc, round, n[5], n[6]);
+        ArcLine(hdc, rc, round, n[5], n[6], px);
     }
     if (nCount < 1) return;
     const int32_t nFirst = bArc ? n[5] : StartOf(m_nStartCode).nAngle + m_nOffset;
@@ -266,23 +285,24 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round) const
     for (int32_t i = 0; i < nCount + (bArc ? 1 : 0); ++i) {
         const int32_t nAngle =
             WrapAdd(nFirst, static_cast<int32_t>(static_cast<int64_t>(nSpan) * i / nCount));
-        Line(hdc, ScalePoint(pt, round.nCircle, nAngle), ScalePoint(pt, round.nTick, nAngle));
+        Line(hdc, ScalePoint(pt, round.nCircle, nAngle), ScalePoint(pt, round.nTick, nAngle), px);
     }
 }
 
-void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep) const
+void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep,
+                              CPixelScale px) const
 {
-    CShownDraft draft(m_nDraft); // owns the brush, so it stands first
+    CShownDraft draft(m_nDraft, px); // owns the brush, so it stands first
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CArcDirectionScope direction(hdc, DirectionOf(sweep.bClockwise));
     const CBkColorScope back(hdc, BlinkColor(m_clrBack));
     const CTextColorScope text(hdc, BlinkColor(m_clrFore));
-    const RECT rc = DiscBox(round.ptCentre, round.nCircle);
+    const RECT rc = DiscBox(round.ptCentre, round.nCircle, px);
     const POINT pt1 = ScalePoint(round.ptCentre, round.nCircle, sweep.nFrom);
     const POINT pt2 = ScalePoint(round.ptCentre, round.nCircle, sweep.nTo);
     // One point for both ends would come out as a full disc.
     const bool bOnePoint = pt1.x == pt2.x && pt1.y == pt2.y;
-    if (IsDrawableCurve(rc) && sweep.nFrom != sweep.nTo && (!bOnePoint || sweep.IsFullTurn())) {
+    if (IsDrawableCurve(rc, px) && sweep.nFrom != sweep.nTo && (!bOnePoint || sweep.IsFullTurn())) {
         const HBRUSH hBrush =
             draft.Brush(hdc, rc, rc, BlinkColor(m_clrFore), BlinkColor(m_clrBack));
         const CSelectScope brush(hdc, hBrush);
@@ -290,8 +310,9 @@ void CQELViewScale::FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep
     }
     if (round.nHub <= 0) return;
     const CSelectScope white(hdc, ::GetStockObject(WHITE_BRUSH));
-    const RECT rcHub = DiscBox(round.ptCentre, round.nHub);
-    if (IsDrawableCurve(rcHub)) ::Ellipse(hdc, rcHub.left, rcHub.top, rcHub.right, rcHub.bottom);
+    const RECT rcHub = DiscBox(round.ptCentre, round.nHub, px);
+    if (IsDrawableCurve(rcHub, px))
+        ::Ellipse(hdc, rcHub.left, rcHub.top, rcHub.right, rcHub.bottom);
 }
 
 int CQELViewScale::Rotate(POINT ptCentre, int32_t nAngle)

@@ -11,13 +11,13 @@ public:
     using CQELViewLeaf::CQELViewLeaf;
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override;
     int Rotate(POINT ptCentre, int32_t nAngle) override; // turns the round type where it stands
-    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
+    bool PaintedRect(const QelRect& rcQel, RECT* prcOut) const override;
     // On the rectangle, or the circle of the ticks, that it is laid out in.
-    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] bool IsHit(const QelRect& rcQel, POINT pt) const override;
     [[nodiscard]] bool DrawsChildren() const override { return false; }
-    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
+    bool MapUnits(const QelRect& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -52,12 +52,12 @@ private:
     int TakeProperty(uint32_t nSelector, uint32_t nValue);
     void NoteNumbered() const;
     [[nodiscard]] RECT Layout() const; // the rectangle, or the square of the ticks; drawing units
-    bool MapLayout(const RECT& rcQel, RECT* prcOut) const; // false for none
-    void DrawStraight(HDC hdc, const RECT& rc) const;
-    void DrawRound(HDC hdc, const RECT& rc) const;
-    void DrawStraightMarks(HDC hdc, const RECT& rc) const;
-    void DrawRoundMarks(HDC hdc, const RoundScale& round) const;
-    void FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep) const;
+    bool MapLayout(const QelRect& rcQel, RECT* prcOut) const; // false for none
+    void DrawStraight(HDC hdc, const RECT& rcDevice, CPixelScale px) const;
+    void DrawRound(HDC hdc, const RECT& rc, CPixelScale px) const;
+    void DrawStraightMarks(HDC hdc, const RECT& rc, CPixelScale px) const;
+    void DrawRoundMarks(HDC hdc, const RoundScale& round, CPixelScale px) const;
+    void FillSweep(HDC hdc, const RoundScale& round, const ScaleSweep& sweep, CPixelScale px) const;
     [[nodiscard]] ScaleSweep SweepOf() const;
     [[nodiscard]] int32_t Divisions() const;
     [[nodiscard]] ScaleValue Value() const;

@@ -40,11 +40,11 @@ bool CQELViewStatus::IsShown() const
 }
 
 // What is shown is always drawn in full: the picture that it replaces may have been another one.
-int CQELViewStatus::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewStatus::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!IsShown()) return 0;
     return CQELViewElm::Draw(hdc, rcQel,
-                             (nFlags & (QEL_DRAW_PRESSED | DRAW_UPDATE)) | QEL_DRAW_FULL);
+                             (nFlags & (QEL_DRAW_PRESSED | DRAW_INTERNAL)) | QEL_DRAW_FULL);
 }
 
 int CQELViewStatus::GetAttrBlockSize(int* pnSize) const

@@ -17,7 +17,7 @@ public:
 
     int NewInstance(CQELViewElm** ppOut) const override;
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override; // 0 while it is not shown
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override; // 0 while it is not shown
     [[nodiscard]] bool IsShown() const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;

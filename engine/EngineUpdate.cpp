@@ -2,6 +2,7 @@
 // update of it; the rest of it is in engine/QELEngine.cpp.
 #include "base/Rects.h"
 #include "engine/QELEngine.h"
+#include "engine/SmoothDraw.h"
 #include "render/PaintedPlace.h"
 #include "render/UpdateClip.h"
 
@@ -30,6 +31,24 @@ bool HasMarkedHolder(CLiveLayer& layer)
 }
 
 } // namespace
+
+// What is dirty, on a tile.
+class CDirtyPainter final : public CTilePainter {
+public:
+    CDirtyPainter(CQELEngine& engine, const CDirtyArea& painted) noexcept
+        : m_engine(engine), m_painted(painted)
+    {
+    }
+    void Paint(HDC hdc, const RECT& rcTile, bool) override
+    {
+        m_engine.PaintDirty(hdc, m_engine.SampledRect(m_engine.m_rcDraw, m_engine.m_nSmooth),
+                            m_painted, rcTile);
+    }
+
+private:
+    CQELEngine& m_engine;
+    const CDirtyArea& m_painted;
+};
 
 RECT CQELEngine::DirtyBox()
 {
@@ -88,13 +107,23 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     if (!clip.IsOpen()) return 0;
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
-    if (!UpdateByPlace(hdc, clip.Painted(), rcPainted))
-        m_view.Root()->Show(hdc, m_rcDraw, UPDATE_FLAGS);
+    CDirtyPainter painter(*this, clip.Painted());
+    RECT rcShown{};
+    if (!m_nSmooth || !CanBeSmooth(hdc, rcPainted, &rcShown) ||
+        !m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter))
+        PaintDirty(hdc, m_rcDraw, clip.Painted(), rcPainted);
     return dirty.HasMissed() ? 0 : clip.TakeBack(&dirty);
 }
 
+void CQELEngine::PaintDirty(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted,
+                            const RECT& rcBox)
+{
+    if (!UpdateByPlace(hdc, rcQel, painted, rcBox)) m_view.Root()->Show(hdc, rcQel, UPDATE_FLAGS);
+}
+
 // 0 when it takes a walk of all that there is.
-int CQELEngine::UpdateByPlace(HDC hdc, const CDirtyArea& painted, const RECT& rcBox)
+int CQELEngine::UpdateByPlace(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted,
+                              const RECT& rcBox)
 {
     CPlaces* pPlaces = HasMarkedHolder(m_view.Live()) ? nullptr : Places();
     if (!pPlaces) return 0;
@@ -104,7 +133,7 @@ int CQELEngine::UpdateByPlace(HDC hdc, const CDirtyArea& painted, const RECT& rc
         const PaintedElm& elm = pPlaces->At(pPlaces->Found(n));
         CQELViewElm* pDrawn = DrawnFor(elm.pView);
         if (pDrawn == pLast || !painted.Meets(elm.rc) || !IsShownNow(pDrawn)) continue;
-        pDrawn->Show(hdc, m_rcDraw, UPDATE_FLAGS);
+        pDrawn->Show(hdc, rcQel, UPDATE_FLAGS);
         pLast = pDrawn;
     }
     return 1;

@@ -48,7 +48,7 @@ Step NextStep(Step at, const CQELViewElm* pTop, bool bInto)
 }
 
 template <class Visit>
-void VisitFaces(const Step& meter, const RECT& rcQel, const Visit& visit)
+void VisitFaces(const Step& meter, const QelRect& rcQel, const Visit& visit)
 {
     for (Step at = NextStep(meter, meter.pView, true); at.pView;
          at = NextStep(at, meter.pView, true)) {
@@ -60,7 +60,7 @@ void VisitFaces(const Step& meter, const RECT& rcQel, const Visit& visit)
 
 // Every element that paints by itself.
 template <class Visit>
-void VisitPainted(const Step& root, const RECT& rcQel, const Visit& visit)
+void VisitPainted(const Step& root, const QelRect& rcQel, const Visit& visit)
 {
     for (Step at = root; at.pView; at = NextStep(at, root.pView, at.pView->DrawsChildren())) {
         if (at.pView->DrawsChildren()) continue;
@@ -117,10 +117,10 @@ void CPlaces::Forget()
     m_nLevels = 0;
 }
 
-int CPlaces::Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const RECT& rcQel)
+int CPlaces::Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const QelRect& rcQel)
 {
     const bool bHolds = m_pElms && pRoot && m_changes == pRoot->Changes();
-    if (bHolds && ::EqualRect(&m_rcQel, &rcQel)) return 1;
+    if (bHolds && m_rcQel == rcQel) return 1;
     Forget();
     if (!pRoot) return 0;
     m_changes = pRoot->Changes();
@@ -237,7 +237,7 @@ uint32_t CPlaces::FindIn(const RECT& rc)
     return nFound;
 }
 
-const PaintedElm* CPlaces::Topmost(POINT pt, const RECT& rcQel) const
+const PaintedElm* CPlaces::Topmost(POINT pt, const QelRect& rcQel) const
 {
     if (pt.x < -REACH || pt.y < -REACH || pt.x > REACH || pt.y > REACH) return nullptr;
     const PaintedElm* pFound = nullptr;

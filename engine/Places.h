@@ -27,7 +27,7 @@ public:
     void Forget();
     // Makes the index unless it holds still. pDocRoot: null where there is no document. 0 without
     // memory: then nothing is found.
-    int Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const RECT& rcQel);
+    int Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const QelRect& rcQel);
 
     // The elements by number, in the order in which they are drawn; a meter after its face.
     [[nodiscard]] uint32_t Count() const { return m_nCount; }
@@ -39,7 +39,7 @@ public:
     [[nodiscard]] uint32_t Found(uint32_t n) const { return m_pnFound[n]; }
 
     // The last drawn of the elements near a point that are hit there and shown now; null for none.
-    [[nodiscard]] const PaintedElm* Topmost(POINT pt, const RECT& rcQel) const;
+    [[nodiscard]] const PaintedElm* Topmost(POINT pt, const QelRect& rcQel) const;
 
 private:
     // What paints in a part of the picture: FAN elements, or FAN nodes of the level below.
@@ -70,6 +70,6 @@ private:
     uint32_t m_nCount = 0;
     int m_nLevels = 0;
     Level m_levels[MOST_LEVELS] = {};
-    RECT m_rcQel{0, 0, 0, 0}; // what it holds for
+    QelRect m_rcQel; // what it holds for
     CQELViewElm::ChangeStamp m_changes;
 };

@@ -399,8 +399,18 @@ int CQELEngine::SetDrawRect(const RECT& rc)
 {
     if (::EqualRect(&m_rcDraw, &rc)) return 1;
     TouchAll();
-    m_rcDraw = rc;
-    m_view.Dirty().SetPlace(rc);
+    m_rcDraw = {rc, m_rcDraw.px};
+    m_view.Dirty().SetPlace(m_rcDraw);
+    return 1;
+}
+
+int CQELEngine::SetPixelScale(uint32_t nPercent)
+{
+    if (nPercent == PixelScale()) return 1;
+    TouchAll();
+    m_rcDraw.px = CPixelScale(nPercent);
+    m_view.Dirty().SetPlace(m_rcDraw);
+    if (CQELViewElm* pRoot = m_view.Root()) pRoot->PlaceChanged();
     return 1;
 }
 
@@ -410,7 +420,9 @@ int CQELEngine::Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags)
     RECT rcMeet{};
     if (!::IntersectRect(&rcMeet, &rcUpdate, &m_rcDraw)) return 0;
     m_bDrawn = true;
-    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags & ~DRAW_UPDATE);
+    nFlags &= ~DRAW_INTERNAL;
+    if (m_nSmooth && m_view.DrawsFully(nFlags) && DrawSmooth(hdc, nFlags)) return 1;
+    return m_view.Draw(nullptr, hdc, m_rcDraw, nFlags);
 }
 
 // The drawing is turned inside a square of its longer side, then moved so that the turned drawing

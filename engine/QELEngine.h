@@ -9,6 +9,7 @@
 #include "engine/Identifiers.h"
 #include "engine/Places.h"
 #include "render/QELView.h"
+#include "render/SmoothBands.h"
 
 struct UnitTurn;
 
@@ -45,6 +46,15 @@ public:
     int SetRefSize(SIZE size);
     int GetDrawRect(RECT* prc) const;
     int SetDrawRect(const RECT& rc);
+    // Of the constants that are told in pixels; it outlives the drawing.
+    int SetPixelScale(uint32_t nPercent);
+    [[nodiscard]] uint32_t PixelScale() const { return m_rcDraw.px.Percent(); }
+    // How many samples each way a pixel is the mean of; 0: none. It outlives the drawing, too.
+    int SetSmooth(int32_t nSamples);
+    [[nodiscard]] int32_t Smooth() const { return m_nSmooth; }
+    // The whole drawing in a picture of that size, in the host's memory; see CSmoothBands::Render.
+    int RenderBitmap(void* pBits, SIZE size, int32_t nStride, uint32_t nFlags);
+    int SetFontFace(const wchar_t* pszFace); // null or empty: the system's own
     int GetDrawGraphRect(RECT* prc) const { return m_view.GetDrawGraphRect(m_rcDraw, prc); }
     int Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags);
     int Rotate(int32_t nAngle);
@@ -108,7 +118,11 @@ private:
         m_places.Forget();
     }
     RECT DirtyBox();
-    int UpdateByPlace(HDC hdc, const CDirtyArea& painted, const RECT& rcBox);
+    void PaintDirty(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted, const RECT& rcBox);
+    int UpdateByPlace(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted, const RECT& rcBox);
+    [[nodiscard]] QelRect SampledRect(const RECT& rc, int32_t nSamples) const;
+    int DrawSmooth(HDC hdc, uint32_t nFlags);
+    friend class CDirtyPainter;
     void TouchPlaceOf(const CQELDocElm* pElm);
     void TouchAll(); // before what may change the place of everything
     int TakeElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize);
@@ -127,9 +141,12 @@ private:
     CPlaces m_places;
     uint32_t m_nPerDrawing = 0; // cleared at every open
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
-    RECT m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
+    QelRect m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     int32_t m_nRotation = 0; // the quarter turn that the view has been given, in degrees
-    bool m_bDrawn = false;   // since all of it was dirty
+    int32_t m_nSmooth = 0;
+    CSmoothBands m_bands; // of smooth draws
+    wchar_t m_szFace[LF_FACESIZE] = L"";
+    bool m_bDrawn = false; // since all of it was dirty
     bool m_bShowOnly;
     bool m_bModified = false;
     Failure m_failure;

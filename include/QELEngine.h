@@ -557,6 +557,47 @@ int QELAPI QELSetRefSize(HQELENGINE hEngine, const SIZE* pSize);
 int QELAPI QELGetQELRect(HQELENGINE hEngine, RECT* prc);
 int QELAPI QELSetQELRect(HQELENGINE hEngine, const RECT* prc);
 
+/* How large the pixels are, in percent, that pens, 3D borders, rounded corners, keep-mode
+ * distances, hatches, the pressed shift, text sizes and the parts of meters are told in: 25 to
+ * 1600, 100 from the start. n of them become n * nPercent / 100 device pixels, halves up, and at
+ * least one. What follows the QEL rect stays as large as that makes it, and so do all rectangles
+ * and points that this interface takes and gives. Pass the monitor's or printer's resolution over
+ * 96, and a QEL rect as many times as large. It belongs to the engine and outlives its drawings; in
+ * show-only mode it is that of all who show the drawing. A change makes everything dirty. 0, and
+ * nothing changes, out of that range.
+ *
+ *     QELSetPixelScale(hEngine, GetDpiForWindow(hWnd) * 100 / 96);
+ */
+int QELAPI QELSetPixelScale(HQELENGINE hEngine, DWORD nPercent);
+int QELAPI QELGetPixelScale(HQELENGINE hEngine, DWORD* pnPercent);
+
+/* Makes full draws and updates smooth: each pixel is the mean of nSamples by nSamples, 2, 3 or 4; 0,
+ * from the start, draws plainly. Lines, arcs, needles, edges of regions and texts become smooth,
+ * over what stands on the surface; hatches, gradients and upright edges are as without. Metafiles,
+ * printers and surfaces whose units are no pixels are drawn plainly, and so are partial redraws. It
+ * takes up to 8 MB for samples, which it keeps until it is set to 0. It belongs to the engine as the
+ * pixel scale does; a change makes everything dirty. Another number is refused. */
+int QELAPI QELSetSmooth(HQELENGINE hEngine, int nSamples);
+int QELAPI QELGetSmooth(HQELENGINE hEngine);
+
+/* Draws the whole drawing into the host's memory, nWidth by nHeight pixels: rows of nStride bytes
+ * from the top, in each pixel blue, green, red and alpha, the colours multiplied by alpha. What is
+ * not painted is transparent, and smooth edges are in part when QELSetSmooth asks for them. What
+ * stands in the memory is overwritten. No device context is needed; letters have the face of
+ * QELSetFontFace. It has the engine's pixel scale and the time of updates, and changes neither the
+ * QEL rect nor the dirty area nor what partial redraws remember. nFlags: 0 or QEL_DRAW_PRESSED. 0
+ * for a stride below 4 * nWidth, without a drawing and without memory.
+ *
+ *     unsigned char* pBits = malloc(400 * 300 * 4);
+ *     QELRenderBitmap(hEngine, pBits, 400, 300, 400 * 4, 0);
+ */
+int QELAPI QELRenderBitmap(HQELENGINE hEngine, void* pBits, int nWidth, int nHeight, int nStride,
+                           DWORD nFlags);
+
+/* The face of texts in QELRenderBitmap, fewer than 32 characters; null or "": that of the system's
+ * messages. QELDraw goes by the font of the device context. */
+int QELAPI QELSetFontFace(HQELENGINE hEngine, const wchar_t* pszFace);
+
 /* The device rectangle inside the drawing's draw region, where the host paints its own graphics;
  * 0 when the drawing has none. */
 int QELAPI QELGetDrawGraphRect(HQELENGINE hEngine, RECT* prc);

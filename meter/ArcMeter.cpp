@@ -85,13 +85,13 @@ CArcMeter::AlarmZones CArcMeter::GetAlarmZones() const
 int CArcMeter::DrawScale(HDC hdc)
 {
     if (!HasScale()) return 0;
-    const CScaleLine major(2, m_clrScale);
-    const CScaleLine minor(1, m_clrScale);
+    const CScaleLine major(2, m_clrScale, Px());
+    const CScaleLine minor(1, m_clrScale, Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
         const float fAngle = TickAngle(i);
         const CScaleLine& line = IsMajor(i) ? major : minor;
-        line.Draw(hdc, PolarPoint(m_ptCentre, AxisRadius(m_nRadius), fAngle),
-                  PolarPoint(m_ptCentre, TickOuterRadius(m_nRadius), fAngle));
+        line.Draw(hdc, At(AxisRadius(m_nRadius, Px()), fAngle),
+                  At(TickOuterRadius(m_nRadius, Px()), fAngle));
     }
     return 1;
 }
@@ -99,25 +99,25 @@ int CArcMeter::DrawScale(HDC hdc)
 int CArcMeter::DrawAxis(HDC hdc)
 {
     if (!HasSpan()) return 0;
-    return CArcAxis(1, m_clrScale).Draw(hdc, AxisRadius(m_nRadius), m_ptCentre, m_fStart, Sweep());
+    return CArcAxis(1, m_clrScale, Px())
+        .Draw(hdc, AxisRadius(m_nRadius, Px()), m_ptCentre, m_fStart, Sweep());
 }
 
 int CArcMeter::DrawLabels(HDC hdc)
 {
-    return DrawLabelsIn(hdc, {LABEL_CELL, LABEL_CELL});
+    return DrawLabelsIn(hdc, ScaledCell({LABEL_CELL, LABEL_CELL}, Px()));
 }
 
 int CArcMeter::DrawLabelsIn(HDC hdc, FontCell cell) const
 {
     if (!HasScale()) return 0;
-    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel);
+    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel, Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
         if (!HasLabel(i)) continue;
         char szText[VALUE_TEXT_SIZE];
         FormatValue(szText, TickNumber(i));
         const int32_t nAngle = WholeAngle(TickAngle(i));
-        const POINT ptAnchor =
-            PolarPoint(m_ptCentre, LabelRadius(m_nRadius), static_cast<float>(nAngle));
+        const POINT ptAnchor = At(LabelRadius(m_nRadius, Px()), static_cast<float>(nAngle));
         const POINT pt =
             PlaceLabel(ptAnchor, nAngle, {mark.WidthOf(hdc, szText), cell.nHeight}, m_rcMeter);
         mark.Draw(hdc, pt.x, pt.y, szText);
@@ -127,17 +127,16 @@ int CArcMeter::DrawLabelsIn(HDC hdc, FontCell cell) const
 
 bool CArcMeter::HasNeedle() const
 {
-    return HasScale() && NeedleLength(m_nRadius) >= MIN_NEEDLE;
+    return HasScale() && NeedleLength(m_nRadius, Px()) >= Px()(MIN_NEEDLE);
 }
 
 // The centre disc is not erased: every needle begins at it.
 int CArcMeter::PaintNeedle(HDC hdc, float fAngle, bool bErase) const
 {
     if (!bErase)
-        CScaleCentre(CENTRE_RADIUS, NEEDLE_WIDTH, m_clrPin, m_clrFace).Draw(hdc, m_ptCentre);
-    return CScaleLine(NEEDLE_WIDTH, bErase ? m_clrFace : m_clrPin)
-        .Draw(hdc, PolarPoint(m_ptCentre, NEEDLE_FROM, fAngle),
-              PolarPoint(m_ptCentre, NeedleLength(m_nRadius), fAngle));
+        CScaleCentre(CENTRE_RADIUS, NEEDLE_WIDTH, m_clrPin, m_clrFace, Px()).Draw(hdc, m_ptCentre);
+    return CScaleLine(NEEDLE_WIDTH, bErase ? m_clrFace : m_clrPin, Px())
+        .Draw(hdc, At(Px()(NEEDLE_FROM), fAngle), At(NeedleLength(m_nRadius, Px()), fAngle));
 }
 
 int CArcMeter::DrawNeedle(HDC hdc, double fValue) const
@@ -175,15 +174,15 @@ int CArcMeter::DrawAlarmZones(HDC hdc)
 {
     if (!HasSpan()) return 0;
     const AlarmZones zones = GetAlarmZones();
-    const int32_t nRadius = AlarmRadius(m_nRadius);
+    const int32_t nRadius = AlarmRadius(m_nRadius, Px());
     if (zones.fLow > m_fStart)
-        CArcAxis(ALARM_WIDTH, zones.clrAtStart)
+        CArcAxis(ALARM_WIDTH, zones.clrAtStart, Px())
             .Draw(hdc, nRadius, m_ptCentre, m_fStart, zones.fLow - m_fStart);
     if (zones.fHigh != zones.fLow)
-        CArcAxis(ALARM_WIDTH, m_clrScale)
+        CArcAxis(ALARM_WIDTH, m_clrScale, Px())
             .Draw(hdc, nRadius, m_ptCentre, zones.fLow, zones.fHigh - zones.fLow);
     if (zones.fHigh < m_fEnd)
-        CArcAxis(ALARM_WIDTH, zones.clrAtEnd)
+        CArcAxis(ALARM_WIDTH, zones.clrAtEnd, Px())
             .Draw(hdc, nRadius, m_ptCentre, zones.fHigh, m_fEnd - zones.fHigh);
     return 1;
 }

@@ -82,6 +82,10 @@ protected:
     [[nodiscard]] bool HasScale() const { return HasSpan() && HasRange() && HasTicks(); }
     [[nodiscard]] DialSpan Span() const { return {m_fStart, m_fEnd, GetMin(), GetMax()}; }
     [[nodiscard]] float Sweep() const { return m_fEnd - m_fStart; }
+    [[nodiscard]] POINT At(int32_t nRadius, float fAngle) const // of a circle around the centre
+    {
+        return PolarPoint(m_ptCentre, nRadius, fAngle, Px());
+    }
     int DrawLabelsIn(HDC hdc, FontCell cell) const; // the labels in a font of this cell
 
 private:

@@ -3,11 +3,11 @@
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
 
-CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack,
-                   COLORREF clrFore) noexcept
-    : m_draft(nStyle), m_rcSegment(rcSegment),
+CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack, COLORREF clrFore,
+                   CPixelScale px) noexcept
+    : m_draft(nStyle, px), m_rcSegment(rcSegment),
       m_hSegment(::IsRectEmpty(&rcSegment) ? nullptr : ::CreateRectRgnIndirect(&rcSegment)),
-      m_clrBack(clrBack), m_clrFore(clrFore)
+      m_clrBack(clrBack), m_clrFore(clrFore), m_px(px)
 {
 }
 
@@ -42,6 +42,6 @@ int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, BackColor());
     const CTextColorScope text(hdc, ForeColor());
-    if (IsDrawableCurve(rcBox)) ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
+    if (IsDrawableCurve(rcBox, Px())) ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
     return 1;
 }

@@ -7,7 +7,8 @@
 
 class CBarFill {
 public:
-    CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack, COLORREF clrFore) noexcept;
+    CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack, COLORREF clrFore,
+             CPixelScale px = {}) noexcept;
     virtual ~CBarFill();
     CBarFill(const CBarFill&) = delete;
     CBarFill& operator=(const CBarFill&) = delete;
@@ -19,6 +20,7 @@ protected:
     HBRUSH Brush(HDC hdc); // null when there is none; the object owns it
     [[nodiscard]] COLORREF BackColor() const { return m_clrBack; }
     [[nodiscard]] COLORREF ForeColor() const { return m_clrFore; }
+    [[nodiscard]] CPixelScale Px() const { return m_px; }
 
 private:
     CShownDraft m_draft;
@@ -26,6 +28,7 @@ private:
     HRGN m_hSegment; // null for an empty segment
     COLORREF m_clrBack;
     COLORREF m_clrFore;
+    CPixelScale m_px;
 };
 
 // The same for cylinders, with ellipses as caps.

@@ -22,10 +22,22 @@ int32_t TickOffset(int32_t nLength, uint32_t nTick, uint32_t nCount)
     return static_cast<int32_t>(static_cast<uint32_t>(nLength) * nTick / nCount);
 }
 
+RECT InPixels(const RECT& rc, CPixelScale px)
+{
+    return {px.PixelOf(rc.left), px.PixelOf(rc.top), px.PixelOf(rc.right), px.PixelOf(rc.bottom)};
+}
+
+BarScale InPixels(const BarScale& scale)
+{
+    return {scale.nMin, scale.nMax, InPixels(scale.rc, scale.px), scale.px.InPicture()};
+}
+
 } // namespace
 
+// What stands upright stands on whole pixels, however many samples they have.
 int32_t VerticalPosition(const BarScale& scale, double fValue)
 {
+    if (scale.px.Samples() > 1) return scale.px.Sampled(VerticalPosition(InPixels(scale), fValue));
     if (fValue <= scale.nMin) return scale.rc.bottom;
     if (!(fValue < scale.nMax)) return scale.rc.top;
     return TruncToInt(scale.rc.bottom - LengthBelow(scale, fValue, HeightOf(scale.rc)));
@@ -33,22 +45,28 @@ int32_t VerticalPosition(const BarScale& scale, double fValue)
 
 int32_t HorizontalPosition(const BarScale& scale, double fValue)
 {
-    const int32_t nEnd = WrapSub(scale.rc.right, 1);
+    if (scale.px.Samples() > 1)
+        return scale.px.Sampled(HorizontalPosition(InPixels(scale), fValue));
+    const int32_t nEnd = WrapSub(scale.rc.right, scale.px(1));
     if (fValue <= scale.nMin) return scale.rc.left;
     if (!(fValue < scale.nMax)) return nEnd;
     return TruncToInt(scale.rc.left + LengthBelow(scale, fValue, WrapSub(nEnd, scale.rc.left)));
 }
 
-int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)
+int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px)
 {
+    if (px.Samples() > 1)
+        return px.Sampled(VerticalTick(InPixels(rc, px), nTick, nCount, px.InPicture()));
     if (nTick == 0) return rc.bottom;
     if (nTick >= nCount) return rc.top;
     return WrapSub(rc.bottom, TickOffset(HeightOf(rc), nTick, nCount));
 }
 
-int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount)
+int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px)
 {
-    const int32_t nEnd = WrapSub(rc.right, 1);
+    if (px.Samples() > 1)
+        return px.Sampled(HorizontalTick(InPixels(rc, px), nTick, nCount, px.InPicture()));
+    const int32_t nEnd = WrapSub(rc.right, px(1));
     if (nTick == 0) return rc.left;
     if (nTick >= nCount) return nEnd;
     return WrapAdd(rc.left, TickOffset(WrapSub(nEnd, rc.left), nTick, nCount));
@@ -93,8 +111,8 @@ POINT CBarColumn::At(int32_t nAcross, int32_t nAlong) const
 POINT CBarColumn::PixelAt(int32_t nAcross, int32_t nAlong) const
 {
     const POINT pt = At(nAcross, nAlong);
-    return {std::min<LONG>(pt.x, WrapSub(m_rc.right, 1)),
-            std::min<LONG>(pt.y, WrapSub(m_rc.bottom, 1))};
+    return {std::min<LONG>(pt.x, WrapSub(m_rc.right, m_px(1))),
+            std::min<LONG>(pt.y, WrapSub(m_rc.bottom, m_px(1)))};
 }
 
 RECT CBarColumn::Box(int32_t nAcross1, int32_t nAlong1, int32_t nAcross2, int32_t nAlong2) const

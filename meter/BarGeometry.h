@@ -3,6 +3,8 @@
 // but painting.
 #pragma once
 
+#include "base/PixelScale.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -12,14 +14,15 @@ struct BarScale {
     int32_t nMin;
     int32_t nMax;
     RECT rc;
+    CPixelScale px = {};
 };
 
 // Where a value stands; values outside stand at the nearer end. The horizontal scale ends one pixel
 // inside of its right edge, the vertical one runs to its bottom edge itself.
 int32_t VerticalPosition(const BarScale& scale, double fValue);
 int32_t HorizontalPosition(const BarScale& scale, double fValue);
-int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount);
-int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount);
+int32_t VerticalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px = {});
+int32_t HorizontalTick(const RECT& rc, uint32_t nTick, uint32_t nCount, CPixelScale px = {});
 
 // A part of the bar between two values.
 struct BarPart {
@@ -51,7 +54,10 @@ BarParts SplitBar(const BarRule& rule, double fValue);
 // mirrored at the diagonal through the bottom left corner.
 class CBarColumn {
 public:
-    CBarColumn(const RECT& rc, bool bVertical) noexcept : m_rc(rc), m_bVertical(bVertical) {}
+    CBarColumn(const RECT& rc, bool bVertical, CPixelScale px = {}) noexcept
+        : m_rc(rc), m_bVertical(bVertical), m_px(px)
+    {
+    }
 
     [[nodiscard]] bool IsVertical() const { return m_bVertical; }
     [[nodiscard]] int32_t Across() const;
@@ -66,6 +72,7 @@ public:
 private:
     RECT m_rc;
     bool m_bVertical;
+    CPixelScale m_px;
 };
 
 // The box that stands on a segment: a front of four fifths of the column, a side and a top that are

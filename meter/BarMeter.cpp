@@ -22,11 +22,12 @@ constexpr int32_t FONT_HINT_PARTS = 4; // of the breadth
 
 int CBarMeter::DrawScale(HDC hdc)
 {
-    if (!HasBar() || ScaleBreadth() < MIN_BREADTH_FOR_TICKS) return 0;
-    const CScaleLine line(1, m_clrScale);
+    if (!HasBar() || ScaleBreadth() < Px()(MIN_BREADTH_FOR_TICKS)) return 0;
+    const CScaleLine line(1, m_clrScale, Px());
+    const int32_t nFrom = Px()(TICKS_FROM_SIDE);
     for (uint32_t i = 0; i <= DrawnTicks(); ++i)
-        line.Draw(hdc, BesideTick(i, TICKS_FROM_SIDE),
-                  BesideTick(i, TICKS_FROM_SIDE - (IsMajor(i) ? MAJOR_LENGTH : MINOR_LENGTH)));
+        line.Draw(hdc, BesideTick(i, nFrom),
+                  BesideTick(i, nFrom - Px()(IsMajor(i) ? MAJOR_LENGTH : MINOR_LENGTH)));
     return 1;
 }
 
@@ -35,13 +36,13 @@ int CBarMeter::DrawLabels(HDC hdc)
     if (!HasBar()) return 0;
     FontCell cell{};
     GetFontSize(ScaleBreadth() / FONT_HINT_PARTS, &cell);
-    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel);
+    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel, Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
         if (i != 0 && i != DrawnTicks() && !IsMajor(i)) continue;
         char szText[VALUE_TEXT_SIZE];
         FormatValue(szText, TickNumber(i));
         const SIZE text{static_cast<LONG>(std::strlen(szText)) * cell.nWidth, cell.nHeight};
-        const POINT pt = LabelPlace(i, text, mark.WidthOf(hdc, szText), LABELS_FROM_SIDE);
+        const POINT pt = LabelPlace(i, text, mark.WidthOf(hdc, szText), Px()(LABELS_FROM_SIDE));
         mark.Draw(hdc, pt.x, pt.y, szText);
     }
     return 1;
@@ -50,9 +51,9 @@ int CBarMeter::DrawLabels(HDC hdc)
 // One line along the whole scale, its end left out by GDI.
 int CBarMeter::DrawAxis(HDC hdc)
 {
-    if (!HasBar() || ScaleBreadth() < MIN_BREADTH_FOR_AXIS) return 0;
-    const auto [pt1, pt2] = LineAlong(AXIS_FROM_SIDE);
-    return CScaleLine(1, m_clrScale).Draw(hdc, pt1, pt2);
+    if (!HasBar() || ScaleBreadth() < Px()(MIN_BREADTH_FOR_AXIS)) return 0;
+    const auto [pt1, pt2] = LineAlong(Px()(AXIS_FROM_SIDE));
+    return CScaleLine(1, m_clrScale, Px()).Draw(hdc, pt1, pt2);
 }
 
 // The place of the scale, the column that is filled and written in, and the numbers, which may
@@ -71,8 +72,11 @@ RECT CBarMeter::PaintedRect(const RECT& rcFace) const
 void CBarMeter::AddScale(CRectHull* pHull) const
 {
     for (const uint32_t nTick : {uint32_t{0}, DrawnTicks()})
-        for (const int32_t nFromSide : {0, AXIS_FROM_SIDE})
-            pHull->AddPixel(BesideTick(nTick, nFromSide));
+        for (const int32_t nFromSide : {0, AXIS_FROM_SIDE}) {
+            const POINT pt = BesideTick(nTick, Px()(nFromSide));
+            const int32_t nPixel = Px()(1);
+            pHull->Add({pt.x, pt.y, WrapAdd(pt.x, nPixel), WrapAdd(pt.y, nPixel)});
+        }
 }
 
 // No character is wider than twice its cell, or than it is high; and a little higher than that it
@@ -85,9 +89,9 @@ void CBarMeter::AddLabels(CRectHull* pHull) const
     const int32_t nCount = LongestNumber();
     for (const uint32_t nTick : {uint32_t{0}, DrawnTicks()}) {
         const POINT pt = LabelPlace(nTick, {nCount * cell.nWidth, cell.nHeight}, nCount * nWide,
-                                    LABELS_FROM_SIDE);
-        pHull->Add({pt.x - cell.nWidth, pt.y - 1, pt.x + nCount * nWide + cell.nWidth,
-                    pt.y + cell.nHeight + cell.nHeight / 4 + 1});
+                                    Px()(LABELS_FROM_SIDE));
+        pHull->Add({pt.x - cell.nWidth, pt.y - Px()(1), pt.x + nCount * nWide + cell.nWidth,
+                    pt.y + cell.nHeight + cell.nHeight / 4 + Px()(1)});
     }
 }
 
@@ -113,7 +117,8 @@ int CBarMeter::PaintParts(HDC hdc, const BarParts& parts)
 {
     PaintEmpty(hdc, parts.emptyAtBase);
     if (parts.filled.bThere)
-        CBarFill(Segment(parts.filled.fFrom, parts.filled.fTo), m_nBarStyle, m_clrBack, m_clrBar)
+        CBarFill(Segment(parts.filled.fFrom, parts.filled.fTo), m_nBarStyle, m_clrBack, m_clrBar,
+                 Px())
             .Draw(hdc, m_hRegion);
     PaintEmpty(hdc, parts.emptyAtValue);
     return 1;
@@ -122,7 +127,7 @@ int CBarMeter::PaintParts(HDC hdc, const BarParts& parts)
 void CBarMeter::PaintEmpty(HDC hdc, const BarPart& part) const
 {
     if (!part.bThere) return;
-    CBarFill(Segment(part.fFrom, part.fTo), DRAFT_SOLID_TEXT, m_clrBack, m_clrEmpty)
+    CBarFill(Segment(part.fFrom, part.fTo), DRAFT_SOLID_TEXT, m_clrBack, m_clrEmpty, Px())
         .Draw(hdc, m_hRegion);
 }
 
@@ -215,7 +220,8 @@ int32_t CUpBarMeter::ScaleBreadth() const
 
 POINT CUpBarMeter::BesideTick(uint32_t nTick, int32_t nFromSide) const
 {
-    return {WrapSub(BarRect().right, nFromSide), VerticalTick(BarRect(), nTick, DrawnTicks())};
+    return {WrapSub(BarRect().right, nFromSide),
+            VerticalTick(BarRect(), nTick, DrawnTicks(), Px())};
 }
 
 // Right-aligned against the ticks. A font that makes a number wider than its cells does not bring
@@ -260,7 +266,8 @@ int32_t CLongBarMeter::ScaleBreadth() const
 
 POINT CLongBarMeter::BesideTick(uint32_t nTick, int32_t nFromSide) const
 {
-    return {HorizontalTick(BarRect(), nTick, DrawnTicks()), WrapSub(BarRect().bottom, nFromSide)};
+    return {HorizontalTick(BarRect(), nTick, DrawnTicks(), Px()),
+            WrapSub(BarRect().bottom, nFromSide)};
 }
 
 // Centred on the tick, above the lower side.

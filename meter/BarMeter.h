@@ -68,7 +68,7 @@ protected:
 
     // What every layer asks first.
     [[nodiscard]] bool HasBar() const;
-    [[nodiscard]] BarScale Scale() const { return {GetMin(), GetMax(), m_rcBar}; }
+    [[nodiscard]] BarScale Scale() const { return {GetMin(), GetMax(), m_rcBar, Px()}; }
     void PaintEmpty(HDC hdc, const BarPart& part) const;
     // All parts of the bar for a value that is on the scale.
     virtual int PaintParts(HDC hdc, const BarParts& parts);

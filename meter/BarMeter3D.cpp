@@ -36,9 +36,9 @@ int CBarBody::PaintBox(HDC hdc, int32_t nFrom, int32_t nTo) const
 {
     const BarBox box = MakeBarBox(m_column, nFrom, nTo);
     C3DBarFill front(m_column.Box(0, nFrom, box.nFront, nTo), m_meter.BarStyle(),
-                     m_meter.BackColor(), m_meter.BarColor());
+                     m_meter.BackColor(), m_meter.BarColor(), Px());
     const int nDrew = front.Draw(hdc, m_meter.Region());
-    const CFigureScope faces(hdc, 0, 0, m_meter.BarColor());
+    const CFigureScope faces(hdc, 0, 0, m_meter.BarColor(), Px());
     if (!faces.IsReady()) return nDrew;
     const POINT ptCorner = m_column.At(box.nFront, nTo);
     const POINT ptFarCorner = m_column.At(box.nBack, nTo + box.nToSlant);
@@ -58,10 +58,10 @@ int CBarBody::PaintCylinder(HDC hdc, int32_t nFrom, int32_t nTo) const
     const int32_t nAcross = m_column.Across();
     const int32_t nHalf = cylinder.nCap / 2;
     C3DBarFill body(m_column.Box(0, cylinder.nLow + nHalf, nAcross, cylinder.nHigh + nHalf),
-                    m_meter.BarStyle(), m_meter.BackColor(), m_meter.BarColor());
+                    m_meter.BarStyle(), m_meter.BackColor(), m_meter.BarColor(), Px());
     // Caps and body share one brush, so that a gradient runs through.
     C3DBarFill caps(m_column.Box(0, cylinder.nLow, nAcross, cylinder.nHigh + cylinder.nCap),
-                    m_meter.BarStyle(), m_meter.BackColor(), m_meter.BarColor());
+                    m_meter.BarStyle(), m_meter.BackColor(), m_meter.BarColor(), Px());
     caps.DrawCap(hdc, m_column.Box(0, cylinder.nLow, nAcross, cylinder.nLow + cylinder.nCap));
     body.Draw(hdc, m_meter.Region());
     return caps.DrawCap(hdc,
@@ -88,17 +88,17 @@ void CBarBody::OutlineBox(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const
     const int32_t nEnd = m_column.Along();
     const BarBox whole = MakeBarBox(m_column, 0, nEnd);
     {
-        const CPenScope pen(hdc, false, PS_SOLID, 1, m_meter.SecondScaleColor());
+        const CPixelPenScope pen(hdc, 1, m_meter.SecondScaleColor(), Px());
         const POINT side[] = {
             m_column.PixelAt(whole.nFront, nEnd), m_column.PixelAt(whole.nBack, nEnd),
             m_column.PixelAt(whole.nBack, whole.nFromSlant), m_column.PixelAt(whole.nFront, 0)};
-        ::Polyline(hdc, side, 4);
+        DrawPixelPolyline(hdc, side, 4, 1, Px());
     }
-    const CPenScope pen(hdc, false, PS_SOLID, 1, m_meter.ScaleColor());
+    const CPixelPenScope pen(hdc, 1, m_meter.ScaleColor(), Px());
     const POINT front[] = {m_column.PixelAt(0, 0), m_column.PixelAt(0, nEnd),
                            m_column.PixelAt(whole.nFront, nEnd), m_column.PixelAt(whole.nFront, 0),
                            m_column.PixelAt(0, 0)};
-    ::Polyline(hdc, front, 5);
+    DrawPixelPolyline(hdc, front, 5, 1, Px());
     if (!bBody) return;
     const BarBox box = MakeBarBox(m_column, nFrom, nTo);
     const POINT ptCorner = m_column.PixelAt(box.nFront, nTo);
@@ -106,17 +106,18 @@ void CBarBody::OutlineBox(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const
     const POINT top[] = {m_column.PixelAt(0, nTo),
                          m_column.PixelAt(box.nBack - box.nFront, nTo + box.nToSlant), ptFarCorner,
                          ptCorner, m_column.PixelAt(0, nTo)};
-    ::Polyline(hdc, top, 5);
+    DrawPixelPolyline(hdc, top, 5, 1, Px());
     const POINT side[] = {ptFarCorner, m_column.PixelAt(box.nBack, nFrom + box.nFromSlant),
                           m_column.PixelAt(box.nFront, nFrom), m_column.PixelAt(0, nFrom)};
-    ::Polyline(hdc, side, 4);
+    DrawPixelPolyline(hdc, side, 4, 1, Px());
 }
 
 void CBarBody::Ring(HDC hdc, const BarCylinder& cylinder, int32_t nLow) const
 {
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const RECT rc = m_column.Box(0, nLow, m_column.Across(), nLow + cylinder.nCap);
-    if (IsDrawableCurve(rc)) ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    const RECT box = StrokedBox(rc, 1, Px());
+    if (IsDrawableCurve(rc, Px())) ::Ellipse(hdc, box.left, box.top, box.right, box.bottom);
 }
 
 // The half of a cap's rim that faces the lower end: the upper half is behind the body.
@@ -130,8 +131,10 @@ void CBarBody::LowerArc(HDC hdc, const BarCylinder& cylinder, int32_t nLow) cons
     const bool bVertical = pt1.y == pt2.y;
     const POINT& ptFirst = bVertical ? pt1 : pt2;
     const POINT& ptLast = bVertical ? pt2 : pt1;
-    if (IsDrawableCurve(rc))
-        ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptFirst.x, ptFirst.y, ptLast.x, ptLast.y);
+    const RECT box = StrokedBox(rc, 1, Px());
+    if (IsDrawableCurve(rc, Px()))
+        ::Arc(hdc, box.left, box.top, box.right, box.bottom, ptFirst.x, ptFirst.y, ptLast.x,
+              ptLast.y);
 }
 
 void CBarBody::OutlineCylinder(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const
@@ -139,14 +142,14 @@ void CBarBody::OutlineCylinder(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) 
     const BarCylinder whole = MakeBarCylinder(m_column, 0, m_column.Along());
     const int32_t nHalf = whole.nCap / 2;
     {
-        const CPenScope pen(hdc, false, PS_SOLID, 1, m_meter.SecondScaleColor());
+        const CPixelPenScope pen(hdc, 1, m_meter.SecondScaleColor(), Px());
         Ring(hdc, whole, whole.nHigh);
     }
-    const CPenScope pen(hdc, false, PS_SOLID, 1, m_meter.ScaleColor());
+    const CPixelPenScope pen(hdc, 1, m_meter.ScaleColor(), Px());
     for (const int32_t nAcross : {0, m_column.Across()}) {
-        const CPositionScope position(hdc, m_column.PixelAt(nAcross, whole.nLow + nHalf));
-        const POINT ptEnd = m_column.PixelAt(nAcross, whole.nHigh + nHalf);
-        ::LineTo(hdc, ptEnd.x, ptEnd.y);
+        const POINT side[] = {m_column.PixelAt(nAcross, whole.nLow + nHalf),
+                              m_column.PixelAt(nAcross, whole.nHigh + nHalf)};
+        DrawPixelLines(hdc, side, 2, 1, Px());
     }
     LowerArc(hdc, whole, whole.nLow);
     if (!bBody) return;
@@ -163,8 +166,10 @@ int CBarBody::ReadOut(HDC hdc, float fValue) const
     FontCell cell{};
     m_meter.GetFontSize(m_column.Across() / FONT_HINT_PARTS, &cell);
     if (DrawReadOut(hdc, rc, szText, cell)) return 1;
-    for (const FontCell& smaller : g_smallerCells)
+    for (const FontCell& plain : g_smallerCells) {
+        const FontCell smaller = ScaledCell(plain, Px());
         if (smaller.nHeight < cell.nHeight && DrawReadOut(hdc, rc, szText, smaller)) return 1;
+    }
     return 0; // a number with digits cut off would be a wrong one
 }
 
@@ -172,7 +177,7 @@ int CBarBody::ReadOut(HDC hdc, float fValue) const
 // bold characters may be wider than their cell.
 int CBarBody::DrawReadOut(HDC hdc, const RECT& rc, const char* pszText, FontCell cell) const
 {
-    const CFont font(MakeMeterFont(cell, FW_BOLD));
+    const CFont font(MakeMeterFont(cell, FW_BOLD, Px()));
     SIZE size{};
     {
         const CSelectScope select(hdc, font.Get());
@@ -181,7 +186,8 @@ int CBarBody::DrawReadOut(HDC hdc, const RECT& rc, const char* pszText, FontCell
     }
     const int32_t nFree = WrapSub(HeightOf(rc), size.cy);
     if (size.cx > WidthOf(rc) || nFree < 0) return 0;
-    const int32_t nMargin = m_column.IsVertical() ? std::min(READ_OUT_MARGIN, nFree) : nFree / 2;
+    const int32_t nMargin =
+        m_column.IsVertical() ? std::min(Px()(READ_OUT_MARGIN), nFree) : nFree / 2;
     return DrawMeterText(hdc,
                          {rc.left + (WidthOf(rc) - size.cx) / 2, rc.bottom - size.cy - nMargin},
                          pszText, font.Get(), m_meter.LabelColor());
@@ -191,7 +197,8 @@ RECT CLongBarMeter3D::Column() const
 {
     RECT rc{};
     if (!Region() || ::GetRgnBox(Region(), &rc) == ERROR || ::IsRectEmpty(&rc)) return RECT{};
-    return {BarRect().left, rc.top, WrapSub(BarRect().right, 1), rc.bottom}; // as the values do
+    return {BarRect().left, rc.top, WrapSub(BarRect().right, Px()(1)),
+            rc.bottom}; // as the values do
 }
 
 RECT CLongBarMeter3D::ColumnIn(const RECT& rcFace) const

@@ -13,7 +13,7 @@ class CBarBody {
 public:
     // The body of a meter as the meter is now set.
     CBarBody(const CBarMeter& meter, bool bVertical) noexcept
-        : m_meter(meter), m_column(meter.Column(), bVertical)
+        : m_meter(meter), m_column(meter.Column(), bVertical, meter.Px())
     {
     }
 
@@ -32,6 +32,8 @@ private:
     void OutlineCylinder(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const;
     void Ring(HDC hdc, const BarCylinder& cylinder, int32_t nLow) const;
     void LowerArc(HDC hdc, const BarCylinder& cylinder, int32_t nLow) const;
+
+    [[nodiscard]] CPixelScale Px() const { return m_meter.Px(); }
 
     const CBarMeter& m_meter;
     CBarColumn m_column;

@@ -10,9 +10,10 @@
 // A blade with a short tail.
 class CAnglePin {
 public:
-    CAnglePin(int32_t nPenWidth, int32_t nInner, int32_t nTip, COLORREF clr,
-              COLORREF clrBack) noexcept
-        : m_nPenWidth(nPenWidth), m_nInner(nInner), m_nTip(nTip), m_clr(clr), m_clrBack(clrBack)
+    CAnglePin(int32_t nPenWidth, int32_t nInner, int32_t nTip, COLORREF clr, COLORREF clrBack,
+              CPixelScale px = {}) noexcept
+        : m_nPenWidth(nPenWidth), m_nInner(nInner), m_nTip(nTip), m_clr(clr), m_clrBack(clrBack),
+          m_px(px)
     {
     }
     virtual ~CAnglePin() = default;
@@ -27,6 +28,7 @@ private:
     int32_t m_nTip;
     COLORREF m_clr;
     COLORREF m_clrBack;
+    CPixelScale m_px;
 };
 
 class CCircleMeter final : public CArcMeter {

@@ -60,8 +60,8 @@ constexpr int32_t AtLeast(int32_t n, int32_t nLeast)
 // The marks of one dial.
 class CMarks {
 public:
-    CMarks(HDC hdc, POINT ptCentre, int32_t nRadius, COLORREF clr) noexcept
-        : m_hdc(hdc), m_ptCentre(ptCentre), m_nRadius(nRadius), m_clr(clr)
+    CMarks(HDC hdc, POINT ptCentre, int32_t nRadius, COLORREF clr, CPixelScale px) noexcept
+        : m_hdc(hdc), m_ptCentre(ptCentre), m_nRadius(nRadius), m_clr(clr), m_px(px)
     {
     }
 
@@ -77,52 +77,57 @@ public:
 private:
     [[nodiscard]] POINT At(int32_t nParts, float fAngle) const
     {
-        return PolarPoint(m_ptCentre, Thousandths(m_nRadius, nParts), fAngle);
+        return PolarPoint(m_ptCentre, Thousandths(m_nRadius, nParts), fAngle, m_px);
+    }
+
+    // As far to each side of a pixel.
+    [[nodiscard]] RECT Around(POINT pt, int32_t nX, int32_t nY) const
+    {
+        return {WrapSub(pt.x, nX), WrapSub(pt.y, nY), WrapAdd(pt.x, nX + m_px(1)),
+                WrapAdd(pt.y, nY + m_px(1))};
     }
 
     void DrawLine(const Mark& mark, float fAngle) const
     {
-        const int32_t nWidth = AtLeast(2 * Thousandths(m_nRadius, mark.nHalfWidth), 1);
-        CScaleLine(nWidth, m_clr)
+        CScaleLine::OfWidth(2 * Thousandths(m_nRadius, mark.nHalfWidth), m_clr, m_px)
             .Draw(m_hdc, At(mark.nMiddle + mark.nHalfLength, fAngle),
                   At(mark.nMiddle - mark.nHalfLength, fAngle));
     }
 
     void DrawDisc(const Mark& mark, float fAngle) const
     {
-        const CFigureScope figure(m_hdc, 1, m_clr, m_clr);
+        const CFigureScope figure(m_hdc, 1, m_clr, m_clr, m_px);
         if (!figure.IsReady()) return;
-        const int32_t nHalf = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), 1);
-        const RECT rc = SquareAround(At(mark.nMiddle, fAngle), nHalf);
-        ::Ellipse(m_hdc, rc.left, rc.top, WrapAdd(rc.right, 1), WrapAdd(rc.bottom, 1));
+        const int32_t nHalf = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), m_px(1));
+        const RECT rc = StrokedBox(Around(At(mark.nMiddle, fAngle), nHalf, nHalf), 1, m_px);
+        ::Ellipse(m_hdc, rc.left, rc.top, rc.right, rc.bottom);
     }
 
     void DrawBar(const Mark& mark, bool bUpright, float fAngle) const
     {
-        const CFigureScope figure(m_hdc, 1, m_clr, m_clr);
+        const CFigureScope figure(m_hdc, 1, m_clr, m_clr, m_px);
         if (!figure.IsReady()) return;
-        const int32_t nLong = AtLeast(Thousandths(m_nRadius, mark.nHalfLength), 1);
-        const int32_t nAcross = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), 1);
+        const int32_t nLong = AtLeast(Thousandths(m_nRadius, mark.nHalfLength), m_px(1));
+        const int32_t nAcross = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), m_px(1));
         const int32_t nX = bUpright ? nAcross : nLong;
         const int32_t nY = bUpright ? nLong : nAcross;
-        const POINT pt = At(mark.nMiddle, fAngle);
-        ::Rectangle(m_hdc, WrapSub(pt.x, nX), WrapSub(pt.y, nY), WrapAdd(pt.x, nX + 1),
-                    WrapAdd(pt.y, nY + 1));
+        DrawPixelRectangle(m_hdc, Around(At(mark.nMiddle, fAngle), nX, nY), 1, m_px);
     }
 
     HDC m_hdc;
     POINT m_ptCentre;
     int32_t m_nRadius;
     COLORREF m_clr;
+    CPixelScale m_px;
 };
 
 } // namespace
 
 int CClockScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, int32_t nAxisStyle) const
 {
-    if (!IsDrawableRadius(nRadius)) return 0;
+    if (!IsDrawableRadius(nRadius, m_px)) return 0;
     if (nAxisStyle < 0 || nAxisStyle >= STYLE_COUNT) nAxisStyle = 0;
-    const CMarks marks(hdc, ptCentre, nRadius, m_clr);
+    const CMarks marks(hdc, ptCentre, nRadius, m_clr, m_px);
     for (int32_t i = 0; i < MARKS; ++i) marks.Draw(i, MarkAt(g_styles[nAxisStyle], i));
     return 1;
 }
@@ -144,7 +149,7 @@ FontCell CellFor(const CMeter& meter, int32_t nRadius)
         return cell;
     }
     cell.nHeight = nRadius / HEIGHT_PARTS;
-    if (cell.nHeight < MIN_HEIGHT) cell.nHeight = MIN_HEIGHT;
+    cell.nHeight = AtLeast(cell.nHeight, meter.Px()(MIN_HEIGHT));
     cell.nWidth = WrapMulDiv(cell.nHeight, 9, 20);
     return cell;
 }
@@ -152,8 +157,8 @@ FontCell CellFor(const CMeter& meter, int32_t nRadius)
 } // namespace
 
 CClockMark::CClockMark(const CMeter& meter, int32_t nRadius, COLORREF clr) noexcept
-    : m_nRadius(nRadius), m_cell(CellFor(meter, nRadius)), m_hFont(MakeMeterFont(m_cell, FW_BOLD)),
-      m_clr(clr)
+    : m_nRadius(nRadius), m_px(meter.Px()), m_cell(CellFor(meter, nRadius)),
+      m_hFont(MakeMeterFont(m_cell, FW_BOLD, m_px)), m_clr(clr)
 {
 }
 
@@ -164,7 +169,7 @@ CClockMark::~CClockMark()
 
 int CClockMark::Draw(HDC hdc, POINT ptCentre) const
 {
-    if (!m_hFont || !IsDrawableRadius(m_nRadius)) return 0;
+    if (!m_hFont || !IsDrawableRadius(m_nRadius, m_px)) return 0;
     for (int32_t nHour = 1; nHour <= HOURS; ++nHour) DrawNumeral(hdc, ptCentre, nHour);
     return 1;
 }
@@ -174,7 +179,7 @@ void CClockMark::DrawNumeral(HDC hdc, POINT ptCentre, int32_t nHour) const
     char szText[12];
     std::snprintf(szText, sizeof szText, "%d", static_cast<int>(nHour));
     const POINT pt = PolarPoint(ptCentre, WrapMulDiv(m_nRadius, PLACE_PERCENT, 100),
-                                TOP + static_cast<float>(nHour) * DEGREES_AN_HOUR);
+                                TOP + static_cast<float>(nHour) * DEGREES_AN_HOUR, m_px);
     SIZE size{static_cast<LONG>(std::strlen(szText)) * m_cell.nWidth, m_cell.nHeight};
     {
         const CSelectScope font(hdc, m_hFont);
@@ -186,7 +191,7 @@ void CClockMark::DrawNumeral(HDC hdc, POINT ptCentre, int32_t nHour) const
 
 int CClockMeter::DrawScale(HDC hdc)
 {
-    return CClockScale(ScaleColor()).Draw(hdc, Centre(), Radius(), AxisStyle());
+    return CClockScale(ScaleColor(), Px()).Draw(hdc, Centre(), Radius(), AxisStyle());
 }
 
 int CClockMeter::DrawAxis(HDC)
@@ -203,12 +208,14 @@ int CClockMeter::DrawPin(HDC hdc, int32_t, uint32_t)
 {
     m_drawn = m_pClock ? *m_pClock : ClockTimes::Now();
     m_bDrawn = true;
-    return CClockPin(Radius(), PinColor(), FaceColor()).Draw(hdc, Centre(), PinStyle(), m_drawn);
+    return CClockPin(Radius(), PinColor(), FaceColor(), Px())
+        .Draw(hdc, Centre(), PinStyle(), m_drawn);
 }
 
 int CClockMeter::ErasePin(HDC hdc, int32_t, uint32_t nFlags)
 {
     if (nFlags & QEL_DRAW_FULL) return 1;
     if (!m_bDrawn) return 0;
-    return CClockPin(Radius(), PinColor(), FaceColor()).Erase(hdc, Centre(), PinStyle(), m_drawn);
+    return CClockPin(Radius(), PinColor(), FaceColor(), Px())
+        .Erase(hdc, Centre(), PinStyle(), m_drawn);
 }

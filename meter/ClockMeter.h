@@ -12,7 +12,7 @@
 // The sixty marks: rectangles, discs and lines in a ring at the rim.
 class CClockScale {
 public:
-    explicit CClockScale(COLORREF clr) noexcept : m_clr(clr) {}
+    explicit CClockScale(COLORREF clr, CPixelScale px = {}) noexcept : m_clr(clr), m_px(px) {}
     virtual ~CClockScale() = default;
     CClockScale(const CClockScale&) = delete;
     CClockScale& operator=(const CClockScale&) = delete;
@@ -25,6 +25,7 @@ public:
 
 private:
     COLORREF m_clr;
+    CPixelScale m_px;
 };
 
 // The numerals, each centred on its place inside of the ring of marks.
@@ -45,6 +46,7 @@ private:
     void DrawNumeral(HDC hdc, POINT ptCentre, int32_t nHour) const;
 
     int32_t m_nRadius;
+    CPixelScale m_px;
     FontCell m_cell{};
     HFONT m_hFont;
     COLORREF m_clr;

@@ -28,8 +28,9 @@ struct HandColors {
 // The hands of one clock around its centre.
 class CHands {
 public:
-    CHands(HDC hdc, POINT ptCentre, int32_t nStyle, const HandColors& colors) noexcept
-        : m_hdc(hdc), m_ptCentre(ptCentre), m_nStyle(nStyle), m_colors(colors)
+    CHands(HDC hdc, POINT ptCentre, int32_t nStyle, const HandColors& colors,
+           CPixelScale px) noexcept
+        : m_hdc(hdc), m_ptCentre(ptCentre), m_nStyle(nStyle), m_colors(colors), m_px(px)
     {
     }
 
@@ -51,8 +52,8 @@ public:
             const DegVector later = ClockVector({nRadius, nRadius}, fTurn + LEAF_TURN);
             const DegVector earlier = ClockVector({nRadius, nRadius}, fTurn - LEAF_TURN);
             const POINT leaf[] = {At(along, nTip), At(later, 20), m_ptCentre, At(earlier, 20)};
-            const CFigureScope figure(m_hdc, 3, m_colors.clrHand, m_colors.clrLeaf);
-            if (figure.IsReady()) ::Polygon(m_hdc, leaf, 4);
+            const CFigureScope figure(m_hdc, 3, m_colors.clrHand, m_colors.clrLeaf, m_px);
+            if (figure.IsReady()) Outlined(leaf, 3);
             break;
         }
         default:
@@ -70,35 +71,32 @@ public:
         case LEAF: {
             const POINT point[] = {At(along, 70), At(later, 30), At(earlier, 30)};
             {
-                const CFigureScope figure(m_hdc, 2, m_colors.clrHand, m_colors.clrHand);
-                if (figure.IsReady()) ::Polygon(m_hdc, point, 3);
+                const CFigureScope figure(m_hdc, 2, m_colors.clrHand, m_colors.clrHand, m_px);
+                if (figure.IsReady()) Outlined(point, 2);
             }
-            const CFigureScope hub(m_hdc, 1, m_colors.clrHub, m_colors.clrHub);
-            if (hub.IsReady()) Disc();
+            const CFigureScope hub(m_hdc, 1, m_colors.clrHub, m_colors.clrHub, m_px);
+            if (hub.IsReady()) Disc(1);
             break;
         }
         case BARE: {
-            const CFigureScope hub(m_hdc, 1, m_colors.clrHand, m_colors.clrHand);
-            if (hub.IsReady()) Disc();
+            const CFigureScope hub(m_hdc, 1, m_colors.clrHand, m_colors.clrHand, m_px);
+            if (hub.IsReady()) Disc(1);
             break;
         }
         default: {
             const COLORREF clrFill = m_nStyle == PLAIN ? m_colors.clrHand : m_colors.clrStripe;
-            const CFigureScope figure(m_hdc, 3, m_colors.clrHand, clrFill);
+            const CFigureScope figure(m_hdc, 3, m_colors.clrHand, clrFill, m_px);
             if (!figure.IsReady()) return;
             if (m_nStyle != CENTRED) {
                 const POINT weight[] = {m_ptCentre, At(later, -40), At(along, -40),
                                         At(earlier, -40)};
                 const int nPrevMode = ::SetPolyFillMode(m_hdc, ALTERNATE);
-                ::Polygon(m_hdc, weight, 4);
+                Outlined(weight, 3);
                 if (nPrevMode) ::SetPolyFillMode(m_hdc, nPrevMode);
             }
-            {
-                const CPositionScope position(m_hdc, m_ptCentre);
-                const POINT ptTip = At(along, 100);
-                ::LineTo(m_hdc, ptTip.x, ptTip.y);
-            }
-            Disc();
+            const POINT hand[] = {m_ptCentre, At(along, 100)};
+            DrawPixelLines(m_hdc, hand, 2, 3, m_px);
+            Disc(3);
             break;
         }
         }
@@ -114,14 +112,23 @@ private:
 
     void Line(int32_t nWidth, COLORREF clr, POINT pt1, POINT pt2) const
     {
-        const CPenScope pen(m_hdc, false, PS_SOLID, nWidth, clr);
-        const CPositionScope position(m_hdc, pt1);
-        ::LineTo(m_hdc, pt2.x, pt2.y);
+        const CPixelPenScope pen(m_hdc, nWidth, clr, m_px);
+        const POINT pts[] = {pt1, pt2};
+        DrawPixelLines(m_hdc, pts, 2, nWidth, m_px);
     }
 
-    void Disc() const
+    // A polygon that has an outline of so many pixels.
+    template <int COUNT>
+    void Outlined(const POINT (&points)[COUNT], int32_t nPixels) const
     {
-        const RECT rc = SquareAround(m_ptCentre, CENTRE_RADIUS);
+        POINT pts[COUNT];
+        for (int n = 0; n < COUNT; ++n) pts[n] = StrokedPoint(points[n], nPixels, m_px);
+        ::Polygon(m_hdc, pts, COUNT);
+    }
+
+    void Disc(int32_t nPixels) const
+    {
+        const RECT rc = StrokedBox(SquareAround(m_ptCentre, m_px(CENTRE_RADIUS)), nPixels, m_px);
         ::Ellipse(m_hdc, rc.left, rc.top, rc.right, rc.bottom);
     }
 
@@ -129,6 +136,7 @@ private:
     POINT m_ptCentre;
     int32_t m_nStyle;
     HandColors m_colors;
+    CPixelScale m_px;
 };
 
 void DrawHands(const CHands& hands, int32_t nRadius, const ClockTimes& times)
@@ -140,9 +148,9 @@ void DrawHands(const CHands& hands, int32_t nRadius, const ClockTimes& times)
     hands.DrawSecond(WrapMulDiv(nRadius, 9, 10), times.universal.wSecond / 60.0);
 }
 
-bool HasHands(int32_t nStyle, int32_t nRadius)
+bool HasHands(int32_t nStyle, int32_t nRadius, CPixelScale px)
 {
-    return nStyle >= 0 && nStyle < STYLE_COUNT && IsDrawableRadius(nRadius);
+    return nStyle >= 0 && nStyle < STYLE_COUNT && IsDrawableRadius(nRadius, px);
 }
 
 } // namespace
@@ -150,13 +158,15 @@ bool HasHands(int32_t nStyle, int32_t nRadius)
 int CClockPin::Draw(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
     const HandColors colors{m_clrHand, GREEN, WHITE, BLACK};
-    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colors}, m_nRadius, times);
+    if (HasHands(nStyle, m_nRadius, m_px))
+        DrawHands({hdc, ptCentre, nStyle, colors, m_px}, m_nRadius, times);
     return 1;
 }
 
 int CClockPin::Erase(HDC hdc, POINT ptCentre, int32_t nStyle, const ClockTimes& times) const
 {
     const HandColors colors{m_clrFace, m_clrFace, m_clrFace, m_clrFace};
-    if (HasHands(nStyle, m_nRadius)) DrawHands({hdc, ptCentre, nStyle, colors}, m_nRadius, times);
+    if (HasHands(nStyle, m_nRadius, m_px))
+        DrawHands({hdc, ptCentre, nStyle, colors, m_px}, m_nRadius, times);
     return 1;
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/ClockTimes.h"
+#include "base/PixelScale.h"
 
 #include <windows.h>
 
@@ -11,8 +12,8 @@
 
 class CClockPin {
 public:
-    CClockPin(int32_t nRadius, COLORREF clrHand, COLORREF clrFace) noexcept
-        : m_nRadius(nRadius), m_clrHand(clrHand), m_clrFace(clrFace)
+    CClockPin(int32_t nRadius, COLORREF clrHand, COLORREF clrFace, CPixelScale px = {}) noexcept
+        : m_nRadius(nRadius), m_clrHand(clrHand), m_clrFace(clrFace), m_px(px)
     {
     }
     virtual ~CClockPin() = default;
@@ -31,4 +32,5 @@ private:
     int32_t m_nRadius;
     COLORREF m_clrHand;
     COLORREF m_clrFace;
+    CPixelScale m_px;
 };

@@ -1,15 +1,16 @@
 #include "meter/DialComponents.h"
 
 #include "base/GdiScopes.h"
+#include "base/PixelPen.h"
 #include "meter/DialGeometry.h"
 
 #include <cstring>
 
 namespace {
 
-HPEN MakePen(int32_t nWidth, COLORREF clr)
+HPEN MakePen(int32_t nPixels, int32_t nWidth, COLORREF clr)
 {
-    return nWidth ? ::CreatePen(PS_SOLID, nWidth, clr) : nullptr;
+    return nWidth ? MakePixelPen(PS_SOLID, nPixels, nWidth, clr) : nullptr;
 }
 
 void Delete(HGDIOBJ hObject)
@@ -19,7 +20,17 @@ void Delete(HGDIOBJ hObject)
 
 } // namespace
 
-CScaleLine::CScaleLine(int32_t nWidth, COLORREF clr) noexcept : m_hPen(MakePen(nWidth, clr)) {}
+CScaleLine::CScaleLine(int32_t nPixels, int32_t nWidth, COLORREF clr, CPixelScale px) noexcept
+    : m_nPixels(nPixels), m_px(px), m_hPen(MakePen(nPixels, nWidth, clr))
+{
+}
+
+CScaleLine CScaleLine::OfWidth(int32_t nWidth, COLORREF clr, CPixelScale px) noexcept
+{
+    if (nWidth < px(1)) nWidth = px(1);
+    const int32_t nPixels = px.Unscaled(nWidth);
+    return {nPixels > 1 ? nPixels : 1, nWidth, clr, px};
+}
 
 CScaleLine::~CScaleLine()
 {
@@ -30,12 +41,15 @@ int CScaleLine::Draw(HDC hdc, POINT pt1, POINT pt2) const
 {
     if (!m_hPen) return 0;
     const CSelectScope pen(hdc, m_hPen);
-    const CPositionScope position(hdc, pt1);
-    ::LineTo(hdc, pt2.x, pt2.y);
+    const POINT pts[] = {pt1, pt2};
+    DrawPixelLines(hdc, pts, 2, m_nPixels, m_px);
     return 1;
 }
 
-CArcAxis::CArcAxis(int32_t nWidth, COLORREF clr) noexcept : m_hPen(MakePen(nWidth, clr)) {}
+CArcAxis::CArcAxis(int32_t nPixels, COLORREF clr, CPixelScale px) noexcept
+    : m_nPixels(nPixels), m_px(px), m_hPen(MakePen(nPixels, px(nPixels), clr))
+{
+}
 
 CArcAxis::~CArcAxis()
 {
@@ -44,26 +58,41 @@ CArcAxis::~CArcAxis()
 
 int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const
 {
-    return DrawDialArc(hdc, m_hPen, nRadius, ptCentre, fStart, fSweep);
+    return DrawDialArc(hdc, m_hPen, nRadius, ptCentre, fStart, fSweep, m_nPixels, m_px);
 }
+
+namespace {
+
+// GDI draws the far sides of a box one pixel before them.
+RECT StrokedSquare(POINT ptStroked, int32_t nRadius, CPixelScale px)
+{
+    const RECT rc = SquareAround(ptStroked, nRadius);
+    const int32_t nBefore = px(1) - 1;
+    return {rc.left, rc.top, WrapSub(rc.right, nBefore), WrapSub(rc.bottom, nBefore)};
+}
+
+} // namespace
 
 // GDI runs counter-clockwise from the first point to the second, so the end of the sweep comes
 // first.
-int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
+int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep,
+                int32_t nPixels, CPixelScale px)
 {
-    if (!hPen || !IsDrawableRadius(nRadius)) return 0;
-    const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep);
-    const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart);
+    if (!hPen || !IsDrawableRadius(nRadius, px)) return 0;
+    ptCentre = StrokedPoint(ptCentre, nPixels, px);
+    const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep, px);
+    const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart, px);
     if (fSweep < FULL_SWEEP && ptEnd.x == ptStart.x && ptEnd.y == ptStart.y) return 0;
     const CSelectScope pen(hdc, hPen);
-    const RECT rc = SquareAround(ptCentre, nRadius);
+    const RECT rc = StrokedSquare(ptCentre, nRadius, px);
     ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptEnd.x, ptEnd.y, ptStart.x, ptStart.y);
     return 1;
 }
 
-CScaleCentre::CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen,
-                           COLORREF clrFill) noexcept
-    : m_nRadius(nRadius), m_hPen(MakePen(nWidth, clrPen)),
+CScaleCentre::CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen, COLORREF clrFill,
+                           CPixelScale px) noexcept
+    : m_nRadius(px(nRadius)), m_nPixels(nWidth), m_px(px),
+      m_hPen(MakePen(nWidth, px(nWidth), clrPen)),
       m_hBrush(nRadius ? ::CreateSolidBrush(clrFill) : nullptr)
 {
 }
@@ -79,13 +108,14 @@ int CScaleCentre::Draw(HDC hdc, POINT ptCentre) const
     if (m_nRadius <= 0 || !m_hBrush) return 0;
     const CSelectScope pen(hdc, m_hPen);
     const CSelectScope brush(hdc, m_hBrush);
-    const RECT rc = SquareAround(ptCentre, m_nRadius);
+    const RECT rc = StrokedBox(SquareAround(ptCentre, m_nRadius), m_nPixels, m_px);
     ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
     return 1;
 }
 
-CScaleMark::CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr) noexcept
-    : m_hFont(MakeMeterFont({nCharWidth, nCharHeight}, FW_DONTCARE)), m_clr(clr)
+CScaleMark::CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr,
+                       CPixelScale px) noexcept
+    : m_hFont(MakeMeterFont({nCharWidth, nCharHeight}, FW_DONTCARE, px)), m_clr(clr)
 {
 }
 

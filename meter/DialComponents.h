@@ -8,7 +8,12 @@
 // Straight lines: ticks, the axis of a bar, the needle of the plain dial.
 class CScaleLine {
 public:
-    CScaleLine(int32_t nWidth, COLORREF clr) noexcept;
+    CScaleLine(int32_t nPixels, COLORREF clr, CPixelScale px = {}) noexcept
+        : CScaleLine(nPixels, px(nPixels), clr, px)
+    {
+    }
+    // One of so many device units, and of a pixel at least.
+    static CScaleLine OfWidth(int32_t nWidth, COLORREF clr, CPixelScale px) noexcept;
     virtual ~CScaleLine();
     CScaleLine(const CScaleLine&) = delete;
     CScaleLine& operator=(const CScaleLine&) = delete;
@@ -16,13 +21,17 @@ public:
     int Draw(HDC hdc, POINT pt1, POINT pt2) const; // the current position is kept
 
 private:
+    CScaleLine(int32_t nPixels, int32_t nWidth, COLORREF clr, CPixelScale px) noexcept;
+
+    int32_t m_nPixels;
+    CPixelScale m_px;
     HPEN m_hPen;
 };
 
 // Arcs around the centre of a dial.
 class CArcAxis {
 public:
-    CArcAxis(int32_t nWidth, COLORREF clr) noexcept;
+    CArcAxis(int32_t nPixels, COLORREF clr, CPixelScale px = {}) noexcept;
     virtual ~CArcAxis();
     CArcAxis(const CArcAxis&) = delete;
     CArcAxis& operator=(const CArcAxis&) = delete;
@@ -32,17 +41,23 @@ public:
     int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const;
 
 private:
+    int32_t m_nPixels;
+    CPixelScale m_px;
     HPEN m_hPen;
 };
 
 // The arc that the classes with a pen of their own draw; 0 without a pen, for a radius of 0, and
 // for an arc too short to have two ends, which GDI would draw as a whole ring.
-int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep);
+// nPixels: how wide the pen is.
+int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStart, float fSweep,
+                int32_t nPixels = 1, CPixelScale px = {});
 
 // The disc in the middle of a plain dial.
 class CScaleCentre {
 public:
-    CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen, COLORREF clrFill) noexcept;
+    // Both in pixels.
+    CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen, COLORREF clrFill,
+                 CPixelScale px = {}) noexcept;
     virtual ~CScaleCentre();
     CScaleCentre(const CScaleCentre&) = delete;
     CScaleCentre& operator=(const CScaleCentre&) = delete;
@@ -51,6 +66,8 @@ public:
 
 private:
     int32_t m_nRadius;
+    int32_t m_nPixels;
+    CPixelScale m_px;
     HPEN m_hPen;
     HBRUSH m_hBrush;
 };
@@ -58,7 +75,7 @@ private:
 // Labels in one font.
 class CScaleMark {
 public:
-    CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr) noexcept;
+    CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr, CPixelScale px = {}) noexcept;
     virtual ~CScaleMark();
     CScaleMark(const CScaleMark&) = delete;
     CScaleMark& operator=(const CScaleMark&) = delete;

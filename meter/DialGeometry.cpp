@@ -32,9 +32,9 @@ bool SameSide(int32_t a, int32_t b)
 
 } // namespace
 
-POINT PolarPoint(POINT ptCentre, int32_t nRadius, float fAngle)
+POINT PolarPoint(POINT ptCentre, int32_t nRadius, float fAngle, CPixelScale px)
 {
-    if (nRadius < 0 || nRadius > MAX_DIAL_RADIUS) nRadius = STRAY_RADIUS;
+    if (nRadius < 0 || nRadius > px(MAX_DIAL_RADIUS)) nRadius = px(STRAY_RADIUS);
     fAngle = WithinReach(fAngle);
     return {WrapSub(ptCentre.x, Trunc(nRadius * DegSin(fAngle))),
             WrapAdd(ptCentre.y, Trunc(nRadius * DegCos(fAngle)))};

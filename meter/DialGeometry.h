@@ -3,6 +3,7 @@
 // Angles are degrees from straight down, growing clockwise: 90 is left, 180 up, 270 right.
 #pragma once
 
+#include "base/PixelScale.h"
 #include "base/WrapMath.h"
 
 #include <windows.h>
@@ -14,49 +15,49 @@ constexpr int32_t MAX_DIAL_RADIUS = 3000;
 // The radii that the parts of a gauge or clock are drawn with. GDI is not asked for larger ones: it
 // would spend itself on pixels that nobody sees.
 constexpr int32_t MAX_DRAWN_RADIUS = 32767;
-constexpr bool IsDrawableRadius(int32_t n)
+constexpr bool IsDrawableRadius(int32_t n, CPixelScale px = {})
 {
-    return n > 0 && n <= MAX_DRAWN_RADIUS;
+    return n > 0 && n <= px(MAX_DRAWN_RADIUS);
 }
 
 // A radius after a step of subtraction: what is out of 0 to 3000 counts as 1.
-constexpr int32_t ClampRadius(int32_t n)
+constexpr int32_t ClampRadius(int32_t n, CPixelScale px = {})
 {
-    return static_cast<uint32_t>(n) <= static_cast<uint32_t>(MAX_DIAL_RADIUS) ? n : 1;
+    return static_cast<uint32_t>(n) <= static_cast<uint32_t>(px(MAX_DIAL_RADIUS)) ? n : px(1);
 }
 
-// The radii of the layers for a dial of radius r.
-constexpr int32_t RimRadius(int32_t r)
+// The radii of the layers for a dial of radius r, told for the plain scale.
+constexpr int32_t RimRadius(int32_t r, CPixelScale px = {})
 {
-    return ClampRadius(ClampRadius(WrapSub(r, 2)) - 12);
+    return ClampRadius(ClampRadius(WrapSub(r, px(2)), px) - px(12), px);
 }
-constexpr int32_t TickOuterRadius(int32_t r) // r - 14
+constexpr int32_t TickOuterRadius(int32_t r, CPixelScale px = {}) // r - 14
 {
-    return RimRadius(r);
+    return RimRadius(r, px);
 }
-constexpr int32_t AxisRadius(int32_t r) // r - 18, where the ticks begin
+constexpr int32_t AxisRadius(int32_t r, CPixelScale px = {}) // r - 18, where the ticks begin
 {
-    return ClampRadius(RimRadius(r) - 4);
+    return ClampRadius(RimRadius(r, px) - px(4), px);
 }
-constexpr int32_t LabelRadius(int32_t r) // r - 10
+constexpr int32_t LabelRadius(int32_t r, CPixelScale px = {}) // r - 10
 {
-    return ClampRadius(ClampRadius(WrapSub(r, 2)) - 8);
+    return ClampRadius(ClampRadius(WrapSub(r, px(2)), px) - px(8), px);
 }
-constexpr int32_t NeedleLength(int32_t r) // r - 21
+constexpr int32_t NeedleLength(int32_t r, CPixelScale px = {}) // r - 21
 {
-    return ClampRadius(RimRadius(r) - 7);
+    return ClampRadius(RimRadius(r, px) - px(7), px);
 }
-constexpr int32_t AlarmRadius(int32_t r) // r - 25
+constexpr int32_t AlarmRadius(int32_t r, CPixelScale px = {}) // r - 25
 {
-    return ClampRadius(ClampRadius(RimRadius(r) - 5) - 6);
+    return ClampRadius(ClampRadius(RimRadius(r, px) - px(5), px) - px(6), px);
 }
-constexpr int32_t PieRadius(int32_t r) // r - 19
+constexpr int32_t PieRadius(int32_t r, CPixelScale px = {}) // r - 19
 {
-    return ClampRadius(RimRadius(r) - 5);
+    return ClampRadius(RimRadius(r, px) - px(5), px);
 }
-constexpr int32_t BladeLength(int32_t r) // r - 17
+constexpr int32_t BladeLength(int32_t r, CPixelScale px = {}) // r - 17
 {
-    return ClampRadius(RimRadius(r) - 3);
+    return ClampRadius(RimRadius(r, px) - px(3), px);
 }
 
 // From so many degrees on, two ends on one point are a whole disc or ring. Of a smaller sweep they
@@ -64,7 +65,7 @@ constexpr int32_t BladeLength(int32_t r) // r - 17
 constexpr float FULL_SWEEP = 355.0F;
 
 // The point of a circle. A radius out of 0 to 3000 is replaced by 10.
-POINT PolarPoint(POINT ptCentre, int32_t nRadius, float fAngle);
+POINT PolarPoint(POINT ptCentre, int32_t nRadius, float fAngle, CPixelScale px = {});
 
 // The square around a circle.
 RECT SquareAround(POINT ptCentre, int32_t nRadius);

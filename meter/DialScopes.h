@@ -3,16 +3,19 @@
 #pragma once
 
 #include "base/GdiScopes.h"
+#include "base/PixelPen.h"
 
 #include <cstdint>
 
 class CFigureScope {
 public:
-    // A width of 0 draws without outline.
-    CFigureScope(HDC hdc, int32_t nPenWidth, COLORREF clrPen, COLORREF clrFill) noexcept
-        : m_hPen(nPenWidth ? ::CreatePen(PS_SOLID, nPenWidth, clrPen) : nullptr),
+    // The pen's width in pixels; 0 draws without outline.
+    CFigureScope(HDC hdc, int32_t nPenWidth, COLORREF clrPen, COLORREF clrFill,
+                 CPixelScale px = {}) noexcept
+        : m_hPen(nPenWidth ? MakePixelPen(PS_SOLID, nPenWidth, px(nPenWidth), clrPen) : nullptr),
           m_hBrush(::CreateSolidBrush(clrFill)), m_bReady(m_hBrush && (m_hPen || !nPenWidth)),
-          m_pen(hdc, PenToSelect(nPenWidth)), m_brush(hdc, m_bReady ? m_hBrush : nullptr)
+          m_pen(hdc, PenToSelect(nPenWidth)), m_brush(hdc, m_bReady ? m_hBrush : nullptr),
+          m_corners(hdc, m_bReady && nPenWidth == 1 && px(1) > 1)
     {
     }
     ~CFigureScope()
@@ -39,4 +42,5 @@ private:
     bool m_bReady;
     CSelectScope m_pen;
     CSelectScope m_brush;
+    CCornerScope m_corners;
 };

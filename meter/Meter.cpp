@@ -1,6 +1,7 @@
 #include "meter/Meter.h"
 
 #include "base/DrawLimits.h"
+#include "base/PixelPen.h"
 #include "base/Rects.h"
 #include "include/QELEngine.h"
 
@@ -150,16 +151,17 @@ int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
 {
     const uint32_t nCell = m_nFontSize - FIRST_CELL_CODE;
     if (m_nFontSize == 0)
-        *pCell = AutomaticCell(static_cast<uint32_t>(nHint));
+        *pCell = AutomaticCell(static_cast<uint32_t>(m_px.Unscaled(nHint)));
     else
         *pCell = nCell < sizeof g_cells / sizeof g_cells[0] ? g_cells[nCell] : SMALLEST_CELL;
+    *pCell = ScaledCell(*pCell, m_px);
     return 1;
 }
 
-HFONT MakeMeterFont(FontCell cell, int nWeight)
+HFONT MakeMeterFont(FontCell cell, int nWeight, CPixelScale px)
 {
-    if (!IsDrawableCell(cell.nWidth, cell.nHeight)) return nullptr;
+    if (!IsDrawableCell(cell.nWidth, cell.nHeight, px)) return nullptr;
     return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
-                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, TextQuality(px, DEFAULT_QUALITY),
                          DEFAULT_PITCH | FF_DONTCARE, nullptr);
 }

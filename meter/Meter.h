@@ -5,6 +5,7 @@
 #pragma once
 
 #include "base/ClockTimes.h"
+#include "base/PixelScale.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -55,6 +56,10 @@ public:
     // What a draw paints on at most, whatever the value. rcFace: what holds the shapes of the face,
     // empty for none.
     [[nodiscard]] virtual RECT PaintedRect(const RECT& rcFace) const;
+
+    // How large the pixels of its constants are; from the start on.
+    void SetPixelScale(CPixelScale px) { m_px = px; }
+    [[nodiscard]] CPixelScale Px() const { return m_px; }
 
     void SetMin(int32_t n) { m_nMin = n; }
     void SetMax(int32_t n) { m_nMax = n; }
@@ -177,8 +182,14 @@ private:
     int32_t m_nFrameOption = 0;
     int32_t m_bShowValue = 0;
     uint32_t m_nFontSize = 0;
+    CPixelScale m_px;
 };
+
+constexpr FontCell ScaledCell(FontCell cell, CPixelScale px)
+{
+    return {px(cell.nWidth), px(cell.nHeight)};
+}
 
 // A font for texts in a picture: the cell as given, character set 255, no face name. weight: 0 for
 // labels, FW_BOLD for read-outs. Null when there is none to be had.
-HFONT MakeMeterFont(FontCell cell, int nWeight);
+HFONT MakeMeterFont(FontCell cell, int nWeight, CPixelScale px = {});

@@ -15,8 +15,8 @@ constexpr float MIN_SWEEP = 0.99F;
 int CArcFill::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep)
 {
     if (fSweep > -MIN_SWEEP && fSweep < MIN_SWEEP) return 1;
-    const POINT pt1 = PolarPoint(ptCentre, nRadius, fStart + fSweep);
-    const POINT pt0 = PolarPoint(ptCentre, nRadius, fStart);
+    const POINT pt1 = PolarPoint(ptCentre, nRadius, fStart + fSweep, m_px);
+    const POINT pt0 = PolarPoint(ptCentre, nRadius, fStart, m_px);
     if (fSweep < FULL_SWEEP && IsDegenerateSector(ptCentre, pt1, pt0)) return 0;
 
     const RECT rc = SquareAround(ptCentre, nRadius);
@@ -38,12 +38,13 @@ constexpr int32_t STYLE_MAJORS_ALONE = 3;
 constexpr int32_t MAJOR_HALF_SIDE = 2; // squares of 5 and 3 pixels
 constexpr int32_t MINOR_HALF_SIDE = 1;
 
-int DrawSquare(HDC hdc, POINT pt, int32_t nHalf, COLORREF clr)
+int DrawSquare(HDC hdc, POINT pt, int32_t nHalf, COLORREF clr, CPixelScale px)
 {
-    const CFigureScope figure(hdc, 1, clr, clr);
+    const CFigureScope figure(hdc, 1, clr, clr, px);
     if (!figure.IsReady()) return 0;
-    const RECT rc = SquareAround(pt, nHalf);
-    ::Rectangle(hdc, rc.left, rc.top, WrapAdd(rc.right, 1), WrapAdd(rc.bottom, 1));
+    const RECT rc = SquareAround(pt, px(nHalf));
+    DrawPixelRectangle(hdc, {rc.left, rc.top, WrapAdd(rc.right, px(1)), WrapAdd(rc.bottom, px(1))},
+                       1, px);
     return 1;
 }
 
@@ -55,13 +56,13 @@ int CPieMeterScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle,
     const bool bMajor = m_kind == Kind::Major;
     if (!bMajor && nAxisStyle == STYLE_MAJORS_ALONE) return 0;
     if (nAxisStyle == STYLE_ALL_SQUARES || (bMajor && nAxisStyle != STYLE_ALL_LINES)) {
-        const int32_t nMiddle = (AxisRadius(nRadius) + TickOuterRadius(nRadius)) / 2;
-        return DrawSquare(hdc, PolarPoint(ptCentre, nMiddle, fAngle),
-                          bMajor ? MAJOR_HALF_SIDE : MINOR_HALF_SIDE, m_clr);
+        const int32_t nMiddle = (AxisRadius(nRadius, m_px) + TickOuterRadius(nRadius, m_px)) / 2;
+        return DrawSquare(hdc, PolarPoint(ptCentre, nMiddle, fAngle, m_px),
+                          bMajor ? MAJOR_HALF_SIDE : MINOR_HALF_SIDE, m_clr, m_px);
     }
-    return CScaleLine(bMajor ? 2 : 1, m_clr)
-        .Draw(hdc, PolarPoint(ptCentre, AxisRadius(nRadius), fAngle),
-              PolarPoint(ptCentre, TickOuterRadius(nRadius), fAngle));
+    return CScaleLine(bMajor ? 2 : 1, m_clr, m_px)
+        .Draw(hdc, PolarPoint(ptCentre, AxisRadius(nRadius, m_px), fAngle, m_px),
+              PolarPoint(ptCentre, TickOuterRadius(nRadius, m_px), fAngle, m_px));
 }
 
 namespace {
@@ -73,16 +74,16 @@ constexpr float ERASE_FROM = 0.1F; // degrees that the sector must have shrunk b
 // A smaller value takes the old sector away, from the start, before the new one is painted.
 int CPieMeter::FillTo(HDC hdc, double fValue, uint32_t nFlags) const
 {
-    const int32_t nRadius = PieRadius(Radius());
+    const int32_t nRadius = PieRadius(Radius(), Px());
     if (!HasScale() || nRadius == 0) return 0;
     const float fNew = AngleOf(fValue);
     const float fOld = AngleOf(GetShownValue());
     int nDrew = 0;
     if (!(nFlags & QEL_DRAW_FULL) && fOld - fNew >= ERASE_FROM)
-        nDrew = CArcFill(DRAFT_SOLID_TEXT, m_clrErase, m_clrErase)
+        nDrew = CArcFill(DRAFT_SOLID_TEXT, m_clrErase, m_clrErase, Px())
                     .Draw(hdc, nRadius, Centre(), StartAngle(), fOld - StartAngle());
     if (fValue == 0) return nDrew;
-    return CArcFill(m_nSectorStyle, m_clrErase, m_clrSector)
+    return CArcFill(m_nSectorStyle, m_clrErase, m_clrSector, Px())
         .Draw(hdc, nRadius, Centre(), StartAngle(), fNew - StartAngle());
 }
 
@@ -111,8 +112,8 @@ constexpr float CLOSED_SWEEP = 360.0F;
 int CPieUpgradeMeter::DrawScale(HDC hdc)
 {
     if (!HasScale()) return 0;
-    const CPieMeterScale major(CPieMeterScale::Kind::Major, ScaleColor());
-    const CPieMeterScale minor(CPieMeterScale::Kind::Minor, ScaleColor());
+    const CPieMeterScale major(CPieMeterScale::Kind::Major, ScaleColor(), Px());
+    const CPieMeterScale minor(CPieMeterScale::Kind::Minor, ScaleColor(), Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i)
         (IsMajor(i) ? major : minor).Draw(hdc, Centre(), Radius(), TickAngle(i), AxisStyle());
     return 1;
@@ -129,15 +130,15 @@ int CPieUpgradeMeter::DrawLabels(HDC hdc)
 // ground.
 int CPieUpgradeMeter::DrawFrame(HDC hdc)
 {
-    const int32_t nRadius = PieRadius(Radius());
+    const int32_t nRadius = PieRadius(Radius(), Px());
     if (!HasSpan() || nRadius == 0 || (!GetShowAxis() && !GetShowFill())) return 0;
     if (!GetShowFill())
-        CArcFill(DRAFT_SOLID_TEXT, EraseColor(), EraseColor())
+        CArcFill(DRAFT_SOLID_TEXT, EraseColor(), EraseColor(), Px())
             .Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
-    CArcAxis(1, ScaleColor()).Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
+    CArcAxis(1, ScaleColor(), Px()).Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
     if (Sweep() >= CLOSED_SWEEP) return 1; // a whole circle has no sides
-    const CScaleLine side(1, ScaleColor());
-    side.Draw(hdc, Centre(), PolarPoint(Centre(), nRadius, StartAngle()));
-    side.Draw(hdc, Centre(), PolarPoint(Centre(), nRadius, EndAngle()));
+    const CScaleLine side(1, ScaleColor(), Px());
+    side.Draw(hdc, Centre(), At(nRadius, StartAngle()));
+    side.Draw(hdc, Centre(), At(nRadius, EndAngle()));
     return 1;
 }

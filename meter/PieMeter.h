@@ -12,8 +12,8 @@
 // The sector: a hatch or gradient over a part of a disc.
 class CArcFill {
 public:
-    CArcFill(int32_t nStyle, COLORREF clrBack, COLORREF clrFore) noexcept
-        : m_draft(nStyle), m_clrBack(clrBack), m_clrFore(clrFore)
+    CArcFill(int32_t nStyle, COLORREF clrBack, COLORREF clrFore, CPixelScale px = {}) noexcept
+        : m_draft(nStyle, px), m_clrBack(clrBack), m_clrFore(clrFore), m_px(px)
     {
     }
     virtual ~CArcFill() = default;
@@ -28,6 +28,7 @@ private:
     CShownDraft m_draft;
     COLORREF m_clrBack;
     COLORREF m_clrFore;
+    CPixelScale m_px;
 };
 
 // The ticks of "pieUpgrade", in the ring between the sector and the numbers: lines, and upright
@@ -36,7 +37,10 @@ class CPieMeterScale {
 public:
     enum class Kind { Major, Minor };
 
-    CPieMeterScale(Kind kind, COLORREF clr) noexcept : m_kind(kind), m_clr(clr) {}
+    CPieMeterScale(Kind kind, COLORREF clr, CPixelScale px = {}) noexcept
+        : m_kind(kind), m_clr(clr), m_px(px)
+    {
+    }
     virtual ~CPieMeterScale() = default;
     CPieMeterScale(const CPieMeterScale&) = delete;
     CPieMeterScale& operator=(const CPieMeterScale&) = delete;
@@ -48,6 +52,7 @@ public:
 private:
     Kind m_kind;
     COLORREF m_clr;
+    CPixelScale m_px;
 };
 
 class CPieMeter : public CArcMeter {

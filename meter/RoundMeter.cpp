@@ -23,8 +23,8 @@ constexpr int32_t LAST_TWO_BAND_STYLE = 3;
 int CRoundMeter::DrawScale(HDC hdc)
 {
     if (!HasScale()) return 0;
-    const CRoundMeterScale major(CRoundMeterScale::MAJOR, ScaleColor());
-    const CRoundMeterScale minor(CRoundMeterScale::MINOR, ScaleColor());
+    const CRoundMeterScale major(CRoundMeterScale::MAJOR, ScaleColor(), Px());
+    const CRoundMeterScale minor(CRoundMeterScale::MINOR, ScaleColor(), Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i)
         (IsMajor(i) ? major : minor).Draw(hdc, Centre(), Radius(), TickAngle(i), AxisStyle());
     return 1;
@@ -34,9 +34,9 @@ int CRoundMeter::DrawAxis(HDC hdc)
 {
     if (!HasSpan()) return 0;
     const int32_t r = Radius();
-    const CRoundMeterArcAxis broad(r / 20, ScaleColor());
-    const CRoundMeterArcAxis outer(r / 30, ScaleColor());
-    const CRoundMeterArcAxis inner(r / 30, ScaleColor());
+    const CRoundMeterArcAxis broad(r / 20, ScaleColor(), Px());
+    const CRoundMeterArcAxis outer(r / 30, ScaleColor(), Px());
+    const CRoundMeterArcAxis inner(r / 30, ScaleColor(), Px());
     if (AxisStyle() < 0 || AxisStyle() > LAST_TWO_BAND_STYLE) return 1;
     if (AxisStyle() <= LAST_ONE_BAND_STYLE) {
         broad.Draw(hdc, r, Centre(), StartAngle(), Sweep());
@@ -56,20 +56,19 @@ int CRoundMeter::DrawLabels(HDC hdc)
         char szText[VALUE_TEXT_SIZE];
         FormatValue(szText, TickNumber(i));
         const auto fAngle = static_cast<float>(WholeAngle(TickAngle(i)));
-        mark.Draw(hdc, PolarPoint(Centre(), WrapMulDiv(Radius(), LABEL_PERCENT, 100), fAngle),
-                  szText);
+        mark.Draw(hdc, At(WrapMulDiv(Radius(), LABEL_PERCENT, 100), fAngle), szText);
     }
     return 1;
 }
 
 bool CRoundMeter::HasNeedle() const
 {
-    return HasScale() && IsDrawableRadius(Radius());
+    return HasScale() && IsDrawableRadius(Radius(), Px());
 }
 
 int CRoundMeter::PaintNeedle(HDC hdc, float fAngle, bool bErase) const
 {
-    return CRoundMeterPin(Radius(), bErase ? FaceColor() : PinColor(), FaceColor())
+    return CRoundMeterPin(Radius(), bErase ? FaceColor() : PinColor(), FaceColor(), Px())
         .Draw(hdc, Centre(), fAngle, PinStyle());
 }
 
@@ -79,12 +78,12 @@ int CRoundMeter::DrawAlarmZones(HDC hdc)
     const AlarmZones zones = GetAlarmZones();
     const int32_t nRadius = WrapMulDiv(Radius(), 95, 100);
     const int32_t nBand = WrapMulDiv(Radius(), 95, 1000);
-    CRoundMeterArcAxis(nBand, GREEN).Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
+    CRoundMeterArcAxis(nBand, GREEN, Px()).Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
     if (zones.fLow > StartAngle())
-        CRoundMeterArcAxis(nBand, zones.clrAtStart)
+        CRoundMeterArcAxis(nBand, zones.clrAtStart, Px())
             .Draw(hdc, nRadius, Centre(), StartAngle(), zones.fLow - StartAngle());
     if (zones.fHigh < EndAngle())
-        CRoundMeterArcAxis(nBand, zones.clrAtEnd)
+        CRoundMeterArcAxis(nBand, zones.clrAtEnd, Px())
             .Draw(hdc, nRadius, Centre(), zones.fHigh, EndAngle() - zones.fHigh);
     return 1;
 }
@@ -113,7 +112,7 @@ int CRoundMeter::DrawReadOut(HDC hdc, double fValue) const
     if (!HasTicks() || GetMax() == 0) return 0;
     FontCell cell{};
     GetFontSize(Radius() / READ_OUT_HINT_PARTS, &cell);
-    const CFont font(MakeMeterFont(cell, FW_BOLD));
+    const CFont font(MakeMeterFont(cell, FW_BOLD, Px()));
     char szText[VALUE_TEXT_SIZE];
     FormatReadOut(szText, fValue);
     const auto nLength = static_cast<int32_t>(std::strlen(szText));

@@ -37,15 +37,16 @@ constexpr int32_t Thousandths(int32_t nRadius, int32_t nParts)
 
 // The broad end stands on the band, square to the tick's direction; the point looks inwards.
 int DrawWedge(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle, const TickShape& shape,
-              COLORREF clr)
+              COLORREF clr, CPixelScale px)
 {
-    const CFigureScope figure(hdc, 1, clr, clr);
+    const CFigureScope figure(hdc, 1, clr, clr, px);
+    ptCentre = StrokedPoint(ptCentre, 1, px);
     if (!figure.IsReady()) return 0;
-    const POINT ptBase = PolarPoint(ptCentre, Thousandths(nRadius, shape.nOuter), fAngle);
+    const POINT ptBase = PolarPoint(ptCentre, Thousandths(nRadius, shape.nOuter), fAngle, px);
     const int32_t nHalf = Thousandths(nRadius, shape.nWidth);
-    const POINT wedge[] = {PolarPoint(ptBase, nHalf, fAngle + 90),
-                           PolarPoint(ptBase, nHalf, fAngle - 90),
-                           PolarPoint(ptCentre, Thousandths(nRadius, shape.nInner), fAngle)};
+    const POINT wedge[] = {PolarPoint(ptBase, nHalf, fAngle + 90, px),
+                           PolarPoint(ptBase, nHalf, fAngle - 90, px),
+                           PolarPoint(ptCentre, Thousandths(nRadius, shape.nInner), fAngle, px)};
     ::Polygon(hdc, wedge, 3);
     return 1;
 }
@@ -55,23 +56,23 @@ int DrawWedge(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle, const Tick
 int CRoundMeterScale::Draw(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle,
                            int32_t nAxisStyle) const
 {
-    if (!IsDrawableRadius(nRadius)) return 0;
+    if (!IsDrawableRadius(nRadius, m_px)) return 0;
     if (nAxisStyle < 0 || nAxisStyle >= TICK_STYLES) nAxisStyle = 0;
     const TickStyle& style = g_tickStyles[nAxisStyle];
     const TickShape& shape = m_nKind == MAJOR ? style.major : style.minor;
-    if (style.bWedge) return DrawWedge(hdc, ptCentre, nRadius, fAngle, shape, m_clr);
+    if (style.bWedge) return DrawWedge(hdc, ptCentre, nRadius, fAngle, shape, m_clr, m_px);
     const int32_t nWidth = Thousandths(nRadius, shape.nWidth);
-    return CScaleLine(nWidth > 1 ? nWidth : 1, m_clr)
-        .Draw(hdc, PolarPoint(ptCentre, Thousandths(nRadius, shape.nOuter), fAngle),
-              PolarPoint(ptCentre, Thousandths(nRadius, shape.nInner), fAngle));
+    return CScaleLine::OfWidth(nWidth, m_clr, m_px)
+        .Draw(hdc, PolarPoint(ptCentre, Thousandths(nRadius, shape.nOuter), fAngle, m_px),
+              PolarPoint(ptCentre, Thousandths(nRadius, shape.nInner), fAngle, m_px));
 }
 
 namespace {
 
 // A thin band is at least a line.
-HPEN MakeBandPen(int32_t nWidth, COLORREF clr)
+HPEN MakeBandPen(int32_t nWidth, COLORREF clr, CPixelScale px)
 {
-    if (nWidth <= 1) return ::CreatePen(PS_SOLID, 1, clr);
+    if (nWidth <= px(1)) return ::CreatePen(PS_SOLID, px(1), clr);
     const LOGBRUSH brush = {BS_SOLID, clr, 0};
     return ::ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_BEVEL,
                           static_cast<DWORD>(nWidth), &brush, 0, nullptr);
@@ -79,8 +80,9 @@ HPEN MakeBandPen(int32_t nWidth, COLORREF clr)
 
 } // namespace
 
-CRoundMeterArcAxis::CRoundMeterArcAxis(int32_t nBandWidth, COLORREF clr) noexcept
-    : m_hPen(MakeBandPen(nBandWidth, clr))
+CRoundMeterArcAxis::CRoundMeterArcAxis(int32_t nBandWidth, COLORREF clr, CPixelScale px) noexcept
+    : m_px(px), m_nPixels(px.Unscaled(nBandWidth) > 1 ? px.Unscaled(nBandWidth) : 1),
+      m_hPen(MakeBandPen(nBandWidth, clr, px))
 {
 }
 
@@ -92,7 +94,7 @@ CRoundMeterArcAxis::~CRoundMeterArcAxis()
 int CRoundMeterArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart,
                              float fSweep) const
 {
-    return DrawDialArc(hdc, m_hPen, nRadius, ptCentre, fStart, fSweep);
+    return DrawDialArc(hdc, m_hPen, nRadius, ptCentre, fStart, fSweep, m_nPixels, m_px);
 }
 
 namespace {
@@ -102,7 +104,7 @@ constexpr int32_t HINT_PARTS = 7; // of the radius
 } // namespace
 
 CRoundMeterMark::CRoundMeterMark(const CMeter& meter, int32_t nRadius, COLORREF clr) noexcept
-    : m_clr(clr)
+    : m_clr(clr), m_px(meter.Px())
 {
     meter.GetFontSize(nRadius / HINT_PARTS, &m_cell);
 }
@@ -111,7 +113,7 @@ int CRoundMeterMark::Draw(HDC hdc, POINT ptAnchor, const char* pszText) const
 {
     if (!pszText) return 0;
     const auto nLength = static_cast<int32_t>(std::strlen(pszText));
-    return CScaleMark(m_cell.nWidth, m_cell.nHeight, m_clr)
+    return CScaleMark(m_cell.nWidth, m_cell.nHeight, m_clr, m_px)
         .Draw(hdc, WrapSub(ptAnchor.x, (nLength * m_cell.nWidth) >> 1),
               WrapSub(ptAnchor.y, m_cell.nHeight >> 1), pszText);
 }
@@ -137,9 +139,9 @@ constexpr PinStyle g_pinStyles[ROUND_PIN_STYLES] = {
     {1, 15, 90, -90, 8, true},  {1, 3, -10, 10, 10, true},
 };
 
-void DrawHub(HDC hdc, POINT ptCentre, int32_t nHub)
+void DrawHub(HDC hdc, POINT ptCentre, int32_t nHub, int32_t nPenWidth, CPixelScale px)
 {
-    const RECT rc = SquareAround(ptCentre, nHub);
+    const RECT rc = StrokedBox(SquareAround(ptCentre, nHub), nPenWidth, px);
     ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
 }
 
@@ -147,28 +149,29 @@ void DrawHub(HDC hdc, POINT ptCentre, int32_t nHub)
 
 int CRoundMeterPin::Draw(HDC hdc, POINT ptCentre, float fAngle, int32_t nStyle) const
 {
-    if (nStyle < 0 || nStyle >= ROUND_PIN_STYLES || !IsDrawableRadius(m_nRadius)) return 0;
+    if (nStyle < 0 || nStyle >= ROUND_PIN_STYLES || !IsDrawableRadius(m_nRadius, m_px)) return 0;
     const PinStyle& style = g_pinStyles[nStyle];
     const int32_t nHub = m_nRadius / style.nHubPart;
     const int32_t nSide = m_nRadius / style.nSidePart;
-    const POINT ptTip = PolarPoint(ptCentre, WrapMulDiv(m_nRadius, TIP_PERCENT, 100), fAngle);
-    const POINT pt1 = PolarPoint(ptCentre, nSide, fAngle + style.fSideTurn1);
-    const POINT pt2 = PolarPoint(ptCentre, nSide, fAngle + style.fSideTurn2);
+    const POINT ptMiddle = StrokedPoint(ptCentre, style.nPenWidth, m_px);
+    const POINT ptTip = PolarPoint(ptMiddle, WrapMulDiv(m_nRadius, TIP_PERCENT, 100), fAngle, m_px);
+    const POINT pt1 = PolarPoint(ptMiddle, nSide, fAngle + style.fSideTurn1, m_px);
+    const POINT pt2 = PolarPoint(ptMiddle, nSide, fAngle + style.fSideTurn2, m_px);
     {
-        const CFigureScope figure(hdc, style.nPenWidth, m_clrNeedle, m_clrNeedle);
+        const CFigureScope figure(hdc, style.nPenWidth, m_clrNeedle, m_clrNeedle, m_px);
         if (!figure.IsReady()) return 0;
         if (nStyle == DART_STYLE) {
-            const POINT dart[] = {ptTip, pt1, ptCentre, pt2};
+            const POINT dart[] = {ptTip, pt1, ptMiddle, pt2};
             ::Polygon(hdc, dart, 4);
         } else {
             const POINT blade[] = {pt1, pt2, ptTip};
             ::Polygon(hdc, blade, 3);
         }
-        if (!style.bBlackHub) DrawHub(hdc, ptCentre, nHub);
+        if (!style.bBlackHub) DrawHub(hdc, ptCentre, nHub, style.nPenWidth, m_px);
     }
     if (style.bBlackHub) {
-        const CFigureScope hub(hdc, 1, BLACK, BLACK);
-        if (hub.IsReady()) DrawHub(hdc, ptCentre, nHub);
+        const CFigureScope hub(hdc, 1, BLACK, BLACK, m_px);
+        if (hub.IsReady()) DrawHub(hdc, ptCentre, nHub, 1, m_px);
     }
     return 1;
 }

@@ -13,7 +13,10 @@ public:
     static constexpr int32_t MAJOR = 1;
     static constexpr int32_t MINOR = 2;
 
-    CRoundMeterScale(int32_t nKind, COLORREF clr) noexcept : m_nKind(nKind), m_clr(clr) {}
+    CRoundMeterScale(int32_t nKind, COLORREF clr, CPixelScale px = {}) noexcept
+        : m_nKind(nKind), m_clr(clr), m_px(px)
+    {
+    }
     virtual ~CRoundMeterScale() = default;
     CRoundMeterScale(const CRoundMeterScale&) = delete;
     CRoundMeterScale& operator=(const CRoundMeterScale&) = delete;
@@ -25,13 +28,14 @@ public:
 private:
     int32_t m_nKind;
     COLORREF m_clr;
+    CPixelScale m_px;
 };
 
 // A band along the scale: the axis and the alarm zones.
 class CRoundMeterArcAxis {
 public:
     // The ends of the band are cut straight: a round end would lap over the next zone.
-    CRoundMeterArcAxis(int32_t nBandWidth, COLORREF clr) noexcept;
+    CRoundMeterArcAxis(int32_t nBandWidth, COLORREF clr, CPixelScale px = {}) noexcept;
     virtual ~CRoundMeterArcAxis();
     CRoundMeterArcAxis(const CRoundMeterArcAxis&) = delete;
     CRoundMeterArcAxis& operator=(const CRoundMeterArcAxis&) = delete;
@@ -41,6 +45,8 @@ public:
     int Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float fSweep) const;
 
 private:
+    CPixelScale m_px;
+    int32_t m_nPixels;
     HPEN m_hPen;
 };
 
@@ -58,6 +64,7 @@ public:
 private:
     FontCell m_cell{};
     COLORREF m_clr;
+    CPixelScale m_px;
 };
 
 // The needle, in five styles.
@@ -66,8 +73,9 @@ constexpr int32_t ROUND_PIN_STYLES = 5;
 class CRoundMeterPin {
 public:
     // The second colour is kept for those who derive from this; the needles do not use it.
-    CRoundMeterPin(int32_t nRadius, COLORREF clrNeedle, COLORREF clrSecond) noexcept
-        : m_nRadius(nRadius), m_clrNeedle(clrNeedle), m_clrSecond(clrSecond)
+    CRoundMeterPin(int32_t nRadius, COLORREF clrNeedle, COLORREF clrSecond,
+                   CPixelScale px = {}) noexcept
+        : m_nRadius(nRadius), m_clrNeedle(clrNeedle), m_clrSecond(clrSecond), m_px(px)
     {
     }
     virtual ~CRoundMeterPin() = default;
@@ -82,4 +90,5 @@ private:
     int32_t m_nRadius;
     COLORREF m_clrNeedle;
     COLORREF m_clrSecond;
+    CPixelScale m_px;
 };

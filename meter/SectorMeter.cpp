@@ -68,9 +68,8 @@ CSectorMeter::Sector CSectorMeter::SectorAt(uint32_t n, double fStart, double fT
     sector.fStart = fStart;
     sector.fShare = m_fShares[n];
     const int32_t nRadius = ChartRadius();
-    sector.ptStart = PolarPoint(Centre(), nRadius, static_cast<float>(fStart * TURN));
-    sector.ptEnd =
-        PolarPoint(Centre(), nRadius, static_cast<float>((fStart + sector.fShare) * TURN));
+    sector.ptStart = At(nRadius, static_cast<float>(fStart * TURN));
+    sector.ptEnd = At(nRadius, static_cast<float>((fStart + sector.fShare) * TURN));
     const bool bOnePoint = sector.ptStart.x == sector.ptEnd.x && sector.ptStart.y == sector.ptEnd.y;
     sector.bVisible = !bOnePoint || fTotal == 0 || 1 - sector.fShare <= WHOLE_DISC;
     return sector;
@@ -78,7 +77,7 @@ CSectorMeter::Sector CSectorMeter::SectorAt(uint32_t n, double fStart, double fT
 
 int CSectorMeter::Fill(HDC hdc, double fTotal) const
 {
-    if (!IsDrawableRadius(ChartRadius())) return 0;
+    if (!IsDrawableRadius(ChartRadius(), Px())) return 0;
     const RECT rc = SquareAround(Centre(), ChartRadius());
     double fStart = 0;
     for (uint32_t i = 0; i < m_nSectors; ++i) {
@@ -110,10 +109,11 @@ template <class Value>
 int CSectorMeter::PrintValues(HDC hdc, const Value (&values)[MAX_SECTORS])
 {
     const double fTotal = TakeShares(values);
-    if (!IsDrawableRadius(ChartRadius())) return 0; // no chart, so there is nothing to say of it
+    if (!IsDrawableRadius(ChartRadius(), Px()))
+        return 0; // no chart, so there is nothing to say of it
     FontCell cell{};
     GetFontSize(ChartRadius() / FONT_HINT_PARTS, &cell);
-    const CFont font(MakeMeterFont(cell, FW_BOLD));
+    const CFont font(MakeMeterFont(cell, FW_BOLD, Px()));
     int nDrew = 0;
     double fStart = 0;
     for (uint32_t i = 0; i < m_nSectors; ++i) {
@@ -123,7 +123,7 @@ int CSectorMeter::PrintValues(HDC hdc, const Value (&values)[MAX_SECTORS])
         char szText[VALUE_TEXT_SIZE];
         FormatValue(szText, static_cast<float>(values[i]));
         const auto fMiddle = static_cast<float>((sector.fStart + sector.fShare / 2) * TURN);
-        const POINT pt = PolarPoint(Centre(), WrapMulDiv(ChartRadius(), 2, 3), fMiddle);
+        const POINT pt = At(WrapMulDiv(ChartRadius(), 2, 3), fMiddle);
         const auto nLength = static_cast<int32_t>(std::strlen(szText));
         nDrew |= DrawMeterText(
             hdc, {WrapSub(pt.x, nLength * cell.nWidth / 2), WrapSub(pt.y, cell.nHeight / 2)},

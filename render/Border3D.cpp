@@ -3,6 +3,7 @@
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
 #include "base/Shown.h"
+#include "include/QELEngine.h"
 
 #include <algorithm>
 
@@ -113,6 +114,55 @@ private:
     HPEN m_hPen;
 };
 
+// The pixels from one place up to another that is left out, whichever way that is, each nPixel
+// units long.
+struct Run {
+    Run(int32_t nFrom, int32_t nTo, int32_t nPixel)
+        : nLow(nFrom <= nTo ? nFrom : WrapAdd(nTo, nPixel)),
+          nHigh(nFrom <= nTo ? nTo : WrapAdd(nFrom, nPixel))
+    {
+    }
+    int32_t nLow;
+    int32_t nHigh;
+};
+
+// One ring whose lines are nPixel units wide: what DrawCorner covers at the plain scale.
+void DrawWideRing(HDC hdc, const RECT& r, HBRUSH hLight, HBRUSH hDark, int32_t nPixel)
+{
+    const LONG nLastX = WrapSub(r.right, nPixel);
+    const LONG nLastY = WrapSub(r.bottom, nPixel);
+    const auto across = [&](LONG nFrom, LONG nTo, LONG nY, HBRUSH hBrush) {
+        const Run run(nFrom, nTo, nPixel);
+        const RECT rc{run.nLow, nY, run.nHigh, WrapAdd(nY, nPixel)};
+        ::FillRect(hdc, &rc, hBrush);
+    };
+    const auto down = [&](LONG nX, LONG nFrom, LONG nTo, HBRUSH hBrush) {
+        const Run run(nFrom, nTo, nPixel);
+        const RECT rc{nX, run.nLow, WrapAdd(nX, nPixel), run.nHigh};
+        ::FillRect(hdc, &rc, hBrush);
+    };
+    down(r.left, nLastY, r.top, hLight);
+    across(r.left, r.right, r.top, hLight);
+    down(nLastX, r.top, nLastY, hDark);
+    across(nLastX, WrapSub(r.left, nPixel), nLastY, hDark);
+}
+
+// The rings at another scale. Of one that comes to no unit there is nothing to be seen.
+void DrawWideRings(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, int32_t nWidth,
+                   CPixelScale px)
+{
+    const CBrush light(::CreateSolidBrush(clrLight));
+    const CBrush dark(::CreateSolidBrush(clrDark));
+    if (!light.Get() || !dark.Get()) return;
+    for (int32_t n = 0; n < nWidth; ++n) {
+        const int32_t nIn = n ? px(n) : 0;
+        const int32_t nPixel = px(n + 1) - nIn;
+        RECT r = rc;
+        ::InflateRect(&r, -nIn, -nIn);
+        if (nPixel > 0) DrawWideRing(hdc, r, light.Get(), dark.Get(), nPixel);
+    }
+}
+
 } // namespace
 
 int32_t BorderWidthOf(uint32_t nStyle)
@@ -128,11 +178,16 @@ RECT BorderBox(const RECT& rc, int32_t nWidth)
             std::max(rc.right, rc.left + nWidth), std::max(rc.bottom, rc.top + nWidth)};
 }
 
-int DrawBorder3D(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, const RECT& rcQel,
+int DrawBorder3D(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, const QelRect& rcQel,
                  int32_t nWidth)
 {
     RECT rcMeet{};
-    if (::IsRectEmpty(&rc) || !::IntersectRect(&rcMeet, &rc, &rcQel)) return 0;
+    const RECT rcWhole = rcQel.OnDevice();
+    if (::IsRectEmpty(&rc) || !::IntersectRect(&rcMeet, &rc, &rcWhole)) return 0;
+    if (!rcQel.px.IsPlain()) {
+        DrawWideRings(hdc, rc, clrLight, clrDark, nWidth, rcQel.px);
+        return 1;
+    }
     const CPen light(clrLight);
     const CPen dark(clrDark);
     POINT ptBefore{0, 0};
@@ -155,4 +210,13 @@ int DrawBorder3D(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, c
     ::MoveToEx(hdc, ptBefore.x, ptBefore.y, nullptr);
     if (hPrev) ::SelectObject(hdc, hPrev);
     return 1;
+}
+
+void DrawStyledBorder(HDC hdc, const RECT& rc, uint32_t nStyle, const QelRect& rcQel)
+{
+    const int32_t nWidth = BorderWidthOf(nStyle);
+    if (nStyle & QEL_STYLE_UP_BIT)
+        DrawBorder3D(hdc, rc, BORDER_LIGHT, BORDER_DARK, rcQel, nWidth);
+    else if (nStyle & QEL_STYLE_DOWN_BIT)
+        DrawBorder3D(hdc, rc, BORDER_DARK, BORDER_LIGHT, rcQel, nWidth);
 }

@@ -25,7 +25,7 @@ bool HasPlainFont(HDC hdc)
 bool CClippedDraw::HidesSomething()
 {
     if (!IsSurface(m_hdc) || ::GetClipBox(m_hdc, &m_rcClip) == ERROR) return false;
-    if (Covers(m_rcClip, m_rcQel) || !IsWithinReach(m_rcClip)) return false;
+    if (Covers(m_rcClip, m_rcQel.OnDevice()) || !IsWithinReach(m_rcClip)) return false;
     return HasPlainState(m_hdc) && HasPlainTexts(m_hdc) && HasPlainFont(m_hdc);
 }
 
@@ -71,8 +71,8 @@ void CClippedDraw::DrawShape(CQELViewShape* pShape)
 
 void CClippedDraw::DrawGroup(CQELViewGroup* pGroup)
 {
-    const PaintedBounds& bounds = pGroup->Bounds(m_rcQel, m_nFlags);
-    if (bounds.bKnown && IsHidden(bounds.rc))
+    const PaintedBounds& bounds = pGroup->Bounds(m_rcQel.InPicture(), m_nFlags);
+    if (bounds.bKnown && IsHidden(QelRect(bounds.rc, m_rcQel.px).OnDevice()))
         m_owed.Add(bounds.colors);
     else
         DrawChildren(pGroup);

@@ -9,7 +9,7 @@ class CQELViewGroup;
 
 class CClippedDraw {
 public:
-    CClippedDraw(HDC hdc, const RECT& rcQel, uint32_t nFlags) noexcept
+    CClippedDraw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) noexcept
         : m_hdc(hdc), m_rcQel(rcQel), m_nFlags(nFlags)
     {
     }
@@ -25,7 +25,7 @@ private:
     void DrawNow(CQELViewElm* pElm);
 
     HDC m_hdc;
-    RECT m_rcQel;
+    QelRect m_rcQel;
     uint32_t m_nFlags;
     RECT m_rcClip{0, 0, 0, 0};
     LeftColors m_owed; // of what was left out since the last real draw

@@ -3,6 +3,8 @@
 // they are asked for. Device units.
 #pragma once
 
+#include "base/QelRect.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -18,8 +20,8 @@ public:
     CDirtyArea(const CDirtyArea&) = delete;
     CDirtyArea& operator=(const CDirtyArea&) = delete;
 
-    void SetPlace(const RECT& rcQel) { m_rcQel = rcQel; } // the QEL rect
-    [[nodiscard]] const RECT& Place() const { return m_rcQel; }
+    void SetPlace(const QelRect& rcQel) { m_rcQel = rcQel; } // the QEL rect
+    [[nodiscard]] const QelRect& Place() const { return m_rcQel; }
 
     void AddAll(); // the QEL rect, and what the drawing paints beyond, when it is asked for
     void AddAllNow(const CQELViewElm* pRoot); // the same as it is now
@@ -47,7 +49,7 @@ private:
     int Grow();
     void ForgetTouched();
 
-    RECT m_rcQel{0, 0, 0, 0};
+    QelRect m_rcQel;
     bool m_bAll = true;
     bool m_bMissed = false;
     int m_nCount = 0;

@@ -3,6 +3,8 @@
 // rest.
 #pragma once
 
+#include "base/QelRect.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -69,7 +71,7 @@ public:
     virtual void ResetValues() {}
 
     // The rectangle inside of a draw region's border. 0 when there is none.
-    virtual int GetGraphRect(const RECT&, RECT*) const { return 0; }
+    virtual int GetGraphRect(const QelRect&, RECT*) const { return 0; }
 
 protected:
     ~CHostDriven() = default;

@@ -12,6 +12,7 @@ struct Axis {
     int32_t nRef;
     int32_t nDeviceLow;
     int32_t nDeviceHigh;
+    CPixelScale px; // of the distances that are kept
 
     [[nodiscard]] constexpr int32_t Length() const { return WrapSub(nHigh, nLow); }
     [[nodiscard]] constexpr int32_t Extent() const { return WrapSub(nDeviceHigh, nDeviceLow); }
@@ -19,11 +20,12 @@ struct Axis {
     {
         return Stretch(n, Extent(), nRef, nDeviceLow);
     }
+    [[nodiscard]] constexpr int32_t KeptLength() const { return px(Length()); }
     // An end at its distance in units from the near or the far border, one unit being one pixel.
-    [[nodiscard]] constexpr int32_t FromLow() const { return WrapAdd(nDeviceLow, nLow); }
+    [[nodiscard]] constexpr int32_t FromLow() const { return WrapAdd(nDeviceLow, px(nLow)); }
     [[nodiscard]] constexpr int32_t FromHigh() const
     {
-        return WrapSub(nDeviceHigh, WrapSub(nRef, nHigh));
+        return WrapSub(nDeviceHigh, px(WrapSub(nRef, nHigh)));
     }
 };
 
@@ -48,7 +50,7 @@ Span PlaceAlong(const Axis& axis, uint32_t nKeep)
     switch (nKeep & QEL_ALONG_MASK) {
     case QEL_ALONG_KEEP_LENGTH: {
         const int32_t nLow = axis.StretchEnd(axis.nLow);
-        return {nLow, WrapAdd(nLow, axis.Length())};
+        return {nLow, WrapAdd(nLow, axis.KeptLength())};
     }
     case QEL_ALONG_AS_QEL:
         return StretchBoth(axis);
@@ -68,7 +70,7 @@ Span PlaceAcross(const Axis& axis, bool bFar, const Axis& alongAxis, const Span&
         nLength = WrapMulDiv(WrapSub(along.nHigh, along.nLow), axis.Length(), alongAxis.Length());
         break;
     case QEL_AWAY_KEEP_LENGTH:
-        nLength = axis.Length();
+        nLength = axis.KeptLength();
         break;
     case QEL_AWAY_KEEP_BORDER:
         return kept;
@@ -80,7 +82,7 @@ Span PlaceAcross(const Axis& axis, bool bFar, const Axis& alongAxis, const Span&
     return {kept.nLow, WrapAdd(kept.nLow, nLength)};
 }
 
-void ClipTo(RECT* prc, const RECT& rcQel)
+void ClipTo(RECT* prc, const QelRect& rcQel)
 {
     if (prc->left >= prc->right || prc->top >= prc->bottom || prc->left >= rcQel.right ||
         prc->top >= rcQel.bottom || rcQel.left >= prc->right || rcQel.top >= prc->bottom) {
@@ -119,14 +121,15 @@ uint32_t AnchorOf(uint32_t nFlags)
     return QEL_KEEP_NONE;
 }
 
-int PlaceRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+int PlaceRect(const QelRect& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
               uint32_t nKeep)
 {
     ::SetRectEmpty(prcOut);
     if (::IsRectEmpty(&rcQel) || nRefW < 1 || nRefH < 1 || ::IsRectEmpty(&rcElem)) return 0;
 
-    const Axis across{rcElem.left, rcElem.right, nRefW, rcQel.left, rcQel.right};
-    const Axis down{rcElem.top, rcElem.bottom, nRefH, rcQel.top, rcQel.bottom};
+    const CPixelScale px(rcQel.px.Percent());
+    const Axis across{rcElem.left, rcElem.right, nRefW, rcQel.left, rcQel.right, px};
+    const Axis down{rcElem.top, rcElem.bottom, nRefH, rcQel.top, rcQel.bottom, px};
     const uint32_t nAnchor = AnchorOf(nKeep);
     Span x = StretchBoth(across);
     Span y = StretchBoth(down);
@@ -152,22 +155,24 @@ int PlaceRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcEle
     return 1;
 }
 
-int MapRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+int MapRect(const QelRect& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
             uint32_t nKeep)
 {
     if (!PlaceRect(rcQel, nRefW, nRefH, rcElem, prcOut, nKeep)) return 0;
     ClipTo(prcOut, rcQel);
+    *prcOut = QelRect(*prcOut, rcQel.px).OnDevice();
     return 1;
 }
 
-void ShiftPressed(RECT* prc, const RECT& rcQel)
+void ShiftPressed(RECT* prc, const QelRect& rcQel)
 {
-    prc->left = WrapAdd(prc->left, PRESSED_SHIFT);
-    prc->top = WrapAdd(prc->top, PRESSED_SHIFT);
-    const int32_t nRight = WrapAdd(prc->right, PRESSED_SHIFT);
-    const int32_t nBottom = WrapAdd(prc->bottom, PRESSED_SHIFT);
-    if (nRight <= rcQel.right) prc->right = nRight;
-    if (nBottom <= rcQel.bottom) prc->bottom = nBottom;
+    const int32_t nShift = rcQel.px(PRESSED_SHIFT);
+    prc->left = WrapAdd(prc->left, nShift);
+    prc->top = WrapAdd(prc->top, nShift);
+    const int32_t nRight = WrapAdd(prc->right, nShift);
+    const int32_t nBottom = WrapAdd(prc->bottom, nShift);
+    if (nRight <= rcQel.OnDevice().right) prc->right = nRight;
+    if (nBottom <= rcQel.OnDevice().bottom) prc->bottom = nBottom;
 }
 
 int32_t SlideInside(int32_t nLow, int32_t nHigh, int32_t nRef)

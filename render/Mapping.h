@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/Keywords.h"
+#include "base/QelRect.h"
 #include "base/Rects.h"
 #include "base/WrapMath.h"
 #include "include/QELEngine.h"
@@ -22,16 +23,16 @@ uint32_t AnchorOf(uint32_t nFlags);
 // keep modes in nKeep, and clips it to the QEL rect. Result: 0 with an empty rectangle when the QEL
 // rect, the reference size or rcElem is empty; else 1, also for what lies outside and comes out
 // empty.
-int MapRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+int MapRect(const QelRect& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
             uint32_t nKeep);
 
-// The same before it is clipped.
-int PlaceRect(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
+// The same before it is clipped, and without samples.
+int PlaceRect(const QelRect& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem, RECT* prcOut,
               uint32_t nKeep);
 
 // Moves a mapped rectangle for a pressed element: left and top always, right and bottom only where
 // they stay inside the QEL rect.
-void ShiftPressed(RECT* prc, const RECT& rcQel);
+void ShiftPressed(RECT* prc, const QelRect& rcQel);
 
 // One coordinate stretched: nPos * nExtent / nRef + nOrigin.
 constexpr int32_t Stretch(int32_t nPos, int32_t nExtent, int32_t nRef, int32_t nOrigin)

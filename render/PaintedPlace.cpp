@@ -21,7 +21,7 @@ DrawnAs HowDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)
     return pOutermost->Type() == QEL_TYPE_METER ? DrawnAs::Face : DrawnAs::Nothing;
 }
 
-bool AddFaces(const CQELViewElm* pTop, const RECT& rcQel, RECT* prcOut)
+bool AddFaces(const CQELViewElm* pTop, const QelRect& rcQel, RECT* prcOut)
 {
     CRectHull hull;
     for (const CQELViewElm* p = pTop; p; p = p->NextInTree(pTop)) {
@@ -51,7 +51,7 @@ bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot)
     return nHow == DrawnAs::Itself;
 }
 
-bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const RECT& rcQel,
+bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const QelRect& rcQel,
                      RECT* prcOut)
 {
     switch (HowDrawn(pView, pRoot)) {

@@ -19,7 +19,7 @@ bool IsShownNow(const CQELViewElm* pView);
 
 // What an element paints at most, wherever it stands in the drawing: of a group all that is in it,
 // of a meter its face as well. False, and nothing is written, for what no full draw paints.
-bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const RECT& rcQel,
+bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const QelRect& rcQel,
                      RECT* prcOut);
 // Whether a full draw would come to an element, were all of it shown.
 bool IsDrawn(const CQELViewElm* pView, const CQELViewElm* pRoot);

@@ -341,11 +341,16 @@ bool CQELView::WantsFullRedraw() const
     return false;
 }
 
-int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags)
+bool CQELView::DrawsFully(uint32_t nFlags) const
+{
+    return (nFlags & QEL_DRAW_FULL) || m_scales.First() || WantsFullRedraw();
+}
+
+int CQELView::Draw(CQELViewElm* pElm, HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!pElm) pElm = m_pRoot;
     if (!pElm) return 0;
-    if (pElm == m_pRoot && !(nFlags & QEL_DRAW_FULL) && !m_scales.First() && !WantsFullRedraw()) {
+    if (pElm == m_pRoot && !DrawsFully(nFlags)) {
         m_statuses.Draw(hdc, rcQel, nFlags);
         m_scales.Draw(hdc, rcQel, nFlags);
         m_meters.Draw(hdc, rcQel, nFlags);
@@ -392,7 +397,7 @@ void CQELView::SetClock(const ClockTimes& times)
         if (pNode->pElm->HostSide()->ShowsTime()) pNode->pElm->Touch();
 }
 
-int CQELView::GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const
+int CQELView::GetDrawGraphRect(const QelRect& rcQel, RECT* prcOut) const
 {
     return m_pDrawRgn ? m_pDrawRgn->GetGraphRect(rcQel, prcOut) : 0;
 }

@@ -64,7 +64,9 @@ public:
     [[nodiscard]] bool HasHostId(uint32_t nId) const; // any scale or meter
 
     // A null element means the root, in these.
-    int Draw(CQELViewElm* pElm, HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    int Draw(CQELViewElm* pElm, HDC hdc, const QelRect& rcQel, uint32_t nFlags);
+    // Whether a draw of the root with these flags paints all of it.
+    [[nodiscard]] bool DrawsFully(uint32_t nFlags) const;
     int SetBlink(CQELViewElm* pElm, int32_t nPhase);
     int Rotate(CQELViewElm* pElm, POINT ptCentre, int32_t nAngle);
     int MoveX(CQELViewElm* pElm, int32_t nDx);
@@ -73,7 +75,7 @@ public:
     // Lets the clocks of updates show a time; those whose second is another paint anew.
     void SetClock(const ClockTimes& times);
 
-    int GetDrawGraphRect(const RECT& rcQel, RECT* prcOut) const; // 0 without a draw region
+    int GetDrawGraphRect(const QelRect& rcQel, RECT* prcOut) const; // 0 without a draw region
     [[nodiscard]] CQELViewQEL* Root() const { return m_pRoot; }
     [[nodiscard]] CLiveLayer& Live() { return m_live; }
     [[nodiscard]] CDirtyArea& Dirty() { return m_dirty; }

@@ -63,10 +63,10 @@ bool CQELViewRect::HidesOutline() const
 }
 
 // The rings of a border that is wider than the rectangle pass each other and come out beyond it.
-int CQELViewRect::PaintMargin(int32_t* pnOut) const
+int CQELViewRect::PaintMargin(CPixelScale px, int32_t* pnOut) const
 {
-    if (!CQELViewBox::PaintMargin(pnOut)) return 0;
-    if (HidesOutline()) *pnOut += BorderWidthOf(Style());
+    if (!CQELViewBox::PaintMargin(px, pnOut)) return 0;
+    if (HidesOutline()) *pnOut += px(BorderWidthOf(Style()));
     return 1;
 }
 
@@ -76,20 +76,20 @@ RECT CQELViewRect::PaintedBox(const DeviceFigure& figure, bool bFace) const
 {
     const auto nStyle = static_cast<uint32_t>(m_style.nStyle);
     const bool bBorder = (nStyle & (QEL_STYLE_UP_BIT | QEL_STYLE_DOWN_BIT)) != 0;
-    const int32_t nPen = PaintReach(figure, bFace) - PAINT_SLACK;
+    const int32_t nPen = PaintReach(figure, bFace) - figure.px(PAINT_SLACK);
     CRectHull hull;
-    hull.Add(GrownRect(Hull(figure), nPen > 0 ? nPen + 1 : 0));
-    if (bBorder) hull.Add(BorderBox(figure.rcBox, BorderWidthOf(nStyle)));
+    hull.Add(GrownRect(Hull(figure), nPen > 0 ? nPen + figure.px(1) : 0));
+    if (bBorder) hull.Add(BorderBox(figure.rcBox, figure.px(BorderWidthOf(nStyle))));
     return hull.Rect();
 }
 
 // A border may stand out of a rectangle that is narrower than it.
-bool CQELViewRect::IsHit(const RECT& rcQel, POINT pt) const
+bool CQELViewRect::IsHit(const QelRect& rcQel, POINT pt) const
 {
     if (CQELViewBox::IsHit(rcQel, pt)) return true;
     RECT rc{};
     if (!HidesOutline() || !MapAnchored(rcQel, Box(), 0, &rc) || ::IsRectEmpty(&rc)) return false;
-    const RECT rcBorder = BorderBox(rc, BorderWidthOf(Style()));
+    const RECT rcBorder = BorderBox(rc, rcQel.px(BorderWidthOf(Style())));
     return ::PtInRect(&rcBorder, pt);
 }
 
@@ -101,15 +101,15 @@ double CQELViewRect::Roughness() const
 // The sides of a region that is narrower than what is taken off pass each other; see MakeRegion.
 int32_t CQELViewRect::RegionReach(const DeviceFigure& figure) const
 {
-    const int64_t nPen = (int64_t{m_style.nPenWidth} + 1) / 2;
-    const int64_t nBorder = BorderWidthOf(static_cast<uint32_t>(m_style.nStyle));
+    const int64_t nPen = figure.px(WrapAdd(m_style.nPenWidth, 1) / 2);
+    const int64_t nBorder = figure.px(BorderWidthOf(static_cast<uint32_t>(m_style.nStyle)));
     const int64_t nSide = std::min(WidthOf(figure.rcBox), HeightOf(figure.rcBox));
     const int64_t nBeyond = std::max({-nPen, std::max(nPen, nBorder) - nSide, int64_t{0}});
     return static_cast<int32_t>(std::min<int64_t>(nBeyond, INT32_MAX));
 }
 
 void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-                         const RECT& rcQel) const
+                         const QelRect& rcQel) const
 {
     const RECT& rc = figure.rcBox;
     if (m_style.nPenWidth == 0 && FillStyle() != QEL_STYLE_STROKE) {
@@ -117,44 +117,45 @@ void CQELViewRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
         if (!hBrush) hBrush = static_cast<HBRUSH>(::GetCurrentObject(hdc, OBJ_BRUSH));
         ::FillRect(hdc, &rc, hBrush);
     } else {
-        ::Rectangle(hdc, rc.left, rc.top, rc.right, rc.bottom);
+        const bool bInFrame = StrokedPixels() > 1 && m_style.nPenStyle == PS_INSIDEFRAME;
+        if (bInFrame)
+            ::Rectangle(hdc, rc.left, rc.top, rc.right, rc.bottom);
+        else
+            DrawPixelRectangle(hdc, rc, StrokedPixels(), figure.px);
     }
-    const int32_t nWidth = BorderWidthOf(Style());
-    if (Style() & QEL_STYLE_UP_BIT)
-        DrawBorder3D(hdc, rc, BORDER_LIGHT, BORDER_DARK, rcQel, nWidth);
-    else if (Style() & QEL_STYLE_DOWN_BIT)
-        DrawBorder3D(hdc, rc, BORDER_DARK, BORDER_LIGHT, rcQel, nWidth);
+    DrawStyledBorder(hdc, rc, Style(), rcQel);
 }
 
-HRGN CQELViewRect::MakeRegion(const RECT& rcQel) const
+HRGN CQELViewRect::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
     const int32_t nShrink =
         HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_style.nPenWidth, 1) / 2;
-    return ::CreateRectRgn(WrapAdd(rc.left, nShrink), WrapAdd(rc.top, nShrink),
-                           WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink));
+    const int32_t nTaken = rcQel.px(nShrink);
+    return ::CreateRectRgn(WrapAdd(rc.left, nTaken), WrapAdd(rc.top, nTaken),
+                           WrapSub(rc.right, nTaken), WrapSub(rc.bottom, nTaken));
 }
 
-SIZE CQELViewRoundRect::Corner() const
+SIZE CQELViewRoundRect::Corner(CPixelScale px) const
 {
     const RECT rc = Box();
     if (::IsRectEmpty(&rc)) return {0, 0};
-    return {Words()[4], Words()[5]};
+    return {px(Words()[4]), px(Words()[5])};
 }
 
-void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const RECT& rc = figure.rcBox;
-    const SIZE corner = Corner();
+    const RECT rc = DrawnBox(figure);
+    const SIZE corner = Corner(figure.px);
     ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
 }
 
 // A corner that is larger than the box is half of it.
 void CQELViewRoundRect::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
-    const RECT rc = NormalizedRect(figure.rcBox);
-    const SIZE corner = Corner();
+    const RECT rc = NormalizedRect(DrawnBox(figure));
+    const SIZE corner = Corner(figure.px);
     const double fX = std::min(std::abs(static_cast<double>(corner.cx)), WidthOf(rc) - 1.0) / 2;
     const double fY = std::min(std::abs(static_cast<double>(corner.cy)), HeightOf(rc) - 1.0) / 2;
     const double fLeft = rc.left;
@@ -171,28 +172,30 @@ void CQELViewRoundRect::Trace(const DeviceFigure& figure, COutlineProbe* pProbe)
     pProbe->Arc({fRight - fX, fBottom - fY, fX, fY}, 3 * PI / 2, 2 * PI);
 }
 
-HRGN CQELViewRoundRect::MakeRegion(const RECT& rcQel) const
+HRGN CQELViewRoundRect::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
-    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
-    const SIZE corner = Corner();
+    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
+    const SIZE corner = Corner(rcQel.px);
+    rc = ShortBox(rc, rcQel.px);
     return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
 }
 
-void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const RECT& rc = figure.rcBox;
+    const RECT rc = DrawnBox(figure);
     ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
 }
 
 void CQELViewEllipse::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
-    pProbe->Arc(EllipseIn(figure.rcBox), 0, 2 * PI);
+    pProbe->Arc(EllipseIn(DrawnBox(figure)), 0, 2 * PI);
 }
 
-HRGN CQELViewEllipse::MakeRegion(const RECT& rcQel) const
+HRGN CQELViewEllipse::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
-    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
+    if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
+    rc = ShortBox(rc, rcQel.px);
     return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

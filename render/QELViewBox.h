@@ -33,13 +33,13 @@ class CQELViewRect final : public CQELViewLeaf<CQELViewRect, CQELViewBox, QEL_TY
 public:
     using CQELViewLeaf::CQELViewLeaf;
 
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
-    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] HRGN MakeRegion(const QelRect& rcQel) const override;
+    [[nodiscard]] bool IsHit(const QelRect& rcQel, POINT pt) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
-    int PaintMargin(int32_t* pnOut) const override;
+               const QelRect& rcQel) const override;
+    int PaintMargin(CPixelScale px, int32_t* pnOut) const override;
     [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
     [[nodiscard]] int32_t RegionReach(const DeviceFigure& figure) const override;
     [[nodiscard]] double Roughness() const override;
@@ -53,28 +53,29 @@ class CQELViewRoundRect final
 public:
     using CQELViewLeaf::CQELViewLeaf;
 
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeRegion(const QelRect& rcQel) const override;
 
 protected:
     [[nodiscard]] bool IsCurved() const override { return true; }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
+               const QelRect& rcQel) const override;
 
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
 
 private:
-    [[nodiscard]] SIZE Corner() const; // of the corner ellipse; 0 for an empty rectangle
+    [[nodiscard]] SIZE
+    Corner(CPixelScale px) const; // of the corner ellipse; 0 for an empty rectangle
 };
 
 class CQELViewEllipse final : public CQELViewLeaf<CQELViewEllipse, CQELViewBox, QEL_TYPE_ELLIPSE> {
 public:
     using CQELViewLeaf::CQELViewLeaf;
 
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeRegion(const QelRect& rcQel) const override;
 
 protected:
     [[nodiscard]] bool IsCurved() const override { return true; }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
+               const QelRect& rcQel) const override;
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
 };

@@ -36,7 +36,7 @@ RECT CQELViewCircle::GeometryBounds(const int32_t* pnWords) const
 }
 
 // The pressed shift moves the box, before the square is taken from it.
-int CQELViewCircle::MapSquare(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
+int CQELViewCircle::MapSquare(const QelRect& rcQel, uint32_t nFlags, RECT* prcOut) const
 {
     RECT rc{};
     const int nResult = MapAnchored(rcQel, Box(), nFlags, &rc);
@@ -47,21 +47,21 @@ int CQELViewCircle::MapSquare(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) 
     return nResult;
 }
 
-int CQELViewCircle::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+int CQELViewCircle::MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     MapSquare(rcQel, nFlags, &pOut->rcBox);
     return 1;
 }
 
-void CQELViewCircle::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+void CQELViewCircle::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const RECT& rc = figure.rcBox;
+    const RECT rc = DrawnBox(figure);
     ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
 }
 
 void CQELViewCircle::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
-    pProbe->Arc(EllipseIn(figure.rcBox), 0, WHOLE_TURN);
+    pProbe->Arc(EllipseIn(DrawnBox(figure)), 0, WHOLE_TURN);
 }
 
 int CQELViewCircle::Rotate(POINT ptCentre, int32_t nAngle)
@@ -89,9 +89,10 @@ int CQELViewCircle::MoveY(int32_t nDy)
     return 1;
 }
 
-HRGN CQELViewCircle::MakeRegion(const RECT& rcQel) const
+HRGN CQELViewCircle::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
-    if (!MapSquare(rcQel, 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
+    if (!MapSquare(rcQel, 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
+    rc = ShortBox(rc, rcQel.px);
     return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
 }

@@ -11,10 +11,10 @@ public:
     int Rotate(POINT ptCentre, int32_t nAngle) override;
     int MoveX(int32_t nDx) override;
     int MoveY(int32_t nDy) override;
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
+    [[nodiscard]] HRGN MakeRegion(const QelRect& rcQel) const override;
 
 protected:
-    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    int MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
     [[nodiscard]] bool IsCurved() const override { return true; }
     [[nodiscard]] bool IsBoxed() const override { return true; }
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
@@ -24,9 +24,9 @@ protected:
         return static_cast<uint32_t>(m_style.nFlags);
     }
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
+               const QelRect& rcQel) const override;
 
 private:
     [[nodiscard]] RECT Box() const; // around the circle, drawing units
-    int MapSquare(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
+    int MapSquare(const QelRect& rcQel, uint32_t nFlags, RECT* prcOut) const;
 };

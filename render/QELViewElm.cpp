@@ -58,14 +58,14 @@ int CQELViewElm::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 }
 
 // What the children answer is ignored: one that cannot draw does not keep the others from it.
-int CQELViewElm::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewElm::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     for (CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext)
         pChild->Show(hdc, rcQel, nFlags);
     return 1;
 }
 
-int CQELViewElm::ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewElm::ShowLive(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     const LiveState* pState = FindLive();
     if (!pState) return Draw(hdc, rcQel, nFlags);
@@ -76,12 +76,14 @@ int CQELViewElm::ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags)
 }
 
 // Over all that it may paint, so that the mark does not move with the value.
-void CQELViewElm::MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const
+void CQELViewElm::MarkQuality(HDC hdc, const QelRect& rcQel, const LiveState& state) const
 {
     RECT rcPainted{};
     RECT rc{};
     if (state.ShownQuality() == QUALITY_GOOD || !PaintedRect(rcQel, &rcPainted)) return;
-    if (::IntersectRect(&rc, &rcPainted, &rcQel)) DrawQualityMark(hdc, rc, state.ShownQuality());
+    const RECT rcWhole = rcQel.OnDevice();
+    if (::IntersectRect(&rc, &rcPainted, &rcWhole))
+        DrawQualityMark(hdc, rc, state.ShownQuality(), rcQel.px);
 }
 
 LiveState* CQELViewElm::FindLive() const
@@ -148,7 +150,7 @@ bool CQELViewElm::FindMark() const
     return pState && pState->ShownQuality() != QUALITY_GOOD;
 }
 
-bool CQELViewElm::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewElm::PaintedRect(const QelRect& rcQel, RECT* prcOut) const
 {
     CRectHull hull;
     for (const CQELViewElm* pChild = m_pFirstChild; pChild; pChild = pChild->m_pNext) {
@@ -159,7 +161,7 @@ bool CQELViewElm::PaintedRect(const RECT& rcQel, RECT* prcOut) const
 }
 
 // An element without a geometry of its own goes with the drawing.
-bool CQELViewElm::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+bool CQELViewElm::MapUnits(const QelRect& rcQel, UnitMap* pOut) const
 {
     return MakeUnitMap(rcQel, m_nRefW, m_nRefH, {}, 0, pOut);
 }

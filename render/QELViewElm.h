@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Pool.h"
+#include "base/QelRect.h"
 #include "base/TreeLinks.h"
 #include "document/ShapeForms.h"
 #include "include/QELEngine.h"
@@ -20,6 +21,9 @@ struct ViewListNode;
 
 // Beside the flags that hosts give: a draw that changes nothing of what their draws remember.
 constexpr uint32_t DRAW_UPDATE = 0x40000000;
+// A draw of a part, after which other parts of the same picture follow.
+constexpr uint32_t DRAW_MORE = 0x20000000;
+constexpr uint32_t DRAW_INTERNAL = DRAW_UPDATE | DRAW_MORE;
 
 class CQELViewElm : public CTreeLinks<CQELViewElm>, public CPooled<CQELViewElm> {
 public:
@@ -43,7 +47,7 @@ public:
 
     virtual int NewInstance(CQELViewElm** ppOut) const = 0;
     virtual int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut);
-    virtual int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    virtual int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags);
     virtual int Rotate(POINT ptCentre, int32_t nAngle);
     virtual int MoveX(int32_t nDx);
     virtual int MoveY(int32_t nDy);
@@ -60,21 +64,21 @@ public:
 
     // What a full draw of it paints on at most, in device units, pressed or not and whether it is
     // shown now or not; rather too much than too little. False, and nothing is written, for none.
-    virtual bool PaintedRect(const RECT& rcQel, RECT* prcOut) const;
+    virtual bool PaintedRect(const QelRect& rcQel, RECT* prcOut) const;
     // Whether a device point is on the element itself, without its children.
-    [[nodiscard]] virtual bool IsHit(const RECT&, POINT) const { return false; }
+    [[nodiscard]] virtual bool IsHit(const QelRect&, POINT) const { return false; }
     // Whether a draw of it draws its children, each by itself.
     [[nodiscard]] virtual bool DrawsChildren() const { return true; }
     // Whether the element lets itself and what is in it be seen now.
     [[nodiscard]] virtual bool IsShown() const { return true; }
     // How its geometry is mapped. False when it cannot be.
-    virtual bool MapUnits(const RECT& rcQel, UnitMap* pOut) const;
+    virtual bool MapUnits(const QelRect& rcQel, UnitMap* pOut) const;
 
     // Whether there was no memory for what an element of its class holds.
     [[nodiscard]] virtual bool LacksMemory() const { return false; }
 
     // Draws it as the host has it shown by its identifier: not while it is hidden.
-    int Show(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+    int Show(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
     {
         return m_bLive ? ShowLive(hdc, rcQel, nFlags) : Draw(hdc, rcQel, nFlags);
     }
@@ -146,12 +150,12 @@ protected:
 
 private:
     void TouchAnew();
-    int ShowLive(HDC hdc, const RECT& rcQel, uint32_t nFlags);
+    int ShowLive(HDC hdc, const QelRect& rcQel, uint32_t nFlags);
     [[nodiscard]] LiveState* FindLive() const;
     [[nodiscard]] CLiveLayer* LiveLayer() const;
     [[nodiscard]] bool FindHidden() const;
     [[nodiscard]] bool FindMark() const;
-    void MarkQuality(HDC hdc, const RECT& rcQel, const LiveState& state) const;
+    void MarkQuality(HDC hdc, const QelRect& rcQel, const LiveState& state) const;
 
     friend class CQELView; // keeps the lists of dynamic elements
 

@@ -32,7 +32,7 @@ int CQELViewGroup::SetAttrBlock(const void* pBlock)
     return pBlock ? 1 : 0;
 }
 
-const PaintedBounds& CQELViewGroup::Bounds(const RECT& rcQel, uint32_t nFlags)
+const PaintedBounds& CQELViewGroup::Bounds(const QelRect& rcQel, uint32_t nFlags)
 {
     const ChangeStamp changes = Changes();
     if (!changes.IsNone() && m_boundsChanges == changes && m_nBoundsFlags == nFlags &&
@@ -41,11 +41,11 @@ const PaintedBounds& CQELViewGroup::Bounds(const RECT& rcQel, uint32_t nFlags)
     m_boundsChanges = changes;
     m_nBoundsFlags = nFlags;
     m_rcBoundsQel = rcQel;
-    FindBounds();
+    FindBounds(rcQel);
     return m_bounds;
 }
 
-void CQELViewGroup::FindBounds()
+void CQELViewGroup::FindBounds(const QelRect& rcQel)
 {
     m_bounds = {{INT32_MAX, INT32_MAX, INT32_MIN, INT32_MIN}, {}, true};
     for (CQELViewElm* pElm = FirstChild(); pElm && m_bounds.bKnown; pElm = pElm->NextSibling())
@@ -54,16 +54,16 @@ void CQELViewGroup::FindBounds()
         else if (pElm->IsMarked())
             m_bounds.bKnown = false;
         else if (pElm->IsShape())
-            m_bounds.bKnown = AddShape(*static_cast<const CQELViewShape*>(pElm));
+            m_bounds.bKnown = AddShape(*static_cast<const CQELViewShape*>(pElm), rcQel);
         else
-            m_bounds.bKnown =
-                pElm->Type() == QEL_TYPE_GROUP && AddGroup(static_cast<CQELViewGroup*>(pElm));
+            m_bounds.bKnown = pElm->Type() == QEL_TYPE_GROUP &&
+                              AddGroup(static_cast<CQELViewGroup*>(pElm), rcQel);
 }
 
-bool CQELViewGroup::AddShape(const CQELViewShape& shape)
+bool CQELViewGroup::AddShape(const CQELViewShape& shape, const QelRect& rcQel)
 {
     RECT rc;
-    const Reach nReach = shape.PaintedArea(m_rcBoundsQel, m_nBoundsFlags, &rc);
+    const Reach nReach = shape.PaintedArea(rcQel, m_nBoundsFlags, &rc);
     if (nReach == Reach::Known) {
         AddArea(rc);
         shape.LeaveColors(&m_bounds.colors);
@@ -71,9 +71,9 @@ bool CQELViewGroup::AddShape(const CQELViewShape& shape)
     return nReach != Reach::Unknown;
 }
 
-bool CQELViewGroup::AddGroup(CQELViewGroup* pGroup)
+bool CQELViewGroup::AddGroup(CQELViewGroup* pGroup, const QelRect& rcQel)
 {
-    const PaintedBounds& inner = pGroup->Bounds(m_rcBoundsQel, m_nBoundsFlags);
+    const PaintedBounds& inner = pGroup->Bounds(rcQel, m_nBoundsFlags);
     AddArea(inner.rc);
     m_bounds.colors.Add(inner.colors);
     return inner.bKnown;

@@ -23,16 +23,16 @@ public:
 
     // Found anew only when anything has changed since the last time.
     void DropBounds() { m_boundsChanges = {}; }
-    const PaintedBounds& Bounds(const RECT& rcQel, uint32_t nFlags);
+    const PaintedBounds& Bounds(const QelRect& rcQel, uint32_t nFlags);
 
 private:
-    void FindBounds();
-    [[nodiscard]] bool AddShape(const CQELViewShape& shape);
-    [[nodiscard]] bool AddGroup(CQELViewGroup* pGroup);
+    void FindBounds(const QelRect& rcQel);
+    [[nodiscard]] bool AddShape(const CQELViewShape& shape, const QelRect& rcQel);
+    [[nodiscard]] bool AddGroup(CQELViewGroup* pGroup, const QelRect& rcQel);
     void AddArea(const RECT& rc);
 
     PaintedBounds m_bounds{};
-    RECT m_rcBoundsQel{0, 0, 0, 0}; // what they hold for
+    RECT m_rcBoundsQel{0, 0, 0, 0}; // what they hold for, at the scale that the stamp tells
     uint32_t m_nBoundsFlags = 0;
     ChangeStamp m_boundsChanges; // never
 };

@@ -100,7 +100,7 @@ void CQELViewList::SetKey(ViewListNode* pNode, uint32_t nKey)
     LinkInCell(pNode);
 }
 
-void CQELViewList::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) const
+void CQELViewList::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) const
 {
     for (const ViewListNode* pNode = m_pFirst; pNode; pNode = pNode->pNext)
         if (!pNode->pElm->IsHidden()) pNode->pElm->Show(hdc, rcQel, nFlags);

@@ -31,7 +31,7 @@ public:
     int Remove(ViewListNode** ppPlace); // 0 when it has none
     void SetKey(ViewListNode* pNode, uint32_t nKey);
     void Clear();
-    void Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) const; // each, in list order
+    void Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) const; // each, in list order
 
 private:
     struct Cell {

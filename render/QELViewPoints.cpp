@@ -14,12 +14,13 @@ bool HasPointCount(int32_t nCount)
     return nCount >= MIN_POINTS && nCount <= QEL_MAX_POINTS;
 }
 
-LONG StretchOne(int32_t nPos, int32_t nExtent, int32_t nRef, int32_t nLow, int32_t nHigh,
+LONG StretchOne(int32_t nPos, int32_t nRef, int32_t nLow, int32_t nHigh, CPixelScale px,
                 bool bPressed)
 {
-    const int32_t nAt = nRef ? Stretch(nPos, nExtent, nRef, nLow) : 0;
-    const int32_t nShifted = WrapAdd(nAt, PRESSED_SHIFT);
-    return bPressed && nShifted <= nHigh ? nShifted : nAt;
+    const int32_t nExtent = WrapSub(nHigh, nLow);
+    const int32_t nAt = nRef ? px.Sampled(Stretch(nPos, nExtent, nRef, nLow)) : 0;
+    const int32_t nShifted = WrapAdd(nAt, px(PRESSED_SHIFT));
+    return bPressed && nShifted <= px.Sampled(nHigh) ? nShifted : nAt;
 }
 
 void Widen(RECT* prc, int32_t nX, int32_t nY)
@@ -37,14 +38,15 @@ bool CQELViewPoints::HasPoints() const
     return HasPointCount(Words()[0]);
 }
 
-POINT CQELViewPoints::StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t nX, int32_t nY) const
+POINT CQELViewPoints::StretchPoint(const QelRect& rcQel, uint32_t nFlags, int32_t nX,
+                                   int32_t nY) const
 {
     const bool bPressed = IsPressed(nFlags);
-    return {StretchOne(nX, WidthOf(rcQel), RefW(), rcQel.left, rcQel.right, bPressed),
-            StretchOne(nY, HeightOf(rcQel), RefH(), rcQel.top, rcQel.bottom, bPressed)};
+    return {StretchOne(nX, RefW(), rcQel.left, rcQel.right, rcQel.px, bPressed),
+            StretchOne(nY, RefH(), rcQel.top, rcQel.bottom, rcQel.px, bPressed)};
 }
 
-int CQELViewPoints::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+int CQELViewPoints::MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     if (!HasPoints()) return 0;
     pOut->nPoints = Words()[0];
@@ -70,8 +72,10 @@ RECT CQELViewPoints::Hull(const DeviceFigure& figure) const
 
 void CQELViewPoints::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
-    for (int n = 1; n < figure.nPoints; ++n) pProbe->Line(figure.pts[n - 1], figure.pts[n]);
-    if (!IsOutlineOnly()) pProbe->Line(figure.pts[figure.nPoints - 1], figure.pts[0]);
+    for (int n = 1; n < figure.nPoints; ++n)
+        pProbe->Line(DrawnPoint(figure, n - 1), DrawnPoint(figure, n));
+    if (!IsOutlineOnly())
+        pProbe->Line(DrawnPoint(figure, figure.nPoints - 1), DrawnPoint(figure, 0));
 }
 
 int CQELViewPoints::Rotate(POINT ptCentre, int32_t nAngle)
@@ -130,7 +134,7 @@ RECT CQELViewPoints::GeometryBounds(const int32_t* pnWords) const
     return rc;
 }
 
-int CQELViewLine::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+int CQELViewLine::MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     pOut->nPoints = 2;
     pOut->pts[0] = StretchPoint(rcQel, nFlags, Words()[0], Words()[1]);
@@ -138,10 +142,9 @@ int CQELViewLine::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pO
     return 1;
 }
 
-void CQELViewLine::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+void CQELViewLine::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const CPositionScope position(hdc, figure.pts[0]);
-    ::LineTo(hdc, figure.pts[1].x, figure.pts[1].y);
+    DrawPixelLines(hdc, figure.pts, 2, StrokedPixels(), figure.px);
 }
 
 int CQELViewLine::Rotate(POINT ptCentre, int32_t nAngle)
@@ -172,10 +175,9 @@ int CQELViewLine::MoveY(int32_t nDy)
     return 1;
 }
 
-void CQELViewPolyline::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+void CQELViewPolyline::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const CPositionScope position(hdc, figure.pts[0]);
-    for (int n = 1; n < figure.nPoints; ++n) ::LineTo(hdc, figure.pts[n].x, figure.pts[n].y);
+    DrawPixelLines(hdc, figure.pts, figure.nPoints, StrokedPixels(), figure.px);
 }
 
 namespace {
@@ -186,23 +188,23 @@ constexpr int64_t MAX_ROWS = 131072; // and up to here its box is that of the wh
 
 } // namespace
 
-void CQELViewPolygon::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
+void CQELViewPolygon::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    ::Polygon(hdc, figure.pts, figure.nPoints);
+    DrawPixelPolygon(hdc, figure.pts, figure.nPoints, StrokedPixels(), figure.px);
 }
 
-HRGN CQELViewPolygon::MakeRegion(const RECT& rcQel) const
+HRGN CQELViewPolygon::MakeRegion(const QelRect& rcQel) const
 {
     DeviceFigure figure{};
-    if (!MapFigure(rcQel, 0, &figure)) return nullptr;
+    if (!MakeFigure(rcQel, 0, &figure)) return nullptr;
     return ::CreatePolygonRgn(figure.pts, figure.nPoints, ALTERNATE);
 }
 
 // The box of one that is higher than any region should be is that of its points.
-HRGN CQELViewPolygon::MakeShownRegion(const RECT& rcQel, const RECT& rcShown, bool* pbPart) const
+HRGN CQELViewPolygon::MakeShownRegion(const QelRect& rcQel, const RECT& rcShown, bool* pbPart) const
 {
     DeviceFigure figure{};
-    if (!MapFigure(rcQel, 0, &figure)) return nullptr;
+    if (!MakeFigure(rcQel, 0, &figure)) return nullptr;
     RECT rcWhole = Hull(figure);
     const int64_t nRows = int64_t{rcWhole.bottom} - rcWhole.top;
     if (nRows <= CHEAP_ROWS) return MakeRegion(rcQel);

@@ -18,7 +18,7 @@ public:
     int MoveY(int32_t nDy) override;
 
 protected:
-    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    int MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
 
     [[nodiscard]] RECT Hull(const DeviceFigure& figure) const override;
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
@@ -26,7 +26,7 @@ protected:
 
     // Stretches a point. A reference size of 0 puts the coordinate at 0; a pressed point moves
     // where it stays inside the QEL rect.
-    [[nodiscard]] POINT StretchPoint(const RECT& rcQel, uint32_t nFlags, int32_t nX,
+    [[nodiscard]] POINT StretchPoint(const QelRect& rcQel, uint32_t nFlags, int32_t nX,
                                      int32_t nY) const;
 
 private:
@@ -45,9 +45,9 @@ public:
     int MoveY(int32_t nDy) override;
 
 protected:
-    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    int MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
+               const QelRect& rcQel) const override;
     [[nodiscard]] RECT GeometryBounds(const int32_t* pnWords) const override
     {
         return BoxBounds(pnWords);
@@ -62,7 +62,7 @@ public:
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
+               const QelRect& rcQel) const override;
     [[nodiscard]] bool IsOutlineOnly() const override { return true; }
 };
 
@@ -71,11 +71,11 @@ class CQELViewPolygon final
 public:
     using CQELViewLeaf::CQELViewLeaf;
 
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override;
-    [[nodiscard]] HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+    [[nodiscard]] HRGN MakeRegion(const QelRect& rcQel) const override;
+    [[nodiscard]] HRGN MakeShownRegion(const QelRect& rcQel, const RECT& rcShown,
                                        bool* pbPart) const override;
 
 protected:
     void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-               const RECT& rcQel) const override;
+               const QelRect& rcQel) const override;
 };

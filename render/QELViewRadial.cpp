@@ -21,16 +21,16 @@ constexpr LONG STRIP = 16;             // pixels to both sides of where a figure
 
 } // namespace
 
-int CQELViewRadial::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+int CQELViewRadial::MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     const auto stretch = [&](int32_t nWord) -> LONG {
         const bool bAcross = nWord % 2 == 0;
         const int32_t nRef = bAcross ? RefW() : RefH();
         const int32_t nExtent = bAcross ? WidthOf(rcQel) : HeightOf(rcQel);
         const int32_t nOrigin = bAcross ? rcQel.left : rcQel.top;
-        if (nRef < 1 && CollapsesToEdge()) return nOrigin;
+        if (nRef < 1 && CollapsesToEdge()) return rcQel.px.Sampled(nOrigin);
         if (nRef < 1 && nWord < BOX_WORDS) return 0;
-        return Stretch(Words()[nWord], nExtent, nRef, nOrigin);
+        return rcQel.px.Sampled(Stretch(Words()[nWord], nExtent, nRef, nOrigin));
     };
     pOut->rcBox = {stretch(0), stretch(1), stretch(2), stretch(3)};
     pOut->pts[0] = {stretch(4), stretch(5)};
@@ -39,8 +39,8 @@ int CQELViewRadial::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* 
     if (IsPressed(nFlags)) {
         ShiftPressed(&pOut->rcBox, rcQel);
         for (int n = 0; n < 2; ++n) { // the points always move
-            pOut->pts[n].x = WrapAdd(pOut->pts[n].x, PRESSED_SHIFT);
-            pOut->pts[n].y = WrapAdd(pOut->pts[n].y, PRESSED_SHIFT);
+            pOut->pts[n].x = WrapAdd(pOut->pts[n].x, rcQel.px(PRESSED_SHIFT));
+            pOut->pts[n].y = WrapAdd(pOut->pts[n].y, rcQel.px(PRESSED_SHIFT));
         }
     }
     return 1;
@@ -198,7 +198,7 @@ RECT CQELViewRadial::PaintedBox(const DeviceFigure& figure, bool bFace) const
 // The arc, and for the filled figures the sides that close it.
 void CQELViewRadial::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
-    const RECT rc = NormalizedRect(figure.rcBox);
+    const RECT rc = NormalizedRect(DrawnBox(figure));
     const ProbedEllipse ellipse = EllipseIn(rc);
     const double fStart = AngleTo(rc, figure.pts[0]);
     double fEnd = AngleTo(rc, figure.pts[1]);
@@ -213,10 +213,10 @@ void CQELViewRadial::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) co
     Side(pProbe, ptMiddle, ellipse.At(fEnd));
 }
 
-HRGN CQELViewRadial::MakeFilledRegion(const RECT& rcQel) const
+HRGN CQELViewRadial::MakeFilledRegion(const QelRect& rcQel) const
 {
     DeviceFigure figure{};
-    MapFigure(rcQel, 0, &figure);
+    MakeFigure(rcQel, 0, &figure);
     const RECT rc = NormalizedRect(figure.rcBox);
     const LONG nWidth = WidthOf(rc);
     const LONG nHeight = HeightOf(rc);
@@ -224,10 +224,10 @@ HRGN CQELViewRadial::MakeFilledRegion(const RECT& rcQel) const
     return FillOnCanvas(figure, rc, rcQel);
 }
 
-HRGN CQELViewRadial::MakeShownRegion(const RECT& rcQel, const RECT& rcShown, bool* pbPart) const
+HRGN CQELViewRadial::MakeShownRegion(const QelRect& rcQel, const RECT& rcShown, bool* pbPart) const
 {
     DeviceFigure figure{};
-    MapFigure(rcQel, 0, &figure);
+    MakeFigure(rcQel, 0, &figure);
     const RECT rc = NormalizedRect(figure.rcBox);
     const LONG nWidth = WidthOf(rc);
     const LONG nHeight = HeightOf(rc);
@@ -241,7 +241,7 @@ HRGN CQELViewRadial::MakeShownRegion(const RECT& rcQel, const RECT& rcShown, boo
 
 // Of a large figure only strips are filled, along the sides of the box that it has by the rule.
 // False when one of them does not hold the figure's side: then the rule is not the system's.
-bool CQELViewRadial::FindFilledBox(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+bool CQELViewRadial::FindFilledBox(const DeviceFigure& figure, const RECT& rc, const QelRect& rcQel,
                                    RECT* prcOut) const
 {
     const Extent extent = ExtentOf(rc, figure.pts[0], figure.pts[1], ReachesMiddle());

@@ -16,12 +16,12 @@ public:
     int Rotate(POINT ptCentre, int32_t nAngle) override;
     int MoveX(int32_t nDx) override;
     int MoveY(int32_t nDy) override;
-    [[nodiscard]] HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+    [[nodiscard]] HRGN MakeShownRegion(const QelRect& rcQel, const RECT& rcShown,
                                        bool* pbPart) const override;
 
 protected:
     // pts[0] is the start point, pts[1] the end point.
-    int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
+    int MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const override;
 
     [[nodiscard]] bool IsCurved() const override { return true; }
     [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
@@ -39,10 +39,10 @@ protected:
     //
     // GDI itself fills the figure, and its black pixels are the region: where GDI lets a ray meet a
     // flat ellipse is its own affair, and no polygon cut from outside agrees with it everywhere.
-    [[nodiscard]] HRGN MakeFilledRegion(const RECT& rcQel) const;
+    [[nodiscard]] HRGN MakeFilledRegion(const QelRect& rcQel) const;
 
 private:
-    bool FindFilledBox(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+    bool FindFilledBox(const DeviceFigure& figure, const RECT& rc, const QelRect& rcQel,
                        RECT* prcOut) const;
     void Shift(int32_t nDx, int32_t nDy);
     void KeepInside();
@@ -72,16 +72,17 @@ class CQELViewRadialLeaf final
 public:
     using CQELViewLeaf<CQELViewRadialLeaf, CQELViewRadial, RULES.nType>::CQELViewLeaf;
 
-    [[nodiscard]] HRGN MakeRegion(const RECT& rcQel) const override
+    [[nodiscard]] HRGN MakeRegion(const QelRect& rcQel) const override
     {
         return RULES.bOutlineOnly ? nullptr : this->MakeFilledRegion(rcQel);
     }
 
 protected:
-    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const override
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const override
     {
         const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
-        RULES.pfnCall(hdc, figure.rcBox, figure.pts[0], figure.pts[1]);
+        RULES.pfnCall(hdc, this->DrawnBox(figure), this->DrawnPoint(figure, 0),
+                      this->DrawnPoint(figure, 1));
     }
     [[nodiscard]] bool IsOutlineOnly() const override { return RULES.bOutlineOnly; }
     [[nodiscard]] bool StaysInside() const override { return RULES.bStaysInside; }

@@ -19,8 +19,8 @@ constexpr KeywordRow g_fillStyles[] = {{QEL_STYLE_STROKE, "Stoke"},
 static_assert(IsSoundTable(g_fillStyles),
               "styles and keywords are unique and the end mark is there");
 
-constexpr double HIT_REACH = 3; // pixels, from the edge of what is stroked
-constexpr int32_t POINTED = 11; // times the width of a pen with pointed corners
+constexpr int32_t HIT_REACH = 3; // pixels, from the edge of what is stroked
+constexpr int32_t POINTED = 11;  // times the width of a pen with pointed corners
 
 // Each step can be undone, so that a change of one word never gets lost.
 void AddWord(uint64_t* pnSum, int32_t nWord)
@@ -65,11 +65,11 @@ int CQELViewShape::Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut)
 }
 
 // Static shapes take no part in a partial redraw.
-int CQELViewShape::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewShape::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!(nFlags & QEL_DRAW_FULL)) return 1;
     DeviceFigure figure{};
-    if (!MapFigure(rcQel, nFlags, &figure)) return 0;
+    if (!MakeFigure(rcQel, nFlags, &figure)) return 0;
     if (IsOutlineOnly())
         DrawOutline(hdc, figure, rcQel);
     else
@@ -77,9 +77,24 @@ int CQELViewShape::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     return 1;
 }
 
-int32_t CQELViewShape::PenWidth() const
+int32_t CQELViewShape::PenWidth(CPixelScale px) const
 {
-    return DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth);
+    return px(DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth));
+}
+
+// A frame's pen lies within the box by itself.
+int32_t CQELViewShape::StrokedPixels() const
+{
+    if (HidesOutline()) return 0;
+    const int32_t nPixels = DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth);
+    return nPixels > 0 ? nPixels : 0;
+}
+
+RECT CQELViewShape::DrawnBox(const DeviceFigure& figure) const
+{
+    const int32_t nPixels = StrokedPixels();
+    if (nPixels > 1 && m_style.nPenStyle == PS_INSIDEFRAME) return figure.rcBox;
+    return StrokedBox(figure.rcBox, nPixels, figure.px);
 }
 
 // A curve that a frame's pen leaves no room ends some systems: they reckon with what is left of it.
@@ -87,21 +102,22 @@ int32_t CQELViewShape::PenWidth() const
 int32_t CQELViewShape::PenWidthFor(HDC hdc, const DeviceFigure& figure) const
 {
     const int32_t nOnSurface = PenWidthOn(figure);
-    return nOnSurface == PenWidth() || IsSurface(hdc) ? nOnSurface : PenWidth();
+    const int32_t nWidth = PenWidth(figure.px);
+    return nOnSurface == nWidth || IsSurface(hdc) ? nOnSurface : nWidth;
 }
 
 int32_t CQELViewShape::PenWidthOn(const DeviceFigure& figure) const
 {
-    const int32_t nWidth = PenWidth();
-    if (m_style.nPenStyle != PS_INSIDEFRAME || !IsCurved() || nWidth < 2) return nWidth;
-    return FramePenWidth(nWidth, NormalizedRect(figure.rcBox));
+    const int32_t nWidth = PenWidth(figure.px);
+    if (m_style.nPenStyle != PS_INSIDEFRAME || !IsCurved() || m_style.nPenWidth < 2) return nWidth;
+    return FramePenWidth(nWidth, NormalizedRect(figure.rcBox), figure.px);
 }
 
-void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
+void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const QelRect& rcQel) const
 {
-    CShownDraft draft(m_style.nDraft); // owns the brush, so it outlives the guards
-    CPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle,
-                  PenWidthFor(hdc, figure), BlinkColor(ShownPen()));
+    CShownDraft draft(m_style.nDraft, figure.px); // owns the brush, so it outlives the guards
+    CPixelPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle,
+                       m_style.nPenWidth, PenWidthFor(hdc, figure), BlinkColor(ShownPen()));
     const CBkModeScope mode(hdc, TRANSPARENT);
     HBRUSH hBrush = nullptr;
     if (FillStyle() == QEL_STYLE_STROKE) {
@@ -123,11 +139,12 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& 
     pen.Restore();
 }
 
-void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const
+void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const QelRect& rcQel) const
 {
-    CPenScope pen(hdc, m_style.nPenWidth == 0, m_style.nPenStyle, PenWidthFor(hdc, figure),
-                  BlinkColor(ShownPen()));
     const bool bPlain = FillStyle() == QEL_STYLE_STROKE;
+    if (!bPlain) FillGaps(hdc, figure, rcQel);
+    CPixelPenScope pen(hdc, m_style.nPenWidth == 0, m_style.nPenStyle, m_style.nPenWidth,
+                       PenWidthFor(hdc, figure), BlinkColor(ShownPen()));
     const int nPrevMode = ::SetBkMode(hdc, bPlain ? TRANSPARENT : OPAQUE);
     COLORREF clrPrev = 0;
     if (!bPlain) clrPrev = ::SetBkColor(hdc, BlinkColor(ShownB()));
@@ -138,20 +155,31 @@ void CQELViewShape::DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT&
     if (FillStyle() == QEL_STYLE_FILL) ::SetBkColor(hdc, clrPrev);
 }
 
-void CQELViewShape::PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
-                                const RECT& rcQel) const
+// The system paints the gaps of a pen of one pixel itself; one that stands for it at another scale
+// leaves them.
+void CQELViewShape::FillGaps(HDC hdc, const DeviceFigure& figure, const QelRect& rcQel) const
 {
-    if (!IsCurved() || IsDrawableCurve(figure.rcBox)) Paint(hdc, figure, hBrush, rcQel);
+    const bool bBroken = m_style.nPenStyle >= PS_DASH && m_style.nPenStyle <= PS_DASHDOTDOT;
+    const int32_t nWidth = PenWidthFor(hdc, figure);
+    if (!bBroken || m_style.nPenWidth != 1 || nWidth == 1) return;
+    const CPixelPenScope pen(hdc, false, PS_SOLID, 1, nWidth, BlinkColor(ShownB()));
+    PaintWithin(hdc, figure, nullptr, rcQel);
 }
 
-int CQELViewShape::MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+void CQELViewShape::PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+                                const QelRect& rcQel) const
+{
+    if (!IsCurved() || IsDrawableCurve(figure.rcBox, figure.px)) Paint(hdc, figure, hBrush, rcQel);
+}
+
+int CQELViewShape::MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
 {
     const int32_t* n = Words();
     MapAnchored(rcQel, {n[0], n[1], n[2], n[3]}, nFlags, &pOut->rcBox);
     return 1; // what cannot be mapped is an empty rectangle, which is drawn as nothing
 }
 
-int CQELViewShape::MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags,
+int CQELViewShape::MapAnchored(const QelRect& rcQel, const RECT& rc, uint32_t nFlags,
                                RECT* prcOut) const
 {
     if (!MapRect(rcQel, RefW(), RefH(), rc, prcOut, m_style.nFlags)) return 0;
@@ -159,12 +187,12 @@ int CQELViewShape::MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlag
     return 1;
 }
 
-void CQELViewShape::Paint(HDC, const DeviceFigure&, HBRUSH, const RECT&) const {}
+void CQELViewShape::Paint(HDC, const DeviceFigure&, HBRUSH, const QelRect&) const {}
 
 // By default the box, whose last pixels are the outline's.
 void CQELViewShape::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const
 {
-    const RECT rc = NormalizedRect(figure.rcBox);
+    const RECT rc = NormalizedRect(DrawnBox(figure));
     const POINT pts[] = {{rc.left, rc.top},
                          {WrapSub(rc.right, 1), rc.top},
                          {WrapSub(rc.right, 1), WrapSub(rc.bottom, 1)},
@@ -178,10 +206,10 @@ RECT CQELViewShape::BoxBounds(const int32_t* pnWords)
 }
 
 // A figure that is filled is hit on its paint, an outline from some pixels away as well.
-bool CQELViewShape::IsHit(const RECT& rcQel, POINT pt) const
+bool CQELViewShape::IsHit(const QelRect& rcQel, POINT pt) const
 {
     DeviceFigure figure{};
-    if (!MapFigure(rcQel, 0, &figure)) return false;
+    if (!MakeFigure(rcQel, 0, &figure)) return false;
     const RECT& rc = figure.rcBox;
     if (IsBoxed() && (rc.left == rc.right || rc.top == rc.bottom)) return false;
     const bool bFilled = IsArea() && FillStyle() != QEL_STYLE_STROKE;
@@ -191,10 +219,10 @@ bool CQELViewShape::IsHit(const RECT& rcQel, POINT pt) const
     Trace(figure, &probe);
     if (bFilled && probe.IsInside()) return true;
     const double fPen = bStroked ? WrapAbs(PenWidthOn(figure)) / 2.0 : 0;
-    return probe.IsWithin(fPen + (bFilled ? Roughness() : HIT_REACH));
+    return probe.IsWithin(fPen + (bFilled ? Roughness() : figure.px(HIT_REACH)));
 }
 
-HRGN CQELViewShape::MakeRegion(const RECT&) const
+HRGN CQELViewShape::MakeRegion(const QelRect&) const
 {
     return nullptr;
 }
@@ -207,41 +235,41 @@ void CQELViewShape::AddRegionSource(uint64_t* pnSum) const
     for (int32_t n = 0; n < m_geometry.Count(); ++n) AddWord(pnSum, Words()[n]);
 }
 
-HRGN CQELViewShape::MakeShownRegion(const RECT& rcQel, const RECT&, bool*) const
+HRGN CQELViewShape::MakeShownRegion(const QelRect& rcQel, const RECT&, bool*) const
 {
     return MakeRegion(rcQel);
 }
 
-Reach CQELViewShape::PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const
+Reach CQELViewShape::PaintedArea(const QelRect& rcQel, uint32_t nFlags, RECT* prcOut) const
 {
     DeviceFigure figure; // filled in as far as the class has it
-    if (!MapFigure(rcQel, nFlags, &figure)) return Reach::Nothing;
+    if (!MakeFigure(rcQel, nFlags, &figure)) return Reach::Nothing;
     const RECT rc = Hull(figure);
     int32_t n = 0;
-    if (!IsWithinReach(rc) || !PaintMargin(&n)) return Reach::Unknown;
+    if (!IsWithinReach(rc) || !PaintMargin(figure.px, &n)) return Reach::Unknown;
     *prcOut = {rc.left - n, rc.top - n, rc.right + n, rc.bottom + n};
     return Reach::Known;
 }
 
-bool CQELViewShape::PaintedRect(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewShape::PaintedRect(const QelRect& rcQel, RECT* prcOut) const
 {
     return PaintedAs(m_bFace, rcQel, prcOut);
 }
 
-bool CQELViewShape::PaintedFace(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewShape::PaintedFace(const QelRect& rcQel, RECT* prcOut) const
 {
     return PaintedAs(true, rcQel, prcOut);
 }
 
 // A hollow face is filled again as soon as the meter says so.
-bool CQELViewShape::PaintedAs(bool bFace, const RECT& rcQel, RECT* prcOut) const
+bool CQELViewShape::PaintedAs(bool bFace, const QelRect& rcQel, RECT* prcOut) const
 {
     const bool bFills = (m_style.nStyle & QEL_STYLE_FILL_MASK) != QEL_STYLE_STROKE && IsArea();
     if (!bFills && m_style.nPenWidth == 0 && Type() != QEL_TYPE_TEXT) return false;
     CRectHull hull;
     for (const uint32_t nFlags : {uint32_t{0}, uint32_t{QEL_DRAW_PRESSED}}) {
         DeviceFigure figure{};
-        if ((nFlags && !IsPressed(nFlags)) || !MapFigure(rcQel, nFlags, &figure)) continue;
+        if ((nFlags && !IsPressed(nFlags)) || !MakeFigure(rcQel, nFlags, &figure)) continue;
         const RECT& rc = figure.rcBox;
         if (!IsBoxed() || (rc.left != rc.right && rc.top != rc.bottom))
             hull.Add(PaintedBox(figure, bFace));
@@ -256,18 +284,19 @@ RECT CQELViewShape::PaintedBox(const DeviceFigure& figure, bool bFace) const
 
 // The system's own pen styles have round ends and joins. Of other numbers the corners may be
 // pointed, up to ten times as long as they are wide.
-int32_t CQELViewShape::PaintReach(const DeviceFigure&, bool bFace) const
+int32_t CQELViewShape::PaintReach(const DeviceFigure& figure, bool bFace) const
 {
-    if (m_style.nPenWidth == 0 || (HidesOutline() && !bFace)) return PAINT_SLACK;
-    const int32_t nWidth = WrapAbs(PenWidth());
+    const int32_t nSlack = figure.px(PAINT_SLACK);
+    if (m_style.nPenWidth == 0 || (HidesOutline() && !bFace)) return nSlack;
+    const int32_t nWidth = WrapAbs(PenWidth(figure.px));
     const bool bKnown = m_style.nPenStyle >= PS_SOLID && m_style.nPenStyle <= PS_INSIDEFRAME;
-    return PAINT_SLACK + (bKnown ? nWidth / 2 : POINTED * nWidth);
+    return nSlack + (bKnown ? nWidth / 2 : WrapMul(POINTED, nWidth));
 }
 
-bool CQELViewShape::FaceHull(const RECT& rcQel, RECT* prcOut) const
+bool CQELViewShape::FaceHull(const QelRect& rcQel, RECT* prcOut) const
 {
     DeviceFigure figure{};
-    if (!IsArea() || !MapFigure(rcQel, 0, &figure)) return false;
+    if (!IsArea() || !MakeFigure(rcQel, 0, &figure)) return false;
     const RECT rc = Hull(figure);
     *prcOut = GrownRect(rc, RegionReach(figure));
     return true;
@@ -278,10 +307,10 @@ UnitTurn CQELViewShape::TurnFrom(const int32_t* pnDocWords) const
     return {m_nTurned, GeometryBounds(pnDocWords), GeometryBounds(Words())};
 }
 
-bool CQELViewShape::MapUnits(const RECT& rcQel, UnitMap* pOut) const
+bool CQELViewShape::MapUnits(const QelRect& rcQel, UnitMap* pOut) const
 {
     DeviceFigure figure{};
-    if (!MapFigure(rcQel, 0, &figure)) return false;
+    if (!MakeFigure(rcQel, 0, &figure)) return false;
     const RECT rc = GeometryBounds(Words());
     if (IsBoxed() && ::IsRectEmpty(&rc)) return false; // it is not drawn
     return MakeUnitMap(rcQel, RefW(), RefH(), rc, KeepFlags(), pOut);
@@ -295,13 +324,13 @@ RECT CQELViewShape::Hull(const DeviceFigure& figure) const
 // Where no pen can be made the context's own serves, which may be wider than is reckoned with here.
 // The system's own pen styles have round ends and joins, so that half of the width would do; of
 // other numbers nobody knows what the system makes.
-int CQELViewShape::PaintMargin(int32_t* pnOut) const
+int CQELViewShape::PaintMargin(CPixelScale px, int32_t* pnOut) const
 {
-    *pnOut = PAINT_SLACK;
+    *pnOut = px(PAINT_SLACK);
     if (m_style.nPenWidth == 0 || HidesOutline()) return 1;
     if (m_style.nPenStyle < PS_SOLID || m_style.nPenStyle > PS_INSIDEFRAME) return 0;
     if (m_style.nPenWidth < 0) return 0;
-    *pnOut += PenWidth();
+    *pnOut += PenWidth(px);
     return 1;
 }
 

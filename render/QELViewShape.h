@@ -5,6 +5,7 @@
 #pragma once
 
 #include "base/Keywords.h"
+#include "base/PixelPen.h"
 #include "base/Rects.h"
 #include "document/ShapeRecord.h"
 #include "render/LiveLayer.h"
@@ -19,6 +20,7 @@ struct DeviceFigure {
     RECT rcBox;                // what a gradient runs over
     POINT pts[QEL_MAX_POINTS]; // for the classes that have points
     int nPoints;
+    CPixelScale px;
 };
 
 class CMonoCanvas;
@@ -47,11 +49,11 @@ public:
     ~CQELViewShape() override;
 
     int Duplicate(CQELViewElm* pTargetParent, CQELViewElm** ppOut) override;
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override;
     [[nodiscard]] bool DrawsChildren() const override { return false; }
-    bool PaintedRect(const RECT& rcQel, RECT* prcOut) const override;
-    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
-    bool MapUnits(const RECT& rcQel, UnitMap* pOut) const override;
+    bool PaintedRect(const QelRect& rcQel, RECT* prcOut) const override;
+    [[nodiscard]] bool IsHit(const QelRect& rcQel, POINT pt) const override;
+    bool MapUnits(const QelRect& rcQel, UnitMap* pOut) const override;
     int GetAttrBlockSize(int* pnSize) const override;
     int GetAttrBlock(void* pBlock) const override;
     int SetAttrBlock(const void* pBlock) override;
@@ -68,7 +70,7 @@ public:
 
     // The interior in device units, without pressed shift; the caller deletes it. Null when the
     // class has no interior or the mapping fails.
-    [[nodiscard]] virtual HRGN MakeRegion(const RECT& rcQel) const;
+    [[nodiscard]] virtual HRGN MakeRegion(const QelRect& rcQel) const;
 
     // Adds all that MakeRegion goes by, apart from its argument, to a sum: two sums that agree
     // stand for one region, but for a chance of one in 2 to the power 64.
@@ -76,15 +78,15 @@ public:
 
     // The same where cost follows from size: inside of rcShown it is that region, outside of it has
     // what keeps the bounding box, no more. *pbPart: set to true when it is not the whole.
-    [[nodiscard]] virtual HRGN MakeShownRegion(const RECT& rcQel, const RECT& rcShown,
+    [[nodiscard]] virtual HRGN MakeShownRegion(const QelRect& rcQel, const RECT& rcShown,
                                                bool* pbPart) const;
 
     // What a full draw paints on, in device units and rather too much than too little.
-    Reach PaintedArea(const RECT& rcQel, uint32_t nFlags, RECT* prcOut) const;
+    Reach PaintedArea(const QelRect& rcQel, uint32_t nFlags, RECT* prcOut) const;
     // The same of a meter's face, which may be drawn as an outline and filled.
-    bool PaintedFace(const RECT& rcQel, RECT* prcOut) const;
+    bool PaintedFace(const QelRect& rcQel, RECT* prcOut) const;
     // What holds the region of a shape, as a face has it. False when it has none.
-    bool FaceHull(const RECT& rcQel, RECT* prcOut) const;
+    bool FaceHull(const QelRect& rcQel, RECT* prcOut) const;
     // How a record's geometry has become its own: by so many quarter turns, and a move.
     [[nodiscard]] UnitTurn TurnFrom(const int32_t* pnDocWords) const;
 
@@ -108,16 +110,23 @@ public:
     void GiveFillBack(int32_t nOwnDraft, uint32_t clrOwnB);
 
 protected:
+    // The geometry on the device. 0: it cannot be drawn.
+    int MakeFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const
+    {
+        pOut->px = rcQel.px;
+        return MapFigure(rcQel, nFlags, pOut);
+    }
     // Maps the geometry. 0: it cannot be drawn (a point list out of count).
-    virtual int MapFigure(const RECT& rcQel, uint32_t nFlags, DeviceFigure* pOut) const;
+    virtual int MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigure* pOut) const;
     // The one drawing call, with pen and brush selected. hBrush: null when none could be made.
-    virtual void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
+    virtual void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+                       const QelRect& rcQel) const;
     // Whether the call draws an ellipse in the figure's box, or parts of one.
     [[nodiscard]] virtual bool IsCurved() const { return false; }
     // What all points of the figure lie in, the outline apart.
     [[nodiscard]] virtual RECT Hull(const DeviceFigure& figure) const;
     // How far a draw may paint beyond the hull, in pixels. 0: that is not known.
-    virtual int PaintMargin(int32_t* pnOut) const;
+    virtual int PaintMargin(CPixelScale px, int32_t* pnOut) const;
     // How far a draw of a figure paints beyond its hull at most. bFace: also as it may be drawn as
     // a meter's face.
     [[nodiscard]] virtual int32_t PaintReach(const DeviceFigure& figure, bool bFace) const;
@@ -152,12 +161,21 @@ protected:
     // The figure as GDI fills it, as far as it lies in rc: its region, and its box, for which it
     // must not be empty there. Null and false without memory.
     [[nodiscard]] HRGN FillOnCanvas(const DeviceFigure& figure, const RECT& rc,
-                                    const RECT& rcQel) const;
-    bool FindOnCanvas(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+                                    const QelRect& rcQel) const;
+    bool FindOnCanvas(const DeviceFigure& figure, const RECT& rc, const QelRect& rcQel,
                       RECT* prcOut) const;
     // What of it shows, and some pixels more that give it the bounding box rcWhole.
     [[nodiscard]] HRGN FillShownOnCanvas(const DeviceFigure& figure, const RECT& rcWhole,
-                                         const RECT& rcShown, const RECT& rcQel) const;
+                                         const RECT& rcShown, const QelRect& rcQel) const;
+
+    // Where the outline's middle is drawn: what GDI is told of a figure in a box, and of a point.
+    [[nodiscard]] RECT DrawnBox(const DeviceFigure& figure) const;
+    [[nodiscard]] POINT DrawnPoint(const DeviceFigure& figure, int n) const
+    {
+        return StrokedPoint(figure.pts[n], StrokedPixels(), figure.px);
+    }
+    // How wide the outline is in pixels: 0 without one, or where it keeps within the box.
+    [[nodiscard]] int32_t StrokedPixels() const;
 
     // The style word as it is drawn.
     [[nodiscard]] uint32_t Style() const
@@ -171,7 +189,7 @@ protected:
         return (m_style.nFlags & QEL_FLAG_PRESS) && (nFlags & QEL_DRAW_PRESSED);
     }
     // The anchored mapping of a rectangle, with the pressed shift when nFlags asks for it.
-    int MapAnchored(const RECT& rcQel, const RECT& rc, uint32_t nFlags, RECT* prcOut) const;
+    int MapAnchored(const QelRect& rcQel, const RECT& rc, uint32_t nFlags, RECT* prcOut) const;
 
     [[nodiscard]] const int32_t* Words() const { return m_geometry.Words(); }
     [[nodiscard]] int32_t* Words() // to be written to
@@ -208,13 +226,15 @@ protected:
     ShapeStyle m_style;
 
 private:
-    void DrawFilled(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
-    void DrawOutline(HDC hdc, const DeviceFigure& figure, const RECT& rcQel) const;
-    bool PaintedAs(bool bFace, const RECT& rcQel, RECT* prcOut) const;
+    void DrawFilled(HDC hdc, const DeviceFigure& figure, const QelRect& rcQel) const;
+    void DrawOutline(HDC hdc, const DeviceFigure& figure, const QelRect& rcQel) const;
+    void FillGaps(HDC hdc, const DeviceFigure& figure, const QelRect& rcQel) const;
+    bool PaintedAs(bool bFace, const QelRect& rcQel, RECT* prcOut) const;
     [[nodiscard]] bool PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
-                                     const RECT& rcQel) const;
-    void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush, const RECT& rcQel) const;
-    [[nodiscard]] int32_t PenWidth() const; // as it is drawn at most
+                                     const QelRect& rcQel) const;
+    void PaintWithin(HDC hdc, const DeviceFigure& figure, HBRUSH hBrush,
+                     const QelRect& rcQel) const;
+    [[nodiscard]] int32_t PenWidth(CPixelScale px) const; // as it is drawn at most
     [[nodiscard]] int32_t PenWidthFor(HDC hdc, const DeviceFigure& figure) const;
     [[nodiscard]] int32_t PenWidthOn(const DeviceFigure& figure) const; // a surface
     [[nodiscard]] bool TakesDraft() const

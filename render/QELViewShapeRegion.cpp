@@ -37,7 +37,7 @@ bool WidenHidden(HRGN hRegion, const RECT& rc, const RECT& rcShown)
 } // namespace
 
 bool CQELViewShape::PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure& figure,
-                                  const RECT& rcQel) const
+                                  const QelRect& rcQel) const
 {
     if (!canvas.Dc()) return false;
     const LONG nX = canvas.Place().left;
@@ -53,13 +53,13 @@ bool CQELViewShape::PaintOnCanvas(const CMonoCanvas& canvas, const DeviceFigure&
 }
 
 HRGN CQELViewShape::FillOnCanvas(const DeviceFigure& figure, const RECT& rc,
-                                 const RECT& rcQel) const
+                                 const QelRect& rcQel) const
 {
     const CMonoCanvas canvas(rc);
     return PaintOnCanvas(canvas, figure, rcQel) ? canvas.BlackRegion() : nullptr;
 }
 
-bool CQELViewShape::FindOnCanvas(const DeviceFigure& figure, const RECT& rc, const RECT& rcQel,
+bool CQELViewShape::FindOnCanvas(const DeviceFigure& figure, const RECT& rc, const QelRect& rcQel,
                                  RECT* prcOut) const
 {
     const CMonoCanvas canvas(rc);
@@ -68,7 +68,7 @@ bool CQELViewShape::FindOnCanvas(const DeviceFigure& figure, const RECT& rc, con
 }
 
 HRGN CQELViewShape::FillShownOnCanvas(const DeviceFigure& figure, const RECT& rcWhole,
-                                      const RECT& rcShown, const RECT& rcQel) const
+                                      const RECT& rcShown, const QelRect& rcQel) const
 {
     RECT rc{};
     CRegion region(::IntersectRect(&rc, &rcWhole, &rcShown) ? FillOnCanvas(figure, rc, rcQel)

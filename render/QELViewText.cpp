@@ -16,13 +16,14 @@ constexpr int32_t STEP_DOWN = 12;
 // by.
 class CSizedFontScope {
 public:
-    CSizedFontScope(HDC hdc, SIZE size) noexcept : m_hdc(hdc)
+    CSizedFontScope(HDC hdc, SIZE size, CPixelScale px) noexcept : m_hdc(hdc)
     {
         LOGFONTA font{};
         if (!::GetObjectA(::GetCurrentObject(hdc, OBJ_FONT), sizeof font, &font)) return;
         font.lfWidth = size.cx;
         font.lfHeight = size.cy;
         font.lfCharSet = OEM_CHARSET;
+        font.lfQuality = TextQuality(px, font.lfQuality);
         m_hMade = ::CreateFontIndirectA(&font);
         if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
     }
@@ -46,15 +47,17 @@ private:
 
 } // namespace
 
-SIZE TextCell(const RECT& rc, std::size_t nCount)
+SIZE TextCell(const RECT& rc, std::size_t nCount, CPixelScale px)
 {
     SIZE size{0, 0};
     if (nCount > 0 && nCount < QEL_TEXT_SIZE)
         size = {WidthOf(rc) / static_cast<int32_t>(nCount), HeightOf(rc)};
-    size.cx = size.cx / STEP_ACROSS * STEP_ACROSS;
-    size.cy = size.cy / STEP_DOWN * STEP_DOWN;
-    if (size.cx < 1) size.cx = STEP_ACROSS;
-    if (size.cy < 1) size.cy = STEP_DOWN;
+    const int32_t nAcross = px(STEP_ACROSS);
+    const int32_t nDown = px(STEP_DOWN);
+    size.cx = size.cx / nAcross * nAcross;
+    size.cy = size.cy / nDown * nDown;
+    if (size.cx < 1) size.cx = nAcross;
+    if (size.cy < 1) size.cy = nDown;
     return size;
 }
 
@@ -86,7 +89,7 @@ const char* CQELViewText::ShownText(char (&szRoom)[QEL_TEXT_SIZE]) const
     return szRoom;
 }
 
-int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
+int CQELViewText::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
 {
     if (!(nFlags & QEL_DRAW_FULL)) return 1;
     RECT rc{};
@@ -94,11 +97,11 @@ int CQELViewText::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
     char szRoom[QEL_TEXT_SIZE];
     const char* const pszText = ShownText(szRoom);
     const std::size_t nCount = std::strlen(pszText);
-    const SIZE cell = TextCell(rc, nCount);
-    if (!IsDrawableCell(cell.cx, cell.cy)) return 1;
+    const SIZE cell = TextCell(rc, nCount, rcQel.px);
+    if (!IsDrawableCell(cell.cx, cell.cy, rcQel.px)) return 1;
 
     const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
-    CSizedFontScope font(hdc, cell);
+    CSizedFontScope font(hdc, cell, rcQel.px);
     const CBkColorScope back(hdc, BlinkColor(ShownB()));
     const CTextColorScope text(hdc, BlinkColor(ShownA()));
     PaintText(hdc, pszText, &rc, static_cast<int>(nCount));
@@ -118,10 +121,10 @@ void CQELViewText::LeaveColors(LeftColors*) const {}
 
 // Letters are cut off at the rectangle. The line that the system draws under the letter behind an
 // ampersand may not be: nothing is known of such a text.
-int CQELViewText::PaintMargin(int32_t* pnOut) const
+int CQELViewText::PaintMargin(CPixelScale px, int32_t* pnOut) const
 {
     char szRoom[QEL_TEXT_SIZE];
-    *pnOut = PAINT_SLACK;
+    *pnOut = px(PAINT_SLACK);
     return std::strchr(ShownText(szRoom), '&') ? 0 : 1;
 }
 
@@ -133,8 +136,8 @@ RECT CQELViewText::PaintedBox(const DeviceFigure& figure, bool) const
     const char* const pszText = ShownText(szRoom);
     const RECT rc = NormalizedRect(figure.rcBox);
     if (!std::strchr(pszText, '&')) return rc;
-    const SIZE cell = TextCell(rc, std::strlen(pszText));
-    if (!IsDrawableCell(cell.cx, cell.cy) || !IsWithinReach(rc)) return rc;
+    const SIZE cell = TextCell(rc, std::strlen(pszText), figure.px);
+    if (!IsDrawableCell(cell.cx, cell.cy, figure.px) || !IsWithinReach(rc)) return rc;
     const int32_t nWide = 2 * cell.cx > cell.cy ? 2 * cell.cx : cell.cy;
     int32_t nLines = 1;
     for (const char* p = pszText; *p; ++p) nLines += *p == '\n' || *p == '\r' ? 1 : 0;
@@ -147,7 +150,7 @@ RECT CQELViewText::PaintedBox(const DeviceFigure& figure, bool) const
 }
 
 // On the rectangle that it is laid out in.
-bool CQELViewText::IsHit(const RECT& rcQel, POINT pt) const
+bool CQELViewText::IsHit(const QelRect& rcQel, POINT pt) const
 {
     RECT rc{};
     return MapAnchored(rcQel, Box(), 0, &rc) && ::PtInRect(&rc, pt);

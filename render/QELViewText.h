@@ -9,15 +9,15 @@ class CQELViewText final : public CQELViewLeaf<CQELViewText, CQELViewBox, QEL_TY
 public:
     using CQELViewLeaf::CQELViewLeaf;
 
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override;
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override;
     [[nodiscard]] uint32_t GetParamMask() const override;
     void LeaveColors(LeftColors* pOut) const override; // none
 
-    [[nodiscard]] bool IsHit(const RECT& rcQel, POINT pt) const override;
+    [[nodiscard]] bool IsHit(const QelRect& rcQel, POINT pt) const override;
 
 protected:
     [[nodiscard]] RECT PaintedBox(const DeviceFigure& figure, bool bFace) const override;
-    int PaintMargin(int32_t* pnOut) const override;
+    int PaintMargin(CPixelScale px, int32_t* pnOut) const override;
 
 private:
     static void PaintText(HDC hdc, const char* pszText, RECT* prc, int nCount);
@@ -32,4 +32,4 @@ void PutNumber(char* pszText, double fNumber);
 
 // The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,
 // never below one step.
-SIZE TextCell(const RECT& rc, std::size_t nCount);
+SIZE TextCell(const RECT& rc, std::size_t nCount, CPixelScale px = {});

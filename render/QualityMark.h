@@ -1,8 +1,9 @@
 // The mark over an element whose value cannot be trusted.
 #pragma once
 
+#include "base/PixelScale.h"
 #include "render/LiveLayer.h"
 
 // Stale: every other pixel of the rectangle turns grey. Bad: a red cross over that as well. Painted
 // twice it looks as painted once. All but the pixels is as before.
-void DrawQualityMark(HDC hdc, const RECT& rc, LiveQuality nQuality);
+void DrawQualityMark(HDC hdc, const RECT& rc, LiveQuality nQuality, CPixelScale px);

@@ -89,7 +89,7 @@ bool HasExtent(const UnitAxis& axis)
 
 } // namespace
 
-bool MakeUnitMap(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem,
+bool MakeUnitMap(const QelRect& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem,
                  uint32_t nKeep, UnitMap* pOut)
 {
     if (::IsRectEmpty(&rcQel) || nRefW < 1 || nRefH < 1) return false;

@@ -5,6 +5,8 @@
 #include "base/Rects.h"
 #include "base/WrapMath.h"
 
+#include "base/QelRect.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -38,7 +40,7 @@ struct UnitTurn {
 // The map of an element with the keep flags nKeep whose geometry lies in rcElem: without an anchor
 // every unit is stretched, with one the element's own rectangle is mapped, before it is clipped.
 // False, with nothing of use written, when it would have no extent.
-bool MakeUnitMap(const RECT& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem,
+bool MakeUnitMap(const QelRect& rcQel, int32_t nRefW, int32_t nRefH, const RECT& rcElem,
                  uint32_t nKeep, UnitMap* pOut);
 
 // The image of a point in units as they were before the turn.

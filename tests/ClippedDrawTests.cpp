@@ -36,7 +36,7 @@ public:
     int TakePaints() { return std::exchange(m_nPaints, 0); }
 
 protected:
-    void Paint(HDC, const DeviceFigure&, HBRUSH, const RECT&) const override { ++m_nPaints; }
+    void Paint(HDC, const DeviceFigure&, HBRUSH, const QelRect&) const override { ++m_nPaints; }
 
 private:
     mutable int m_nPaints = 0;
@@ -50,7 +50,7 @@ public:
     int GetAttrBlockSize(int*) const override { return 0; }
     int GetAttrBlock(void*) const override { return 0; }
     int SetAttrBlock(const void*) override { return 0; }
-    int Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags) override
+    int Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags) override
     {
         ++m_nDraws;
         m_clrBack = ::GetBkColor(hdc);

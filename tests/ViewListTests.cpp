@@ -20,7 +20,7 @@ public:
     int GetAttrBlockSize(int*) const override { return 0; }
     int GetAttrBlock(void*) const override { return 0; }
     int SetAttrBlock(const void*) override { return 0; }
-    int Draw(HDC, const RECT& rcQel, uint32_t nFlags) override
+    int Draw(HDC, const QelRect& rcQel, uint32_t nFlags) override
     {
         s_notes += (s_notes.empty() ? "" : " ") + std::to_string(m_nName);
         s_rcQel = rcQel;

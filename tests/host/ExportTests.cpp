@@ -37,7 +37,9 @@ constexpr const char* g_plain[] = {
     "QELUpdate",         "QELAdvance",         "QELGetLiveId",        "QELGetError",
     "QELOpenFileW",      "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
     "QELIsModified",     "QELGetElemDrawRect", "QELGetIdDrawRect",    "QELElemFromPoint",
-    "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem"};
+    "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem",
+    "QELSetPixelScale",  "QELGetPixelScale",   "QELSetSmooth",        "QELGetSmooth",
+    "QELRenderBitmap",   "QELSetFontFace"};
 
 struct DecoratedRow {
     const char* pszOn32;

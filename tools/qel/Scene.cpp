@@ -92,6 +92,21 @@ void TakeZoom(const GivenOption& given, SceneOptions* pOptions)
     pOptions->bWhole = false;
 }
 
+long ReadScale(const std::wstring& text)
+{
+    long nScale = 0;
+    if (ReadNumber(text, 10, &nScale) && nScale >= 25 && nScale <= 1600) return nScale;
+    throw CTrouble("--scale wants a percentage from 25 to 1600, not '" + ToUtf8(text) + "'");
+}
+
+long ReadSmooth(const std::wstring& text)
+{
+    long nSamples = 0;
+    if (ReadNumber(text, 10, &nSamples) && (nSamples == 0 || (nSamples >= 2 && nSamples <= 4)))
+        return nSamples;
+    throw CTrouble("--smooth wants 2, 3 or 4 samples each way, or 0, not '" + ToUtf8(text) + "'");
+}
+
 COLORREF ReadBackground(const std::wstring& text)
 {
     COLORREF clr = 0;
@@ -133,6 +148,15 @@ constexpr SettingRow<SceneOptions> g_rows[] = {
      [](const GivenOption& given, SceneOptions* p) { TakeSide(given, &SIZE::cy, p); }},
     {{VALUE, "--zoom", "N", PICTURE_GROUP, "so many times the drawing's reference size: 2, or 0.5"},
      TakeZoom},
+    {{VALUE, "--scale", "P", PICTURE_GROUP,
+      "how large the pixels are that pens, borders, hatches and texts are told in, in percent, 25 to "
+      "1600; without --size, --width and --height the picture becomes as much larger. 200 is for a "
+      "screen of twice the resolution"},
+     [](const GivenOption& given, SceneOptions* p) { p->nScale = ReadScale(given.value); }},
+    {{VALUE, "--smooth", "N", PICTURE_GROUP,
+      "each pixel is the mean of 2, 3 or 4 samples each way, so that slanted lines, arcs and letters "
+      "are smooth; 0, by default, is none. Of .emf, which has no pixels, nothing changes"},
+     [](const GivenOption& given, SceneOptions* p) { p->nSmooth = ReadSmooth(given.value); }},
     {{VALUE, "--background", "RRGGBB", PICTURE_GROUP,
       "hexadecimal; by default C0C0C0, on which black and white both show. Here as everywhere a "
       "colour is taken, #RRGGBB is one, too"},
@@ -192,7 +216,8 @@ double Zoom(SIZE ref, const SceneOptions& options)
 {
     if (options.size.cx) return static_cast<double>(options.size.cx) / ref.cx;
     if (options.size.cy) return static_cast<double>(options.size.cy) / ref.cy;
-    return options.fZoom > 0 ? options.fZoom : static_cast<double>(DefaultZoom(ref));
+    const double fPlain = options.fZoom > 0 ? options.fZoom : static_cast<double>(DefaultZoom(ref));
+    return fPlain * static_cast<double>(options.nScale) / 100;
 }
 
 SIZE PictureSize(const CDrawing& drawing, const SceneOptions& options)
@@ -217,6 +242,8 @@ SIZE SetUp(const CDrawing& drawing, const SceneOptions& options)
         GiveSize(drawing, options.size, options.nRotate);
     if (options.nRotate) QELRotate(drawing.Engine(), options.nRotate);
     if (options.bBlink) QELSetBlinkState(drawing.Engine(), 1);
+    QELSetPixelScale(drawing.Engine(), static_cast<DWORD>(options.nScale));
+    QELSetSmooth(drawing.Engine(), static_cast<int>(options.nSmooth));
     const SIZE size = PictureSize(drawing, options);
     const RECT rc{0, 0, size.cx, size.cy};
     QELSetQELRect(drawing.Engine(), &rc);

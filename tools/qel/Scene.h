@@ -18,6 +18,8 @@ struct SceneOptions {
     bool bWhole = false; // the size was given as one
     double fZoom = 0;    // 0: so that the picture is wide enough
     COLORREF clrBackground = RGB(0xC0, 0xC0, 0xC0);
+    long nScale = 100; // the pixel scale, in percent
+    long nSmooth = 0;  // samples each way
     int nRotate = 0;
     bool bBlink = false;
     bool bPressed = false;

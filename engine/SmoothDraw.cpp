@@ -1,0 +1,102 @@
+// How the engine makes smooth pictures, and pictures in the host's memory; the rest of it is in
+// engine/QELEngine.cpp.
+#include "engine/SmoothDraw.h"
+
+#include "base/GdiScopes.h"
+#include "base/Rects.h"
+#include "base/Shown.h"
+#include "engine/QELEngine.h"
+#include "render/PaintedPlace.h"
+
+#include <cwchar>
+
+namespace {
+
+// All of the drawing, on a tile.
+class CViewPainter final : public CTilePainter {
+public:
+    CViewPainter(CQELView& view, const QelRect& rcQel, uint32_t nFlags) noexcept
+        : m_view(view), m_rcQel(rcQel), m_nFlags(nFlags)
+    {
+    }
+    void Paint(HDC hdc, const RECT&, bool bLast) override
+    {
+        m_view.Draw(nullptr, hdc, m_rcQel, bLast ? m_nFlags : m_nFlags | DRAW_MORE);
+    }
+
+private:
+    CQELView& m_view;
+    QelRect m_rcQel;
+    uint32_t m_nFlags;
+};
+
+// The face of the system's own texts, or one that the host has named, with grey edges: colours at
+// the edges would be those of one ground.
+HFONT MakePictureFont(const wchar_t* pszFace)
+{
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    LOGFONTW font{};
+    if (::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
+        font = metrics.lfMessageFont;
+    if (*pszFace) std::wcscpy(font.lfFaceName, pszFace);
+    font.lfUnderline = font.lfStrikeOut = FALSE;
+    font.lfWeight = FW_NORMAL;
+    font.lfQuality = ANTIALIASED_QUALITY;
+    return ::CreateFontIndirectW(&font);
+}
+
+} // namespace
+
+bool CanBeSmooth(HDC hdc, const RECT& rc, RECT* prcShown)
+{
+    RECT rcClip{};
+    return FindShown(hdc, &rcClip) && ::GetDeviceCaps(hdc, TECHNOLOGY) == DT_RASDISPLAY &&
+           IsWithinReach(rc) && ::IntersectRect(prcShown, &rcClip, &rc);
+}
+
+QelRect CQELEngine::SampledRect(const RECT& rc, int32_t nSamples) const
+{
+    return {rc, CPixelScale(PixelScale(), static_cast<uint32_t>(nSamples))};
+}
+
+int CQELEngine::SetSmooth(int32_t nSamples)
+{
+    if (nSamples == 0) m_bands.Drop();
+    if (nSamples == m_nSmooth) return 1;
+    TouchAll();
+    m_nSmooth = nSamples;
+    return 1;
+}
+
+// 0 where it has to be drawn plainly.
+int CQELEngine::DrawSmooth(HDC hdc, uint32_t nFlags)
+{
+    RECT rc{};
+    RECT rcShown{};
+    CQELViewElm* pRoot = m_view.Root();
+    if (!pRoot || !FindPaintedRect(pRoot, pRoot, m_rcDraw, &rc)) return 0;
+    if (!CanBeSmooth(hdc, rc, &rcShown)) return 0;
+    CViewPainter painter(m_view, SampledRect(m_rcDraw, m_nSmooth), nFlags);
+    return m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter);
+}
+
+int CQELEngine::RenderBitmap(void* pBits, SIZE size, int32_t nStride, uint32_t nFlags)
+{
+    const CFont font(MakePictureFont(m_szFace));
+    const int32_t nSamples = m_nSmooth ? m_nSmooth : 1;
+    const QelRect rcQel({0, 0, size.cx, size.cy},
+                        CPixelScale(PixelScale(), static_cast<uint32_t>(nSamples), true));
+    CViewPainter painter(m_view, rcQel, nFlags | QEL_DRAW_FULL | DRAW_UPDATE);
+    CSmoothBands bands;
+    return (m_nSmooth ? m_bands : bands)
+        .Render(pBits, size, nStride, nSamples, font.Get(), &painter);
+}
+
+int CQELEngine::SetFontFace(const wchar_t* pszFace)
+{
+    if (!pszFace) pszFace = L"";
+    if (std::wcslen(pszFace) >= LF_FACESIZE) return 0;
+    std::wcscpy(m_szFace, pszFace);
+    return 1;
+}
