@@ -115,6 +115,12 @@ void CQELEngine::TouchPlaceOf(const CQELDocElm* pElm)
         m_view.Dirty().AddPlaceOf(DrawnFor(pView), m_view.Root());
 }
 
+// A shape in a meter is painted while nothing is in it.
+void CQELEngine::TouchFace(const CQELDocElm* pElm)
+{
+    if (pElm && pElm->View() && pElm->View()->IsShape()) TouchPlaceOf(pElm);
+}
+
 void CQELEngine::TouchAll()
 {
     CDirtyArea& dirty = m_view.Dirty();
