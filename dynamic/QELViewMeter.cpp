@@ -275,6 +275,21 @@ void CQELViewMeter::PassPins(CMeter* pRenderer) const
         pSectors->SetSectorValues(m_nPins);
 }
 
+// Renderers keep both forms of what they were passed.
+void CQELViewMeter::ForgetPins()
+{
+    std::memset(m_nPins, 0, sizeof m_nPins);
+    std::memset(m_fPins, 0, sizeof m_fPins);
+    m_nLastPin = 0;
+    if (m_attr.nType != METER_SECTOR) return;
+    for (MeterPicture* p : {&m_drawn, Updated()}) {
+        auto* pSectors = p ? static_cast<CSectorMeter*>(p->pRenderer.get()) : nullptr;
+        if (!pSectors) continue;
+        pSectors->SetSectorValues(m_nPins);
+        pSectors->SetSectorValues(m_fPins);
+    }
+}
+
 // The face region goes as well: the shapes that it was made of may be others by now.
 void CQELViewMeter::DropRenderer()
 {
@@ -476,9 +491,7 @@ void CQELViewMeter::ResetValues()
     m_fBase = 0;
     m_nValue = 0;
     m_fValue = 0;
-    std::memset(m_nPins, 0, sizeof m_nPins);
-    std::memset(m_fPins, 0, sizeof m_fPins);
-    m_nLastPin = 0;
+    ForgetPins();
     m_bFloats = false;
     m_words.ApplyAll(*this);
 }

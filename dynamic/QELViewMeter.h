@@ -121,6 +121,7 @@ private:
     void MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPicture);
     void MakeRenderer(const RECT& rcQel, MeterPicture* pPicture) const;
     void PassPins(CMeter* pRenderer) const;
+    void ForgetPins();
     void DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer, const LiveState* pState) const;
     void TakeForm();
     [[nodiscard]] bool MovesNumbers(const SelectorRow& row) const;

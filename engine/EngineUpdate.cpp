@@ -121,6 +121,16 @@ void CQELEngine::TouchFace(const CQELDocElm* pElm)
     if (pElm && pElm->View() && pElm->View()->IsShape()) TouchPlaceOf(pElm);
 }
 
+// What comes into something that has colours for all shapes in it is to look at that.
+void CQELEngine::TakeColorsAround(CQELViewElm* pTop)
+{
+    const CQELViewElm* pAround = pTop ? pTop->Parent() : nullptr;
+    while (pAround && !pAround->IsLive()) pAround = pAround->Parent();
+    if (!pAround) return;
+    for (CQELViewElm* p = pTop; p; p = p->NextInTree(pTop))
+        if (p->IsShape()) p->SetLive(true);
+}
+
 void CQELEngine::TouchAll()
 {
     CDirtyArea& dirty = m_view.Dirty();

@@ -217,6 +217,7 @@ CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocEl
     CQELDocElm* pElm = m_document.CreateElement(pParent, pAfter, nType);
     if (!pElm) return nullptr;
     if (Edited(MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr))) {
+        TakeColorsAround(pElm->View());
         TouchPlaceOf(pElm);
         return pElm;
     }
@@ -286,6 +287,7 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
                        pAfter ? pAfter->View() : nullptr);
     if (bIsInPicture && !bWasInPicture) RegisterAll(pView);
     if (pMeter && MeterAround(pElm) != pMeter) GiveFillsBack(pElm);
+    TakeColorsAround(pView);
     TouchPlaceOf(pElm);
     TouchFace(pOldParent);
     return 1;
@@ -309,6 +311,7 @@ CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
     CQELDocElm* pCopy = m_document.CopyElement(pElm);
     if (!pCopy) return nullptr;
     if (Edited(MakeViews(pCopy, pElm->Parent()->View(), pElm->View()))) {
+        TakeColorsAround(pCopy->View());
         TouchPlaceOf(pCopy);
         return pCopy;
     }

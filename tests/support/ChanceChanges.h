@@ -161,7 +161,7 @@ private:
     }
     int SetRoot()
     {
-        const SIZE size{100 + Below(100), 100 + Below(100)};
+        const SIZE size{140 + Below(60), 140 + Below(60)};
         return QELSetRefSize(m_h, &size);
     }
     int Resize()
@@ -190,7 +190,7 @@ private:
         if (!QELGetElemAttr(m_h, h, record, &nSize)) return 0;
         const int nType = QELGetElemType(m_h, h);
         if (nType >= QEL_TYPE_TEXT && nType <= QEL_TYPE_POLYGON)
-            ChangeShape(reinterpret_cast<QELSHAPEATTR*>(record));
+            ChangeShape(reinterpret_cast<QELSHAPEATTR*>(record), IsRound(nType));
         else if (nType == QEL_TYPE_METER)
             ChangeMeter(reinterpret_cast<QELMETERATTR*>(record));
         else if (nType == QEL_TYPE_SCALE)
@@ -201,7 +201,8 @@ private:
             reinterpret_cast<QELDRAWRGNATTR*>(record)->nFlags = m_dice.Keep();
         return QELSetElemAttr(m_h, h, record, nSize);
     }
-    void ChangeShape(QELSHAPEATTR* pShape)
+    static bool IsRound(int nType) { return nType >= QEL_TYPE_CHORD && nType <= QEL_TYPE_CIRCLE; }
+    void ChangeShape(QELSHAPEATTR* pShape, bool bRound)
     {
         switch (Below(7)) {
         case 0:
@@ -215,7 +216,7 @@ private:
             pShape->clrPen = m_dice.Color();
             break;
         case 3:
-            pShape->nFlags = m_dice.ShapeFlags();
+            pShape->nFlags = m_dice.ShapeFlags(bRound);
             break;
         case 4:
             std::snprintf(pShape->szText, sizeof pShape->szText, "%d #.#", Below(1000));

@@ -28,10 +28,12 @@ public:
         const unsigned nAnchor = anchors[Below(5)];
         return nAnchor == 0x1000 ? nAnchor : nAnchor | along[Below(3)] | away[Below(4)];
     }
-    unsigned ShapeFlags() // what follows the host, the pressed shift, or a keep mode
+    // What follows the host, the pressed shift, or a keep mode. That may make a round figure so
+    // narrow that the system fills it from what lies in its memory by chance.
+    unsigned ShapeFlags(bool bRound)
     {
         static constexpr unsigned flags[] = {0x1, 0x80, 0x81, 0x4000};
-        return OneIn(3) ? flags[Below(4)] | Keep() : 0;
+        return OneIn(3) ? flags[Below(4)] | (bRound ? 0 : Keep()) : 0;
     }
 
 private:
@@ -69,18 +71,18 @@ private:
         const unsigned n = m_dice.Color();
         return Hex(n & 0xFFFFFF) + (n >> 31 ? " glt" : "");
     }
-    std::string Box(int nLeast = 12)
+    std::string Box(int nLeast = 14)
     {
         const int x = Below(CHANCE_SIDE - 40), y = Below(CHANCE_SIDE - 40);
         return Numbers({x, y, x + nLeast + Below(60), y + nLeast + Below(60)});
     }
-    std::string Style()
+    std::string Style(bool bRound)
     {
         static constexpr const char* styles[] = {"0x0", "0x1", "0x1", "0x3", "0x5"};
         return std::string(" style='") + styles[Below(5)] + "' dr='" + std::to_string(Below(38)) +
                "' fg='" + Color() + "' bg='" + Color() + "' clr='" + Color() + "' lnstyle='" +
                std::to_string(Below(7)) + "' lnwid='" + std::to_string(Below(7)) + "' flag='" +
-               Hex(m_dice.ShapeFlags()) + "' ";
+               Hex(m_dice.ShapeFlags(bRound)) + "' ";
     }
     std::string IdText() { return Below(3) ? " id='" + m_dice.Id() + "' " : " "; }
     std::string Points(int nLeast)
@@ -92,10 +94,11 @@ private:
     }
     std::string Shape()
     {
-        static constexpr const char* boxes[] = {"rect", "rect", "line", "ellipse", "rndrect"};
+        static constexpr const char* boxes[] = {"rect", "line"};
         static constexpr const char* radials[] = {"arc", "chord", "pie"};
-        const std::string begin = IdText() + Style();
-        switch (Below(10)) {
+        const int nForm = Below(10);
+        const std::string begin = IdText() + Style(nForm == 2 || nForm == 5 || nForm == 6);
+        switch (nForm) {
         case 0:
         case 1:
             return "<text" + begin + "crd='" + Box() + "'>" + (Below(4) ? "v=##.#" : "a&b ##") +
@@ -110,10 +113,10 @@ private:
         case 5:
             return std::string("<") + radials[Below(3)] + begin + "crd='" + Box() + Points(2) +
                    "'/>";
-        default: {
-            const std::string tag = boxes[Below(5)];
-            return "<" + tag + begin + "crd='" + Box() + (tag == "rndrect" ? " 8 8" : "") + "'/>";
-        }
+        case 6:
+            return (Below(2) ? "<ellipse" : "<rndrect") + begin + "crd='" + Box() + "8 8'/>";
+        default:
+            return std::string("<") + boxes[Below(2)] + begin + "crd='" + Box() + "'/>";
         }
     }
     std::string Looks() // of a meter or scale
