@@ -2,6 +2,8 @@
 // when it goes out of scope. Guards undo in the reverse order of their declaration.
 #pragma once
 
+#include "base/Refusals.h"
+
 #include <windows.h>
 
 // A solid or styled pen of the given width, or the stock null pen. A pen that cannot be made is not
@@ -9,7 +11,9 @@
 class CPenScope {
 public:
     CPenScope(HDC hdc, bool bNullPen, int nStyle, int nWidth, COLORREF clr) noexcept
-        : m_hdc(hdc), m_hMade(bNullPen ? nullptr : ::CreatePen(nStyle, nWidth, clr))
+        : m_hdc(hdc), m_hMade(bNullPen ? nullptr
+                                       : Made(::CreatePen(nStyle, nWidth, clr),
+                                              nStyle >= PS_SOLID && nStyle <= PS_INSIDEFRAME))
     {
         const HGDIOBJ hPen = bNullPen ? ::GetStockObject(NULL_PEN) : m_hMade;
         if (hPen) m_hPrev = ::SelectObject(hdc, hPen);

@@ -5,6 +5,7 @@
 #include "base/Block.h"
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -180,7 +181,7 @@ HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, con
         pfnFill(pPixel, nWidth, acrossTerms.As<uint8_t>(), pDown, first, second);
         pPixel += static_cast<std::size_t>(nWidth) * 4;
     }
-    return ::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS);
+    return Made(::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS));
 }
 
 } // namespace

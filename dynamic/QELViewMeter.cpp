@@ -1,6 +1,7 @@
 #include "dynamic/QELViewMeter.h"
 
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "base/Shown.h"
 #include "base/WrapMath.h"
 #include "dynamic/MeterRenderer.h"
@@ -228,6 +229,13 @@ bool MeterPicture::HasFaceFor(HDC hdc) const
     return !bPartOfFace || (FindShown(hdc, &rc) && Covers(rcFaceShown, rc));
 }
 
+// One that lacks a shape is made anew by the next draw.
+void MeterPicture::DoubtFace()
+{
+    faceChanges = {};
+    nFaceSource[0] = ~nFaceSource[0];
+}
+
 void MeterPicture::DropFace()
 {
     if (hFace) ::DeleteObject(hFace);
@@ -239,6 +247,7 @@ void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPi
     pPicture->DropFace();
     pPicture->bPartOfFace = false;
     const bool bOnSurface = FindShown(hdc, &pPicture->rcFaceShown);
+    const uint32_t nRefused = CountRefusals();
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
         CRegion shape(bOnSurface
@@ -250,6 +259,7 @@ void CQELViewMeter::MakeFaceRegion(HDC hdc, const RECT& rcQel, MeterPicture* pPi
         else
             pPicture->hFace = shape.Take();
     }
+    if (CountRefusals() != nRefused) pPicture->DoubtFace();
 }
 
 // The pointer's place is carried over, so that a partial redraw finds the old one.

@@ -21,6 +21,7 @@ struct MeterPicture {
     MeterPicture(const MeterPicture&) = delete;
     MeterPicture& operator=(const MeterPicture&) = delete;
     void DropFace();
+    void DoubtFace();
     // It was drawn there last.
     [[nodiscard]] bool IsFor(const RECT& rcQel, SIZE ref) const
     {

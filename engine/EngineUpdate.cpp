@@ -1,6 +1,7 @@
 // How the engine keeps the picture of its drawing right with little drawing: what is dirty, and the
 // update of it; the rest of it is in engine/QELEngine.cpp.
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "engine/QELEngine.h"
 #include "render/PaintedPlace.h"
 #include "render/UpdateClip.h"
@@ -84,11 +85,13 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     const CUpdateClip clip(hdc, dirty);
     if (!clip.IsOpen()) return 0;
     dirty.SetMissed(false);
+    const uint32_t nRefused = CountRefusals();
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
     if (!UpdateByPlace(hdc, clip.Painted(), rcPainted))
         m_view.Root()->Show(hdc, m_rcDraw, UPDATE_FLAGS);
-    return dirty.HasMissed() ? 0 : clip.TakeBack(&dirty);
+    const bool bWhole = !dirty.HasMissed() && CountRefusals() == nRefused;
+    return bWhole ? clip.TakeBack(&dirty) : 0;
 }
 
 // 0 when it takes a walk of all that there is.

@@ -1,6 +1,7 @@
 #include "meter/DialComponents.h"
 
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "meter/DialGeometry.h"
 
 #include <cstring>
@@ -9,7 +10,7 @@ namespace {
 
 HPEN MakePen(int32_t nWidth, COLORREF clr)
 {
-    return nWidth ? ::CreatePen(PS_SOLID, nWidth, clr) : nullptr;
+    return nWidth ? Made(::CreatePen(PS_SOLID, nWidth, clr)) : nullptr;
 }
 
 void Delete(HGDIOBJ hObject)
@@ -64,7 +65,7 @@ int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStar
 CScaleCentre::CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen,
                            COLORREF clrFill) noexcept
     : m_nRadius(nRadius), m_hPen(MakePen(nWidth, clrPen)),
-      m_hBrush(nRadius ? ::CreateSolidBrush(clrFill) : nullptr)
+      m_hBrush(nRadius ? Made(::CreateSolidBrush(clrFill)) : nullptr)
 {
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 
 #include <cstdint>
 
@@ -10,8 +11,8 @@ class CFigureScope {
 public:
     // A width of 0 draws without outline.
     CFigureScope(HDC hdc, int32_t nPenWidth, COLORREF clrPen, COLORREF clrFill) noexcept
-        : m_hPen(nPenWidth ? ::CreatePen(PS_SOLID, nPenWidth, clrPen) : nullptr),
-          m_hBrush(::CreateSolidBrush(clrFill)), m_bReady(m_hBrush && (m_hPen || !nPenWidth)),
+        : m_hPen(nPenWidth ? Made(::CreatePen(PS_SOLID, nPenWidth, clrPen)) : nullptr),
+          m_hBrush(Made(::CreateSolidBrush(clrFill))), m_bReady(m_hBrush && (m_hPen || !nPenWidth)),
           m_pen(hdc, PenToSelect(nPenWidth)), m_brush(hdc, m_bReady ? m_hBrush : nullptr)
     {
     }

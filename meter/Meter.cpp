@@ -2,6 +2,7 @@
 
 #include "base/DrawLimits.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "include/QELEngine.h"
 
 #include <cstdio>
@@ -159,7 +160,7 @@ int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
 HFONT MakeMeterFont(FontCell cell, int nWeight)
 {
     if (!IsDrawableCell(cell.nWidth, cell.nHeight)) return nullptr;
-    return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
-                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                         DEFAULT_PITCH | FF_DONTCARE, nullptr);
+    return Made(::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
+                              METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                              DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, nullptr));
 }

@@ -2,6 +2,7 @@
 
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "base/Shown.h"
 
 #include <algorithm>
@@ -100,7 +101,7 @@ void DrawCorner(HDC hdc, HGDIOBJ hPen, POINT ptFrom, POINT ptCorner, POINT ptTo)
 
 class CPen { // a solid pen that is deleted with its scope
 public:
-    explicit CPen(COLORREF clr) noexcept : m_hPen(::CreatePen(PS_SOLID, 1, clr)) {}
+    explicit CPen(COLORREF clr) noexcept : m_hPen(Made(::CreatePen(PS_SOLID, 1, clr))) {}
     ~CPen()
     {
         if (m_hPen) ::DeleteObject(m_hPen);

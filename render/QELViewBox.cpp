@@ -1,6 +1,7 @@
 #include "render/QELViewBox.h"
 
 #include "base/DrawLimits.h"
+#include "base/Refusals.h"
 #include "render/Border3D.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
@@ -132,8 +133,8 @@ HRGN CQELViewRect::MakeRegion(const RECT& rcQel) const
     if (!MapAnchored(rcQel, Box(), 0, &rc)) return nullptr;
     const int32_t nShrink =
         HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_style.nPenWidth, 1) / 2;
-    return ::CreateRectRgn(WrapAdd(rc.left, nShrink), WrapAdd(rc.top, nShrink),
-                           WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink));
+    return Made(::CreateRectRgn(WrapAdd(rc.left, nShrink), WrapAdd(rc.top, nShrink),
+                                WrapSub(rc.right, nShrink), WrapSub(rc.bottom, nShrink)));
 }
 
 SIZE CQELViewRoundRect::Corner() const
@@ -176,7 +177,8 @@ HRGN CQELViewRoundRect::MakeRegion(const RECT& rcQel) const
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
     const SIZE corner = Corner();
-    return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
+    return Made(::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy),
+                !::IsRectEmpty(&rc));
 }
 
 void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const RECT&) const
@@ -194,5 +196,5 @@ HRGN CQELViewEllipse::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
-    return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
+    return Made(::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom), !::IsRectEmpty(&rc));
 }

@@ -1,6 +1,7 @@
 #include "render/QELViewCircle.h"
 
 #include "base/DrawLimits.h"
+#include "base/Refusals.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
@@ -93,5 +94,5 @@ HRGN CQELViewCircle::MakeRegion(const RECT& rcQel) const
 {
     RECT rc{};
     if (!MapSquare(rcQel, 0, &rc) || !IsDrawableCurve(rc)) return nullptr;
-    return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
+    return Made(::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom), !::IsRectEmpty(&rc));
 }

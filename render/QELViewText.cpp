@@ -3,6 +3,7 @@
 #include "base/Decimal.h"
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "render/Mapping.h"
 
 #include <cstring>
@@ -23,7 +24,7 @@ public:
         font.lfWidth = size.cx;
         font.lfHeight = size.cy;
         font.lfCharSet = OEM_CHARSET;
-        m_hMade = ::CreateFontIndirectA(&font);
+        m_hMade = Made(::CreateFontIndirectA(&font));
         if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
     }
     ~CSizedFontScope() { Restore(); }

@@ -2,6 +2,7 @@
 
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 
 namespace {
 
@@ -17,8 +18,8 @@ constexpr int32_t CROSS_PARTS = 12; // of the shorter side, how wide the cross i
 class CChequers { // a brush of every other pixel, where the surface begins whatever the host's does
 public:
     explicit CChequers(HDC hdc) noexcept
-        : m_hdc(hdc), m_hBitmap(::CreateBitmap(8, 8, 1, 1, g_chequers)),
-          m_hBrush(m_hBitmap ? ::CreatePatternBrush(m_hBitmap) : nullptr)
+        : m_hdc(hdc), m_hBitmap(Made(::CreateBitmap(8, 8, 1, 1, g_chequers))),
+          m_hBrush(m_hBitmap ? Made(::CreatePatternBrush(m_hBitmap)) : nullptr)
     {
         ::SetBrushOrgEx(hdc, 0, 0, &m_ptOrigin);
     }
