@@ -315,6 +315,7 @@ const Order g_orders[] = {
          EXPECT_EQ(1, s.Update());
          EXPECT_EQ(1, QELResetLive(s, "shares"));
          s.Select("shares", QEL_SEL_SECTOR_COUNT, 3);
+         s.Value("shares", 1); // real numbers from here on
      }},
     {"SharesGetMore",
      [](CStage& s) {
@@ -595,18 +596,20 @@ const Order g_orders[] = {
          EXPECT_EQ(1, QELSetQuality(s, "inner_1", 0));
      }},
     {"AFaceGetsSomethingInIt",
-     [](CStage& s) { // it is painted no more
+     [](CStage& s) {                          // it is painted no more
+         s.Place("face", {60, 90, 130, 150}); // away from the dial
+         EXPECT_EQ(1, s.Update());
          EXPECT_EQ(1, QELMoveElem(s, s.Find("star"), s.Find("face"), nullptr));
          EXPECT_EQ(1, s.Update());
          s.Value("dial", 5);
      }},
     {"AFaceLosesWhatWasInIt",
      [](CStage& s) {
+         s.Place("face", {60, 90, 130, 150});
          EXPECT_NE(nullptr, QELCreateElem(s, QEL_TYPE_RECT, s.Find("face"), nullptr));
          EXPECT_EQ(1, s.Update());
          EXPECT_EQ(1, QELDeleteElem(s, QELGetFirstChild(s, s.Find("face"))));
-     },
-     End::AsAtFirst},
+     }},
     {"AnotherDrawingIsOpened",
      [](CStage& s) {
          s.Value("dial", 5);
