@@ -313,6 +313,7 @@ const Order g_orders[] = {
          s.Select("shares", QEL_SEL_SECTOR_COUNT, 3);
          EXPECT_EQ(1, QELSetPin(s, "shares", 2, 5));
          EXPECT_EQ(1, s.Update());
+         s.Print(QEL_DRAW_FULL);
          EXPECT_EQ(1, QELResetLive(s, "shares"));
          s.Select("shares", QEL_SEL_SECTOR_COUNT, 3);
          s.Value("shares", 1); // real numbers from here on
