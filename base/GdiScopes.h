@@ -2,6 +2,8 @@
 // when it goes out of scope. Guards undo in the reverse order of their declaration.
 #pragma once
 
+#include "base/Refusals.h"
+
 #include <windows.h>
 
 // Selects an object that somebody else owns; null selects nothing.

@@ -2,6 +2,7 @@
 
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 
 #include <algorithm>
 #include <cstring>
@@ -50,15 +51,17 @@ RECT ShortBox(const RECT& rc, CPixelScale px)
 
 HPEN MakePixelPen(int nStyle, int32_t nPixels, int32_t nWidth, COLORREF clr)
 {
-    if (!IsSquare(nStyle, nPixels, nWidth)) return ::CreatePen(nStyle, nWidth, clr);
+    if (!IsSquare(nStyle, nPixels, nWidth))
+        return Made(::CreatePen(nStyle, nWidth, clr),
+                    nStyle >= PS_SOLID && nStyle <= PS_INSIDEFRAME);
     const LOGBRUSH brush{BS_SOLID, clr, 0};
     const auto nUnit = static_cast<DWORD>(nWidth);
     constexpr DWORD FORM = PS_GEOMETRIC | PS_ENDCAP_FLAT | PS_JOIN_MITER;
-    if (!IsBroken(nStyle)) return ::ExtCreatePen(FORM | PS_SOLID, nUnit, &brush, 0, nullptr);
+    if (!IsBroken(nStyle)) return Made(::ExtCreatePen(FORM | PS_SOLID, nUnit, &brush, 0, nullptr));
     const Dashes& dashes = g_dashes[nStyle - PS_DASH];
     DWORD nLengths[6];
     for (DWORD n = 0; n < dashes.nCount; ++n) nLengths[n] = dashes.nLengths[n] * nUnit;
-    return ::ExtCreatePen(FORM | PS_USERSTYLE, nUnit, &brush, dashes.nCount, nLengths);
+    return Made(::ExtCreatePen(FORM | PS_USERSTYLE, nUnit, &brush, dashes.nCount, nLengths));
 }
 
 namespace {

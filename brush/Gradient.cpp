@@ -5,6 +5,7 @@
 #include "base/Block.h"
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -194,7 +195,7 @@ HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, con
         pPixel +=
             static_cast<std::size_t>(nWidth * nSamples) * static_cast<std::size_t>(nSamples) * 4;
     }
-    return ::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS);
+    return Made(::CreateDIBPatternBrushPt(bitmap.As<uint8_t>(), DIB_RGB_COLORS));
 }
 
 } // namespace

@@ -18,7 +18,7 @@ void FillRow(unsigned char* pOut, unsigned nCells, int32_t nCell)
 
 HBITMAP MakeHatchBitmap(const unsigned short (&rows)[HATCH_SIDE], int32_t nCell)
 {
-    if (nCell <= 1) return ::CreateBitmap(HATCH_SIDE, HATCH_SIDE, 1, 1, rows);
+    if (nCell <= 1) return Made(::CreateBitmap(HATCH_SIDE, HATCH_SIDE, 1, 1, rows));
     if (nCell > MAX_HATCH_CELL) nCell = MAX_HATCH_CELL;
     const int32_t nSide = HATCH_SIDE * nCell;
     const int32_t nStride = (nCell + 1) / 2 * 2; // a row has a byte for each unit of a cell
@@ -29,5 +29,5 @@ HBITMAP MakeHatchBitmap(const unsigned short (&rows)[HATCH_SIDE], int32_t nCell)
         for (int32_t n = 1; n < nCell; ++n)
             std::memcpy(pFirst + n * nStride, pFirst, static_cast<std::size_t>(nStride));
     }
-    return ::CreateBitmap(nSide, nSide, 1, 1, bits);
+    return Made(::CreateBitmap(nSide, nSide, 1, 1, bits));
 }

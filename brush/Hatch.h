@@ -1,6 +1,8 @@
 // Hatches whose pixels are larger than the surface's.
 #pragma once
 
+#include "base/Refusals.h"
+
 #include <windows.h>
 
 #include <cstdint>
@@ -17,7 +19,7 @@ class CHatchBrush {
 public:
     CHatchBrush(const unsigned short (&rows)[HATCH_SIDE], int32_t nCell) noexcept
         : m_hBitmap(MakeHatchBitmap(rows, nCell)),
-          m_hBrush(m_hBitmap ? ::CreatePatternBrush(m_hBitmap) : nullptr)
+          m_hBrush(m_hBitmap ? Made(::CreatePatternBrush(m_hBitmap)) : nullptr)
     {
     }
     ~CHatchBrush()

@@ -1,6 +1,8 @@
 // The hatch-brush class of the exported header: a fill style made into a GDI brush. The brush
 // objects are made on first use and kept for the life of the object.
 #include "brush/Gradient.h"
+
+#include "base/Refusals.h"
 #include "include/QELEngine.h"
 
 const tagDRAFTSTYLE CQELDraft::m_nDefDraft = DRAFT_SOLID_TEXT;
@@ -65,8 +67,8 @@ int CQELDraft::GetDraftBrush(HBRUSH& brush, RECT* pRect, unsigned long clr1, uns
     brush = nullptr;
     if (m_nStyle < 0) return 0; // there is no such hatch
     if (m_nStyle < DRAFT_GRADIENT) {
-        if (!m_hBitmap) m_hBitmap = ::CreateBitmap(8, 8, 1, 1, m_byColorsBits[m_nStyle]);
-        if (m_hBitmap && !m_hBrush) m_hBrush = ::CreatePatternBrush(m_hBitmap);
+        if (!m_hBitmap) m_hBitmap = Made(::CreateBitmap(8, 8, 1, 1, m_byColorsBits[m_nStyle]));
+        if (m_hBitmap && !m_hBrush) m_hBrush = Made(::CreatePatternBrush(m_hBitmap));
         brush = m_hBrush;
         return brush != nullptr;
     }

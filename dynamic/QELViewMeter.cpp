@@ -1,6 +1,7 @@
 #include "dynamic/QELViewMeter.h"
 
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "base/Shown.h"
 #include "base/WrapMath.h"
 #include "dynamic/MeterRenderer.h"
@@ -235,6 +236,13 @@ bool MeterPicture::HasFaceFor(HDC hdc) const
     return !bPartOfFace || (FindShown(hdc, &rc) && Covers(rcFaceShown, rc));
 }
 
+// One that lacks a shape is made anew by the next draw.
+void MeterPicture::DoubtFace()
+{
+    faceChanges = {};
+    nFaceSource[0] = ~nFaceSource[0];
+}
+
 void MeterPicture::DropFace()
 {
     if (hFace) ::DeleteObject(hFace);
@@ -246,6 +254,7 @@ void CQELViewMeter::MakeFaceRegion(HDC hdc, const QelRect& rcQel, MeterPicture* 
     pPicture->DropFace();
     pPicture->bPartOfFace = false;
     const bool bOnSurface = FindShown(hdc, &pPicture->rcFaceShown);
+    const uint32_t nRefused = CountRefusals();
     for (CQELViewShape* p = FirstShapeBelow(this); p; p = NextShapeBelow(p, this)) {
         if (p->FirstChild()) continue;
         CRegion shape(bOnSurface
@@ -257,6 +266,7 @@ void CQELViewMeter::MakeFaceRegion(HDC hdc, const QelRect& rcQel, MeterPicture* 
         else
             pPicture->hFace = shape.Take();
     }
+    if (CountRefusals() != nRefused) pPicture->DoubtFace();
 }
 
 // The pointer's place is carried over, so that a partial redraw finds the old one.
@@ -280,6 +290,21 @@ void CQELViewMeter::PassPins(CMeter* pRenderer) const
         pSectors->SetSectorValues(m_fPins);
     else
         pSectors->SetSectorValues(m_nPins);
+}
+
+// Renderers keep both forms of what they were passed.
+void CQELViewMeter::ForgetPins()
+{
+    std::memset(m_nPins, 0, sizeof m_nPins);
+    std::memset(m_fPins, 0, sizeof m_fPins);
+    m_nLastPin = 0;
+    if (m_attr.nType != METER_SECTOR) return;
+    for (MeterPicture* p : {&m_drawn, Updated()}) {
+        auto* pSectors = p ? static_cast<CSectorMeter*>(p->pRenderer.get()) : nullptr;
+        if (!pSectors) continue;
+        pSectors->SetSectorValues(m_nPins);
+        pSectors->SetSectorValues(m_fPins);
+    }
 }
 
 // The face region goes as well: the shapes that it was made of may be others by now.
@@ -483,9 +508,7 @@ void CQELViewMeter::ResetValues()
     m_fBase = 0;
     m_nValue = 0;
     m_fValue = 0;
-    std::memset(m_nPins, 0, sizeof m_nPins);
-    std::memset(m_fPins, 0, sizeof m_fPins);
-    m_nLastPin = 0;
+    ForgetPins();
     m_bFloats = false;
     m_words.ApplyAll(*this);
 }

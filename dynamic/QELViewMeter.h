@@ -21,6 +21,7 @@ struct MeterPicture {
     MeterPicture(const MeterPicture&) = delete;
     MeterPicture& operator=(const MeterPicture&) = delete;
     void DropFace();
+    void DoubtFace();
     // It was drawn there last.
     [[nodiscard]] bool IsFor(const QelRect& rcQel, SIZE ref) const
     {
@@ -122,6 +123,7 @@ private:
     void MakeFaceRegion(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture);
     void MakeRenderer(const QelRect& rcQel, MeterPicture* pPicture) const;
     void PassPins(CMeter* pRenderer) const;
+    void ForgetPins();
     void DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer, const LiveState* pState) const;
     void TakeForm();
     [[nodiscard]] bool MovesNumbers(const SelectorRow& row) const;

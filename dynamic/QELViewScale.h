@@ -34,6 +34,7 @@ public:
     int SetProperty(uint32_t nSelector, uint32_t nValue) override;
     int GetProperty(uint32_t nSelector, uint32_t* pnValue) const override;
     // The form of the value that was set last is drawn.
+    using CHostDriven::SetValue; // by a whole number they have none of their own
     int SetValue(float fValue);
     [[nodiscard]] float FloatValue() const { return m_value.fValue; }
     int SetValue(uint32_t nPin, float fValue) override;

@@ -1,6 +1,7 @@
 // How the engine keeps the picture of its drawing right with little drawing: what is dirty, and the
 // update of it; the rest of it is in engine/QELEngine.cpp.
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "engine/QELEngine.h"
 #include "engine/SmoothDraw.h"
 #include "render/PaintedPlace.h"
@@ -105,6 +106,7 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     dirty.SetMissed(false);
     const CUpdateClip clip(hdc, dirty);
     if (!clip.IsOpen()) return 0;
+    const uint32_t nRefused = CountRefusals();
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
     CDirtyPainter painter(*this, clip.Painted());
@@ -112,7 +114,8 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     if (!m_nSmooth || !CanBeSmooth(hdc, rcPainted, &rcShown) ||
         !m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter))
         PaintDirty(hdc, m_rcDraw, clip.Painted(), rcPainted);
-    return dirty.HasMissed() ? 0 : clip.TakeBack(&dirty);
+    const bool bWhole = !dirty.HasMissed() && CountRefusals() == nRefused;
+    return bWhole ? clip.TakeBack(&dirty) : 0;
 }
 
 void CQELEngine::PaintDirty(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted,
@@ -144,6 +147,22 @@ void CQELEngine::TouchPlaceOf(const CQELDocElm* pElm)
 {
     if (CQELViewElm* pView = pElm->View())
         m_view.Dirty().AddPlaceOf(DrawnFor(pView), m_view.Root());
+}
+
+// A shape in a meter is painted while nothing is in it.
+void CQELEngine::TouchFace(const CQELDocElm* pElm)
+{
+    if (pElm && pElm->View() && pElm->View()->IsShape()) TouchPlaceOf(pElm);
+}
+
+// What comes into something that has colours for all shapes in it is to look at that.
+void CQELEngine::TakeColorsAround(CQELViewElm* pTop)
+{
+    const CQELViewElm* pAround = pTop ? pTop->Parent() : nullptr;
+    while (pAround && !pAround->IsLive()) pAround = pAround->Parent();
+    if (!pAround) return;
+    for (CQELViewElm* p = pTop; p; p = p->NextInTree(pTop))
+        if (p->IsShape()) p->SetLive(true);
 }
 
 void CQELEngine::TouchAll()

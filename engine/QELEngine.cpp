@@ -213,9 +213,11 @@ CQELDocElm* CQELEngine::CreateElem(int32_t nType, CQELDocElm* pParent, CQELDocEl
     if (nType == QEL_TYPE_ROOT) return pParent || pAfter ? nullptr : ReplaceRoot();
     if (!pParent) pParent = m_document.GetRoot();
     if (!pParent) return nullptr;
+    TouchFace(pParent);
     CQELDocElm* pElm = m_document.CreateElement(pParent, pAfter, nType);
     if (!pElm) return nullptr;
     if (Edited(MakeViews(pElm, pParent->View(), pAfter ? pAfter->View() : nullptr))) {
+        TakeColorsAround(pElm->View());
         TouchPlaceOf(pElm);
         return pElm;
     }
@@ -251,11 +253,13 @@ CQELDocElm* CQELEngine::ReplaceRoot()
 int CQELEngine::DeleteElem(CQELDocElm* pElm)
 {
     ForgetPlaces();
+    const CQELDocElm* pParent = pElm->Parent();
     if (CQELViewElm* pView = pElm->View()) {
         TouchPlaceOf(pElm);
         if (IsInPicture(pElm))
             UnregisterAll(pView); // else it is not registered, and slots are others'
         m_view.DeleteElement(pView);
+        TouchFace(pParent);
     }
     return Edited(m_document.DeleteElement(pElm));
 }
@@ -265,6 +269,7 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
     ForgetPlaces();
     const bool bWasInPicture = IsInPicture(pElm);
     const CQELDocElm* pMeter = MeterAround(pElm);
+    const CQELDocElm* pOldParent = pElm->Parent();
     CQELViewElm* pView = pElm->View();
     const bool bComesIn = pView && !bWasInPicture && pParent && IsInPicture(pParent);
     if (bComesIn && !m_view.ReservePlaces(pView)) return 0;
@@ -275,13 +280,16 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
     m_bModified = true;
     if (!pView) return 1;
     TouchPlaceOf(pElm); // the view's place is the old one still
+    TouchFace(pParent);
     const bool bIsInPicture = IsInPicture(pElm);
     if (bWasInPicture && !bIsInPicture) UnregisterAll(pView);
     m_view.MoveElement(pView, pParent ? pParent->View() : nullptr,
                        pAfter ? pAfter->View() : nullptr);
     if (bIsInPicture && !bWasInPicture) RegisterAll(pView);
     if (pMeter && MeterAround(pElm) != pMeter) GiveFillsBack(pElm);
+    TakeColorsAround(pView);
     TouchPlaceOf(pElm);
+    TouchFace(pOldParent);
     return 1;
 }
 
@@ -303,6 +311,7 @@ CQELDocElm* CQELEngine::CopyElem(CQELDocElm* pElm)
     CQELDocElm* pCopy = m_document.CopyElement(pElm);
     if (!pCopy) return nullptr;
     if (Edited(MakeViews(pCopy, pElm->Parent()->View(), pElm->View()))) {
+        TakeColorsAround(pCopy->View());
         TouchPlaceOf(pCopy);
         return pCopy;
     }

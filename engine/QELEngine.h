@@ -124,6 +124,8 @@ private:
     int DrawSmooth(HDC hdc, uint32_t nFlags);
     friend class CDirtyPainter;
     void TouchPlaceOf(const CQELDocElm* pElm);
+    void TouchFace(const CQELDocElm* pElm); // before and after something comes into it or leaves it
+    static void TakeColorsAround(CQELViewElm* pTop);
     void TouchAll(); // before what may change the place of everything
     int TakeElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize);
     [[nodiscard]] UnitTurn TurnOfDrawing() const;

@@ -1,5 +1,6 @@
 #include "meter/ArcMeter.h"
 
+#include "base/Refusals.h"
 #include "base/WrapMath.h"
 #include "include/QELEngine.h"
 #include "meter/DialComponents.h"
@@ -28,7 +29,7 @@ CDialClip::CDialClip(HDC hdc, const RECT& rc, bool bWholeContext) noexcept : m_h
     if (bWholeContext) {
         m_nSaved = ::SaveDC(hdc);
     } else {
-        m_hRegion = ::CreateRectRgn(rc.left, rc.top, rc.right, rc.bottom);
+        m_hRegion = Made(::CreateRectRgn(rc.left, rc.top, rc.right, rc.bottom));
         m_bHadClip = m_hRegion && ::GetClipRgn(hdc, m_hRegion) == 1;
     }
     const int nResult = ::IntersectClipRect(hdc, rc.left, rc.top, rc.right, rc.bottom);

@@ -2,11 +2,12 @@
 
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 
 CBarFill::CBarFill(const RECT& rcSegment, int32_t nStyle, COLORREF clrBack, COLORREF clrFore,
                    CPixelScale px) noexcept
     : m_draft(nStyle, px), m_rcSegment(rcSegment),
-      m_hSegment(::IsRectEmpty(&rcSegment) ? nullptr : ::CreateRectRgnIndirect(&rcSegment)),
+      m_hSegment(::IsRectEmpty(&rcSegment) ? nullptr : Made(::CreateRectRgnIndirect(&rcSegment))),
       m_clrBack(clrBack), m_clrFore(clrFore), m_px(px)
 {
 }
@@ -25,7 +26,7 @@ int CBarFill::Draw(HDC hdc, HRGN hMeterRegion)
 {
     HBRUSH hBrush = m_hSegment ? Brush(hdc) : nullptr;
     if (!hBrush) return 0;
-    const CRegion visible(::CreateRectRgn(0, 0, 0, 0));
+    const CRegion visible(Made(::CreateRectRgn(0, 0, 0, 0)));
     if (visible.Get() && ::CombineRgn(visible.Get(), m_hSegment, hMeterRegion, RGN_AND) != ERROR) {
         const CBkColorScope back(hdc, m_clrBack);
         const CTextColorScope text(hdc, m_clrFore);

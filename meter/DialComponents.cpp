@@ -93,7 +93,7 @@ CScaleCentre::CScaleCentre(int32_t nRadius, int32_t nWidth, COLORREF clrPen, COL
                            CPixelScale px) noexcept
     : m_nRadius(px(nRadius)), m_nPixels(nWidth), m_px(px),
       m_hPen(MakePen(nWidth, px(nWidth), clrPen)),
-      m_hBrush(nRadius ? ::CreateSolidBrush(clrFill) : nullptr)
+      m_hBrush(nRadius ? Made(::CreateSolidBrush(clrFill)) : nullptr)
 {
 }
 

@@ -4,6 +4,7 @@
 
 #include "base/GdiScopes.h"
 #include "base/PixelPen.h"
+#include "base/Refusals.h"
 
 #include <cstdint>
 
@@ -13,7 +14,7 @@ public:
     CFigureScope(HDC hdc, int32_t nPenWidth, COLORREF clrPen, COLORREF clrFill,
                  CPixelScale px = {}) noexcept
         : m_hPen(nPenWidth ? MakePixelPen(PS_SOLID, nPenWidth, px(nPenWidth), clrPen) : nullptr),
-          m_hBrush(::CreateSolidBrush(clrFill)), m_bReady(m_hBrush && (m_hPen || !nPenWidth)),
+          m_hBrush(Made(::CreateSolidBrush(clrFill))), m_bReady(m_hBrush && (m_hPen || !nPenWidth)),
           m_pen(hdc, PenToSelect(nPenWidth)), m_brush(hdc, m_bReady ? m_hBrush : nullptr),
           m_corners(hdc, m_bReady && nPenWidth == 1 && px(1) > 1)
     {

@@ -2,6 +2,7 @@
 
 #include "base/Block.h"
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "base/Shown.h"
 #include "base/WrapMath.h"
 
@@ -62,7 +63,7 @@ bool CFaceClip::Narrow(HRGN hFace, const RECT& rcBox, const POINT* pptOffset) co
 // but in the units of the drawing, so that every mapping and every kind of metafile understands it.
 bool CFaceClip::CutOut(HRGN hFace, const RECT& rcBox) const
 {
-    const CRegion rest(::CreateRectRgnIndirect(&rcBox));
+    const CRegion rest(Made(::CreateRectRgnIndirect(&rcBox)));
     if (!rest.Get() || ::CombineRgn(rest.Get(), rest.Get(), hFace, RGN_DIFF) == ERROR) return false;
     const DWORD nSize = ::GetRegionData(rest.Get(), 0, nullptr);
     const CBlock block(nSize);

@@ -3,6 +3,7 @@
 #include "base/DrawLimits.h"
 #include "base/PixelPen.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "include/QELEngine.h"
 
 #include <cstdio>
@@ -161,7 +162,8 @@ int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
 HFONT MakeMeterFont(FontCell cell, int nWeight, CPixelScale px)
 {
     if (!IsDrawableCell(cell.nWidth, cell.nHeight, px)) return nullptr;
-    return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
-                         METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, TextQuality(px, DEFAULT_QUALITY),
-                         DEFAULT_PITCH | FF_DONTCARE, nullptr);
+    return Made(::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
+                              METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                              TextQuality(px, DEFAULT_QUALITY), DEFAULT_PITCH | FF_DONTCARE,
+                              nullptr));
 }

@@ -1,5 +1,6 @@
 #include "meter/RoundMeterParts.h"
 
+#include "base/Refusals.h"
 #include "base/WrapMath.h"
 #include "meter/DialComponents.h"
 #include "meter/DialGeometry.h"
@@ -72,10 +73,10 @@ namespace {
 // A thin band is at least a line.
 HPEN MakeBandPen(int32_t nWidth, COLORREF clr, CPixelScale px)
 {
-    if (nWidth <= px(1)) return ::CreatePen(PS_SOLID, px(1), clr);
+    if (nWidth <= px(1)) return Made(::CreatePen(PS_SOLID, px(1), clr));
     const LOGBRUSH brush = {BS_SOLID, clr, 0};
-    return ::ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_BEVEL,
-                          static_cast<DWORD>(nWidth), &brush, 0, nullptr);
+    return Made(::ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_FLAT | PS_JOIN_BEVEL,
+                               static_cast<DWORD>(nWidth), &brush, 0, nullptr));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "meter/SectorMeter.h"
 
+#include "base/Refusals.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
 
@@ -84,7 +85,7 @@ int CSectorMeter::Fill(HDC hdc, double fTotal) const
         const Sector sector = SectorAt(i, fStart, fTotal);
         fStart += sector.fShare;
         if (!sector.bVisible) continue;
-        const HBRUSH hBrush = ::CreateSolidBrush(g_palette[i]);
+        const HBRUSH hBrush = Made(::CreateSolidBrush(g_palette[i]));
         {
             const CSelectScope brush(hdc, hBrush); // the pen is the one that the context holds
             ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, sector.ptEnd.x, sector.ptEnd.y,

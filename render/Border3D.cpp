@@ -2,6 +2,7 @@
 
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "base/Shown.h"
 #include "include/QELEngine.h"
 
@@ -101,7 +102,7 @@ void DrawCorner(HDC hdc, HGDIOBJ hPen, POINT ptFrom, POINT ptCorner, POINT ptTo)
 
 class CPen { // a solid pen that is deleted with its scope
 public:
-    explicit CPen(COLORREF clr) noexcept : m_hPen(::CreatePen(PS_SOLID, 1, clr)) {}
+    explicit CPen(COLORREF clr) noexcept : m_hPen(Made(::CreatePen(PS_SOLID, 1, clr))) {}
     ~CPen()
     {
         if (m_hPen) ::DeleteObject(m_hPen);
@@ -151,8 +152,8 @@ void DrawWideRing(HDC hdc, const RECT& r, HBRUSH hLight, HBRUSH hDark, int32_t n
 void DrawWideRings(HDC hdc, const RECT& rc, COLORREF clrLight, COLORREF clrDark, int32_t nWidth,
                    CPixelScale px)
 {
-    const CBrush light(::CreateSolidBrush(clrLight));
-    const CBrush dark(::CreateSolidBrush(clrDark));
+    const CBrush light(Made(::CreateSolidBrush(clrLight)));
+    const CBrush dark(Made(::CreateSolidBrush(clrDark)));
     if (!light.Get() || !dark.Get()) return;
     for (int32_t n = 0; n < nWidth; ++n) {
         const int32_t nIn = n ? px(n) : 0;

@@ -10,6 +10,7 @@
 namespace {
 
 constexpr uint32_t FIRST_ROOM = 64;
+constexpr uint32_t MOST_ROOM = 1 << 28; // its bytes can be counted in both word sizes
 
 RECT HullOf(const RECT& a, const RECT& b)
 {
@@ -106,7 +107,7 @@ void CDirtyArea::Remember(CQELViewElm* pElm)
 int CDirtyArea::Grow()
 {
     const uint32_t nRoom = m_nRoom ? 2 * m_nRoom : FIRST_ROOM;
-    if (nRoom > SIZE_MAX / 2 / sizeof(CQELViewElm*)) return 0;
+    if (nRoom > MOST_ROOM) return 0;
     void* pRoom = std::realloc(m_ppTouched, nRoom * sizeof(CQELViewElm*));
     if (!pRoom) return 0;
     m_ppTouched = static_cast<CQELViewElm**>(pRoom);

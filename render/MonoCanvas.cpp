@@ -1,6 +1,7 @@
 #include "render/MonoCanvas.h"
 
 #include "base/Block.h"
+#include "base/Refusals.h"
 
 #include <algorithm>
 
@@ -41,8 +42,8 @@ DWORD FindRuns(const unsigned char* pBits, LONG nStride, SIZE size, RECT* pOut)
 } // namespace
 
 CMonoCanvas::CMonoCanvas(const RECT& rc) noexcept
-    : m_rc(rc), m_hdc(::CreateCompatibleDC(nullptr)),
-      m_hBitmap(::CreateBitmap(rc.right - rc.left, rc.bottom - rc.top, 1, 1, nullptr))
+    : m_rc(rc), m_hdc(Made(::CreateCompatibleDC(nullptr))),
+      m_hBitmap(Made(::CreateBitmap(rc.right - rc.left, rc.bottom - rc.top, 1, 1, nullptr)))
 {
     if (m_hdc && m_hBitmap) m_hPrev = ::SelectObject(m_hdc, m_hBitmap);
     if (m_hPrev) ::PatBlt(m_hdc, 0, 0, Size().cx, Size().cy, WHITENESS);

@@ -1,6 +1,7 @@
 #include "render/QELViewBox.h"
 
 #include "base/DrawLimits.h"
+#include "base/Refusals.h"
 #include "render/Border3D.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
@@ -133,8 +134,8 @@ HRGN CQELViewRect::MakeRegion(const QelRect& rcQel) const
     const int32_t nShrink =
         HidesOutline() ? BorderWidthOf(Style()) : WrapAdd(m_style.nPenWidth, 1) / 2;
     const int32_t nTaken = rcQel.px(nShrink);
-    return ::CreateRectRgn(WrapAdd(rc.left, nTaken), WrapAdd(rc.top, nTaken),
-                           WrapSub(rc.right, nTaken), WrapSub(rc.bottom, nTaken));
+    return Made(::CreateRectRgn(WrapAdd(rc.left, nTaken), WrapAdd(rc.top, nTaken),
+                                WrapSub(rc.right, nTaken), WrapSub(rc.bottom, nTaken)));
 }
 
 SIZE CQELViewRoundRect::Corner(CPixelScale px) const
@@ -178,7 +179,8 @@ HRGN CQELViewRoundRect::MakeRegion(const QelRect& rcQel) const
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
     const SIZE corner = Corner(rcQel.px);
     rc = ShortBox(rc, rcQel.px);
-    return ::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
+    return Made(::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy),
+                !::IsRectEmpty(&rc));
 }
 
 void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
@@ -197,5 +199,5 @@ HRGN CQELViewEllipse::MakeRegion(const QelRect& rcQel) const
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
     rc = ShortBox(rc, rcQel.px);
-    return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
+    return Made(::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom), !::IsRectEmpty(&rc));
 }

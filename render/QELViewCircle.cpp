@@ -1,6 +1,7 @@
 #include "render/QELViewCircle.h"
 
 #include "base/DrawLimits.h"
+#include "base/Refusals.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
@@ -94,5 +95,5 @@ HRGN CQELViewCircle::MakeRegion(const QelRect& rcQel) const
     RECT rc{};
     if (!MapSquare(rcQel, 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
     rc = ShortBox(rc, rcQel.px);
-    return ::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom);
+    return Made(::CreateEllipticRgn(rc.left, rc.top, rc.right, rc.bottom), !::IsRectEmpty(&rc));
 }

@@ -1,6 +1,7 @@
 #include "render/QELViewPoints.h"
 
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
 #include "render/QELRotate.h"
@@ -197,7 +198,8 @@ HRGN CQELViewPolygon::MakeRegion(const QelRect& rcQel) const
 {
     DeviceFigure figure{};
     if (!MakeFigure(rcQel, 0, &figure)) return nullptr;
-    return ::CreatePolygonRgn(figure.pts, figure.nPoints, ALTERNATE);
+    const RECT rc = Hull(figure);
+    return Made(::CreatePolygonRgn(figure.pts, figure.nPoints, ALTERNATE), !::IsRectEmpty(&rc));
 }
 
 // The box of one that is higher than any region should be is that of its points.
@@ -213,6 +215,6 @@ HRGN CQELViewPolygon::MakeShownRegion(const QelRect& rcQel, const RECT& rcShown,
         if (!whole.Get() || ::GetRgnBox(whole.Get(), &rcWhole) == ERROR) return nullptr;
     }
     *pbPart = true;
-    if (::IsRectEmpty(&rcWhole)) return ::CreateRectRgn(0, 0, 0, 0);
+    if (::IsRectEmpty(&rcWhole)) return Made(::CreateRectRgn(0, 0, 0, 0));
     return FillShownOnCanvas(figure, rcWhole, rcShown, rcQel);
 }

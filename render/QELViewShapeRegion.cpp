@@ -1,6 +1,7 @@
 // How shapes let GDI fill their figures to have their regions; the rest of the class is in
 // render/QELViewShape.cpp.
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "base/WrapMath.h"
 #include "render/MonoCanvas.h"
 #include "render/QELViewShape.h"
@@ -19,7 +20,7 @@ bool AddHidden(HRGN hRegion, POINT pt1, POINT pt2, const RECT& rcShown)
     const bool bFirst = !Contains(rcShown, pt1.x, pt1.y);
     const POINT& pt = bFirst ? pt1 : pt2;
     if (!bFirst && Contains(rcShown, pt2.x, pt2.y)) return true;
-    const CRegion pixel(::CreateRectRgn(pt.x, pt.y, pt.x + 1, pt.y + 1));
+    const CRegion pixel(Made(::CreateRectRgn(pt.x, pt.y, pt.x + 1, pt.y + 1)));
     return pixel.Get() && ::CombineRgn(hRegion, hRegion, pixel.Get(), RGN_OR) != ERROR;
 }
 
@@ -72,7 +73,7 @@ HRGN CQELViewShape::FillShownOnCanvas(const DeviceFigure& figure, const RECT& rc
 {
     RECT rc{};
     CRegion region(::IntersectRect(&rc, &rcWhole, &rcShown) ? FillOnCanvas(figure, rc, rcQel)
-                                                            : ::CreateRectRgn(0, 0, 0, 0));
+                                                            : Made(::CreateRectRgn(0, 0, 0, 0)));
     if (!region.Get() || !WidenHidden(region.Get(), rcWhole, rcShown)) return nullptr;
     return region.Take();
 }

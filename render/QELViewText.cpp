@@ -3,6 +3,7 @@
 #include "base/Decimal.h"
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
+#include "base/Refusals.h"
 #include "render/Mapping.h"
 
 #include <cstring>
@@ -24,7 +25,7 @@ public:
         font.lfHeight = size.cy;
         font.lfCharSet = OEM_CHARSET;
         font.lfQuality = TextQuality(px, font.lfQuality);
-        m_hMade = ::CreateFontIndirectA(&font);
+        m_hMade = Made(::CreateFontIndirectA(&font));
         if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
     }
     ~CSizedFontScope() { Restore(); }

@@ -23,13 +23,13 @@ __attribute__((format(gnu_printf, 1, 2))) std::string Format(const char* pszForm
     return szText;
 }
 
-std::string Panel(const char* pszId, const std::string& inside)
+std::string Panel(const char* pszId, const std::string& inside, SIZE size = PANEL_SIZE)
 {
     return Format("<?xml version=\"1.0\" encoding=\"gb2312\" ?>\r\n"
                   "<qel id=\"%s\" width=\"%ld\" height=\"%ld\">\r\n"
                   "<rect style=\"0x1\" bg=\"0x302820\" fg=\"0x605040\" lnwid=\"0\" "
                   "crd=\"0 0 %ld %ld\"/>\r\n",
-                  pszId, PANEL_SIZE.cx, PANEL_SIZE.cy, PANEL_SIZE.cx, PANEL_SIZE.cy) +
+                  pszId, size.cx, size.cy, size.cx, size.cy) +
            inside + "</qel>\r\n";
 }
 
@@ -121,4 +121,34 @@ std::string ShapePanel(int nShapes)
         if (n % 5 == 4 || n + 1 == nShapes) inside += "</g>\r\n";
     }
     return Panel("shapes", inside);
+}
+
+std::string LivePanel()
+{
+    std::string inside;
+    for (int n = 0; n < LIVE_LAMPS; ++n) {
+        const int nX = 10 + n % 25 * 20;
+        const int nY = 12 + n / 25 * 24;
+        inside += Format("<circle style=\"0x1\" bg=\"0x402010\" crd=\"%d %d 8\"/>"
+                         "<status id=\"l%d\" stx=\"1\"><circle style=\"0x1\" dr=\"1\" "
+                         "fg=\"0x20e040\" crd=\"%d %d 9\"/></status>\r\n",
+                         nX, nY, n, nX, nY);
+    }
+    constexpr const char* dials[] = {"round", "Arc", "roundUpgrade", "pieUpgrade"};
+    for (int n = 0; n < LIVE_DIALS; ++n) {
+        const int nX = 50 + n % 5 * 100;
+        const int nY = 95 + n / 5 * 70;
+        inside += Format("<meter id=\"d%d\" upin=\"1\" mtype=\"%s\" set=\"max=100 scale-end=100 "
+                         "alarm=1 low-limit=20 high-limit=80 read-out=1\" value=\"5\" "
+                         "crd=\"%d %d 28 %d %d %d %d 45 315\"><circle style=\"0x1\" lnwid=\"0\" "
+                         "crd=\"%d %d 32\"/></meter>\r\n",
+                         n, dials[n % 4], nX, nY, nX - 33, nY - 33, nX + 33, nY + 33, nX, nY);
+    }
+    for (int n = 0; n < LIVE_NUMBERS; ++n) {
+        const int nX = 4 + n % 10 * 50;
+        const int nY = 350 + n / 10 * 22;
+        inside += Format("<text id=\"n%d\" fg=\"0xffffff\" crd=\"%d %d %d %d\">###.#</text>\r\n", n,
+                         nX, nY, nX + 46, nY + 16);
+    }
+    return Panel("live", inside, LIVE_PANEL_SIZE);
 }

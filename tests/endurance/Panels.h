@@ -20,3 +20,11 @@ std::string MeterPanel(int nLive);
 std::string ScalePanel();
 // Many shapes and groups, nothing that moves.
 std::string ShapePanel(int nShapes);
+
+constexpr int LIVE_LAMPS = 50;
+constexpr int LIVE_DIALS = 20;
+constexpr int LIVE_NUMBERS = 20;
+constexpr SIZE LIVE_PANEL_SIZE{500, 400};
+
+// A panel whose values are set by identifier: lamps "l0" and on, dials "d0", numbers in texts "n0".
+std::string LivePanel();

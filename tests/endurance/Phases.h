@@ -44,3 +44,4 @@ public:
 std::unique_ptr<CPhase> MakeRedraws();
 std::unique_ptr<CPhase> MakeCycles(bool bShowOnly);
 std::unique_ptr<CPhase> MakeEdits();
+std::unique_ptr<CPhase> MakeHour(); // of updates, thirty a second

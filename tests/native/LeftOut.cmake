@@ -112,7 +112,7 @@ list(APPEND QEL_LEFT_OUT
 # processes hold open, at what only a real disk keeps of a file, at what the system itself counts, at pixels on
 # surfaces that map.
 set(QEL_HOST_FILES_LEFT_OUT BarFaceTests.cpp CompatibilityTests.cpp ExportTests.cpp FileFaultTests.cpp
-  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp)
+  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp TruthTests.cpp UpdateOrderTests.cpp)
 
 # They look at pixels of figures that have none here, or at the memory of a bitmap.
 set(QEL_HOST_LEFT_OUT

@@ -1,5 +1,6 @@
 #include "tests/support/Bitmap.h"
 
+#include <algorithm>
 #include <cstdio>
 
 CTestBitmap::CTestBitmap(int nWidth, int nHeight, COLORREF clrBackground)
@@ -33,6 +34,13 @@ COLORREF CTestBitmap::At(int nX, int nY) const
     return RGB((n >> 16) & 0xFF, (n >> 8) & 0xFF, n & 0xFF);
 }
 
+// But for the alpha, which is no colour.
+bool CTestBitmap::HasPixelsOf(const CTestBitmap& other) const
+{
+    return std::equal(m_pPixels, m_pPixels + m_nWidth * m_nHeight, other.m_pPixels,
+                      [](uint32_t a, uint32_t b) { return ((a ^ b) & 0xFFFFFF) == 0; });
+}
+
 void CTestBitmap::Fill(COLORREF clr)
 {
     ::GdiFlush();
@@ -45,6 +53,8 @@ std::string FirstDifference(const CTestBitmap& expected, const CTestBitmap& actu
 {
     if (expected.Width() != actual.Width() || expected.Height() != actual.Height())
         return "sizes differ";
+    ::GdiFlush();
+    if (actual.HasPixelsOf(expected)) return "";
     for (int y = 0; y < expected.Height(); ++y) {
         for (int x = 0; x < expected.Width(); ++x) {
             if (expected.At(x, y) == actual.At(x, y)) continue;

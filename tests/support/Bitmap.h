@@ -20,6 +20,7 @@ public:
     RECT Box() const { return {0, 0, m_nWidth, m_nHeight}; }
     COLORREF At(int nX, int nY) const; // as a COLORREF
     void Fill(COLORREF clr);
+    bool HasPixelsOf(const CTestBitmap& other) const; // of the same size; after GdiFlush
 
 private:
     HDC m_hdc;
