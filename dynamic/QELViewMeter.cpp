@@ -107,6 +107,7 @@ int CQELViewMeter::Draw(HDC hdc, const RECT& rcQel, uint32_t nFlags)
         if (pPicture->nPassedBlink != BlinkPhase()) PassColors(pRenderer, Settings());
         pPicture->nPassedBlink = BlinkPhase();
         PassPins(pRenderer);
+        pRenderer->SetWideTexts(TextPage() != PAGE_ANSI);
         const LiveState* pState = Live();
         if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer, pState);
         DrawValue(hdc, nFlags, pRenderer, pState);

@@ -104,13 +104,13 @@ int CArcMeter::DrawAxis(HDC hdc)
 
 int CArcMeter::DrawLabels(HDC hdc)
 {
-    return DrawLabelsIn(hdc, {LABEL_CELL, LABEL_CELL});
+    return DrawLabelsIn(hdc, {LABEL_CELL, LABEL_CELL, HasWideTexts()});
 }
 
 int CArcMeter::DrawLabelsIn(HDC hdc, FontCell cell) const
 {
     if (!HasScale()) return 0;
-    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel);
+    const CScaleMark mark(cell, m_clrLabel);
     for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
         if (!HasLabel(i)) continue;
         char szText[VALUE_TEXT_SIZE];

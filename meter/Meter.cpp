@@ -153,12 +153,17 @@ int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
         *pCell = AutomaticCell(static_cast<uint32_t>(nHint));
     else
         *pCell = nCell < sizeof g_cells / sizeof g_cells[0] ? g_cells[nCell] : SMALLEST_CELL;
+    pCell->bWide = m_bWideTexts;
     return 1;
 }
 
 HFONT MakeMeterFont(FontCell cell, int nWeight)
 {
     if (!IsDrawableCell(cell.nWidth, cell.nHeight)) return nullptr;
+    if (cell.bWide)
+        return ::CreateFontW(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
+                             ANSI_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                             DEFAULT_PITCH | FF_DONTCARE, nullptr);
     return ::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
                          METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                          DEFAULT_PITCH | FF_DONTCARE, nullptr);

@@ -17,6 +17,7 @@ constexpr uint32_t MAX_DECIMAL_SHIFT = 9; // a larger one counts as this
 struct FontCell {
     int32_t nWidth;
     int32_t nHeight;
+    bool bWide = false; // its texts are drawn as Unicode, whatever the code page of the system
 };
 
 class CMeter {
@@ -81,6 +82,7 @@ public:
     void SetFrameOption(int32_t n) { m_nFrameOption = n; }
     void SetShowValue(int32_t b) { m_bShowValue = b; }
     void SetFontSize(uint32_t n) { m_nFontSize = n; }
+    void SetWideTexts(bool b) { m_bWideTexts = b; }
 
     [[nodiscard]] int32_t GetMin() const { return m_nMin; }
     [[nodiscard]] int32_t GetMax() const { return m_nMax; }
@@ -107,6 +109,7 @@ public:
     [[nodiscard]] int32_t GetFrameOption() const { return m_nFrameOption; }
     [[nodiscard]] int32_t GetShowValue() const { return m_bShowValue; }
     [[nodiscard]] uint32_t GetFontSize() const { return m_nFontSize; }
+    [[nodiscard]] bool HasWideTexts() const { return m_bWideTexts; }
 
     // The last value as it was painted: mirrored when the scale is reversed.
     [[nodiscard]] int32_t GetShownValue() const { return AsPainted(m_nLastValue); }
@@ -177,8 +180,10 @@ private:
     int32_t m_nFrameOption = 0;
     int32_t m_bShowValue = 0;
     uint32_t m_nFontSize = 0;
+    bool m_bWideTexts = false;
 };
 
 // A font for texts in a picture: the cell as given, character set 255, no face name. weight: 0 for
-// labels, FW_BOLD for read-outs. Null when there is none to be had.
+// labels, FW_BOLD for read-outs. Null when there is none to be had. Wide texts have the character
+// set of digits, 0: that of 255 goes by the system's code page.
 HFONT MakeMeterFont(FontCell cell, int nWeight);

@@ -18,26 +18,28 @@
 namespace {
 
 constexpr const char* g_plain[] = {
-    "CreateQELEngine",   "DestroyQELEngine",   "QELShowOnly",         "QELNewFile",
-    "QELOpenFile",       "QELSaveFile",        "QELCloseFile",        "QELGetName",
-    "QELGetType",        "QELGetRootElem",     "QELCreateElem",       "QELDeleteElem",
-    "QELMoveElem",       "QELCopyElem",        "QELGetParentElem",    "QELGetFirstChild",
-    "QELGetLastChild",   "QELGetNextElem",     "QELGetPrevElem",      "QELGetElemType",
-    "QELGetElemId",      "QELSetElemId",       "QELGetElemAttr",      "QELSetElemAttr",
-    "QELGetElemRect",    "QELSetElemRect",     "QELGetRefSize",       "QELSetRefSize",
-    "QELGetQELRect",     "QELSetQELRect",      "QELGetDrawGraphRect", "QELDraw",
-    "QELRotate",         "QELSetBlinkState",   "QELGetStatus",        "QELSetStatus",
-    "QELGetParam",       "QELSetParam",        "QELParamsSupported",  "QELGetScaleParam",
-    "QELSetScaleParam",  "QELGetScaleParamf",  "QELSetScaleParamf",   "QELGetScaleStatus",
-    "QELSetScaleStatus", "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion",
-    "QELSetValue",       "QELGetValue",        "QELSetPin",           "QELGetPin",
-    "QELSetSelector",    "QELGetSelector",     "QELSetText",          "QELSetVisible",
-    "QELSetColor",       "QELResetLive",       "QELSetQuality",       "QELSetEasing",
-    "QELGetDirtyRect",   "QELGetDirtyRegion",  "QELInvalidate",       "QELValidate",
-    "QELUpdate",         "QELAdvance",         "QELGetLiveId",        "QELGetError",
-    "QELOpenFileW",      "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
-    "QELIsModified",     "QELGetElemDrawRect", "QELGetIdDrawRect",    "QELElemFromPoint",
-    "QELIdFromPoint",    "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem"};
+    "CreateQELEngine",    "DestroyQELEngine",   "QELShowOnly",         "QELNewFile",
+    "QELOpenFile",        "QELSaveFile",        "QELCloseFile",        "QELGetName",
+    "QELGetType",         "QELGetRootElem",     "QELCreateElem",       "QELDeleteElem",
+    "QELMoveElem",        "QELCopyElem",        "QELGetParentElem",    "QELGetFirstChild",
+    "QELGetLastChild",    "QELGetNextElem",     "QELGetPrevElem",      "QELGetElemType",
+    "QELGetElemId",       "QELSetElemId",       "QELGetElemAttr",      "QELSetElemAttr",
+    "QELGetElemRect",     "QELSetElemRect",     "QELGetRefSize",       "QELSetRefSize",
+    "QELGetQELRect",      "QELSetQELRect",      "QELGetDrawGraphRect", "QELDraw",
+    "QELRotate",          "QELSetBlinkState",   "QELGetStatus",        "QELSetStatus",
+    "QELGetParam",        "QELSetParam",        "QELParamsSupported",  "QELGetScaleParam",
+    "QELSetScaleParam",   "QELGetScaleParamf",  "QELSetScaleParamf",   "QELGetScaleStatus",
+    "QELSetScaleStatus",  "QELGetScaleStatusf", "QELSetScaleStatusf",  "QELGetVersion",
+    "QELSetValue",        "QELGetValue",        "QELSetPin",           "QELGetPin",
+    "QELSetSelector",     "QELGetSelector",     "QELSetText",          "QELSetVisible",
+    "QELSetColor",        "QELResetLive",       "QELSetQuality",       "QELSetEasing",
+    "QELGetDirtyRect",    "QELGetDirtyRegion",  "QELInvalidate",       "QELValidate",
+    "QELUpdate",          "QELAdvance",         "QELGetLiveId",        "QELGetError",
+    "QELOpenFileW",       "QELSaveFileW",       "QELOpenMemory",       "QELSaveMemory",
+    "QELIsModified",      "QELGetElemDrawRect", "QELGetIdDrawRect",    "QELElemFromPoint",
+    "QELIdFromPoint",     "QELFindElem",        "QELElemToDevice",     "QELDeviceToElem",
+    "QELSetTextCodePage", "QELGetTextCodePage", "QELNewFileEx",        "QELSetElemTextW",
+    "QELGetElemTextW",    "QELSetTextW"};
 
 struct DecoratedRow {
     const char* pszOn32;
