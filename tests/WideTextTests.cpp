@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -31,6 +32,13 @@ std::string Bytes(uint32_t nPage, const wchar_t* psz)
     if (ToPageText(nPage, psz, sz)) return sz;
     EXPECT_STREQ("as before", sz);
     return "refused";
+}
+
+std::vector<wchar_t> Many(std::size_t nCount, wchar_t c)
+{
+    std::vector<wchar_t> text(nCount, c);
+    text.push_back(0);
+    return text;
 }
 
 int Columns(const wchar_t* psz)
@@ -175,14 +183,13 @@ TEST(WideText, WhatAPageCannotExpressIsRefused)
 
 TEST(WideText, WhatTakesMoreThan255BytesIsRefused)
 {
-    const std::wstring letters(255, L'x');
-    EXPECT_EQ(std::string(255, 'x'), Bytes(65001, letters.c_str()));
-    EXPECT_EQ("refused", Bytes(65001, (letters + L"x").c_str()));
-    EXPECT_EQ("refused", Bytes(65001, std::wstring(100000, L'x').c_str()));
-    EXPECT_EQ(255U, Bytes(65001, std::wstring(85, L'\x4E2D').c_str()).size()); // three bytes each
-    EXPECT_EQ("refused", Bytes(65001, std::wstring(86, L'\x4E2D').c_str()));
-    EXPECT_EQ(254U, Bytes(936, std::wstring(127, L'\x4E2D').c_str()).size()); // two
-    EXPECT_EQ("refused", Bytes(936, std::wstring(128, L'\x4E2D').c_str()));
+    EXPECT_EQ(std::string(255, 'x'), Bytes(65001, Many(255, L'x').data()));
+    EXPECT_EQ("refused", Bytes(65001, Many(256, L'x').data()));
+    EXPECT_EQ("refused", Bytes(65001, Many(100000, L'x').data()));
+    EXPECT_EQ(255U, Bytes(65001, Many(85, L'\x4E2D').data()).size()); // three bytes each
+    EXPECT_EQ("refused", Bytes(65001, Many(86, L'\x4E2D').data()));
+    EXPECT_EQ(254U, Bytes(936, Many(127, L'\x4E2D').data()).size()); // two
+    EXPECT_EQ("refused", Bytes(936, Many(128, L'\x4E2D').data()));
 }
 
 TEST(WideText, TheCharacterSetFollowsFromTheLetters)
