@@ -385,7 +385,8 @@ TEST_F(TextPage, ATextThatThePageCannotExpressIsRefusedAndTheOldOneStays)
     ASSERT_EQ(1, QELValidate(m_h));
     std::vector<wchar_t> tooLong(129, L'\x4E2D'); // 256 bytes
     tooLong.back() = 0;
-    for (const wchar_t* psz : {L"\x0E01", L"\xD83D\xDE00", tooLong.data()}) {
+    const wchar_t* const pszTooLong = tooLong.data();
+    for (const wchar_t* psz : {L"\x0E01", L"\xD83D\xDE00", pszTooLong}) {
         EXPECT_EQ(0, QELSetElemTextW(m_h, Text(), psz));
         EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_VALUE), Reason());
         EXPECT_EQ(0, QELSetTextW(m_h, "t", psz));
