@@ -77,10 +77,10 @@ int CQELDocument::Load(const XmlSource& source, CArena* pSpare, uint32_t nSetPag
     m_context.pXml->bTakesMark = nSetPage != PAGE_ANSI;
     int nResult = source.IsNone() ? ParseTemplate() : !XmlLoad(m_context.pXml, source);
     nResult = nResult && m_pRoot;
+    if (nResult && !source.IsNone()) m_encoding = EncodingOfFile(*m_context.pXml, nSetPage);
     const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_context.pXml->nTextSize;
     if (nResult && pSpare && bMany) pSpare->TakeOver(m_context.pXml->arena);
     if (!nResult) Fail(WhyNotRead());
-    if (nResult && !source.IsNone()) m_encoding = EncodingOfFile(*m_context.pXml, nSetPage);
     XmlDestroy(m_context.pXml);
     m_context.pXml = nullptr;
     if (!nResult) {
