@@ -20,7 +20,8 @@ set(QEL_EXPORTS
   QELGetError:8 QELOpenFileW:8 QELSaveFileW:8 QELOpenMemory:12 QELSaveMemory:12 QELIsModified:4
   QELSetPixelScale:8 QELGetPixelScale:8 QELSetSmooth:8 QELGetSmooth:4 QELRenderBitmap:24 QELSetFontFace:8
   QELGetElemDrawRect:12 QELGetIdDrawRect:12 QELElemFromPoint:8 QELIdFromPoint:16 QELFindElem:8
-  QELElemToDevice:12 QELDeviceToElem:12)
+  QELElemToDevice:12 QELDeviceToElem:12
+  QELSetTextCodePage:8 QELGetTextCodePage:8 QELNewFileEx:8 QELSetElemTextW:12 QELGetElemTextW:16 QELSetTextW:12)
 set(QEL_DECORATED_EXPORTS
   QELOpenFileU:8 QELCreateGradientDescriptor:16 QELCloseGradientDescriptor:4 QELGetGradientBrush:4
   QELDrawBezier:12 QELDrawCurve:12)

@@ -11,9 +11,7 @@ namespace {
 
 constexpr char g_template[] = "<qel />"; // an empty drawing
 
-// What every file that is saved says of itself.
-constexpr const char* XML_VERSION = "1.0";
-constexpr const char* XML_ENCODING = "gb2312";
+constexpr const char* XML_VERSION = "1.0"; // of every file that is saved
 
 // Why the system does not open a file.
 uint32_t CodeOfOpen(uint32_t nSystem)
@@ -67,16 +65,19 @@ int CQELDocument::Load(const char* pszPath, CArena* pSpare)
 
 // The element tree is made while the text is read: each element before its children, and loaded
 // when all of it is known.
-int CQELDocument::Load(const XmlSource& source, CArena* pSpare)
+int CQELDocument::Load(const XmlSource& source, CArena* pSpare, uint32_t nSetPage)
 {
     if (!m_context.pXml) m_context.pXml = XmlCreate();
+    m_encoding = {};
     SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
     if (!m_context.pXml) return Fail({QEL_ERROR_MEMORY});
     Reading reading{this};
     const XmlConsumer consumer{OnOpened, OnClosed, &reading};
     m_context.pXml->pConsumer = &consumer;
+    m_context.pXml->bTakesMark = nSetPage != PAGE_ANSI;
     int nResult = source.IsNone() ? ParseTemplate() : !XmlLoad(m_context.pXml, source);
     nResult = nResult && m_pRoot;
+    if (nResult && !source.IsNone()) m_encoding = EncodingOfFile(*m_context.pXml, nSetPage);
     const bool bMany = reading.nMade * sizeof(CQELDocShape) > m_context.pXml->nTextSize;
     if (nResult && pSpare && bMany) pSpare->TakeOver(m_context.pXml->arena);
     if (!nResult) Fail(WhyNotRead());
@@ -196,7 +197,8 @@ int CQELDocument::SaveTo(CXmlSink& sink)
     CXmlWriter writer(sink);
     xml.pWriter = &writer;
     m_context.pXml = &xml;
-    writer.Declaration(XML_VERSION, XML_ENCODING, nullptr);
+    if (m_encoding.bMark) sink.Put(XML_MARK);
+    writer.Declaration(XML_VERSION, m_encoding.szName, nullptr);
     const int nResult = SaveTree();
     m_context.pXml = nullptr;
     sink.Put('\0'); // part of the file: readers stop there

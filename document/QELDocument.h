@@ -5,6 +5,7 @@
 #include "base/Failure.h"
 #include "document/QELDocElm.h"
 #include "document/QELDocQEL.h"
+#include "document/TextEncoding.h"
 
 #include <cstdint>
 
@@ -22,7 +23,9 @@ public:
     // read, when there are elements enough to put it to use.
     int Load(const char* pszPath, CArena* pSpare = nullptr);
     // From where the source says; one that says nothing is the template.
-    int Load(const XmlSource& source, CArena* pSpare = nullptr);
+    // nSetPage: what the host has set for texts; with any but PAGE_ANSI a save declares what the
+    // file does, and a byte order mark is taken and kept.
+    int Load(const XmlSource& source, CArena* pSpare = nullptr, uint32_t nSetPage = PAGE_ANSI);
     int New() { return Load(nullptr); }
     int Save(const char* pszPath);
     int SaveWide(const wchar_t* pszPath);
@@ -30,6 +33,9 @@ public:
     uint64_t Measure();
     int Save(char* pBuffer, std::size_t nSize);
     int Close();
+    // Of the drawing that was read last.
+    [[nodiscard]] const TextEncoding& Encoding() const { return m_encoding; }
+    void SetEncoding(const TextEncoding& encoding) { m_encoding = encoding; }
     // Why the last of these that failed did.
     [[nodiscard]] const Failure& LastFailure() const { return m_failure; }
 
@@ -88,5 +94,6 @@ private:
     DocContext m_context;
     CQELDocQEL* m_pRoot = nullptr;
     CDetachedList<CQELDocElm> m_detached;
+    TextEncoding m_encoding;
     Failure m_failure;
 };

@@ -108,6 +108,7 @@ int CQELViewMeter::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
         if (pPicture->nPassedBlink != BlinkPhase()) PassColors(pRenderer, Settings());
         pPicture->nPassedBlink = static_cast<int8_t>(BlinkPhase());
         PassPins(pRenderer);
+        pRenderer->SetWideTexts(TextPage() != PAGE_ANSI);
         const LiveState* pState = Live();
         if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer, pState);
         const int32_t nLast = pRenderer->GetLastValue();

@@ -85,6 +85,16 @@ int QELAPI QELSetText(HQELENGINE hEngine, const char* pszId, const char* pszText
     return Set(hEngine, pszId, &CLiveElement::SetText, pszText);
 }
 
+int QELAPI QELSetTextW(HQELENGINE hEngine, const char* pszId, const wchar_t* pszText)
+{
+    const CQELEngine* pEngine = FindEngine(hEngine);
+    if (!pEngine) return 0;
+    if (!pszText) return Fail(hEngine, QEL_ERROR_ARGUMENT);
+    char szText[TEXT_BYTES];
+    if (!ToPageText(pEngine->PageInForce(), pszText, szText)) return Fail(hEngine, QEL_ERROR_VALUE);
+    return QELSetText(hEngine, pszId, szText);
+}
+
 int QELAPI QELSetVisible(HQELENGINE hEngine, const char* pszId, int bVisible)
 {
     return Set(hEngine, pszId, &CLiveElement::SetVisible, bVisible != 0);

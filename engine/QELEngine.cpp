@@ -51,7 +51,8 @@ int CQELEngine::Open(const XmlSource& source)
 {
     Close();
     CArena spare;
-    if (!m_document.Load(source, &spare)) return Fail(m_document.LastFailure());
+    if (!m_document.Load(source, &spare, m_nTextPage)) return Fail(m_document.LastFailure());
+    m_view.SetTextPage(PageInForce());
     m_view.BeginLoad(spare);
     const int nResult = BuildViews() && KeepIdentifiers();
     m_view.EndLoad();
@@ -68,9 +69,11 @@ int CQELEngine::Open(const XmlSource& source)
     return 1;
 }
 
-int CQELEngine::New()
+int CQELEngine::New(const TextEncoding& encoding)
 {
     if (!Open(nullptr)) return 0;
+    m_document.SetEncoding(encoding);
+    m_view.SetTextPage(PageInForce());
     const SIZE size = m_refSize;
     m_document.GetRoot()->SetRefSize(size);
     return m_view.SetRefSize(size);
@@ -452,6 +455,15 @@ int CQELEngine::Rotate(int32_t nAngle)
     m_refSize = size;
     m_view.SetRefSize(size);
     m_nRotation = nTurn;
+    return 1;
+}
+
+int CQELEngine::SetTextPage(uint32_t nPage)
+{
+    if (nPage == m_nTextPage) return 1;
+    TouchAll();
+    m_nTextPage = nPage;
+    m_view.SetTextPage(PageInForce());
     return 1;
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/Failure.h"
 #include "base/Handles.h"
+#include "base/WideText.h"
 #include "document/QELDocument.h"
 #include "engine/Identifiers.h"
 #include "engine/Places.h"
@@ -24,7 +25,8 @@ public:
     // The file operations leave the reason in LastFailure when they fail.
     int Open(const char* pszPath); // null: a new drawing
     int Open(const XmlSource& source);
-    int New();
+    int New() { return New({}); }
+    int New(const TextEncoding& encoding);
     int OpenByName(const char* pszName); // ".\QEL\" + name + ".qel"
     int Save(const char* pszPath) { return Saved(m_document.Save(pszPath)); }
     int SaveWide(const wchar_t* pszPath) { return Saved(m_document.SaveWide(pszPath)); }
@@ -59,6 +61,20 @@ public:
     int Draw(HDC hdc, const RECT& rcUpdate, uint32_t nFlags);
     int Rotate(int32_t nAngle);
     int SetBlinkState(int32_t nState);
+
+    // The code page of texts, kept from drawing to drawing: PAGE_ANSI, PAGE_DECLARED, or one that
+    // the system knows.
+    [[nodiscard]] static bool IsTextPage(uint32_t nPage)
+    {
+        return nPage <= PAGE_DECLARED || IsKnownPage(nPage);
+    }
+    int SetTextPage(uint32_t nPage);
+    [[nodiscard]] uint32_t TextPage() const { return m_nTextPage; }
+    // The same, with the page that the drawing declares where that is what counts.
+    [[nodiscard]] uint32_t PageInForce() const
+    {
+        return m_nTextPage == PAGE_DECLARED ? m_document.Encoding().nPage : m_nTextPage;
+    }
 
     // Who bears which identifier, as long as no edit changes that; null without memory.
     [[nodiscard]] const CIdentifiers* Identifiers()
@@ -141,6 +157,7 @@ private:
     CQELView m_view;
     CIdentifiers m_identifiers;
     CPlaces m_places;
+    uint32_t m_nTextPage = PAGE_ANSI;
     uint32_t m_nPerDrawing = 0; // cleared at every open
     SIZE m_refSize{DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};
     QelRect m_rcDraw{0, 0, DEFAULT_REF_SIZE, DEFAULT_REF_SIZE};

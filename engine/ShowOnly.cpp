@@ -116,6 +116,7 @@ int CShowOnlyRecord::OpenOwn(const XmlSource& source)
 {
     auto* pEngine = new (std::nothrow) CQELEngine(true);
     if (!pEngine) return Fail({QEL_ERROR_MEMORY});
+    pEngine->SetTextPage(m_nTextPage);
     if (!pEngine->Open(source)) {
         Fail(pEngine->LastFailure());
         delete pEngine;

@@ -17,6 +17,10 @@ public:
     int Open(const XmlSource& source);
     int Close();
 
+    // What the engine has that this one makes; of one that is shared already its own counts.
+    void SetTextPage(uint32_t nPage) { m_nTextPage = nPage; }
+    [[nodiscard]] uint32_t TextPage() const { return m_nTextPage; }
+
     [[nodiscard]] CQELEngine* Engine() const { return m_pEngine; }
     [[nodiscard]] CHandleEntry& Handle() { return m_handle; }
     // Of the last failed call on this handle; the engine is others' as well.
@@ -39,6 +43,7 @@ private:
     CShowOnlyRecord* m_pNext = nullptr; // in the list of records that hold a drawing
     CShowOnlyRecord* m_pPrev = nullptr;
     wchar_t* m_pszPath = nullptr; // null for a drawing from memory, which nobody shares
+    uint32_t m_nTextPage = PAGE_ANSI;
     Failure m_failure;
     CHandleEntry m_handle{HandleKind::Record, this};
 };

@@ -64,6 +64,7 @@ private:
     void SetLive();
     void SetLiveValue(const std::string& id);
     void SetLiveSelector(const std::string& id);
+    void SetWideTexts(const std::string& id);
     void Update();
     std::string SomeId();
     void FindPlaces();
@@ -75,6 +76,7 @@ private:
     void DrawShortOfObjects();
     void SaveInTrouble();
     void OpenInMemory(int nResult) const;
+    void TakeTextPage(HQELENGINE h) const;
     void CompareWithMemory(const std::string& saved);
     static void CallFilesWithoutEngine(HQELENGINE h);
     void SetValue(DWORD nId, DWORD nSelector, DWORD nValue);

@@ -36,6 +36,7 @@ void CLife::OpenInMemory(int nResult) const
     const std::string text = ReadHostFile(PATH);
     const DWORD nCode = ErrorOf(m_hEngine);
     const HQELENGINE h = CreateQELEngine();
+    TakeTextPage(h);
     FUZZ_CHECK(QELNewFile(h) && !QELOpenMemory(h, nullptr, 1) && QELGetRootElem(h));
     FUZZ_CHECK(QELOpenMemory(h, text.data(), Size(text)) == nResult);
     FUZZ_CHECK((QELGetRootElem(h) != nullptr) == (nResult == 1) && !QELIsModified(h));
@@ -58,6 +59,7 @@ void CLife::CompareWithMemory(const std::string& saved)
 
     const HostTree expected = Reopened(ReadAll());
     const HQELENGINE h = CreateQELEngine();
+    TakeTextPage(h);
     FUZZ_CHECK(QELOpenMemory(h, saved.data(), Size(saved)));
     FUZZ_CHECK(IsSameTree(expected, ReadHostTree(h, QELGetRootElem(h))));
     FUZZ_CHECK(QELOpenFileW(h, SAVED_WIDE));
@@ -75,6 +77,8 @@ void CLife::CallFilesWithoutEngine(HQELENGINE h)
     DWORD nSize = 0;
     FUZZ_CHECK(!QELOpenFileW(h, SAVED_WIDE) && !QELSaveFileW(h, SAVED_WIDE));
     FUZZ_CHECK(!QELOpenMemory(h, "<qel/>", 6) && !QELSaveMemory(h, nullptr, &nSize));
+    FUZZ_CHECK(!QELSetTextCodePage(h, 1) && !QELGetTextCodePage(h, &nSize));
+    FUZZ_CHECK(!QELNewFileEx(h, 0) && !QELSetTextW(h, "a", L"b"));
     FUZZ_CHECK(!QELIsModified(h) && ErrorOf(h) == QEL_ERROR_HANDLE);
     FUZZ_CHECK(ErrorOf(nullptr) == QEL_ERROR_HANDLE);
 }

@@ -64,7 +64,7 @@ void CLife::SetLive()
         return SetLiveSelector(id);
     case 2:
         QELSetText(m_hEngine, psz, m_input.Text().c_str());
-        return;
+        return SetWideTexts(id);
     case 3:
         QELSetVisible(m_hEngine, psz, m_input.Number());
         return;

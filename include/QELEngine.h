@@ -22,7 +22,8 @@
  *   with its drawing) or one that belongs to another engine fails the call like a null handle; it
  * is never followed. A number that once was a handle is not given out again.
  * - Rectangles, sizes and points go by pointer; a null pointer fails the call.
- * - Texts are 8-bit, zero-terminated, in the system's ANSI code page. No conversion is made.
+ * - Texts are 8-bit, zero-terminated, in the system's ANSI code page, or in the one that
+ *   QELSetTextCodePage sets. No conversion is made.
  * - Different threads may use different engines at the same time. An engine, with the elements and
  *   the drawing that it has, is used by one thread at a time, in show-only mode with all handles
  *   that share the drawing. Nothing is queued or timed; every call runs to completion.
@@ -473,6 +474,58 @@ int QELAPI QELSaveMemory(HQELENGINE hEngine, void* pBuffer, DWORD* pnSize);
  * values are no edits, and a turn is none. 0 without a drawing and in show-only mode. */
 int QELAPI QELIsModified(HQELENGINE hEngine);
 
+/* ---- texts in any script ---- */
+
+/* The code page that the bytes of texts are in. 0, as at first: the system's ANSI one, in which
+ * they are drawn as they are, so that a drawing of another page shows other letters. 1: the one
+ * that the drawing declares (encoding="gb2312", "utf-8", "windows-1251" ... in its first line; one
+ * without a name, or with a name that is none, counts as gb2312), so that it looks the same on
+ * every system. Else the number of a code page, whatever the drawing declares; 0, and nothing
+ * changes, for one that the system does not know. With 1 or a number texts are drawn as Unicode,
+ * bytes that are none of the page as the system's replacement, and a text's rectangle is divided
+ * into columns and not into bytes: Chinese, Japanese and Korean characters and emoji take two (East
+ * Asian Width W and F of Unicode), all others one.
+ *
+ * What is set when a file is opened is told of the file as well: a save declares what the file
+ * declares, and a byte order mark of UTF-8 before the drawing is taken, and kept by a save. With 0
+ * a save declares gb2312, and a file with a mark does not open. The bytes of texts and identifiers
+ * are saved as they are in any case.
+ *
+ * The setting outlives the drawing; a change makes all of it dirty. Show-only mode: handles that
+ * share a drawing share its setting. One that is set while the handle has no drawing is that of the
+ * drawing to come, unless that is shared already.
+ *
+ *     QELSetTextCodePage(hEngine, 1);
+ *     if (QELOpenFileW(hEngine, L"pump.qel")) ...
+ */
+int QELAPI QELSetTextCodePage(HQELENGINE hEngine, DWORD nCodePage);
+
+/* What was set: 0, 1 or the number of a code page. */
+int QELAPI QELGetTextCodePage(HQELENGINE hEngine, DWORD* pnCodePage);
+
+/* QELNewFile for a drawing that declares another code page: 65001 declares utf-8, 1251
+ * windows-1251, and so on; 0 is QELNewFile. 0, and the open drawing stays, for a number that has no
+ * name to declare or that the system does not know. Texts are in it when QELSetTextCodePage has set
+ * 1 or the same number. Editing.
+ *
+ *     QELSetTextCodePage(hEngine, 1);
+ *     QELNewFileEx(hEngine, 65001);
+ */
+int QELAPI QELNewFileEx(HQELENGINE hEngine, DWORD nCodePage);
+
+/* Sets the text of a text element, in the code page that is set for texts (0: the ANSI one). 0 for
+ * an element of another type, and for a text that the code page cannot express or that takes more
+ * than 255 bytes in it. Editing.
+ *
+ *     QELSetElemTextW(hEngine, hElem, L"\x6CF5 1");
+ */
+int QELAPI QELSetElemTextW(HQELENGINE hEngine, HQELELEM hElem, const wchar_t* pszText);
+
+/* The text of a text element, into a buffer of nCount characters; 256 are always enough. 0 for an
+ * element of another type and for a buffer that is too small for the text and its zero, which is
+ * not written to. */
+int QELAPI QELGetElemTextW(HQELENGINE hEngine, HQELELEM hElem, wchar_t* pszBuffer, int nCount);
+
 /* ---- element tree ---- */
 
 /* The root element, or null without a drawing (always null in show-only mode). */
@@ -759,9 +812,16 @@ int QELAPI QELGetPin(HQELENGINE hEngine, const char* pszId, int nPin, double* pf
 int QELAPI QELSetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector, double fValue);
 int QELAPI QELGetSelector(HQELENGINE hEngine, const char* pszId, DWORD nSelector, double* pfValue);
 
-/* What a text element shows instead of its own text, at most 255 bytes; a run of '#' in it takes
- * the value that was set before or comes later. */
+/* What a text element shows instead of its own text, at most 255 bytes, in the code page that is
+ * set for texts; a run of '#' in it takes the value that was set before or comes later. */
 int QELAPI QELSetText(HQELENGINE hEngine, const char* pszId, const char* pszText);
+
+/* The same for a wide text, in the code page that is set for texts (QELSetTextCodePage). 0 also for
+ * one that the code page cannot express, or that takes more than 255 bytes in it.
+ *
+ *     QELSetTextW(hEngine, "pump.state", L"\x505C\x6B62");
+ */
+int QELAPI QELSetTextW(HQELENGINE hEngine, const char* pszId, const wchar_t* pszText);
 
 /* 0 hides an element with all that is in it. The face of a meter keeps its region. */
 int QELAPI QELSetVisible(HQELENGINE hEngine, const char* pszId, int bVisible);

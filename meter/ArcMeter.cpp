@@ -106,13 +106,13 @@ int CArcMeter::DrawAxis(HDC hdc)
 
 int CArcMeter::DrawLabels(HDC hdc)
 {
-    return DrawLabelsIn(hdc, ScaledCell({LABEL_CELL, LABEL_CELL}, Px()));
+    return DrawLabelsIn(hdc, ScaledCell({LABEL_CELL, LABEL_CELL, HasWideTexts()}, Px()));
 }
 
 int CArcMeter::DrawLabelsIn(HDC hdc, FontCell cell) const
 {
     if (!HasScale()) return 0;
-    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel, Px());
+    const CScaleMark mark(cell, m_clrLabel, Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
         if (!HasLabel(i)) continue;
         char szText[VALUE_TEXT_SIZE];

@@ -43,6 +43,7 @@ int C3DBarFill::DrawCap(HDC hdc, const RECT& rcBox)
     const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
     const CBkColorScope back(hdc, BackColor());
     const CTextColorScope text(hdc, ForeColor());
-    if (IsDrawableCurve(rcBox, Px())) ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
+    if (IsDrawableCurve(rcBox, Px()))
+        ::Ellipse(hdc, rcBox.left, rcBox.top, rcBox.right, rcBox.bottom);
     return 1;
 }

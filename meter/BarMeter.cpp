@@ -36,7 +36,7 @@ int CBarMeter::DrawLabels(HDC hdc)
     if (!HasBar()) return 0;
     FontCell cell{};
     GetFontSize(ScaleBreadth() / FONT_HINT_PARTS, &cell);
-    const CScaleMark mark(cell.nWidth, cell.nHeight, m_clrLabel, Px());
+    const CScaleMark mark(cell, m_clrLabel, Px());
     for (uint32_t i = 0; i <= DrawnTicks(); ++i) {
         if (i != 0 && i != DrawnTicks() && !IsMajor(i)) continue;
         char szText[VALUE_TEXT_SIZE];

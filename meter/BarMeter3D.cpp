@@ -167,7 +167,8 @@ int CBarBody::ReadOut(HDC hdc, float fValue) const
     m_meter.GetFontSize(m_column.Across() / FONT_HINT_PARTS, &cell);
     if (DrawReadOut(hdc, rc, szText, cell)) return 1;
     for (const FontCell& plain : g_smallerCells) {
-        const FontCell smaller = ScaledCell(plain, Px());
+        FontCell smaller = ScaledCell(plain, Px());
+        smaller.bWide = cell.bWide;
         if (smaller.nHeight < cell.nHeight && DrawReadOut(hdc, rc, szText, smaller)) return 1;
     }
     return 0; // a number with digits cut off would be a wrong one
@@ -179,18 +180,14 @@ int CBarBody::DrawReadOut(HDC hdc, const RECT& rc, const char* pszText, FontCell
 {
     const CFont font(MakeMeterFont(cell, FW_BOLD, Px()));
     SIZE size{};
-    {
-        const CSelectScope select(hdc, font.Get());
-        if (!::GetTextExtentPoint32A(hdc, pszText, static_cast<int>(std::strlen(pszText)), &size))
-            return 0;
-    }
+    if (!MeasureMeterText(hdc, pszText, font.Get(), cell.bWide, &size)) return 0;
     const int32_t nFree = WrapSub(HeightOf(rc), size.cy);
     if (size.cx > WidthOf(rc) || nFree < 0) return 0;
     const int32_t nMargin =
         m_column.IsVertical() ? std::min(Px()(READ_OUT_MARGIN), nFree) : nFree / 2;
     return DrawMeterText(hdc,
                          {rc.left + (WidthOf(rc) - size.cx) / 2, rc.bottom - size.cy - nMargin},
-                         pszText, font.Get(), m_meter.LabelColor());
+                         pszText, font.Get(), m_meter.LabelColor(), cell.bWide);
 }
 
 RECT CLongBarMeter3D::Column() const

@@ -144,10 +144,8 @@ constexpr int32_t MIN_HEIGHT = 8;
 FontCell CellFor(const CMeter& meter, int32_t nRadius)
 {
     FontCell cell{};
-    if (meter.GetFontSize()) {
-        meter.GetFontSize(0, &cell);
-        return cell;
-    }
+    meter.GetFontSize(0, &cell);
+    if (meter.GetFontSize()) return cell;
     cell.nHeight = nRadius / HEIGHT_PARTS;
     cell.nHeight = AtLeast(cell.nHeight, meter.Px()(MIN_HEIGHT));
     cell.nWidth = WrapMulDiv(cell.nHeight, 9, 20);
@@ -181,12 +179,9 @@ void CClockMark::DrawNumeral(HDC hdc, POINT ptCentre, int32_t nHour) const
     const POINT pt = PolarPoint(ptCentre, WrapMulDiv(m_nRadius, PLACE_PERCENT, 100),
                                 TOP + static_cast<float>(nHour) * DEGREES_AN_HOUR, m_px);
     SIZE size{static_cast<LONG>(std::strlen(szText)) * m_cell.nWidth, m_cell.nHeight};
-    {
-        const CSelectScope font(hdc, m_hFont);
-        ::GetTextExtentPoint32A(hdc, szText, static_cast<int>(std::strlen(szText)), &size);
-    }
+    MeasureMeterText(hdc, szText, m_hFont, m_cell.bWide, &size);
     DrawMeterText(hdc, {WrapSub(pt.x, size.cx / 2), WrapSub(pt.y, size.cy / 2)}, szText, m_hFont,
-                  m_clr);
+                  m_clr, m_cell.bWide);
 }
 
 int CClockMeter::DrawScale(HDC hdc)

@@ -2,6 +2,7 @@
 
 #include "base/GdiScopes.h"
 #include "base/PixelPen.h"
+#include "base/WideText.h"
 #include "meter/DialGeometry.h"
 
 #include <cstring>
@@ -113,9 +114,8 @@ int CScaleCentre::Draw(HDC hdc, POINT ptCentre) const
     return 1;
 }
 
-CScaleMark::CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr,
-                       CPixelScale px) noexcept
-    : m_hFont(MakeMeterFont({nCharWidth, nCharHeight}, FW_DONTCARE, px)), m_clr(clr)
+CScaleMark::CScaleMark(FontCell cell, COLORREF clr, CPixelScale px) noexcept
+    : m_hFont(MakeMeterFont(cell, FW_DONTCARE, px)), m_clr(clr), m_bWide(cell.bWide)
 {
 }
 
@@ -126,25 +126,39 @@ CScaleMark::~CScaleMark()
 
 int CScaleMark::Draw(HDC hdc, int32_t nX, int32_t nY, const char* pszText) const
 {
-    return DrawMeterText(hdc, {nX, nY}, pszText, m_hFont, m_clr);
+    return DrawMeterText(hdc, {nX, nY}, pszText, m_hFont, m_clr, m_bWide);
 }
 
 int32_t CScaleMark::WidthOf(HDC hdc, const char* pszText) const
 {
-    const CSelectScope font(hdc, m_hFont);
     SIZE size{};
-    const BOOL bMeasured =
-        ::GetTextExtentPoint32A(hdc, pszText, static_cast<int>(std::strlen(pszText)), &size);
-    return bMeasured ? size.cx : 0;
+    return MeasureMeterText(hdc, pszText, m_hFont, m_bWide, &size) ? size.cx : 0;
 }
 
-int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr)
+// Numbers have the same bytes in this page as in all others.
+bool MeasureMeterText(HDC hdc, const char* pszText, HFONT hFont, bool bWide, SIZE* pSize)
+{
+    const CSelectScope font(hdc, hFont);
+    if (!bWide)
+        return ::GetTextExtentPoint32A(hdc, pszText, static_cast<int>(std::strlen(pszText)),
+                                       pSize) != FALSE;
+    const CWideText text(PAGE_UTF8, pszText);
+    return ::GetTextExtentPoint32W(hdc, text.Text(), text.Length(), pSize) != FALSE;
+}
+
+int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr,
+                  bool bWide)
 {
     if (!pszText || !hFont) return 0;
     const CTextColorScope color(hdc, clr);
     const CBkModeScope mode(hdc, TRANSPARENT);
     const CSelectScope font(hdc, hFont);
     const CTextPlaceScope place(hdc);
-    ::TextOutA(hdc, ptTopLeft.x, ptTopLeft.y, pszText, static_cast<int>(std::strlen(pszText)));
+    if (!bWide) {
+        ::TextOutA(hdc, ptTopLeft.x, ptTopLeft.y, pszText, static_cast<int>(std::strlen(pszText)));
+        return 1;
+    }
+    const CWideText text(PAGE_UTF8, pszText);
+    ::TextOutW(hdc, ptTopLeft.x, ptTopLeft.y, text.Text(), text.Length());
     return 1;
 }

@@ -75,7 +75,11 @@ private:
 // Labels in one font.
 class CScaleMark {
 public:
-    CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr, CPixelScale px = {}) noexcept;
+    CScaleMark(FontCell cell, COLORREF clr, CPixelScale px = {}) noexcept;
+    CScaleMark(int32_t nCharWidth, int32_t nCharHeight, COLORREF clr) noexcept
+        : CScaleMark(FontCell{nCharWidth, nCharHeight}, clr)
+    {
+    }
     virtual ~CScaleMark();
     CScaleMark(const CScaleMark&) = delete;
     CScaleMark& operator=(const CScaleMark&) = delete;
@@ -87,8 +91,12 @@ public:
 private:
     HFONT m_hFont;
     COLORREF m_clr;
+    bool m_bWide;
 };
 
 // One text in hFont, background transparent. The font stays the caller's. Result: 0 when there was
-// no font.
-int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr);
+// no font. bWide: of the cell that the font was made for.
+int DrawMeterText(HDC hdc, POINT ptTopLeft, const char* pszText, HFONT hFont, COLORREF clr,
+                  bool bWide = false);
+// Its size in hFont. False, and nothing is written, when it cannot be measured.
+bool MeasureMeterText(HDC hdc, const char* pszText, HFONT hFont, bool bWide, SIZE* pSize);

@@ -156,14 +156,19 @@ int CMeter::GetFontSize(int32_t nHint, FontCell* pCell) const
     else
         *pCell = nCell < sizeof g_cells / sizeof g_cells[0] ? g_cells[nCell] : SMALLEST_CELL;
     *pCell = ScaledCell(*pCell, m_px);
+    pCell->bWide = m_bWideTexts;
     return 1;
 }
 
 HFONT MakeMeterFont(FontCell cell, int nWeight, CPixelScale px)
 {
     if (!IsDrawableCell(cell.nWidth, cell.nHeight, px)) return nullptr;
+    const DWORD nQuality = TextQuality(px, DEFAULT_QUALITY);
+    if (cell.bWide)
+        return Made(::CreateFontW(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
+                                  ANSI_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, nQuality,
+                                  DEFAULT_PITCH | FF_DONTCARE, nullptr));
     return Made(::CreateFontA(cell.nHeight, cell.nWidth, 0, 0, nWeight, FALSE, FALSE, FALSE,
-                              METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
-                              TextQuality(px, DEFAULT_QUALITY), DEFAULT_PITCH | FF_DONTCARE,
-                              nullptr));
+                              METER_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, nQuality,
+                              DEFAULT_PITCH | FF_DONTCARE, nullptr));
 }

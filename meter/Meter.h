@@ -18,6 +18,7 @@ constexpr uint32_t MAX_DECIMAL_SHIFT = 9; // a larger one counts as this
 struct FontCell {
     int32_t nWidth;
     int32_t nHeight;
+    bool bWide = false; // its texts are drawn as Unicode, whatever the code page of the system
 };
 
 class CMeter {
@@ -86,6 +87,7 @@ public:
     void SetFrameOption(int32_t n) { m_nFrameOption = n; }
     void SetShowValue(int32_t b) { m_bShowValue = b; }
     void SetFontSize(uint32_t n) { m_nFontSize = n; }
+    void SetWideTexts(bool b) { m_bWideTexts = b; }
 
     [[nodiscard]] int32_t GetMin() const { return m_nMin; }
     [[nodiscard]] int32_t GetMax() const { return m_nMax; }
@@ -112,6 +114,7 @@ public:
     [[nodiscard]] int32_t GetFrameOption() const { return m_nFrameOption; }
     [[nodiscard]] int32_t GetShowValue() const { return m_bShowValue; }
     [[nodiscard]] uint32_t GetFontSize() const { return m_nFontSize; }
+    [[nodiscard]] bool HasWideTexts() const { return m_bWideTexts; }
 
     // The last value as it was painted: mirrored when the scale is reversed.
     [[nodiscard]] int32_t GetShownValue() const { return AsPainted(m_nLastValue); }
@@ -183,13 +186,15 @@ private:
     int32_t m_bShowValue = 0;
     uint32_t m_nFontSize = 0;
     CPixelScale m_px;
+    bool m_bWideTexts = false;
 };
 
 constexpr FontCell ScaledCell(FontCell cell, CPixelScale px)
 {
-    return {px(cell.nWidth), px(cell.nHeight)};
+    return {px(cell.nWidth), px(cell.nHeight), cell.bWide};
 }
 
 // A font for texts in a picture: the cell as given, character set 255, no face name. weight: 0 for
-// labels, FW_BOLD for read-outs. Null when there is none to be had.
+// labels, FW_BOLD for read-outs. Null when there is none to be had. Wide texts have the character
+// set of digits, 0: that of 255 goes by the system's code page.
 HFONT MakeMeterFont(FontCell cell, int nWeight, CPixelScale px = {});

@@ -119,7 +119,7 @@ int CRoundMeter::DrawReadOut(HDC hdc, double fValue) const
     return DrawMeterText(hdc,
                          {WrapSub(Centre().x, nLength * cell.nWidth / 2),
                           WrapAdd(Centre().y, Radius() / 2 - cell.nHeight * 2 / 3)},
-                         szText, font.Get(), ReadOutColor());
+                         szText, font.Get(), ReadOutColor(), cell.bWide);
 }
 
 int CRoundMeter::DrawValueText(HDC hdc, float fValue)

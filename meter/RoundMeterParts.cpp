@@ -114,7 +114,7 @@ int CRoundMeterMark::Draw(HDC hdc, POINT ptAnchor, const char* pszText) const
 {
     if (!pszText) return 0;
     const auto nLength = static_cast<int32_t>(std::strlen(pszText));
-    return CScaleMark(m_cell.nWidth, m_cell.nHeight, m_clr, m_px)
+    return CScaleMark(m_cell, m_clr, m_px)
         .Draw(hdc, WrapSub(ptAnchor.x, (nLength * m_cell.nWidth) >> 1),
               WrapSub(ptAnchor.y, m_cell.nHeight >> 1), pszText);
 }

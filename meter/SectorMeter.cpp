@@ -128,7 +128,7 @@ int CSectorMeter::PrintValues(HDC hdc, const Value (&values)[MAX_SECTORS])
         const auto nLength = static_cast<int32_t>(std::strlen(szText));
         nDrew |= DrawMeterText(
             hdc, {WrapSub(pt.x, nLength * cell.nWidth / 2), WrapSub(pt.y, cell.nHeight / 2)},
-            szText, font.Get(), LabelColor());
+            szText, font.Get(), LabelColor(), cell.bWide);
     }
     return nDrew;
 }

@@ -31,6 +31,14 @@ int CQELView::GetRefSize(SIZE* pSize) const
     return 1;
 }
 
+void CQELView::SetTextPage(uint32_t nPage)
+{
+    m_nTextPage = nPage;
+    if (!m_pRoot || m_pRoot->TextPage() == nPage) return;
+    m_pRoot->SetTextPage(nPage);
+    m_pRoot->PlaceChanged(); // a line under a letter stands elsewhere
+}
+
 int CQELView::NewTree()
 {
     Clear();
@@ -89,6 +97,7 @@ int CQELView::CreateElement(CQELViewElm* pParent, CQELViewElm* pAfter, int32_t n
         m_pRoot = static_cast<CQELViewQEL*>(pElm);
         m_pRoot->SetLiveLayer(&m_live);
         m_pRoot->SetDirtyArea(&m_dirty);
+        m_pRoot->SetTextPage(m_nTextPage);
     } else {
         pParent->AppendChild(pElm);
         if (pAfter) pElm->Move(pParent, pAfter);

@@ -22,6 +22,8 @@ public:
 
     int SetRefSize(SIZE size); // with every element of the tree; any size is taken
     int GetRefSize(SIZE* pSize) const;
+    // The code page of all texts, of drawings to come as well.
+    void SetTextPage(uint32_t nPage);
     // Elements that are made between the two lie in the view's pool, beginning with the memory that
     // is spare; all others are on the heap, so that what is deleted is given back at once.
     void BeginLoad(CArena& spare);
@@ -100,6 +102,7 @@ private:
     bool m_bLoads = false; // elements are made in the pool
     CQELViewQEL* m_pRoot = nullptr;
     SIZE m_refSize;
+    uint32_t m_nTextPage = PAGE_ANSI;
     CHostDriven* m_pFrame = nullptr; // the registered elements belong to the tree
     CHostDriven* m_pPattern = nullptr;
     CHostDriven* m_pDrawRgn = nullptr;

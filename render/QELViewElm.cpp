@@ -120,6 +120,12 @@ const CQELViewQEL* CQELViewElm::Drawing() const
     return pTop->Type() == QEL_TYPE_ROOT ? static_cast<const CQELViewQEL*>(pTop) : nullptr;
 }
 
+uint32_t CQELViewElm::TextPage() const
+{
+    const CQELViewQEL* pDrawing = Drawing();
+    return pDrawing ? pDrawing->TextPage() : PAGE_ANSI;
+}
+
 CLiveLayer* CQELViewElm::LiveLayer() const
 {
     const CQELViewQEL* pDrawing = Drawing();

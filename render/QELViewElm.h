@@ -145,6 +145,8 @@ public:
 
 protected:
     [[nodiscard]] const CQELViewQEL* Drawing() const; // the root of its drawing; null for none
+    // The code page of its drawing's texts; PAGE_ANSI for none, and outside of a drawing.
+    [[nodiscard]] uint32_t TextPage() const;
     void SetType(int32_t nType) { m_nType = static_cast<int8_t>(nType); }
     void NoteChange();
 

@@ -2,6 +2,7 @@
 // host. The document side is document/QELDocQEL.h.
 #pragma once
 
+#include "base/TextPages.h"
 #include "render/DirtyArea.h"
 #include "render/LiveLayer.h"
 #include "render/QELViewElm.h"
@@ -32,6 +33,10 @@ public:
     [[nodiscard]] CDirtyArea* Dirty() const { return m_pDirty; }
     void SetDirtyArea(CDirtyArea* pDirty) { m_pDirty = pDirty; }
 
+    // The code page of its texts; PAGE_ANSI: they are drawn as their bytes.
+    [[nodiscard]] uint32_t TextPage() const { return m_nTextPage; }
+    void SetTextPage(uint32_t nPage) { m_nTextPage = nPage; }
+
     // The changes of the tree (CQELViewElm::Changes).
     [[nodiscard]] ChangeStamp ChangeCount() const { return m_changes; }
     void CountChange()
@@ -43,6 +48,7 @@ private:
     CLiveLayer* m_pLiveLayer = nullptr;
     CDirtyArea* m_pDirty = nullptr; // null for none
     ChangeStamp m_changes{1, 0};    // 0 is never reached again: 64 bits do not come round
+    uint32_t m_nTextPage = PAGE_ANSI;
     int32_t m_nKind = 0;
     char m_szName[QEL_TEXT_SIZE] = {};
 };

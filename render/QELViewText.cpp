@@ -4,6 +4,7 @@
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
 #include "base/Refusals.h"
+#include "base/WideText.h"
 #include "render/Mapping.h"
 
 #include <cstring>
@@ -13,19 +14,71 @@ namespace {
 constexpr int32_t STEP_ACROSS = 6;
 constexpr int32_t STEP_DOWN = 12;
 
+// A text as its bytes, which the system reads by its own code page.
+class CByteLetters {
+public:
+    using FontRecord = LOGFONTA;
+
+    explicit CByteLetters(const char* pszText) noexcept
+        : m_pszText(pszText), m_nLength(std::strlen(pszText))
+    {
+    }
+
+    [[nodiscard]] std::size_t Cells() const { return m_nLength; }
+    [[nodiscard]] static BYTE Charset() { return OEM_CHARSET; }
+    static int ReadFont(HGDIOBJ hFont, LOGFONTA* pFont)
+    {
+        return ::GetObjectA(hFont, sizeof *pFont, pFont);
+    }
+    static HFONT MakeFont(const LOGFONTA& font) { return ::CreateFontIndirectA(&font); }
+    void Paint(HDC hdc, RECT* prc) const
+    {
+        ::DrawTextA(hdc, m_pszText, static_cast<int>(m_nLength), prc, 0);
+    }
+
+private:
+    const char* m_pszText;
+    std::size_t m_nLength;
+};
+
+// The same as Unicode. Names of faces are read as such too: they may be none in the system's page.
+class CWideLetters {
+public:
+    using FontRecord = LOGFONTW;
+
+    CWideLetters(uint32_t nPage, const char* pszText) noexcept : m_text(nPage, pszText) {}
+
+    [[nodiscard]] std::size_t Cells() const { return static_cast<std::size_t>(m_text.Columns()); }
+    [[nodiscard]] BYTE Charset() const { return m_text.Charset(); }
+    static int ReadFont(HGDIOBJ hFont, LOGFONTW* pFont)
+    {
+        return ::GetObjectW(hFont, sizeof *pFont, pFont);
+    }
+    static HFONT MakeFont(const LOGFONTW& font) { return ::CreateFontIndirectW(&font); }
+    void Paint(HDC hdc, RECT* prc) const
+    {
+        ::DrawTextW(hdc, m_text.Text(), m_text.Length(), prc, 0);
+    }
+
+private:
+    CWideText m_text;
+};
+
 // The host's font in another size. It stays without one when the device context has no font to go
 // by.
 class CSizedFontScope {
 public:
-    CSizedFontScope(HDC hdc, SIZE size, CPixelScale px) noexcept : m_hdc(hdc)
+    template <class Letters>
+    CSizedFontScope(HDC hdc, SIZE size, const Letters& letters, CPixelScale px) noexcept
+        : m_hdc(hdc)
     {
-        LOGFONTA font{};
-        if (!::GetObjectA(::GetCurrentObject(hdc, OBJ_FONT), sizeof font, &font)) return;
+        typename Letters::FontRecord font{};
+        if (!Letters::ReadFont(::GetCurrentObject(hdc, OBJ_FONT), &font)) return;
         font.lfWidth = size.cx;
         font.lfHeight = size.cy;
-        font.lfCharSet = OEM_CHARSET;
+        font.lfCharSet = letters.Charset();
         font.lfQuality = TextQuality(px, font.lfQuality);
-        m_hMade = Made(::CreateFontIndirectA(&font));
+        m_hMade = Made(Letters::MakeFont(font));
         if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
     }
     ~CSizedFontScope() { Restore(); }
@@ -97,25 +150,35 @@ int CQELViewText::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
     MapAnchored(rcQel, Box(), nFlags, &rc);
     char szRoom[QEL_TEXT_SIZE];
     const char* const pszText = ShownText(szRoom);
-    const std::size_t nCount = std::strlen(pszText);
-    const SIZE cell = TextCell(rc, nCount, rcQel.px);
-    if (!IsDrawableCell(cell.cx, cell.cy, rcQel.px)) return 1;
-
-    const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
-    CSizedFontScope font(hdc, cell, rcQel.px);
-    const CBkColorScope back(hdc, BlinkColor(ShownB()));
-    const CTextColorScope text(hdc, BlinkColor(ShownA()));
-    PaintText(hdc, pszText, &rc, static_cast<int>(nCount));
-    font.Restore(); // before the colours: the order in which hosts have always seen these calls
+    if (const uint32_t nPage = TextPage())
+        DrawLetters(hdc, rc, CWideLetters(nPage, pszText), rcQel.px);
+    else
+        DrawLetters(hdc, rc, CByteLetters(pszText), rcQel.px);
     return 1;
 }
 
-// The system may draw the line under the letter behind an ampersand from the current position.
-void CQELViewText::PaintText(HDC hdc, const char* pszText, RECT* prc, int nCount)
+template <class Letters>
+void CQELViewText::DrawLetters(HDC hdc, RECT rc, const Letters& letters, CPixelScale px) const
 {
-    const CTextPlaceScope place(hdc);
-    const CPositionBackScope position(hdc);
-    ::DrawTextA(hdc, pszText, nCount, prc, 0);
+    const SIZE cell = TextCell(rc, letters.Cells(), px);
+    if (!IsDrawableCell(cell.cx, cell.cy, px)) return;
+    const CBkModeScope mode(hdc, FillStyle() == QEL_STYLE_STROKE ? TRANSPARENT : OPAQUE);
+    CSizedFontScope font(hdc, cell, letters, px);
+    const CBkColorScope back(hdc, BlinkColor(ShownB()));
+    const CTextColorScope text(hdc, BlinkColor(ShownA()));
+    {
+        // The line under the letter behind an ampersand may go from the current position.
+        const CTextPlaceScope place(hdc);
+        const CPositionBackScope position(hdc);
+        letters.Paint(hdc, &rc);
+    }
+    font.Restore(); // before the colours: the order in which hosts have always seen these calls
+}
+
+std::size_t CQELViewText::CellsOf(const char* pszText) const
+{
+    const uint32_t nPage = TextPage();
+    return nPage ? CWideLetters(nPage, pszText).Cells() : std::strlen(pszText);
 }
 
 void CQELViewText::LeaveColors(LeftColors*) const {}
@@ -137,7 +200,7 @@ RECT CQELViewText::PaintedBox(const DeviceFigure& figure, bool) const
     const char* const pszText = ShownText(szRoom);
     const RECT rc = NormalizedRect(figure.rcBox);
     if (!std::strchr(pszText, '&')) return rc;
-    const SIZE cell = TextCell(rc, std::strlen(pszText), figure.px);
+    const SIZE cell = TextCell(rc, CellsOf(pszText), figure.px);
     if (!IsDrawableCell(cell.cx, cell.cy, figure.px) || !IsWithinReach(rc)) return rc;
     const int32_t nWide = 2 * cell.cx > cell.cy ? 2 * cell.cx : cell.cy;
     int32_t nLines = 1;

@@ -1,6 +1,7 @@
 // The view of a text: one string in its mapped rectangle, in the face of the host's font. The
 // character cell follows from the rectangle and the number of characters, so that a text grows with
-// the drawing. The document side is document/QELDocShape.h.
+// the drawing: of bytes, or in a code page that the host has set of columns. The document side is
+// document/QELDocShape.h.
 #pragma once
 
 #include "render/QELViewBox.h"
@@ -20,7 +21,9 @@ protected:
     int PaintMargin(CPixelScale px, int32_t* pnOut) const override;
 
 private:
-    static void PaintText(HDC hdc, const char* pszText, RECT* prc, int nCount);
+    template <class Letters>
+    void DrawLetters(HDC hdc, RECT rc, const Letters& letters, CPixelScale px) const;
+    [[nodiscard]] std::size_t CellsOf(const char* pszText) const;
     // The text as the host has it shown; szRoom: where one with a number in it is made.
     [[nodiscard]] const char* ShownText(char (&szRoom)[QEL_TEXT_SIZE]) const;
 };
@@ -30,6 +33,6 @@ private:
 // What does not fit, and what is no number, leaves the run as it is.
 void PutNumber(char* pszText, double fNumber);
 
-// The size of a font for nCount characters in a rectangle: steps of 6 pixels across and 12 down,
+// The size of a font for nCount cells in a rectangle: steps of 6 pixels across and 12 down,
 // never below one step.
 SIZE TextCell(const RECT& rc, std::size_t nCount, CPixelScale px = {});

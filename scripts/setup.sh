@@ -12,11 +12,15 @@ export FONTCONFIG_FILE=$QEL_ROOT/scripts/fonts.conf
 export WINEDEBUG=${WINEDEBUG:--all}
 unset WINEARCH # it would hold the folder to one half
 
-# Code page 936 is to be the ANSI one, since drawings declare gb2312. Wine takes it from the locale, which
-# is made beside the Wine folder and need not exist for anybody else.
+# For hosts that set no code page for texts 936 is to be the ANSI one, since drawings declare gb2312. Wine
+# takes it from the locale, which is made beside the Wine folder and need not exist for anybody else.
 QEL_LOCALES=$(dirname "$WINEPREFIX")/locale
 # What Wine finds out about fonts is kept there too: not every account has a home to keep it in.
 QEL_WINE=(env LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 XDG_CACHE_HOME="$(dirname "$WINEPREFIX")" wine)
+# qel reads drawings as they declare: it needs no locale, only one that every system has for the names of
+# files.
+QEL_WINE_PLAIN=(env LC_ALL=C.UTF-8 XDG_CACHE_HOME="$(dirname "$WINEPREFIX")" wine)
+qel_wants_locale=1 # empty for who uses the plain one
 
 qel_say() { printf '%s\n' "$*" >&2; }
 
@@ -40,7 +44,7 @@ qel_need_tools() {
   qel_need /usr/lib/wine/wine wine32:i386
   qel_need "$QEL_FONT" fonts-wqy-zenhei
   qel_need "$QEL_NUMBER_FONT" fonts-wqy-microhei
-  qel_need /usr/share/i18n/locales/zh_CN locales
+  [ -z "$qel_wants_locale" ] || qel_need /usr/share/i18n/locales/zh_CN locales
 }
 
 # For what is made of the documentation.
@@ -156,8 +160,8 @@ qel_install() {
 # digits of this one keep to their cells, and are told apart in 6 x 12 and 8 x 8. Without smoothing a number
 # that is painted over itself stays as it was; a smoothed one grows bolder.
 qel_set_fonts() { # FOLDER
-  WINEPREFIX=$1 "${QEL_WINE[@]}" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v Arial /d 'WenQuanYi Micro Hei' /f &&
-    WINEPREFIX=$1 "${QEL_WINE[@]}" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 0 /f
+  WINEPREFIX=$1 "${QEL_WINE_PLAIN[@]}" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v Arial /d 'WenQuanYi Micro Hei' /f &&
+    WINEPREFIX=$1 "${QEL_WINE_PLAIN[@]}" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 0 /f
 } >/dev/null 2>&1 </dev/null 8>&-
 
 # Wine keeps its own idea of a Windows machine in a folder, made once; the locale likewise. The folder's mark
@@ -175,7 +179,7 @@ qel_make_prefix() {
   { qel_locale_serves || qel_make_locale; } && { qel_prefix_serves || qel_replace_prefix; } && flock -s 8
 }
 
-qel_locale_serves() { [ -e "$QEL_LOCALES/zh_CN.UTF-8/LC_CTYPE" ]; }
+qel_locale_serves() { [ -z "$qel_wants_locale" ] || [ -e "$QEL_LOCALES/zh_CN.UTF-8/LC_CTYPE" ]; }
 qel_make_locale() {
   local place=$QEL_LOCALES/zh_CN.UTF-8
   rm -rf "$place" "$place.new"
@@ -208,7 +212,7 @@ qel_replace_prefix() {
   qel_say "Setting up Wine (once, about 20 seconds) ..."
   rm -rf "$new" "$old"
   mkdir -p "$new"
-  WINEPREFIX=$new LOCPATH="$QEL_LOCALES" LC_ALL=zh_CN.UTF-8 WINEDLLOVERRIDES="mscoree=;mshtml=" \
+  WINEPREFIX=$new LC_ALL=C.UTF-8 WINEDLLOVERRIDES="mscoree=;mshtml=" \
     wineboot -i >/dev/null 2>&1 </dev/null 8>&-
   qel_set_fonts "$new" && fonts=fonts
   WINEPREFIX=$new wineserver -w 8>&-

@@ -165,6 +165,9 @@ public:
         : m_pXml(pXml), m_pConsumer(pXml->pConsumer), m_pBase(pszText), m_p(pszText),
           m_bKept(bKept), m_counters{0, 0, pszText}
     {
+        if (!pXml->bTakesMark || !Begins(XML_MARK)) return;
+        pXml->bMark = true;
+        m_p += std::strlen(XML_MARK);
     }
 
     // Reads the whole text; the outcome stands in the context's error code.

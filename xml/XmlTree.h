@@ -114,6 +114,9 @@ struct XmlSource {
     [[nodiscard]] bool IsNone() const { return !pszPath && !pszWidePath && !pBytes; }
 };
 
+// The byte order mark of UTF-8.
+constexpr const char* XML_MARK = "\xEF\xBB\xBF";
+
 struct XmlContext {
     int32_t nLastError = XML_OK;
     int32_t nLine = 0; // counted by the parser from 0
@@ -129,6 +132,8 @@ struct XmlContext {
     char* pszReadBase = nullptr; // the file's text, freed with the context
     std::size_t nTextSize = 0;
     char* pszReadPos = nullptr; // where the parser stands, or stopped
+    bool bTakesMark = false;    // a byte order mark of UTF-8 may stand before the text
+    bool bMark = false;         // it did
     bool bDeclSeen = false;
     XmlNode* pRoot = nullptr;
     XmlNode* pCursor = nullptr;

@@ -3,6 +3,7 @@ OUT_LONGS = {"RECT*": (11, -12, 13, 14), "SIZE*": (321, 222), "POINT*": (31, -32
 OUT_NUMBERS = {"int*": -77, "DWORD*": 0x90000007, "float*": 7.25, "double*": -0.125}
 OUT_CODE = 117  # of an error record
 OUT_TEXT = "filled"
+OUT_WIDE = "w"  # one letter is the same in units of 16 and of 32 bits
 REALS = ("float", "double")
 HANDLES = ("HQELENGINE", "HQELELEM", "HQELGRADIENT", "HDC", "HBRUSH", "HRGN")
 
@@ -69,6 +70,8 @@ class TestCall:
                 outs.append(f"{OUT_NUMBERS[kind]}")
             elif kind == "char*":
                 outs.append(OUT_TEXT)
+            elif kind == "wchar_t*":
+                outs.append(OUT_WIDE)
             elif record and kind == "void*":
                 outs.append(pattern.hex())
         pairs = [traced(kind, value) for (kind, _), value in zip(function.arguments, self.values)]

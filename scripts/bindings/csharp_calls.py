@@ -90,7 +90,7 @@ def make(interface):
                 before.append(f"QELEngine.{kind[:-1]} {name};")
                 passed.append("out " + name)
                 shown.append(fields_of(kind, name))
-            elif kind == "char*":
+            elif kind in ("char*", "wchar_t*"):
                 before.append(f"var {name} = new System.Text.StringBuilder(64);")
                 passed.append(name)
                 shown.append(name)

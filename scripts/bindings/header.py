@@ -29,6 +29,7 @@ TYPES = {
     "char*": ("PAnsiChar", "[Out] System.Text.StringBuilder", "c_char_p", 4),
     "const char*": ("PAnsiChar", "string", "c_char_p", 4),
     "const wchar_t*": ("PWideChar", "[MarshalAs(UnmanagedType.LPWStr)] string", "c_wchar_p", 4),
+    "wchar_t*": ("PWideChar", "[Out, MarshalAs(UnmanagedType.LPWStr)] System.Text.StringBuilder", "c_wchar_p", 4),
     "void*": ("Pointer", "IntPtr", "c_void_p", 4),
     "const void*": ("Pointer", "IntPtr", "c_void_p", 4),
     "int*": ("PLongInt", "out int", "POINTER(c_int32)", 4),

@@ -35,12 +35,15 @@ def call_all(interface, library):
             elif kind == "char*":
                 variable = ctypes.create_string_buffer(64)
                 shown.append((variable, lambda v: v.value.decode()))
+            elif kind == "wchar_t*":
+                variable = ctypes.create_unicode_buffer(64)
+                shown.append((variable, lambda v: v.value))
             elif kind == "const POINT*":
                 variable = (module.POINT * 2)(value[:2], value[2:])
             elif isinstance(value, tuple):
                 variable = getattr(module, kind.split()[1][:-1])(*value)
             passed.append(value.encode() if kind == "const char*" else value if variable is None else
-                          variable if kind in ("const POINT*", "char*") else ctypes.byref(variable))
+                          variable if kind in ("const POINT*", "char*", "wchar_t*") else ctypes.byref(variable))
         result = getattr(dll, call.function.name)(*passed)
         result = result.decode() if isinstance(result, bytes) else result
         texts = [form(variable) for variable, form in shown]

@@ -1,6 +1,6 @@
 """A stand-in of the DLL that records every call, for runtimes that are here on Linux only."""
 from bindings import csharp_calls, pascal
-from bindings.calls import (HANDLES, OUT_CODE, OUT_LONGS, OUT_NUMBERS, OUT_TEXT, layout_lines, test_calls,
+from bindings.calls import (HANDLES, OUT_CODE, OUT_LONGS, OUT_NUMBERS, OUT_TEXT, OUT_WIDE, layout_lines, test_calls,
                             test_result)
 
 HEAD = """/* A stand-in of QELEngine.dll for Linux, made by scripts/bindings from the header that it
@@ -152,6 +152,8 @@ def make(interface):
                 body.append(f"{{ const {kind[:-1]} value = {{{values}}}; *{name} = value; }}")
             elif kind == "char*":
                 body.append(f'strcpy({name}, "{OUT_TEXT}");')
+            elif kind == "wchar_t*":
+                body.append(f"memset({name}, 0, 8); *(char*){name} = '{OUT_WIDE}';")
             elif kind == "void*" and function.takes_record():
                 body.append(f"*pnSize = Fill(hElem, {name});")
             elif kind == "void*":

@@ -174,13 +174,15 @@ void CRedraws::SetSelector(HQELENGINE h, DWORD nId, DWORD nSelector, uint32_t nB
     m_nSelectors += QELSetScaleParam(h, nId, nSelector, nValue);
 }
 
-// In another size, and turned: every renderer is made anew, and again for the old size.
+// In another size, turned, and with texts as Unicode: every renderer is made anew, and again for
+// the old size.
 bool CRedraws::DrawOtherwise(HQELENGINE h)
 {
     const RECT rcOther{3, 2, 120, 90};
     const RECT rc = m_bitmap.Box();
-    return QELRotate(h, 90) && QELSetQELRect(h, &rcOther) && Draw(h, QEL_DRAW_FULL) &&
-           QELRotate(h, 0) && QELSetQELRect(h, &rc) && Draw(h, QEL_DRAW_FULL);
+    return QELRotate(h, 90) && QELSetQELRect(h, &rcOther) && QELSetTextCodePage(h, 1) &&
+           Draw(h, QEL_DRAW_FULL) && QELRotate(h, 0) && QELSetQELRect(h, &rc) &&
+           QELSetTextCodePage(h, 0) && Draw(h, QEL_DRAW_FULL);
 }
 
 bool CRedraws::Draw(HQELENGINE h, DWORD nFlags)

@@ -252,7 +252,7 @@ TEST(Allocation, ANewDrawing)
         FailEachAllocation({"new",
                             [bByPath](HQELENGINE h) {
                                 const int nResult =
-                                    bByPath ? QELOpenFile(h, nullptr) : QELNewFile(h);
+                                    bByPath ? QELOpenFile(h, nullptr) : QELNewFileEx(h, 65001);
                                 const RECT rc = DEVICE_RECT;
                                 QELSetQELRect(h, &rc);
                                 return nResult == 1;
@@ -553,6 +553,12 @@ TEST(Allocation, EverySettingOfTheWholeDrawing)
         {"live selector",
          [](HQELENGINE h) { return QELSetSelector(h, "m4", QEL_SEL_MAX, 50) == 1; }},
         {"live text", [](HQELENGINE h) { return QELSetText(h, "t1", "a ##") == 1; }},
+        {"wide live text", [](HQELENGINE h) { return QELSetTextW(h, "t1", L"a ##") == 1; }},
+        {"wide text",
+         [](HQELENGINE h) {
+             return QELSetElemTextW(h, Find(h, "t1"), L"longer than it was") == 1;
+         }},
+        {"code page of texts", [](HQELENGINE h) { return QELSetTextCodePage(h, 65001) == 1; }},
         {"hidden", [](HQELENGINE h) { return QELSetVisible(h, "g1", 0) == 1; }},
         {"live colour", [](HQELENGINE h) { return QELSetColor(h, "g1", 1, 0xFF) == 1; }},
         {"quality", [](HQELENGINE h) { return QELSetQuality(h, "m0", 2) == 1; }},

@@ -555,6 +555,41 @@ BOOL WINAPI GetTextExtentPoint32A(HDC hdc, const char* psz, INT nLength, SIZE* p
     return TRUE;
 }
 
+// Wide texts are recorded and painted as the bytes of the ANSI code page, as recordings tell them.
+
+namespace {
+
+std::string AnsiOf(const wchar_t* psz, INT nLength)
+{
+    std::string bytes(static_cast<std::size_t>(nLength > 0 ? nLength : 0) * 4, '\0');
+    const INT nBytes =
+        bytes.empty() ? 0
+                      : ::WideCharToMultiByte(CP_ACP, 0, psz, nLength, bytes.data(),
+                                              static_cast<INT>(bytes.size()), nullptr, nullptr);
+    bytes.resize(static_cast<std::size_t>(nBytes));
+    return bytes;
+}
+
+} // namespace
+
+BOOL WINAPI TextOutW(HDC hdc, INT x, INT y, const wchar_t* psz, INT nLength)
+{
+    const std::string bytes = psz ? AnsiOf(psz, nLength) : "";
+    return ::TextOutA(hdc, x, y, psz ? bytes.data() : nullptr, static_cast<INT>(bytes.size()));
+}
+
+INT WINAPI DrawTextW(HDC hdc, const wchar_t* psz, INT nLength, RECT* prc, UINT nFlags)
+{
+    const std::string bytes = psz ? AnsiOf(psz, nLength) : "";
+    return ::DrawTextA(hdc, psz ? bytes.data() : nullptr, static_cast<INT>(bytes.size()), prc,
+                       nFlags);
+}
+
+BOOL WINAPI GetTextExtentPoint32W(HDC hdc, const wchar_t* psz, INT nLength, SIZE* pSize)
+{
+    return ::GetTextExtentPoint32A(hdc, psz ? "" : nullptr, nLength, pSize); // it measures by count
+}
+
 BOOL WINAPI GdiFlush()
 {
     return TRUE;

@@ -55,6 +55,12 @@ const Case g_cases[] = {
          MoveValues(h, 12);
      },
      20},
+    {"texts as Unicode", QEL_DRAW_FULL,
+     [](HQELENGINE h) {
+         ShowAll(h);
+         QELSetTextCodePage(h, 65001);
+     },
+     150},
     {"cylinders and other pins", QEL_DRAW_FULL,
      [](HQELENGINE h) {
          ShowAll(h);

@@ -450,6 +450,30 @@ HFONT WINAPI CreateFontA(INT nHeight, INT nWidth, INT nEscapement, INT nOrientat
     return CreateFontIndirectA(&font);
 }
 
+// Names of faces are kept as the bytes of the ANSI code page.
+HFONT WINAPI CreateFontIndirectW(const LOGFONTW* pFont)
+{
+    if (!pFont) return CreateFontIndirectA(nullptr);
+    LOGFONTA font{};
+    std::memcpy(&font, pFont, offsetof(LOGFONTA, lfFaceName));
+    ::WideCharToMultiByte(CP_ACP, 0, pFont->lfFaceName, -1, font.lfFaceName, LF_FACESIZE, nullptr,
+                          nullptr);
+    return CreateFontIndirectA(&font);
+}
+
+HFONT WINAPI CreateFontW(INT nHeight, INT nWidth, INT nEscapement, INT nOrientation, INT nWeight,
+                         DWORD bItalic, DWORD bUnderline, DWORD bStrikeOut, DWORD nCharSet,
+                         DWORD nOut, DWORD nClip, DWORD nQuality, DWORD nPitch,
+                         const wchar_t* pszFace)
+{
+    char szFace[LF_FACESIZE] = "";
+    if (pszFace)
+        ::WideCharToMultiByte(CP_ACP, 0, pszFace, -1, szFace, LF_FACESIZE, nullptr, nullptr);
+    return CreateFontA(nHeight, nWidth, nEscapement, nOrientation, nWeight, bItalic, bUnderline,
+                       bStrikeOut, nCharSet, nOut, nClip, nQuality, nPitch,
+                       pszFace ? szFace : nullptr);
+}
+
 HBITMAP WINAPI CreateBitmap(INT nWidth, INT nHeight, UINT nPlanes, UINT nBits, const void* pBits)
 {
     const int64_t nRow = (static_cast<int64_t>(nWidth) * nBits + 15) / 16 * 2;
@@ -530,6 +554,21 @@ INT WINAPI GetObjectA(HGDIOBJ hObject, INT nSize, LPVOID pOut)
     default:
         return 0;
     }
+}
+
+// Of fonts alone: all else is the same in both forms.
+INT WINAPI GetObjectW(HGDIOBJ hObject, INT nSize, LPVOID pOut)
+{
+    LOGFONTA font{};
+    if (!pOut || nSize != sizeof(LOGFONTW)) {
+        ReportMisuse("GetObjectW of something else than a font");
+        return 0;
+    }
+    if (GetObjectA(hObject, sizeof font, &font) != sizeof font) return 0;
+    auto* pFont = static_cast<LOGFONTW*>(pOut);
+    std::memcpy(pFont, &font, offsetof(LOGFONTA, lfFaceName));
+    ::MultiByteToWideChar(CP_ACP, 0, font.lfFaceName, -1, pFont->lfFaceName, LF_FACESIZE);
+    return sizeof(LOGFONTW);
 }
 
 // A monochrome bitmap is white but for where figures were painted on it.

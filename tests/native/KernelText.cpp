@@ -28,8 +28,16 @@ const char* CharsetOf(UINT nCodePage)
         return "CP936";
     case 932:
         return "CP932";
+    case 950:
+        return "CP950";
+    case 1251:
+        return "CP1251";
     case 1252:
         return "CP1252";
+    case 20127:
+        return "US-ASCII";
+    case 28597:
+        return "ISO-8859-7";
     case CP_UTF8:
         return "UTF-8";
     default:
@@ -186,6 +194,11 @@ BOOL WINAPI IsDBCSLeadByteEx(UINT nCodePage, BYTE c)
 {
     const char* pszCharset = CharsetOf(nCodePage);
     return pszCharset && std::strcmp(pszCharset, "CP936") == 0 && c >= 0x81 && c < 0xFF;
+}
+
+BOOL WINAPI IsValidCodePage(UINT nCodePage)
+{
+    return nCodePage > CP_SYMBOL && CharsetOf(nCodePage) != nullptr;
 }
 
 UINT WINAPI GetACP()

@@ -146,7 +146,6 @@ set(QEL_HOST_LEFT_OUT
 # them the same under other colours of the device context, which a figure's text here has.
 list(APPEND QEL_HOST_LEFT_OUT
   Update.AQualityIsAHalfToneOverAllThatTheElementMayPaint
-  Update.AfterAnyChangeThePictureIsThatOfAFullDraw
   Update.NoMeterScaleOrRegionGoesByTheColorsThatOthersLeave)
 
 # They draw on a device context that is none, or count the system's own objects.

@@ -150,7 +150,7 @@ def test_check_finds_in_the_whole_file(tool, at, kind, part, content):
 
 @pytest.mark.parametrize("content, line", rows(
     ("a byte order mark", b"\xef\xbb\xbf<qel/>",
-     "x.qel:1:1: error: a byte order mark stands before the drawing"),
+     "x.qel:1:1: warning: a byte order mark stands before the drawing"),
     ("no markup", "hello", "x.qel:1:1: error: there is no element: the drawing does not open")))
 def test_check_tells_at_the_first_byte_of_what_is_no_drawing(tool, content, line):
     tool.file("x.qel", content)

@@ -157,7 +157,7 @@ DRAWING = ('<rect id="box" crd="1 1 9 9"/>', '<meter id="bar" usc="0" crd="1 1 9
     ("a quality without number", "--quality wants ID=0, ID=1 or ID=2, not 'box='", "--quality box="),
     ("a text without identifier", "--text wants ID=TEXT, not '=a'", "--text =a"),
     ("a text that is too long", "a text has at most 255 bytes", "--text temp=" + "a" * 256),
-    ("a text of characters that drawings do not have", "a character that drawings do not have", "--text temp=🙂")))
+    ("a text of characters that drawings do not have", "a character that the drawing's encoding does not have", "--text temp=🙂")))
 def test_render_refuses(tool, part, options):
     tool.drawing("ids.qel", *DRAWING)
     assert_refused(tool, "render ids.qel no.png " + options, part)

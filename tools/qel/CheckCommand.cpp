@@ -2,6 +2,7 @@
 // understand.
 #include "tools/qel/Checker.h"
 #include "tools/qel/Command.h"
+#include "tools/qel/Encoding.h"
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
@@ -42,12 +43,13 @@ int CheckFile(const std::wstring& path)
         Complain("cannot read '" + name + "': " + WhyNotRead(path));
         return EXIT_TROUBLE;
     }
+    SetDrawingPage(DeclaredPage(bytes));
     const std::vector<Finding> findings = CheckDrawing(bytes);
     CPosition position(bytes);
     for (const Finding& finding : findings) {
         position.MoveTo(finding.nOffset);
         Print(fmt::format("{}:{}: {}: {}\n", name, position.Text(),
-                          finding.bError ? "error" : "warning", AnsiToUtf8(finding.text)));
+                          finding.bError ? "error" : "warning", DrawingToUtf8(finding.text)));
     }
     return findings.empty() ? EXIT_CLEAN : EXIT_FINDINGS;
 }

@@ -11,6 +11,7 @@
 #include "render/QELView.h"
 #include "tools/qel/Clause.h"
 #include "tools/qel/CostRules.h"
+#include "tools/qel/Encoding.h"
 #include "tools/qel/Hint.h"
 #include "tools/qel/LiveRules.h"
 #include "tools/qel/SetRules.h"
@@ -54,18 +55,18 @@ const char* NoticeText(XmlNotice nNotice)
     return "";
 }
 
-// A part of the drawing for a message, which is to stay one short line. A character of two bytes is
-// not cut in the middle.
+// A part of the drawing for a message, which is to stay one short line. No character is cut in the
+// middle.
 std::string Shown(const std::string& text)
 {
     constexpr std::size_t SHOWN = 40;
     std::string shown;
     for (std::size_t n = 0; n < text.size();) {
-        const bool bPair = ::IsDBCSLeadByte(static_cast<BYTE>(text[n])) && n + 1 < text.size();
+        const std::size_t nLength = std::max<std::size_t>(CharacterAt(text, n), 1);
         if (shown.size() >= SHOWN) return shown + "...";
         const bool bControl = static_cast<unsigned char>(text[n]) < ' ';
-        shown += bControl ? std::string(1, ' ') : text.substr(n, bPair ? 2 : 1);
-        n += bPair ? 2 : 1;
+        shown += bControl ? std::string(1, ' ') : text.substr(n, nLength);
+        n += nLength;
     }
     return shown;
 }
@@ -216,6 +217,7 @@ std::vector<Finding> CChecker::Check(const std::string& bytes)
         },
         this};
     m_pXml->pObserver = &observer;
+    m_pXml->bTakesMark = true;
     if (XmlParseText(m_pXml, text.data())) {
         const char* pAt = m_pXml->pszReadPos;
         Error(pAt ? static_cast<std::size_t>(pAt - text.data()) : 0, ErrorText(*m_pXml));
@@ -224,6 +226,7 @@ std::vector<Finding> CChecker::Check(const std::string& bytes)
     m_pXml->pObserver = nullptr;
     CheckTree(); // what could be read of it
     m_liveIds.Tell(&m_findings);
+    for (Finding& finding : EncodingFindings(bytes)) m_findings.push_back(std::move(finding));
     std::stable_sort(m_findings.begin(), m_findings.end(),
                      [](const Finding& a, const Finding& b) { return a.nOffset < b.nOffset; });
     return m_findings;
@@ -243,10 +246,7 @@ void CChecker::CheckTree()
     if (!pRoot->pszName) {
         const bool bTold = std::any_of(m_findings.begin(), m_findings.end(),
                                        [](const Finding& finding) { return finding.bError; });
-        if (m_pBytes->starts_with("\xEF\xBB\xBF"))
-            Error(0, "a byte order mark stands before the drawing: it does not open");
-        else if (!bTold)
-            Error(0, "there is no element: the drawing does not open");
+        if (!bTold) Error(0, "there is no element: the drawing does not open");
         return;
     }
     if (LookupKeyword(g_elementTypes.Rows(), pRoot->pszName) != QEL_TYPE_ROOT) {

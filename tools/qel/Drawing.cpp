@@ -2,6 +2,7 @@
 #include "tools/qel/Drawing.h"
 
 #include "tools/qel/Clause.h"
+#include "tools/qel/Encoding.h"
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
@@ -11,8 +12,11 @@ namespace qel {
 
 namespace {
 
+// Texts and identifiers are those of the encoding that the drawing declares.
 bool Open(HQELENGINE hEngine, const std::wstring& path)
 {
+    constexpr DWORD AS_DECLARED = 1;
+    QELSetTextCodePage(hEngine, AS_DECLARED);
     if (!IsStandardInput(path)) return QELOpenFileW(hEngine, path.c_str());
     const std::string& bytes = StandardInput();
     return QELOpenMemory(hEngine, bytes.data(), static_cast<DWORD>(bytes.size()));
@@ -36,7 +40,11 @@ std::string WhyNotOpened(HQELENGINE hEngine)
 
 CDrawing::CDrawing(const std::wstring& path) : m_hEngine(CreateQELEngine())
 {
-    if (m_hEngine && Open(m_hEngine, path)) return;
+    std::string bytes;
+    if (m_hEngine && Open(m_hEngine, path) && ReadBytes(path, &bytes)) {
+        SetDrawingPage(DeclaredPage(bytes));
+        return;
+    }
     const std::string why = WhyNotOpened(m_hEngine);
     DestroyQELEngine(m_hEngine);
     throw CTrouble("cannot open '" + ToUtf8(path) + "': " + why);

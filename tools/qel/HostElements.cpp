@@ -22,7 +22,7 @@ bool HasFace(HQELENGINE hEngine, HQELELEM hElem)
 
 std::string IdOf(HQELENGINE hEngine, HQELELEM hElem)
 {
-    return AnsiToUtf8(QELGetElemId(hEngine, hElem));
+    return DrawingToUtf8(QELGetElemId(hEngine, hElem));
 }
 
 void AddMeter(const QELMETERATTR& attr, bool bFace, const std::string& id, HostElements* pFound)

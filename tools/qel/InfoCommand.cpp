@@ -76,7 +76,7 @@ Element Describe(HQELENGINE hEngine, HQELELEM hElem)
     element.nType = QELGetElemType(hEngine, hElem);
     const ElementType* pRow = g_elementTypes.Row(element.nType);
     element.typeName = pRow ? pRow->pszName : fmt::format("type {}", element.nType);
-    element.id = AnsiToUtf8(QELGetElemId(hEngine, hElem));
+    element.id = DrawingToUtf8(QELGetElemId(hEngine, hElem));
     element.bHasRect = QELGetElemRect(hEngine, hElem, &element.rc) != 0;
     return element;
 }
@@ -134,7 +134,7 @@ ordered_json ShapeJson(const QELSHAPEATTR& attr, int nType)
                       {"clr", ColorJson(attr.clrPen)},   {"lineStyle", attr.nPenStyle},
                       {"lineWidth", attr.nPenWidth},     {"crd", CrdJson(attr, nType)},
                       {"flags", FlagsJson(attr.nFlags)}};
-    if (nType == QEL_TYPE_TEXT) json["text"] = AnsiToUtf8(attr.szText);
+    if (nType == QEL_TYPE_TEXT) json["text"] = DrawingToUtf8(attr.szText);
     return json;
 }
 
@@ -172,7 +172,7 @@ void PrintText(const CDrawing& drawing)
     const HQELENGINE hEngine = drawing.Engine();
     const SIZE size = drawing.RefSize();
     Print(fmt::format("size {} x {}, kind {}", size.cx, size.cy, QELGetType(hEngine)));
-    if (*QELGetName(hEngine)) Print(", name " + Quoted(AnsiToUtf8(QELGetName(hEngine))));
+    if (*QELGetName(hEngine)) Print(", name " + Quoted(DrawingToUtf8(QELGetName(hEngine))));
     const DWORD nMask = QELParamsSupported(hEngine);
     Print(fmt::format("\nthe host can set (mask {:#x}):", nMask));
     bool bAny = false;
@@ -197,7 +197,7 @@ void PrintJson(const CDrawing& drawing)
     ordered_json json{{"width", size.cx},
                       {"height", size.cy},
                       {"kind", QELGetType(hEngine)},
-                      {"name", AnsiToUtf8(QELGetName(hEngine))},
+                      {"name", DrawingToUtf8(QELGetName(hEngine))},
                       {"paramsMask", nMask},
                       {"params", params}};
     json.update(HostJson(drawing));

@@ -126,17 +126,29 @@ bool SetByNumber(HQELENGINE hEngine, const LiveAction& action, const LiveNumber&
                        : QELSetScaleParam(hEngine, action.nId, action.nSelector, nValue) != 0;
 }
 
+bool SetText(HQELENGINE hEngine, const std::string& id, const LiveAction& action)
+{
+    std::string text;
+    if (!Utf8ToDrawing(action.text, &text))
+        throw CTrouble(action.option + ": the text has a character that the drawing's encoding "
+                                       "does not have");
+    if (text.size() >= QEL_TEXT_SIZE)
+        throw CTrouble(action.option + ": a text has at most " + std::to_string(QEL_TEXT_SIZE - 1) +
+                       " bytes");
+    return QELSetText(hEngine, id.c_str(), text.c_str()) != 0;
+}
+
 bool SetById(HQELENGINE hEngine, const LiveAction& action, const LiveNumber& value)
 {
     std::string id;
-    if (!Utf8ToAnsi(action.id, &id)) return false; // no drawing has it
+    if (!Utf8ToDrawing(action.id, &id)) return false; // no drawing has it
     switch (action.kind) {
     case LiveAction::Kind::Value:
         return QELSetValue(hEngine, id.c_str(), value.AsReal()) != 0;
     case LiveAction::Kind::Selector:
         return QELSetSelector(hEngine, id.c_str(), action.nSelector, value.AsReal()) != 0;
     case LiveAction::Kind::Text:
-        return QELSetText(hEngine, id.c_str(), action.text.c_str()) != 0;
+        return SetText(hEngine, id, action);
     case LiveAction::Kind::Quality:
         return QELSetQuality(hEngine, id.c_str(), static_cast<int>(value.nWhole)) != 0;
     default:

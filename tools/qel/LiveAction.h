@@ -19,7 +19,7 @@ struct LiveAction {
     LiveNumber value{};
     LiveNumber last{}; // of a range; value is its first
     bool bRange = false;
-    std::string text{}; // in the bytes of drawings
+    std::string text{}; // in UTF-8
 
     [[nodiscard]] bool IsById() const { return !id.empty(); }
     [[nodiscard]] LiveNumber InFrame(int nFrame, int nFrames) const

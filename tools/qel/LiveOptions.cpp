@@ -91,11 +91,7 @@ LiveAction ReadText(const std::wstring& text)
 {
     const Assignment parts = Split("--text", "ID=TEXT", text, true);
     LiveAction action{LiveAction::Kind::Text, parts.option, parts.target};
-    if (!Utf8ToAnsi(parts.value, &action.text))
-        throw CTrouble(parts.option + ": the text has a character that drawings do not have");
-    if (action.text.size() >= QEL_TEXT_SIZE)
-        throw CTrouble(parts.option + ": a text has at most " + std::to_string(QEL_TEXT_SIZE - 1) +
-                       " bytes");
+    action.text = parts.value;
     return action;
 }
 

@@ -1,6 +1,8 @@
 // Texts of the command-line program; see the header.
 #include "tools/qel/Text.h"
 
+#include "tools/qel/Encoding.h"
+
 #include <windows.h>
 
 #include <cstdio>
@@ -26,24 +28,25 @@ std::wstring FromUtf8(const std::string& text)
     return wide;
 }
 
-std::string AnsiToUtf8(const std::string& text)
+std::string DrawingToUtf8(const std::string& text)
 {
     const int nBytes = static_cast<int>(text.size());
-    const int nLen = ::MultiByteToWideChar(CP_ACP, 0, text.data(), nBytes, nullptr, 0);
+    const int nLen = ::MultiByteToWideChar(DrawingPage(), 0, text.data(), nBytes, nullptr, 0);
     std::wstring wide(static_cast<std::size_t>(nLen), L'\0');
-    ::MultiByteToWideChar(CP_ACP, 0, text.data(), nBytes, wide.data(), nLen);
+    ::MultiByteToWideChar(DrawingPage(), 0, text.data(), nBytes, wide.data(), nLen);
     return ToUtf8(wide);
 }
 
-bool Utf8ToAnsi(const std::string& utf8, std::string* pText)
+bool Utf8ToDrawing(const std::string& utf8, std::string* pText)
 {
     const std::wstring wide = FromUtf8(utf8);
     const int nWide = static_cast<int>(wide.size());
     const int nLen =
-        ::WideCharToMultiByte(CP_ACP, 0, wide.data(), nWide, nullptr, 0, nullptr, nullptr);
+        ::WideCharToMultiByte(DrawingPage(), 0, wide.data(), nWide, nullptr, 0, nullptr, nullptr);
     pText->resize(static_cast<std::size_t>(nLen));
-    ::WideCharToMultiByte(CP_ACP, 0, wide.data(), nWide, pText->data(), nLen, nullptr, nullptr);
-    return AnsiToUtf8(*pText) == utf8;
+    ::WideCharToMultiByte(DrawingPage(), 0, wide.data(), nWide, pText->data(), nLen, nullptr,
+                          nullptr);
+    return DrawingToUtf8(*pText) == utf8;
 }
 
 void Print(const std::string& text)

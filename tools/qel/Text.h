@@ -1,5 +1,4 @@
-// Texts of the command-line program: wide arguments, the ANSI bytes of drawings, UTF-8 on the way
-// out.
+// Texts of the command-line program: wide arguments, the bytes of drawings, UTF-8 on the way out.
 #pragma once
 
 #include <string>
@@ -8,9 +7,9 @@ namespace qel {
 
 std::string ToUtf8(const std::wstring& text);
 std::wstring FromUtf8(const std::string& text);
-std::string AnsiToUtf8(const std::string& text); // of a drawing, by the system's code page
-// Into the bytes that drawings have; false when these lack one of the characters.
-bool Utf8ToAnsi(const std::string& utf8, std::string* pText);
+std::string DrawingToUtf8(const std::string& text); // of the drawing at hand, by its code page
+// Into the bytes that it has; false when these lack one of the characters.
+bool Utf8ToDrawing(const std::string& utf8, std::string* pText);
 
 void Print(const std::string& text);    // UTF-8 to standard output
 bool FinishOutput();                    // false: not all that was printed could be written

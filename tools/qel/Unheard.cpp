@@ -230,7 +230,7 @@ DWORD CUnheard::Setting(const HostMeter& meter, DWORD nSelector) const
         return QELGetScaleParam(m_hEngine, meter.attr.nId, nSelector, &nValue) ? nValue : 0;
     std::string id;
     double fValue = 0;
-    return Utf8ToAnsi(meter.id, &id) && QELGetSelector(m_hEngine, id.c_str(), nSelector, &fValue)
+    return Utf8ToDrawing(meter.id, &id) && QELGetSelector(m_hEngine, id.c_str(), nSelector, &fValue)
                ? static_cast<DWORD>(static_cast<int64_t>(fValue))
                : 0;
 }

@@ -19,7 +19,8 @@ constexpr char ABOUT[] = "Draws, lists and checks instrument drawings (.qel).";
 
 constexpr char NOTES[] = R"('qel COMMAND --help' tells the options of a command, with examples.
 
-Texts and identifiers of drawings are read in the system's code page and printed as UTF-8.
+Texts and identifiers of drawings are read in the encoding that the drawing declares, and printed as
+UTF-8.
 The name - is standard input (as /dev/stdin is), and for OUT standard output: a PNG, or a GIF.
 @FILE stands for the arguments in FILE, in UTF-8, one a line or each ended by a zero byte.
 A name that begins with "-" or "@" goes after a lone "--". A value may be

@@ -375,6 +375,28 @@ public static class QELEngine
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELIsModified(IntPtr hEngine);
 
+    // ---- texts in any script ----
+
+    [DllImport(Dll, EntryPoint = "QELSetTextCodePage", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetTextCodePage(IntPtr hEngine, uint nCodePage);
+
+    [DllImport(Dll, EntryPoint = "QELGetTextCodePage", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetTextCodePage(IntPtr hEngine, out uint pnCodePage);
+
+    [DllImport(Dll, EntryPoint = "QELNewFileEx", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELNewFileEx(IntPtr hEngine, uint nCodePage);
+
+    [DllImport(Dll, EntryPoint = "QELSetElemTextW", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetElemTextW(IntPtr hEngine, IntPtr hElem, [MarshalAs(UnmanagedType.LPWStr)] string pszText);
+
+    [DllImport(Dll, EntryPoint = "QELGetElemTextW", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetElemTextW(IntPtr hEngine, IntPtr hElem, [Out, MarshalAs(UnmanagedType.LPWStr)] System.Text.StringBuilder pszBuffer, int nCount);
+
     // ---- element tree ----
 
     [DllImport(Dll, EntryPoint = "QELGetRootElem", CallingConvention = CallingConvention.StdCall,
@@ -630,6 +652,10 @@ public static class QELEngine
     [DllImport(Dll, EntryPoint = "QELSetText", CallingConvention = CallingConvention.StdCall,
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELSetText(IntPtr hEngine, string pszId, string pszText);
+
+    [DllImport(Dll, EntryPoint = "QELSetTextW", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetTextW(IntPtr hEngine, string pszId, [MarshalAs(UnmanagedType.LPWStr)] string pszText);
 
     [DllImport(Dll, EntryPoint = "QELSetVisible", CallingConvention = CallingConvention.StdCall,
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]

@@ -314,6 +314,19 @@ function QELSaveMemory(hEngine: HQELENGINE; pBuffer: Pointer; pnSize: PLongWord)
 function QELIsModified(hEngine: HQELENGINE): LongInt; stdcall;
   external QELENGINE_DLL name 'QELIsModified';
 
+{ ---- texts in any script ---- }
+
+function QELSetTextCodePage(hEngine: HQELENGINE; nCodePage: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetTextCodePage';
+function QELGetTextCodePage(hEngine: HQELENGINE; pnCodePage: PLongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetTextCodePage';
+function QELNewFileEx(hEngine: HQELENGINE; nCodePage: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELNewFileEx';
+function QELSetElemTextW(hEngine: HQELENGINE; hElem: HQELELEM; pszText: PWideChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetElemTextW';
+function QELGetElemTextW(hEngine: HQELENGINE; hElem: HQELELEM; pszBuffer: PWideChar; nCount: LongInt): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetElemTextW';
+
 { ---- element tree ---- }
 
 function QELGetRootElem(hEngine: HQELENGINE): HQELELEM; stdcall;
@@ -435,6 +448,8 @@ function QELGetSelector(hEngine: HQELENGINE; pszId: PAnsiChar; nSelector: LongWo
   external QELENGINE_DLL name 'QELGetSelector';
 function QELSetText(hEngine: HQELENGINE; pszId: PAnsiChar; pszText: PAnsiChar): LongInt; stdcall;
   external QELENGINE_DLL name 'QELSetText';
+function QELSetTextW(hEngine: HQELENGINE; pszId: PAnsiChar; pszText: PWideChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetTextW';
 function QELSetVisible(hEngine: HQELENGINE; pszId: PAnsiChar; bVisible: LongInt): LongInt; stdcall;
   external QELENGINE_DLL name 'QELSetVisible';
 function QELSetColor(hEngine: HQELENGINE; pszId: PAnsiChar; nPlace: LongInt; clr: LongWord): LongInt; stdcall;
