@@ -8,7 +8,7 @@
 #include "engine/QELEngine.h"
 #include "render/PaintedPlace.h"
 
-#include <cwchar>
+#include <cstring>
 
 namespace {
 
@@ -32,14 +32,14 @@ private:
 
 // The face of the system's own texts, or one that the host has named, with grey edges: colours at
 // the edges would be those of one ground.
-HFONT MakePictureFont(const wchar_t* pszFace)
+HFONT MakePictureFont(const wchar_t (&szFace)[LF_FACESIZE])
 {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     LOGFONTW font{};
     if (::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0))
         font = metrics.lfMessageFont;
-    if (*pszFace) std::wcscpy(font.lfFaceName, pszFace);
+    if (*szFace) std::memcpy(font.lfFaceName, szFace, sizeof szFace);
     font.lfUnderline = font.lfStrikeOut = FALSE;
     font.lfWeight = FW_NORMAL;
     font.lfQuality = ANTIALIASED_QUALITY;
@@ -95,8 +95,11 @@ int CQELEngine::RenderBitmap(void* pBits, SIZE size, int32_t nStride, uint32_t n
 
 int CQELEngine::SetFontFace(const wchar_t* pszFace)
 {
-    if (!pszFace) pszFace = L"";
-    if (std::wcslen(pszFace) >= LF_FACESIZE) return 0;
-    std::wcscpy(m_szFace, pszFace);
+    wchar_t szFace[LF_FACESIZE] = L"";
+    for (int n = 0; pszFace && pszFace[n]; ++n) {
+        if (n == LF_FACESIZE - 1) return 0;
+        szFace[n] = pszFace[n];
+    }
+    std::memcpy(m_szFace, szFace, sizeof m_szFace);
     return 1;
 }

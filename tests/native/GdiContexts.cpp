@@ -166,9 +166,10 @@ std::string State(HDC hdc, unsigned nMayChange)
     for (const HGDIOBJ h : {s.hPen, s.hBrush, s.hFont, s.hBitmap}) text += " " + Describe(h);
     text += Text(
         " mode %d rop %d poly %d arc %d align %u map %d graphics %d layout %u bounds %d at %d,%d "
-        "saved %zu",
+        "viewport %d,%d patterns %d,%d extra %d corners %g saved %zu",
         s.nBkMode, s.nRop, s.nPolyFill, s.nArc, s.nAlign, s.nMapMode, s.nGraphicsMode, s.nLayout,
-        pDc->bBounds, s.pt.x, s.pt.y, pDc->saved.size());
+        pDc->bBounds, s.pt.x, s.pt.y, s.ptViewport.x, s.ptViewport.y, s.ptBrush.x, s.ptBrush.y,
+        s.nExtra, static_cast<double>(s.fMiter), pDc->saved.size());
     if (!(nMayChange & MAY_CHANGE_COLORS)) text += Text(" back %06x text %06x", s.clrBk, s.clrText);
     return text + " clip " + (s.clip ? s.clip->Text() : "none");
 }
@@ -479,13 +480,55 @@ BOOL WINAPI GetDCOrgEx(HDC hdc, POINT* pOut)
     return TRUE;
 }
 
-// Nobody looks at where a pattern begins, so that it is not kept.
+BOOL ExchangePoint(HDC hdc, POINT DcState::*pField, POINT pt, POINT* pOut, const char* pszFunction)
+{
+    if (!FindDc(hdc, pszFunction)) return FALSE;
+    const POINT ptBefore = Exchange(hdc, pField, pt, pszFunction, POINT{0, 0});
+    if (pOut) *pOut = ptBefore;
+    return TRUE;
+}
+
 BOOL WINAPI SetBrushOrgEx(HDC hdc, INT x, INT y, POINT* pOut)
 {
-    if (!FindDc(hdc, "SetBrushOrgEx")) return FALSE;
-    if (x != 0 || y != 0) ReportMisuse(Text("SetBrushOrgEx to %d,%d", x, y));
-    if (pOut) *pOut = {0, 0};
+    return ExchangePoint(hdc, &DcState::ptBrush, {x, y}, pOut, "SetBrushOrgEx");
+}
+
+BOOL WINAPI SetViewportOrgEx(HDC hdc, INT x, INT y, POINT* pOut)
+{
+    return ExchangePoint(hdc, &DcState::ptViewport, {x, y}, pOut, "SetViewportOrgEx");
+}
+
+BOOL WINAPI GetViewportOrgEx(HDC hdc, POINT* pOut)
+{
+    if (!FindDc(hdc, "GetViewportOrgEx") || !pOut) return FALSE;
+    *pOut = Get(hdc, &DcState::ptViewport, "GetViewportOrgEx");
     return TRUE;
+}
+
+BOOL WINAPI SetMiterLimit(HDC hdc, FLOAT fLimit, FLOAT* pOut)
+{
+    if (!FindDc(hdc, "SetMiterLimit")) return FALSE;
+    if (fLimit < 1) ReportMisuse("SetMiterLimit below 1");
+    const FLOAT fBefore = Exchange(hdc, &DcState::fMiter, fLimit, "SetMiterLimit", FLOAT{0});
+    if (pOut) *pOut = fBefore;
+    return TRUE;
+}
+
+INT WINAPI SetTextCharacterExtra(HDC hdc, INT nExtra)
+{
+    return Exchange(hdc, &DcState::nExtra, nExtra, "SetTextCharacterExtra", INT{0});
+}
+
+INT WINAPI GetTextCharacterExtra(HDC hdc)
+{
+    return Get(hdc, &DcState::nExtra, "GetTextCharacterExtra");
+}
+
+// Screens and their bitmaps are all that there is.
+INT WINAPI GetDeviceCaps(HDC hdc, INT nIndex)
+{
+    if (nIndex != TECHNOLOGY) ReportMisuse(Text("GetDeviceCaps of %d", nIndex));
+    return FindDc(hdc, "GetDeviceCaps") ? DT_RASDISPLAY : 0;
 }
 
 // A window has the handle of the device context that is shown in it.
@@ -515,6 +558,6 @@ BOOL WINAPI GetClientRect(HWND hWnd, RECT* prc)
 BOOL WINAPI GetBrushOrgEx(HDC hdc, POINT* pOut)
 {
     if (!FindDc(hdc, "GetBrushOrgEx") || !pOut) return FALSE;
-    *pOut = {0, 0};
+    *pOut = Get(hdc, &DcState::ptBrush, "GetBrushOrgEx");
     return TRUE;
 }

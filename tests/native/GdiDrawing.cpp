@@ -590,6 +590,18 @@ BOOL WINAPI GetTextExtentPoint32W(HDC hdc, const wchar_t* psz, INT nLength, SIZE
     return ::GetTextExtentPoint32A(hdc, psz ? "" : nullptr, nLength, pSize); // it measures by count
 }
 
+// Known by the two places and the size alone: pixels are nowhere.
+BOOL WINAPI BitBlt(HDC hdc, INT x, INT y, INT nWidth, INT nHeight, HDC hdcFrom, INT nX, INT nY,
+                   DWORD nRop)
+{
+    Dc* pDc = FindDc(hdc, "BitBlt");
+    if (!pDc || !FindDc(hdcFrom, "BitBlt") || !TakeCall()) return FALSE;
+    if (nRop != SRCCOPY) ReportMisuse(Text("BitBlt with %06x", nRop));
+    Paint(*pDc, Text("BitBlt %d,%d %dx%d from %d,%d", x, y, nWidth, nHeight, nX, nY),
+          CArea::Rect({x, y, x + nWidth, y + nHeight}));
+    return TRUE;
+}
+
 BOOL WINAPI GdiFlush()
 {
     return TRUE;

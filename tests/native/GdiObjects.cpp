@@ -349,10 +349,11 @@ HPEN WINAPI CreatePen(INT nStyle, INT nWidth, COLORREF clr)
 }
 
 HPEN WINAPI ExtCreatePen(DWORD nStyle, DWORD nWidth, const LOGBRUSH* pBrush, DWORD nStyles,
-                         const DWORD*)
+                         const DWORD* pnStyles)
 {
-    if (!pBrush || nStyles) {
-        ReportMisuse("ExtCreatePen without a brush, or with a style of its own");
+    if (!pBrush || (nStyles != 0) != ((nStyle & PS_STYLE_MASK) == PS_USERSTYLE) ||
+        (nStyles && !pnStyles)) {
+        ReportMisuse("ExtCreatePen without a brush, or with half a style of its own");
         return nullptr;
     }
     Object pen;
@@ -488,6 +489,26 @@ HBITMAP WINAPI CreateBitmap(INT nWidth, INT nHeight, UINT nPlanes, UINT nBits, c
             return static_cast<const uint8_t*>(pBits)[y * nRow + x / 8] >> (7 - x % 8) & 1;
         });
     return static_cast<HBITMAP>(Made(bitmap));
+}
+
+// Of four bytes a pixel, all 0 at first; what is painted is written down and leaves them alone.
+HBITMAP WINAPI CreateDIBSection(HDC, const BITMAPINFO* pInfo, UINT, void** ppBits, HANDLE hFile,
+                                DWORD)
+{
+    const BITMAPINFOHEADER& header = pInfo->bmiHeader;
+    if (header.biBitCount != 32 || header.biWidth < 1 || header.biHeight >= 0 || hFile) {
+        ReportMisuse("CreateDIBSection of another form");
+        return nullptr;
+    }
+    Object bitmap;
+    bitmap.nKind = Kind::Bitmap;
+    bitmap.bitmap = {0, header.biWidth, -header.biHeight, header.biWidth * 4, 1, 32, nullptr};
+    bitmap.pPixels = std::make_shared<std::vector<uint32_t>>(
+        static_cast<std::size_t>(header.biWidth) * static_cast<std::size_t>(-header.biHeight));
+    *ppBits = nullptr;
+    const HGDIOBJ hMade = Made(bitmap);
+    if (hMade) *ppBits = bitmap.pPixels->data();
+    return static_cast<HBITMAP>(hMade);
 }
 
 HGDIOBJ WINAPI GetStockObject(INT nIndex)

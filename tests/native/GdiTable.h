@@ -34,6 +34,7 @@ struct Object {
         pTile; // of a pattern brush, and of a bitmap that was made with bits
     LOGFONTA font{};
     BITMAP bitmap{};
+    std::shared_ptr<std::vector<uint32_t>> pPixels; // of a bitmap whose pixels its maker sees
     CArea black; // of a monochrome bitmap: where it was painted on
     CArea area;  // of a region
 };
@@ -54,6 +55,10 @@ struct DcState {
         MM_TEXT; // this one and the next two are kept and told; nothing is turned by them
     int nGraphicsMode = GM_COMPATIBLE;
     DWORD nLayout = 0;
+    POINT ptViewport{0, 0}; // the rest is kept and told as well, and nothing is moved by it
+    POINT ptBrush{0, 0};
+    int nExtra = 0;
+    FLOAT fMiter = 10;
     POINT pt{0, 0};
     std::optional<CArea> clip;
 };

@@ -145,10 +145,27 @@ set(QEL_HOST_LEFT_OUT
 # They compare the pixels that updates leave of figures, texts and half-tones with those of a full draw, or find
 # them the same under other colours of the device context, which a figure's text here has.
 list(APPEND QEL_HOST_LEFT_OUT
+  PixelScale.BarsAreThePlainOnesEnlarged
+  PixelScale.KeptDistancesAndThePressedShiftAreEnlarged
+  PixelScale.OutlinesAreNearThePlainOnesEnlarged
+  PixelScale.RectanglesAreThePlainOnesEnlarged
+  PixelScale.StraightScalesAreThePlainOnesEnlarged
+  PixelScale.UprightLinesOfOnePixelAreThePlainOnesEnlarged
+  RenderBitmap.OverAnyGroundItIsADrawOntoThat
+  RenderBitmap.TakesTheFaceThatTheHostNames
+  RenderBitmap.WhatIsNotPaintedIsTransparentAndWhatIsPaintedIsNot
+  Smooth.AllPartsOfALargePictureAreOfOneDraw
+  Smooth.FilledFiguresCoverEachPixelByTheirArea
+  Smooth.HatchesAndGradientsAreAsWithout
+  Smooth.OutlinesCoverEachPixelByTheirArea
+  Smooth.PixelsThatNothingCoversAreNotTouched
+  Smooth.UpdatesMakeWhatFullDrawsMake
+  Smooth.WhatStandsUprightIsAsWithout
   Update.AQualityIsAHalfToneOverAllThatTheElementMayPaint
   Update.NoMeterScaleOrRegionGoesByTheColorsThatOthersLeave)
 
 # They draw on a device context that is none, or count the system's own objects.
 list(APPEND QEL_HOST_LEFT_OUT
+  Errors.OfUpdatesOntoNoContext
   Hostile.ADrawOnNoDeviceContextIsBorne
   Types/LiveMeter.TwentyThousandUpdatesAndDrawsLeaveNoObjectBehind/*)

@@ -79,3 +79,16 @@ BOOL WINAPI UnionRect(RECT* pOut, const RECT* pA, const RECT* pB)
              std::max(pA->right, pB->right), std::max(pA->bottom, pB->bottom)};
     return TRUE;
 }
+
+// The font of messages is all that is asked for.
+BOOL WINAPI SystemParametersInfoW(UINT nAction, UINT nSize, void* pOut, UINT)
+{
+    if (nAction != SPI_GETNONCLIENTMETRICS || nSize != sizeof(NONCLIENTMETRICSW) || !pOut)
+        return FALSE;
+    auto* pMetrics = static_cast<NONCLIENTMETRICSW*>(pOut);
+    *pMetrics = {};
+    pMetrics->cbSize = nSize;
+    pMetrics->lfMessageFont.lfHeight = -12;
+    pMetrics->lfMessageFont.lfWeight = FW_NORMAL;
+    return TRUE;
+}

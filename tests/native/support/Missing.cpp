@@ -37,11 +37,6 @@ HMODULE WINAPI GetModuleHandleA(const char*)
     return nullptr;
 }
 
-HBITMAP WINAPI CreateDIBSection(HDC, const BITMAPINFO*, UINT, void**, HANDLE, DWORD)
-{
-    return nullptr;
-}
-
 BOOL WINAPI SetPixelV(HDC hdc, int x, int y, COLORREF clr)
 {
     return SetPixel(hdc, x, y, clr) != CLR_INVALID;
