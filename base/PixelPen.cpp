@@ -34,19 +34,39 @@ bool IsSquare(int nStyle, int32_t nPixels, int32_t nWidth)
 
 } // namespace
 
+namespace {
+
+// The far end of a side that is to end so much before, yet not before its first unit.
+LONG EndBefore(LONG nLow, LONG nHigh, int32_t nBefore)
+{
+    return std::max(WrapSub(nHigh, nBefore), WrapAdd(nLow, 1));
+}
+
+bool IsNothing(const RECT& rc)
+{
+    return rc.left == rc.right || rc.top == rc.bottom;
+}
+
+} // namespace
+
 RECT StrokedBox(const RECT& rc, int32_t nPixels, CPixelScale px)
 {
-    if (px.IsPlain() || nPixels == 0 || rc.left == rc.right || rc.top == rc.bottom) return rc;
+    if (px.IsPlain() || nPixels == 0 || IsNothing(rc)) return rc;
     const PenOffset offset = PenOffsetOf(nPixels, px);
     const RECT box = NormalizedRect(rc);
-    return {WrapAdd(box.left, offset.nShift), WrapAdd(box.top, offset.nShift),
-            WrapSub(box.right, offset.nTail), WrapSub(box.bottom, offset.nTail)};
+    const LONG nLeft = WrapAdd(box.left, offset.nShift);
+    const LONG nTop = WrapAdd(box.top, offset.nShift);
+    return {nLeft, nTop, EndBefore(nLeft, box.right, offset.nTail),
+            EndBefore(nTop, box.bottom, offset.nTail)};
 }
 
 RECT ShortBox(const RECT& rc, CPixelScale px)
 {
+    if (px.IsPlain() || IsNothing(rc)) return rc;
     const int32_t nMore = px(1) - 1;
-    return {rc.left, rc.top, WrapSub(rc.right, nMore), WrapSub(rc.bottom, nMore)};
+    const RECT box = NormalizedRect(rc);
+    return {box.left, box.top, EndBefore(box.left, box.right, nMore),
+            EndBefore(box.top, box.bottom, nMore)};
 }
 
 HPEN MakePixelPen(int nStyle, int32_t nPixels, int32_t nWidth, COLORREF clr)
@@ -76,6 +96,12 @@ bool IsBrokenNow(HDC hdc) // the pen that is selected
     if (nSize > static_cast<int>(sizeof room) || !::GetObjectA(hPen, nSize, room)) return false;
     std::memcpy(&pen, room, sizeof pen);
     return (pen.elpPenStyle & PS_STYLE_MASK) == PS_USERSTYLE;
+}
+
+// A pen of one pixel that is several units wide: one of a unit is the system's own, as ever.
+bool IsWholePixel(int32_t nPixels, CPixelScale px)
+{
+    return nPixels == 1 && px(1) > 1;
 }
 
 // A line of square pixels from the first one to the last one, which is left out.
@@ -137,7 +163,7 @@ void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixel)
 
 void DrawScaledLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
 {
-    if (nPixels == 1) return DrawSquareLines(hdc, pPoints, nCount, px(1));
+    if (IsWholePixel(nPixels, px)) return DrawSquareLines(hdc, pPoints, nCount, px(1));
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
     ::Polyline(hdc, pts, nCount);
@@ -183,14 +209,15 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
     ::Polygon(hdc, pts, nCount);
-    if (nPixels == 1) DrawUprightSides(hdc, pPoints, nCount, px(1));
+    if (IsWholePixel(nPixels, px)) DrawUprightSides(hdc, pPoints, nCount, px(1));
 }
 
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
 {
     const RECT box = nPixels ? StrokedBox(rc, nPixels, px) : ShortBox(rc, px);
     ::Rectangle(hdc, box.left, box.top, box.right, box.bottom);
-    if (px.IsPlain() || nPixels != 1 || ::IsRectEmpty(&rc)) return;
+    if (!IsWholePixel(nPixels, px)) return;
+    if (WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return;
     const LONG nLastX = rc.right - px(1);
     const LONG nLastY = rc.bottom - px(1);
     const POINT pts[] = {{rc.left, rc.top}, {nLastX, rc.top}, {nLastX, nLastY}, {rc.left, nLastY}};

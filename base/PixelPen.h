@@ -16,7 +16,8 @@ struct PenOffset {
 constexpr PenOffset PenOffsetOf(int32_t nPixels, CPixelScale px)
 {
     if (px.IsPlain()) return {0, 0};
-    const int32_t nShift = px(nPixels) / 2 - px(nPixels / 2);
+    const int32_t nExact = px(nPixels) / 2 - px(nPixels / 2);
+    const int32_t nShift = nExact > 0 ? nExact : 0; // where halves have gone up
     return {nShift, px(1) - 1 - nShift};
 }
 

@@ -25,6 +25,12 @@ struct QelRect : RECT {
     {
         return {static_cast<const RECT&>(*this), px.InPicture()};
     }
+    // The pixels that a rectangle of samples is in.
+    [[nodiscard]] constexpr RECT PixelsOf(const RECT& rc) const
+    {
+        return {px.PixelOf(rc.left), px.PixelOf(rc.top), -px.PixelOf(-rc.right),
+                -px.PixelOf(-rc.bottom)};
+    }
     constexpr bool operator==(const QelRect& other) const
     {
         return left == other.left && top == other.top && right == other.right &&

@@ -1,5 +1,5 @@
-// The characters that take two columns of a text: East Asian Width W and F of Unicode 14.0.0. Made by
-// scripts/wide_characters.py from python3's unicodedata; do not edit.
+// The characters that take two columns of a text: East Asian Width W and F of Unicode 14.0.0. Made
+// by scripts/wide_characters.py from python3's unicodedata; do not edit.
 #pragma once
 
 #include <cstdint>

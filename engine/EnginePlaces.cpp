@@ -18,14 +18,15 @@ RECT DrawingRect(SIZE size)
 CPlaces* CQELEngine::Places()
 {
     CQELDocElm* pDocRoot = m_document.GetRoot();
-    return m_places.Make(m_view.Root(), pDocRoot, m_rcDraw) ? &m_places : nullptr;
+    return m_places.Make(m_view.Root(), pDocRoot, PaintRect()) ? &m_places : nullptr;
 }
 
 int CQELEngine::GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const
 {
     ::SetRectEmpty(prc);
     const CQELViewElm* pView = pElm->View();
-    return pView && m_view.Root() && FindPaintedRect(pView, m_view.Root(), m_rcDraw, prc) ? 1 : 0;
+    return pView && m_view.Root() && FindPaintedRect(pView, m_view.Root(), PaintRect(), prc) ? 1
+                                                                                             : 0;
 }
 
 int CQELEngine::GetIdDrawRect(const char* pszId, RECT* prc)
@@ -36,7 +37,7 @@ int CQELEngine::GetIdDrawRect(const char* pszId, RECT* prc)
     CRectHull hull;
     for (const IdBearer* p = pIds->Find(pszId); p; p = pIds->Next(p)) {
         RECT rc{};
-        if (FindPaintedRect(p->pView, m_view.Root(), m_rcDraw, &rc)) hull.Add(rc);
+        if (FindPaintedRect(p->pView, m_view.Root(), PaintRect(), &rc)) hull.Add(rc);
     }
     return hull.Get(prc) ? 1 : 0;
 }

@@ -42,8 +42,7 @@ public:
     }
     void Paint(HDC hdc, const RECT& rcTile, bool) override
     {
-        m_engine.PaintDirty(hdc, m_engine.SampledRect(m_engine.m_rcDraw, m_engine.m_nSmooth),
-                            m_painted, rcTile);
+        m_engine.PaintDirty(hdc, m_engine.PaintRect(), m_painted, rcTile);
     }
 
 private:

@@ -53,7 +53,7 @@ void VisitFaces(const Step& meter, const QelRect& rcQel, const Visit& visit)
     for (Step at = NextStep(meter, meter.pView, true); at.pView;
          at = NextStep(at, meter.pView, true)) {
         RECT rc{};
-        if (IsFace(*at.pView) && AsShape(*at.pView).PaintedFace(rcQel, &rc))
+        if (IsFace(*at.pView) && FindPaintedFace(*at.pView, rcQel, &rc))
             visit(PaintedElm{rc, at.pView, at.pDoc});
     }
 }
@@ -66,7 +66,7 @@ void VisitPainted(const Step& root, const QelRect& rcQel, const Visit& visit)
         if (at.pView->DrawsChildren()) continue;
         if (at.pView->Type() == QEL_TYPE_METER) VisitFaces(at, rcQel, visit);
         RECT rc{};
-        if (at.pView->PaintedRect(rcQel, &rc)) visit(PaintedElm{rc, at.pView, at.pDoc});
+        if (FindOwnPaintedRect(*at.pView, rcQel, &rc)) visit(PaintedElm{rc, at.pView, at.pDoc});
     }
 }
 

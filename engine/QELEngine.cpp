@@ -62,7 +62,7 @@ int CQELEngine::Open(const XmlSource& source)
     }
     m_rcDraw.right = WrapAdd(m_rcDraw.left, m_refSize.cx);
     m_rcDraw.bottom = WrapAdd(m_rcDraw.top, m_refSize.cy);
-    m_view.Dirty().SetPlace(m_rcDraw);
+    m_view.Dirty().SetPlace(PaintRect());
     m_view.SetClock(ClockTimes::Now());
     m_bDrawn = false;
     if (m_bShowOnly) m_document.Close(); // from here on the drawing is only shown
@@ -412,7 +412,7 @@ int CQELEngine::SetDrawRect(const RECT& rc)
     if (::EqualRect(&m_rcDraw, &rc)) return 1;
     TouchAll();
     m_rcDraw = {rc, m_rcDraw.px};
-    m_view.Dirty().SetPlace(m_rcDraw);
+    m_view.Dirty().SetPlace(PaintRect());
     return 1;
 }
 
@@ -421,7 +421,7 @@ int CQELEngine::SetPixelScale(uint32_t nPercent)
     if (nPercent == PixelScale()) return 1;
     TouchAll();
     m_rcDraw.px = CPixelScale(nPercent);
-    m_view.Dirty().SetPlace(m_rcDraw);
+    m_view.Dirty().SetPlace(PaintRect());
     if (CQELViewElm* pRoot = m_view.Root()) pRoot->PlaceChanged();
     return 1;
 }

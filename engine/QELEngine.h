@@ -136,7 +136,7 @@ private:
     RECT DirtyBox();
     void PaintDirty(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted, const RECT& rcBox);
     int UpdateByPlace(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted, const RECT& rcBox);
-    [[nodiscard]] QelRect SampledRect(const RECT& rc, int32_t nSamples) const;
+    [[nodiscard]] QelRect PaintRect() const; // with the samples of smooth draws
     int DrawSmooth(HDC hdc, uint32_t nFlags);
     friend class CDirtyPainter;
     void TouchPlaceOf(const CQELDocElm* pElm);

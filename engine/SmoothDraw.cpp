@@ -55,9 +55,10 @@ bool CanBeSmooth(HDC hdc, const RECT& rc, RECT* prcShown)
            IsWithinReach(rc) && ::IntersectRect(prcShown, &rcClip, &rc);
 }
 
-QelRect CQELEngine::SampledRect(const RECT& rc, int32_t nSamples) const
+QelRect CQELEngine::PaintRect() const
 {
-    return {rc, CPixelScale(PixelScale(), static_cast<uint32_t>(nSamples))};
+    const auto nSamples = static_cast<uint32_t>(m_nSmooth ? m_nSmooth : 1);
+    return {m_rcDraw, CPixelScale(PixelScale(), nSamples)};
 }
 
 int CQELEngine::SetSmooth(int32_t nSamples)
@@ -66,6 +67,7 @@ int CQELEngine::SetSmooth(int32_t nSamples)
     if (nSamples == m_nSmooth) return 1;
     TouchAll();
     m_nSmooth = nSamples;
+    m_view.Dirty().SetPlace(PaintRect());
     return 1;
 }
 
@@ -75,9 +77,9 @@ int CQELEngine::DrawSmooth(HDC hdc, uint32_t nFlags)
     RECT rc{};
     RECT rcShown{};
     CQELViewElm* pRoot = m_view.Root();
-    if (!pRoot || !FindPaintedRect(pRoot, pRoot, m_rcDraw, &rc)) return 0;
+    if (!pRoot || !FindPaintedRect(pRoot, pRoot, PaintRect(), &rc)) return 0;
     if (!CanBeSmooth(hdc, rc, &rcShown)) return 0;
-    CViewPainter painter(m_view, SampledRect(m_rcDraw, m_nSmooth), nFlags);
+    CViewPainter painter(m_view, PaintRect(), nFlags);
     return m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter);
 }
 

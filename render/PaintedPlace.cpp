@@ -26,12 +26,25 @@ bool AddFaces(const CQELViewElm* pTop, const QelRect& rcQel, RECT* prcOut)
     CRectHull hull;
     for (const CQELViewElm* p = pTop; p; p = p->NextInTree(pTop)) {
         RECT rc{};
-        if (IsFace(*p) && AsShape(*p).PaintedFace(rcQel, &rc)) hull.Add(rc);
+        if (IsFace(*p) && FindPaintedFace(*p, rcQel, &rc)) hull.Add(rc);
     }
     return hull.Get(prcOut);
 }
 
 } // namespace
+
+bool FindOwnPaintedRect(const CQELViewElm& elm, const QelRect& rcQel, RECT* prcOut)
+{
+    return AskInPixels(rcQel, prcOut,
+                       [&](const QelRect& rc, RECT* prc) { return elm.PaintedRect(rc, prc); });
+}
+
+bool FindPaintedFace(const CQELViewElm& face, const QelRect& rcQel, RECT* prcOut)
+{
+    return AskInPixels(rcQel, prcOut, [&](const QelRect& rc, RECT* prc) {
+        return AsShape(face).PaintedFace(rc, prc);
+    });
+}
 
 // A meter draws its face whatever a status in it says.
 bool IsShownNow(const CQELViewElm* pView)
@@ -56,7 +69,7 @@ bool FindPaintedRect(const CQELViewElm* pView, const CQELViewElm* pRoot, const Q
 {
     switch (HowDrawn(pView, pRoot)) {
     case DrawnAs::Itself:
-        return pView->PaintedRect(rcQel, prcOut);
+        return FindOwnPaintedRect(*pView, rcQel, prcOut);
     case DrawnAs::Face:
         return AddFaces(pView, rcQel, prcOut);
     default:

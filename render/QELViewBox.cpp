@@ -145,10 +145,19 @@ SIZE CQELViewRoundRect::Corner(CPixelScale px) const
     return {px(Words()[4]), px(Words()[5])};
 }
 
+// No larger than the box: what the system makes of larger ones is its own affair.
+SIZE CQELViewRoundRect::CornerIn(const RECT& rc, CPixelScale px) const
+{
+    const SIZE corner = Corner(px);
+    if (px.IsPlain()) return corner;
+    return {std::min<LONG>(WrapAbs(corner.cx), WrapAbs(WidthOf(rc))),
+            std::min<LONG>(WrapAbs(corner.cy), WrapAbs(HeightOf(rc)))};
+}
+
 void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
     const RECT rc = DrawnBox(figure);
-    const SIZE corner = Corner(figure.px);
+    const SIZE corner = CornerIn(rc, figure.px);
     ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
 }
 
@@ -177,8 +186,8 @@ HRGN CQELViewRoundRect::MakeRegion(const QelRect& rcQel) const
 {
     RECT rc{};
     if (!MapAnchored(rcQel, Box(), 0, &rc) || !IsDrawableCurve(rc, rcQel.px)) return nullptr;
-    const SIZE corner = Corner(rcQel.px);
     rc = ShortBox(rc, rcQel.px);
+    const SIZE corner = CornerIn(rc, rcQel.px);
     return Made(::CreateRoundRectRgn(rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy),
                 !::IsRectEmpty(&rc));
 }

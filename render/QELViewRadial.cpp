@@ -192,7 +192,7 @@ RECT CQELViewRadial::PaintedBox(const DeviceFigure& figure, bool bFace) const
     const Extent extent = ExtentOf(rc, ptStart, ptEnd, ReachesMiddle());
     return GrownRect({Whole(extent.fLeft), Whole(extent.fTop), Whole(extent.fRight) + 1,
                       Whole(extent.fBottom) + 1},
-                     PaintReach(figure, bFace));
+                     PaintReach(figure, bFace) + (figure.px.Samples() > 1 ? figure.px(2) : 0));
 }
 
 // The arc, and for the filled figures the sides that close it.

@@ -290,7 +290,12 @@ int32_t CQELViewShape::PaintReach(const DeviceFigure& figure, bool bFace) const
     if (m_style.nPenWidth == 0 || (HidesOutline() && !bFace)) return nSlack;
     const int32_t nWidth = WrapAbs(PenWidth(figure.px));
     const bool bKnown = m_style.nPenStyle >= PS_SOLID && m_style.nPenStyle <= PS_INSIDEFRAME;
-    return nSlack + (bKnown ? nWidth / 2 : WrapMul(POINTED, nWidth));
+    if (!bKnown) return nSlack + WrapMul(POINTED, nWidth);
+    // A frame's pen that has no room stands out on all sides.
+    const RECT rc = NormalizedRect(figure.rcBox);
+    const bool bHasRoom = WidthOf(rc) > nWidth && HeightOf(rc) > nWidth;
+    const bool bStandsOut = m_style.nPenStyle == PS_INSIDEFRAME && !bHasRoom;
+    return nSlack + (bStandsOut ? nWidth : nWidth / 2);
 }
 
 bool CQELViewShape::FaceHull(const QelRect& rcQel, RECT* prcOut) const

@@ -42,7 +42,7 @@ bool Holds(const RECT& rcOuter, const RECT& rc)
 class CPicture : public CTestPicture {
 public:
     CPicture() : CTestPicture({UNITS, UNITS}) {}
-    void Draw(CTestBitmap& bitmap, const RECT& rcQel, uint32_t nFlags)
+    void Draw(CTestBitmap& bitmap, const QelRect& rcQel, uint32_t nFlags)
     {
         m_view.Draw(nullptr, bitmap.Dc(), rcQel, nFlags);
     }
@@ -54,6 +54,12 @@ RECT RandomQel(CRandom& random)
     const LONG nX = random.Between(5, 40);
     const LONG nY = random.Between(5, 40);
     return {nX, nY, nX + random.Between(30, 105), nY + random.Between(30, 105)};
+}
+
+// Any scale, the same for the same rectangle.
+QelRect Scaled(const RECT& rc)
+{
+    return {rc, CPixelScale(static_cast<uint32_t>(25 + (37 * rc.left + 11 * rc.bottom) % 376))};
 }
 
 uint32_t RandomKeep(CRandom& random)
@@ -133,7 +139,7 @@ bool IsChancy(const CQELViewElm& elm, const RECT& rc)
 // What a picture of this one element paints, in every way of drawing, is in what it says.
 class PaintedRects : public testing::Test {
 protected:
-    void Expect(CPicture& picture, const CQELViewElm* pElm, const RECT& rcQel)
+    void Expect(CPicture& picture, const CQELViewElm* pElm, const QelRect& rcQel)
     {
         RECT rcPainted{};
         const bool bPaints = FindPaintedRect(pElm, picture.Root(), rcQel, &rcPainted);
@@ -145,12 +151,47 @@ protected:
         ++m_nPainted;
         ASSERT_TRUE(bPaints) << RectText(rcPixels);
         EXPECT_TRUE(Holds(rcPainted, rcPixels))
-            << RectText(rcPixels) << " in " << RectText(rcPainted) << " of " << RectText(rcQel);
+            << RectText(rcPixels) << " in " << RectText(rcPainted) << " of " << RectText(rcQel)
+            << " at " << rcQel.px.Percent();
+        ExpectAtScale(picture, pElm, Scaled(rcQel));
+        ExpectOfSamples(picture, pElm, rcQel);
+        ExpectOfSamples(picture, pElm, Scaled(rcQel));
         const RECT rcSeen{std::max<LONG>(rcPainted.left, 0), std::max<LONG>(rcPainted.top, 0),
                           std::min<LONG>(rcPainted.right, SURFACE),
                           std::min<LONG>(rcPainted.bottom, SURFACE)};
         m_nSaid += (rcSeen.right - rcSeen.left) * (rcSeen.bottom - rcSeen.top);
         m_nTrue += (rcPixels.right - rcPixels.left) * (rcPixels.bottom - rcPixels.top);
+    }
+
+    static void ExpectAtScale(CPicture& picture, const CQELViewElm* pElm, const QelRect& rcQel)
+    {
+        CTestBitmap bitmap(SURFACE, SURFACE, GROUND);
+        for (const uint32_t nFlags : {1U, 3U}) picture.Draw(bitmap, rcQel, nFlags);
+        RECT rcPixels{};
+        if (!FindPixels(bitmap, &rcPixels)) return;
+        RECT rcPainted{};
+        ASSERT_TRUE(FindPaintedRect(pElm, picture.Root(), rcQel, &rcPainted));
+        EXPECT_TRUE(Holds(rcPainted, rcPixels))
+            << RectText(rcPixels) << " in " << RectText(rcPainted) << " of " << RectText(rcQel)
+            << " at " << rcQel.px.Percent();
+    }
+
+    // What is painted in samples is in the pixels that are told.
+    static void ExpectOfSamples(CPicture& picture, const CQELViewElm* pElm, const QelRect& rcQel)
+    {
+        constexpr int SAMPLES = 3;
+        CTestBitmap samples(SURFACE * SAMPLES, SURFACE * SAMPLES, GROUND);
+        const QelRect rcSamples(rcQel, CPixelScale(rcQel.px.Percent(), SAMPLES));
+        picture.Draw(samples, rcSamples, 1);
+        RECT rc{};
+        if (!FindPixels(samples, &rc)) return;
+        RECT rcPainted{};
+        ASSERT_TRUE(FindPaintedRect(pElm, picture.Root(), rcSamples, &rcPainted));
+        const RECT rcPixels{rc.left / SAMPLES, rc.top / SAMPLES, (rc.right + SAMPLES - 1) / SAMPLES,
+                            (rc.bottom + SAMPLES - 1) / SAMPLES};
+        EXPECT_TRUE(Holds(rcPainted, rcPixels))
+            << "samples " << RectText(rcPixels) << " in " << RectText(rcPainted) << " of "
+            << RectText(rcQel) << " at " << rcQel.px.Percent();
     }
 
     // How much larger it is than the box of the pixels, over all of them.

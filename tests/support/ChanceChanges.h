@@ -17,7 +17,7 @@ public:
 
     std::string Make() // what was done
     {
-        const int n = Below(36);
+        const int n = Below(38);
         const std::string id = AnyId();
         const int nWhat = Below(14);
         const double fValue = Below(2) ? Below(130) / 10.0 - 1 : Below(1000) / 10.0;
@@ -273,6 +273,10 @@ private:
             return QELInvalidate(m_h, Below(5) ? &rc : nullptr);
         case 34:
             return Print();
+        case 36:
+            return QELSetPixelScale(m_h, m_dice.OneIn(2) ? 100 : 25 + Word(300));
+        case 37:
+            return QELSetSmooth(m_h, m_dice.OneIn(2) ? 0 : 2 + Below(3));
         default:
             QELGetDirtyRect(m_h, &rc);
             QELGetIdDrawRect(m_h, pszId, &rc);
