@@ -1,5 +1,6 @@
 """--scale, --smooth and --transparent: how large pixels are, how smooth edges, and what shows through."""
 import io
+import math
 import struct
 
 import pytest
@@ -192,9 +193,14 @@ def test_a_transparent_picture_shows_values_and_what_is_pressed(shown):
 
 def test_a_transparent_clock_shows_its_time(shown):
     shown.drawing("clock.qel", '<meter upin="1" mtype="clock" crd="20 15 14 2 2 38 28"/>')
-    for name, time in (("ten", "10:00:00"), ("again", "10:00:00"), ("four", "16:30:00")):
-        shown.draw(name + ".png", "clock.qel", "--transparent --time " + time)
-    assert shown.bytes("ten.png") == shown.bytes("again.png") != shown.bytes("four.png")
+    shown.draw("ten.png", "clock.qel", "--transparent --time 10:00:00")
+    shown.draw("four.png", "clock.qel", "--transparent --time 16:00:00")
+    # Half way along the hour hand, which is the widest one: the hours are 30 degrees each, twelve is at the top.
+    for name, there, other in (("ten", 300, 120), ("four", 120, 300)):
+        pixels, width = with_alpha(shown, name + ".png"), shown.size(name + ".png")[0]
+        at = [400 + round(70 * math.sin(math.radians(angle))) + width * (300 - round(70 * math.cos(math.radians(angle))))
+              for angle in (there, other)]
+        assert [pixels[place][3] for place in at] == [255, 0]
 
 
 def test_standard_output_is_a_transparent_png(shown):

@@ -347,8 +347,10 @@ bool CScene::Paint(HDC hdc) const
     return Draw(hdc, QEL_DRAW_FULL);
 }
 
+// Clocks show the time of the last advance there.
 bool CScene::Render(BYTE* pBits) const
 {
+    QELAdvance(m_drawing.Engine(), 0);
     return QELSetFontFace(m_drawing.Engine(), m_face.c_str()) &&
            QELRenderBitmap(m_drawing.Engine(), pBits, m_size.cx, m_size.cy, m_size.cx * 4,
                            m_options.bPressed ? QEL_DRAW_PRESSED : 0);
