@@ -78,7 +78,7 @@ crisp $station large --size 400x260
 crisp $station scaled --size 400x260 --scale 200
 crisp $station smooth-small --size 200x130 --smooth 4
 crisp $station smooth --size 400x260 --scale 200 --smooth 4
-crisp examples/gallery/round.qel transparent --size 160x160 --smooth 4 --transparent --value 0=140
+crisp examples/gallery/round.qel transparent --size 240x240 --smooth 4 --transparent --value 0=140
 for drawing in examples/*.qel; do
   grep -q "| $drawing |" examples/gallery.txt && continue # shown with values below
   picture "$drawing" "docs/pictures/examples/$(basename "$drawing" .qel).png"
