@@ -2,7 +2,8 @@
 // against what include/QELEngine.h promises. LifeFuzzer.cpp drives it. Life.cpp keeps the accounts
 // of handles and of work and opens and saves, LifeValues.cpp draws and sets values, LifePlaces.cpp
 // asks where things are, LifeLive.cpp names elements by identifier and updates, LifeEdits.cpp
-// edits, LifeFiles.cpp opens and saves in memory and by wide paths.
+// edits, LifeFiles.cpp opens and saves in memory and by wide paths, LifePictures.cpp sets how the
+// picture is made and has it made in memory.
 #pragma once
 
 #include "fuzz/Host.h"
@@ -65,6 +66,8 @@ private:
     void SetLiveValue(const std::string& id);
     void SetLiveSelector(const std::string& id);
     void SetWideTexts(const std::string& id);
+    void SetCrispness();
+    void RenderPicture();
     void Update();
     std::string SomeId();
     void FindPlaces();

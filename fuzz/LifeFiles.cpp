@@ -79,6 +79,9 @@ void CLife::CallFilesWithoutEngine(HQELENGINE h)
     FUZZ_CHECK(!QELOpenMemory(h, "<qel/>", 6) && !QELSaveMemory(h, nullptr, &nSize));
     FUZZ_CHECK(!QELSetTextCodePage(h, 1) && !QELGetTextCodePage(h, &nSize));
     FUZZ_CHECK(!QELNewFileEx(h, 0) && !QELSetTextW(h, "a", L"b"));
+    FUZZ_CHECK(!QELSetPixelScale(h, 100) && !QELGetPixelScale(h, &nSize));
+    FUZZ_CHECK(!QELSetSmooth(h, 2) && !QELGetSmooth(h) && !QELSetFontFace(h, L""));
+    FUZZ_CHECK(!QELRenderBitmap(h, &nSize, 1, 1, 4, 0));
     FUZZ_CHECK(!QELIsModified(h) && ErrorOf(h) == QEL_ERROR_HANDLE);
     FUZZ_CHECK(ErrorOf(nullptr) == QEL_ERROR_HANDLE);
 }

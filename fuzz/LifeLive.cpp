@@ -85,7 +85,7 @@ void CLife::SetLive()
     case 7:
         FUZZ_CHECK(QELAdvance(m_hEngine, m_input.Word()) >= 0);
         FUZZ_CHECK(QELAdvance(m_hEngine, 0xFFFFFFFF) == 0);
-        return;
+        return SetCrispness();
     default:
         FUZZ_CHECK(QELResetLive(m_hEngine, m_input.Below(3) ? psz : nullptr) >= 0);
     }

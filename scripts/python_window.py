@@ -13,6 +13,7 @@ DC = 0x5500000001
 REGION_OF_ONE = 2  # SIMPLEREGION
 SCREEN_PLACE = (10, 20, 310, 220)  # the stand-in's layout of RECT
 CLICK = 34 << 16 | 12
+FIRST_DPI, NEW_DPI = 144, 192
 
 library, *arguments = sys.argv[1:]
 engine = ctypes.CDLL(library)
@@ -45,8 +46,8 @@ class WindowSystem:
         self.procedure = self.place = None
         self.left = []
 
-    def call(self, message, lparam=0):
-        return self.procedure(WINDOW, message, None, lparam)
+    def call(self, message, lparam=0, wparam=None):
+        return self.procedure(WINDOW, message, wparam, lparam)
 
     def register(self, kind):
         self.procedure = kind._obj.procedure
@@ -56,7 +57,7 @@ class WindowSystem:
         self.call(0x0001)
         self.call(0x0005)
         self.place = (ctypes.c_int32 * 4)(*SCREEN_PLACE)
-        self.left = [(0x0024, 0), (0x02E0, ctypes.addressof(self.place))]
+        self.left = [(0x0024, 0), (0x02E0, ctypes.addressof(self.place), NEW_DPI << 16 | NEW_DPI)]
         for frame in range(FRAMES):
             self.left += [(0x0014, 0), (0x000F, 0)] if frame in PAINTED_AFTER else []
             self.left.append((0x0113, 0))
@@ -66,11 +67,12 @@ class WindowSystem:
     def get(self, message, *_):
         if not self.left:
             return 0
-        message._obj.message, message._obj.lparam = self.left.pop(0)
+        message._obj.message, message._obj.lparam, *wparam = self.left.pop(0)
+        message._obj.wparam = wparam[0] if wparam else None
         return 1
 
     def dispatch(self, message):
-        return self.call(message._obj.message, message._obj.lparam)
+        return self.call(message._obj.message, message._obj.lparam, message._obj.wparam)
 
     def quit(self, code):
         trace("code", code)
@@ -106,7 +108,7 @@ FUNCTIONS = {
     "SetWindowPos": window_system.position, "GetClientRect": window_system.client,
     "GetRgnBox": fill_box, "CombineRgn": always(REGION_OF_ONE), "GetUpdateRgn": always(REGION_OF_ONE),
     "BeginPaint": always(DC), "EndPaint": always(1), "GetSysColorBrush": always(0x5500000004),
-    "SetTimer": always(1),
+    "SetTimer": always(1), "GetDC": always(DC), "ReleaseDC": always(1), "GetDeviceCaps": always(FIRST_DPI),
     "LoadCursorW": always(0x5500000007),
     "GetModuleHandleW": always(0x5500000008), "AdjustWindowRect": always(1), "TranslateMessage": always(0),
     "DefWindowProcW": always(0)}

@@ -58,6 +58,18 @@ private:
     bool m_bOpened = true;
 };
 
+// Into memory, at a pixel scale and smoothly. What an engine keeps of it for the next time goes by
+// the state that it was drawn in.
+bool DrawCrisply(HQELENGINE h)
+{
+    constexpr int WIDTH = 60;
+    constexpr int HEIGHT = 40;
+    std::vector<DWORD> pixels(WIDTH * HEIGHT);
+    return QELSetPixelScale(h, 200) && QELSetSmooth(h, 2) &&
+           QELRenderBitmap(h, pixels.data(), WIDTH, HEIGHT, 4 * WIDTH, 0) &&
+           QELSetPixelScale(h, 100) && QELSetSmooth(h, 0);
+}
+
 CRedraws::CRedraws()
 {
     for (int n = 0; n < ENGINES; ++n) {
@@ -181,7 +193,7 @@ bool CRedraws::DrawOtherwise(HQELENGINE h)
     const RECT rcOther{3, 2, 120, 90};
     const RECT rc = m_bitmap.Box();
     return QELRotate(h, 90) && QELSetQELRect(h, &rcOther) && QELSetTextCodePage(h, 1) &&
-           Draw(h, QEL_DRAW_FULL) && QELRotate(h, 0) && QELSetQELRect(h, &rc) &&
+           Draw(h, QEL_DRAW_FULL) && DrawCrisply(h) && QELRotate(h, 0) && QELSetQELRect(h, &rc) &&
            QELSetTextCodePage(h, 0) && Draw(h, QEL_DRAW_FULL);
 }
 
@@ -216,7 +228,8 @@ bool CRedraws::Settle()
     std::vector<std::vector<COLORREF>> pictures;
     for (const HQELENGINE h : m_engines) {
         m_bitmap.Fill(RGB(255, 255, 255));
-        if (!SetKnownState(h) || !Draw(h, QEL_DRAW_FULL) || IsBlank(m_bitmap)) return false;
+        if (!SetKnownState(h) || !DrawCrisply(h) || !Draw(h, QEL_DRAW_FULL) || IsBlank(m_bitmap))
+            return false;
         std::vector<COLORREF> picture;
         for (int nY = 0; nY < m_bitmap.Height(); ++nY)
             for (int nX = 0; nX < m_bitmap.Width(); ++nX)

@@ -50,8 +50,8 @@ def test_help_of_a_command_tells_the_exit_status(help_of, verb):
     assert "Exit status: 0" in help_of[verb].out
 
 
-SCENE = ("size", "width", "height", "zoom", "background", "rotate", "blink", "pressed", "font", "config", "set",
-         "value", "param", "status", "time")
+SCENE = ("size", "width", "height", "zoom", "scale", "smooth", "background", "transparent", "rotate", "blink", "pressed",
+         "font", "config", "set", "value", "param", "status", "time")
 
 
 @pytest.mark.parametrize("verb, option", [("render", option) for option in SCENE] +

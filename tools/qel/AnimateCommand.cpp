@@ -224,6 +224,10 @@ int RunAnimate(const CommandLine& given)
                      [&pace](const GivenOption& option) { TakeOption(g_rows, option, &pace); });
     if (!IsStandardOutput(options.out) && !HasExtension(options.out, L".gif"))
         throw CTrouble("the picture '" + ToUtf8(options.out) + "' needs the extension .gif");
+    if (options.bTransparent)
+        throw CTrouble(
+            "--transparent is of 'qel render' alone: the frames of a .gif stand one over "
+            "the other");
     TakeFrames(options.live.Table(), &pace);
     const CScene scene(options);
     const CPlayer player(scene, options, pace);

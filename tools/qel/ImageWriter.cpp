@@ -18,6 +18,7 @@ using std::min; // NOLINT(misc-unused-using-decls)
 
 #include <cwchar>
 #include <memory>
+#include <new>
 
 namespace qel {
 
@@ -79,12 +80,9 @@ CLSID EncoderOf(const wchar_t* pszMime)
     throw CTrouble("the system has no encoder for this kind of picture");
 }
 
-bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size, const Painter& paint)
+bool Encode(const std::wstring& path, const KindRow& row, SIZE size, BYTE* pBits,
+            Gdiplus::PixelFormat nFormat)
 {
-    const CCanvas canvas(size);
-    if (!canvas.Bits()) throw CTrouble(NO_MEMORY_FOR_PICTURE);
-    if (!paint(canvas.Dc())) throw CTrouble(NOT_DRAWN);
-    ::GdiFlush();
     const CGdiPlus library;
     const CLSID encoder = EncoderOf(row.pszMime);
     Gdiplus::EncoderParameters parameters{};
@@ -94,9 +92,41 @@ bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size, const 
     parameters.Parameter[0].Type = Gdiplus::EncoderParameterValueTypeLong;
     parameters.Parameter[0].NumberOfValues = 1;
     parameters.Parameter[0].Value = &nQuality;
-    Gdiplus::Bitmap bitmap(size.cx, size.cy, size.cx * 4, PixelFormat32bppRGB, canvas.Bits());
+    Gdiplus::Bitmap bitmap(size.cx, size.cy, size.cx * 4, nFormat, pBits);
     return bitmap.Save(path.c_str(), &encoder,
                        row.nKind == PictureKind::Jpeg ? &parameters : nullptr) == Gdiplus::Ok;
+}
+
+bool WriteBitmap(const std::wstring& path, const KindRow& row, SIZE size, const Painter& paint)
+{
+    const CCanvas canvas(size);
+    if (!canvas.Bits()) throw CTrouble(NO_MEMORY_FOR_PICTURE);
+    if (!paint(canvas.Dc())) throw CTrouble(NOT_DRAWN);
+    ::GdiFlush();
+    return Encode(path, row, size, canvas.Bits(), PixelFormat32bppRGB);
+}
+
+// The colour that was multiplied by its alpha; a file has the two apart.
+BYTE Straight(BYTE nColor, BYTE nAlpha)
+{
+    constexpr int OPAQUE_ALPHA = 255;
+    return static_cast<BYTE>(std::min((nColor * OPAQUE_ALPHA + nAlpha / 2) / nAlpha, OPAQUE_ALPHA));
+}
+
+void MakeStraight(BYTE* pBits, std::size_t nPixels)
+{
+    for (BYTE* p = pBits; p != pBits + 4 * nPixels; p += 4)
+        for (int n = 0; n < 3 && p[3]; ++n) p[n] = Straight(p[n], p[3]);
+}
+
+bool WriteRendering(const std::wstring& path, const KindRow& row, SIZE size, const Renderer& render)
+{
+    const std::size_t nPixels = static_cast<std::size_t>(size.cx) * size.cy;
+    const std::unique_ptr<BYTE[]> bits(new (std::nothrow) BYTE[4 * nPixels]);
+    if (!bits) throw CTrouble(NO_MEMORY_FOR_PICTURE);
+    if (!render(bits.get())) throw CTrouble(NOT_DRAWN);
+    MakeStraight(bits.get(), nPixels);
+    return Encode(path, row, size, bits.get(), PixelFormat32bppARGB);
 }
 
 bool WriteRecording(const std::wstring& path, SIZE size, const Painter& paint)
@@ -139,6 +169,13 @@ void WritePicture(const std::wstring& path, SIZE size, const Painter& paint)
     WriteComplete(path, [&](const std::wstring& name) {
         return row.nKind == PictureKind::Emf ? WriteRecording(name, size, paint)
                                              : WriteBitmap(name, row, size, paint);
+    });
+}
+
+void WriteTransparent(const std::wstring& path, SIZE size, const Renderer& render)
+{
+    WriteComplete(path, [&](const std::wstring& name) {
+        return WriteRendering(name, RowOf(path), size, render);
     });
 }
 

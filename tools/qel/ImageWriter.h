@@ -20,10 +20,14 @@ bool HasExtension(const std::wstring& path, const wchar_t* pszExtension);
 // By the extension of the name; CTrouble for an unknown one.
 PictureKind KindOf(const std::wstring& path);
 
-using Painter = std::function<bool(HDC)>; // false: it could not draw
+using Painter = std::function<bool(HDC)>;          // false: it could not draw
+using Renderer = std::function<bool(BYTE* pBits)>; // likewise, rows of colours times alpha
 
 // Calls paint with a device context of that size and writes what it draws. The file appears under
 // its name only when it is complete; CTrouble when it cannot be drawn or written.
 void WritePicture(const std::wstring& path, SIZE size, const Painter& paint);
+
+// The same of what has transparent places, as only a PNG can.
+void WriteTransparent(const std::wstring& path, SIZE size, const Renderer& render);
 
 } // namespace qel

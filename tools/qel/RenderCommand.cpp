@@ -43,12 +43,22 @@ Examples:
   qel render pump.qel pump.png
   qel render pump.qel pump.jpg --size 1600x1200 --background FFFFFF
   qel render pump.qel -o pump.png --width=640
+  qel render pump.qel pump.png --smooth 4 --transparent
   qel render pump.qel turned.emf --rotate 90 --font "WenQuanYi Micro Hei Mono"
   qel render gauge.qel gauge.png --set 0.max=100 --set 0.pin-color=0x0000ff --value 0=62.5
   qel render panel.qel panel.png --status 1 --value 41=380 --time 10:08:36
   qel render pump.qel pump.png --value pump.speed=1480 --set pump.speed.max=3000 --quality flow=1
   qel render pump.qel pump.png --data day.csv --row 17
   qel render - - --size 400x300 <pump.qel >pump.png)";
+
+void Write(const CScene& scene, const SceneOptions& options)
+{
+    if (options.bTransparent)
+        WriteTransparent(options.out, scene.Size(),
+                         [&scene](BYTE* pBits) { return scene.Render(pBits); });
+    else
+        WritePicture(options.out, scene.Size(), [&scene](HDC hdc) { return scene.Paint(hdc); });
+}
 
 int RunRender(const CommandLine& given)
 {
@@ -57,9 +67,12 @@ int RunRender(const CommandLine& given)
     ReadSceneOptions(given, "render", &options,
                      [&row](const GivenOption& option) { TakeOption(g_rows, option, &row); });
     TakeRow(row, &options.live);
-    KindOf(options.out); // a name that cannot be written is refused before any work
+    const PictureKind nKind = KindOf(options.out); // one that is none is refused before any work
+    if (options.bTransparent && nKind != PictureKind::Png)
+        throw CTrouble(
+            "--transparent wants a picture .png: other kinds have no transparent places");
     const CScene scene(options);
-    WritePicture(options.out, scene.Size(), [&scene](HDC hdc) { return scene.Paint(hdc); });
+    Write(scene, options);
     scene.TellUnheard();
     return EXIT_CLEAN;
 }

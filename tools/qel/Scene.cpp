@@ -149,12 +149,14 @@ constexpr SettingRow<SceneOptions> g_rows[] = {
     {{VALUE, "--zoom", "N", PICTURE_GROUP, "so many times the drawing's reference size: 2, or 0.5"},
      TakeZoom},
     {{VALUE, "--scale", "P", PICTURE_GROUP,
-      "how large the pixels are that pens, borders, hatches and texts are told in, in percent, 25 to "
+      "how large the pixels are that pens, borders, hatches and texts are told in, in percent, 25 "
+      "to "
       "1600; without --size, --width and --height the picture becomes as much larger. 200 is for a "
       "screen of twice the resolution"},
      [](const GivenOption& given, SceneOptions* p) { p->nScale = ReadScale(given.value); }},
     {{VALUE, "--smooth", "N", PICTURE_GROUP,
-      "each pixel is the mean of 2, 3 or 4 samples each way, so that slanted lines, arcs and letters "
+      "each pixel is the mean of 2, 3 or 4 samples each way, so that slanted lines, arcs and "
+      "letters "
       "are smooth; 0, by default, is none. Of .emf, which has no pixels, nothing changes"},
      [](const GivenOption& given, SceneOptions* p) { p->nSmooth = ReadSmooth(given.value); }},
     {{VALUE, "--background", "RRGGBB", PICTURE_GROUP,
@@ -162,7 +164,13 @@ constexpr SettingRow<SceneOptions> g_rows[] = {
       "colour is taken, #RRGGBB is one, too"},
      [](const GivenOption& given, SceneOptions* p) {
          p->clrBackground = ReadBackground(given.value);
+         p->bBackground = true;
      }},
+    {{NOTHING, "--transparent", "", PICTURE_GROUP,
+      "no background: the picture, a .png of 'qel render', lets through what stands behind it "
+      "where "
+      "nothing is painted, and in part at smooth edges"},
+     [](const GivenOption&, SceneOptions* p) { p->bTransparent = true; }},
     {{VALUE, "--rotate", "DEG", PICTURE_GROUP,
       "turn counter-clockwise, by quarter turns: 90, 180, 270, -90"},
      [](const GivenOption& given, SceneOptions* p) { p->nRotate = ReadAngle(given.value); }},
@@ -286,6 +294,8 @@ void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOpt
     pOptions->out = names[1];
     if (IsPositive(pOptions->size) && !Fits(pOptions->size.cx, pOptions->size.cy))
         throw CTrouble(fmt::format("a picture's width and height are {}", SIZE_LIMITS));
+    if (pOptions->bTransparent && pOptions->bBackground)
+        throw CTrouble("--transparent and --background: a transparent picture has no background");
 }
 
 bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
@@ -298,7 +308,7 @@ bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
 
 CScene::CScene(const SceneOptions& options)
     : m_options(options), m_drawing(options.in), m_size(SetUp(m_drawing, options)),
-      m_font(TextFont(options.font.empty() ? DefaultTextFace() : options.font))
+      m_face(options.font.empty() ? DefaultTextFace() : options.font)
 {
     if (const SYSTEMTIME* pTime = options.live.Time()) SetTime(*pTime, *pTime);
     options.live.Apply(m_drawing);
@@ -318,7 +328,8 @@ void CScene::Settle() const
 bool CScene::Draw(HDC hdc, DWORD nFlags) const
 {
     const RECT rc{0, 0, m_size.cx, m_size.cy};
-    const HFONT hFont = ::CreateFontIndirectW(&m_font);
+    const LOGFONTW font = TextFont(m_face);
+    const HFONT hFont = ::CreateFontIndirectW(&font);
     const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
     const int nDrawn =
         QELDraw(m_drawing.Engine(), hdc, &rc, nFlags | (m_options.bPressed ? QEL_DRAW_PRESSED : 0));
@@ -334,6 +345,15 @@ bool CScene::Paint(HDC hdc) const
     ::FillRect(hdc, &rc, hBrush);
     ::DeleteObject(hBrush);
     return Draw(hdc, QEL_DRAW_FULL);
+}
+
+// Clocks show the time of the last advance there.
+bool CScene::Render(BYTE* pBits) const
+{
+    QELAdvance(m_drawing.Engine(), 0);
+    return QELSetFontFace(m_drawing.Engine(), m_face.c_str()) &&
+           QELRenderBitmap(m_drawing.Engine(), pBits, m_size.cx, m_size.cy, m_size.cx * 4,
+                           m_options.bPressed ? QEL_DRAW_PRESSED : 0);
 }
 
 void CScene::TellUnheard() const

@@ -18,8 +18,10 @@ struct SceneOptions {
     bool bWhole = false; // the size was given as one
     double fZoom = 0;    // 0: so that the picture is wide enough
     COLORREF clrBackground = RGB(0xC0, 0xC0, 0xC0);
-    long nScale = 100; // the pixel scale, in percent
-    long nSmooth = 0;  // samples each way
+    bool bBackground = false;  // one was asked for
+    bool bTransparent = false; // there is none
+    long nScale = 100;         // the pixel scale, in percent
+    long nSmooth = 0;          // samples each way
     int nRotate = 0;
     bool bBlink = false;
     bool bPressed = false;
@@ -52,6 +54,7 @@ public:
     bool Paint(HDC hdc) const;       // the background, and all of the drawing
     bool PaintMoving(HDC hdc) const; // over what stands there
     bool PaintAnew(HDC hdc) const;   // as Paint of a new scene with these values
+    bool Render(BYTE* pBits) const;  // without a background, into rows of colours times alpha
 
     void SetBlink(bool bDark) const;
     void SetTime(const SYSTEMTIME& local, const SYSTEMTIME& universal) const;
@@ -67,7 +70,7 @@ private:
     CDrawing m_drawing;
     SIZE m_size;
     CFixedTime m_time;
-    LOGFONTW m_font;
+    std::wstring m_face;
 };
 
 } // namespace qel

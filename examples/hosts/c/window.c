@@ -16,6 +16,10 @@
 #define EASING_TIME 300 /* in which a needle moves to a new value */
 #define VALUE_TIME 400  /* from one new value to the next */
 #define STEPS 4         /* values from end to end */
+#define USUAL_DPI 96
+
+/* What older headers do not have: WM_DPICHANGED. */
+#define MSG_DPI_CHANGED 0x02E0
 
 static HQELENGINE g_hEngine;
 static HFONT g_hFont;
@@ -71,6 +75,21 @@ static void Paint(HWND hwnd)
     EndPaint(hwnd, &paint);
 }
 
+/* Lines, borders and hatches are to be as wide on every screen as on a usual one. */
+static void SetResolution(int nDpi)
+{
+    QELSetPixelScale(g_hEngine, (DWORD)MulDiv(100, nDpi, USUAL_DPI));
+}
+
+/* Another screen, or the same one set anew: the system says what fits. */
+static void MoveToScreen(HWND hwnd, int nDpi, const RECT* prc)
+{
+    SetResolution(nDpi);
+    SetWindowPos(hwnd, NULL, prc->left, prc->top, prc->right - prc->left, prc->bottom - prc->top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    InvalidateDirty(hwnd);
+}
+
 /* The title tells what was hit, by its identifier. */
 static void ShowId(HWND hwnd, int x, int y)
 {
@@ -93,6 +112,9 @@ static LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPAR
         QELSetQELRect(g_hEngine, &rc);
         InvalidateDirty(hwnd);
         return 0;
+    case MSG_DPI_CHANGED:
+        MoveToScreen(hwnd, LOWORD(wParam), (const RECT*)lParam);
+        return 0;
     case WM_TIMER:
         NextFrame(hwnd);
         return 0;
@@ -112,6 +134,26 @@ static LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPAR
     }
 }
 
+/* The drawing is lines: it wants the real pixels of every screen, not a stretched picture. Systems
+ * older than Windows 10 know one resolution for all screens, and not the newer function. */
+static void AskForRealPixels(void)
+{
+    typedef BOOL(WINAPI * SETCONTEXT)(HANDLE);
+    HMODULE hUser = GetModuleHandleA("user32.dll");
+    SETCONTEXT pfnSet =
+        (SETCONTEXT)(void (*)(void))GetProcAddress(hUser, "SetProcessDpiAwarenessContext");
+    if (!pfnSet || !pfnSet((HANDLE)(LONG_PTR)-4)) /* each screen for itself */
+        SetProcessDPIAware();
+}
+
+static int Dpi(void) /* of the main screen */
+{
+    HDC hdc = GetDC(NULL);
+    int nDpi = GetDeviceCaps(hdc, LOGPIXELSX);
+    ReleaseDC(NULL, hdc);
+    return nDpi;
+}
+
 static int Show(const char* pszTitle)
 {
     WNDCLASSA windowClass = {0};
@@ -124,8 +166,9 @@ static int Show(const char* pszTitle)
     windowClass.lpszClassName = "LiveDrawing";
     RegisterClassA(&windowClass);
     QELGetRefSize(g_hEngine, &size);
-    rc.right = size.cx;
-    rc.bottom = size.cy;
+    rc.right = MulDiv(size.cx, Dpi(), USUAL_DPI);
+    rc.bottom = MulDiv(size.cy, Dpi(), USUAL_DPI);
+    SetResolution(Dpi());
     AdjustWindowRect(&rc, WS_OVERLAPPEDWINDOW, FALSE);
     if (!CreateWindowA("LiveDrawing", pszTitle, WS_OVERLAPPEDWINDOW | WS_VISIBLE, CW_USEDEFAULT,
                        CW_USEDEFAULT, rc.right - rc.left, rc.bottom - rc.top, NULL, NULL,
@@ -145,6 +188,7 @@ int main(int argc, char** argv)
         fprintf(stderr, "window DRAWING ID MAX\n");
         return 2;
     }
+    AskForRealPixels();
     g_pszId = argv[2];
     g_fMax = atof(argv[3]);
     g_hFont = CreateFontA(16, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, CLEARTYPE_QUALITY, 0,

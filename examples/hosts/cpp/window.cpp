@@ -155,6 +155,12 @@ void ShowId(HWND hwnd, POINT pt)
     if (QELIdFromPoint(g_hEngine, &pt, szId, sizeof szId)) ::SetWindowTextA(hwnd, szId);
 }
 
+// Lines, borders and hatches are to be as wide on every screen as on a usual one.
+void SetResolution(int nDpi)
+{
+    QELSetPixelScale(g_hEngine, static_cast<DWORD>(::MulDiv(100, nDpi, USUAL_DPI)));
+}
+
 void MoveTo(HWND hwnd, const RECT& rc)
 {
     ::SetWindowPos(hwnd, nullptr, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top,
@@ -173,7 +179,9 @@ LRESULT CALLBACK WindowProc(HWND hwnd, UINT nMessage, WPARAM wParam, LPARAM lPar
         ::InvalidateRect(hwnd, nullptr, FALSE);
         return 0;
     case MSG_DPI_CHANGED: // another screen, or the same one set anew: the system says what fits
+        SetResolution(LOWORD(wParam));
         MoveTo(hwnd, *reinterpret_cast<const RECT*>(lParam));
+        InvalidateDirty(hwnd);
         return 0;
     case WM_TIMER:
         NextFrame(hwnd);
@@ -214,6 +222,7 @@ HWND OpenWindow(const char* pszTitle)
     const HDC hdcScreen = ::GetDC(nullptr);
     const int nDpi = ::GetDeviceCaps(hdcScreen, LOGPIXELSX); // of the main screen
     ::ReleaseDC(nullptr, hdcScreen);
+    SetResolution(nDpi);
     RECT rc{0, 0, ::MulDiv(size.cx, nDpi, USUAL_DPI), ::MulDiv(size.cy, nDpi, USUAL_DPI)};
     ::AdjustWindowRect(&rc, WS_OVERLAPPEDWINDOW, FALSE);
     return ::CreateWindowA("LiveDrawing", pszTitle, WS_OVERLAPPEDWINDOW, CW_USEDEFAULT,

@@ -521,6 +521,33 @@ public static class QELEngine
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELSetQELRect(IntPtr hEngine, ref RECT prc);
 
+    [DllImport(Dll, EntryPoint = "QELSetPixelScale", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetPixelScale(IntPtr hEngine, uint nPercent);
+
+    [DllImport(Dll, EntryPoint = "QELGetPixelScale", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetPixelScale(IntPtr hEngine, out uint pnPercent);
+
+    [DllImport(Dll, EntryPoint = "QELSetSmooth", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetSmooth(IntPtr hEngine, int nSamples);
+
+    [DllImport(Dll, EntryPoint = "QELGetSmooth", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELGetSmooth(IntPtr hEngine);
+
+    [DllImport(Dll, EntryPoint = "QELRenderBitmap", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELRenderBitmap(IntPtr hEngine, IntPtr pBits, int nWidth, int nHeight, int nStride, uint nFlags);
+    [DllImport(Dll, EntryPoint = "QELRenderBitmap", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELRenderBitmap(IntPtr hEngine, byte[] pBits, int nWidth, int nHeight, int nStride, uint nFlags);
+
+    [DllImport(Dll, EntryPoint = "QELSetFontFace", CallingConvention = CallingConvention.StdCall,
+        CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
+    public static extern int QELSetFontFace(IntPtr hEngine, [MarshalAs(UnmanagedType.LPWStr)] string pszFace);
+
     [DllImport(Dll, EntryPoint = "QELGetDrawGraphRect", CallingConvention = CallingConvention.StdCall,
         CharSet = CharSet.Ansi, ExactSpelling = true, BestFitMapping = false, ThrowOnUnmappableChar = true)]
     public static extern int QELGetDrawGraphRect(IntPtr hEngine, out RECT prc);

@@ -164,11 +164,20 @@ internal sealed class LiveWindow : Form
         QELEngine.SIZE size;
         QELEngine.QELGetRefSize(engine, out size);
         using (Graphics graphics = CreateGraphics())
+        {
+            SetResolution((int)graphics.DpiX);
             ClientSize = new Size((int)(size.cx * graphics.DpiX / UsualDpi), (int)(size.cy * graphics.DpiY / UsualDpi));
+        }
         Resized(); // should this be the size that a form has at first, it does not tell of a change
         timer.Interval = FrameTime;
         timer.Tick += delegate { NextFrame(); };
         timer.Start();
+    }
+
+    // Lines, borders and hatches are to be as wide on every screen as on a usual one.
+    private void SetResolution(int dpi)
+    {
+        QELEngine.QELSetPixelScale(engine, (uint)(100 * dpi / UsualDpi));
     }
 
     private void AddValue(string id, int type)
@@ -260,8 +269,10 @@ internal sealed class LiveWindow : Form
         base.WndProc(ref message);
         if (message.Msg != DpiChanged)
             return;
+        SetResolution((int)(message.WParam.ToInt64() & 0xFFFF));
         var rect = (QELEngine.RECT)Marshal.PtrToStructure(message.LParam, typeof(QELEngine.RECT));
         Bounds = Rectangle.FromLTRB(rect.left, rect.top, rect.right, rect.bottom);
+        InvalidateDirty();
     }
 
     // On the thread of the window, like all calls; a finalizer would run on another one.

@@ -374,6 +374,18 @@ function QELGetQELRect(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
   external QELENGINE_DLL name 'QELGetQELRect';
 function QELSetQELRect(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
   external QELENGINE_DLL name 'QELSetQELRect';
+function QELSetPixelScale(hEngine: HQELENGINE; nPercent: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetPixelScale';
+function QELGetPixelScale(hEngine: HQELENGINE; pnPercent: PLongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetPixelScale';
+function QELSetSmooth(hEngine: HQELENGINE; nSamples: LongInt): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetSmooth';
+function QELGetSmooth(hEngine: HQELENGINE): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELGetSmooth';
+function QELRenderBitmap(hEngine: HQELENGINE; pBits: Pointer; nWidth: LongInt; nHeight: LongInt; nStride: LongInt; nFlags: LongWord): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELRenderBitmap';
+function QELSetFontFace(hEngine: HQELENGINE; pszFace: PWideChar): LongInt; stdcall;
+  external QELENGINE_DLL name 'QELSetFontFace';
 function QELGetDrawGraphRect(hEngine: HQELENGINE; prc: PRect): LongInt; stdcall;
   external QELENGINE_DLL name 'QELGetDrawGraphRect';
 

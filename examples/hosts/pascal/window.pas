@@ -197,6 +197,12 @@ begin
     SetWindowTextA(Wnd, @Id);
 end;
 
+{ Lines, borders and hatches are to be as wide on every screen as on a usual one. }
+procedure SetResolution(Dpi: Integer);
+begin
+  QELSetPixelScale(Engine, MulDiv(100, Dpi, USUAL_DPI));
+end;
+
 procedure MoveTo(Wnd: HWND; const R: TRect);
 begin
   SetWindowPos(Wnd, 0, R.Left, R.Top, R.Right - R.Left, R.Bottom - R.Top, SWP_NOZORDER or SWP_NOACTIVATE);
@@ -218,7 +224,11 @@ begin
         InvalidateRect(Wnd, nil, False);
       end;
     MSG_DPI_CHANGED: { another screen, or the same one set anew: the system says what fits }
-      MoveTo(Wnd, PRect(LParam)^);
+      begin
+        SetResolution(WParam and $FFFF);
+        MoveTo(Wnd, PRect(LParam)^);
+        InvalidateDirty(Wnd);
+      end;
     WM_TIMER:
       NextFrame(Wnd);
     WM_LBUTTONDOWN: { never negative without a capture }
@@ -259,6 +269,7 @@ begin
   ScreenDC := GetDC(0);
   Dpi := GetDeviceCaps(ScreenDC, LOGPIXELSX);
   ReleaseDC(0, ScreenDC);
+  SetResolution(Dpi);
   SetRect(R, 0, 0, MulDiv(Size.cx, Dpi, USUAL_DPI), MulDiv(Size.cy, Dpi, USUAL_DPI));
   AdjustWindowRect(R, WS_OVERLAPPEDWINDOW, False);
   Result := CreateWindowExA(0, CLASS_NAME, PAnsiChar(Title), WS_OVERLAPPEDWINDOW, Integer(CW_USEDEFAULT),

@@ -22,6 +22,8 @@ DEFAULT_CHARSET = 1
 CLEARTYPE_QUALITY = 5
 BUTTON_FACE = 15  # COLOR_BTNFACE
 PER_MONITOR_V2 = -4
+LOGPIXELSX = 88
+USUAL_DPI = 96
 RGN_DIFF = 4
 NULL_REGION = 1
 ARROW = 32512
@@ -65,8 +67,11 @@ def system():
             (gdi, "CreateRectRgn", c_void_p, *[c_int32] * 4),
             (gdi, "CombineRgn", c_int32, c_void_p, c_void_p, c_void_p, c_int32),
             (gdi, "GetRgnBox", c_int32, c_void_p, rect),
+            (gdi, "GetDeviceCaps", c_int32, c_void_p, c_int32),
             (gdi, "SelectObject", c_void_p, c_void_p, c_void_p),
             (gdi, "DeleteObject", c_int32, c_void_p),
+            (user, "GetDC", c_void_p, c_void_p),
+            (user, "ReleaseDC", c_int32, c_void_p, c_void_p),
             (user, "GetSysColorBrush", c_void_p, c_int32),
             (user, "InvalidateRgn", c_int32, c_void_p, c_void_p, c_int32),
             (user, "GetUpdateRgn", c_int32, c_void_p, c_void_p, c_int32),
@@ -130,7 +135,9 @@ class LiveWindow:
         self.user.RegisterClassW(byref(kind))
         size = qelengine.SIZE()
         self.dll.QELGetRefSize(self.engine, byref(size))
-        rect = qelengine.RECT(0, 0, size.cx, size.cy)
+        dpi = self.main_resolution()
+        self.set_resolution(dpi)
+        rect = qelengine.RECT(0, 0, size.cx * dpi // USUAL_DPI, size.cy * dpi // USUAL_DPI)
         self.user.AdjustWindowRect(byref(rect), OVERLAPPED_VISIBLE, 0)
         if not self.user.CreateWindowExW(0, "LiveDrawing", title, OVERLAPPED_VISIBLE, USE_DEFAULT, USE_DEFAULT,
                                          rect.right - rect.left, rect.bottom - rect.top, None, None, program, None):
@@ -147,26 +154,38 @@ class LiveWindow:
         if message not in self.answers:
             return self.user.DefWindowProcW(window, message, wparam, lparam)
         try:
-            return self.answers[message](window, lparam) or 0
+            return self.answers[message](window, wparam or 0, lparam) or 0
         except Exception as trouble:  # whatever it is
             self.trouble = trouble
             self.user.PostQuitMessage(1)
             return 0
 
-    def created(self, window, _):
+    def created(self, window, *_):
         self.user.SetTimer(window, 1, FRAME_TIME, None)
 
-    def resized(self, window, _):
+    def resized(self, window, *_):
         rect = qelengine.RECT()
         self.user.GetClientRect(window, byref(rect))
         self.dll.QELSetQELRect(self.engine, byref(rect))
         self.invalidate_dirty(window)
 
-    def moved_to_screen(self, window, lparam):
+    def main_resolution(self):
+        screen = self.user.GetDC(None)
+        dpi = self.gdi.GetDeviceCaps(screen, LOGPIXELSX)
+        self.user.ReleaseDC(None, screen)
+        return dpi
+
+    def set_resolution(self, dpi):
+        """Lines, borders and hatches are to be as wide on every screen as on a usual one."""
+        self.dll.QELSetPixelScale(self.engine, 100 * dpi // USUAL_DPI)
+
+    def moved_to_screen(self, window, wparam, lparam):
         """Another screen, or the same one set anew: the system says what fits."""
+        self.set_resolution(wparam & 0xFFFF)
         rect = qelengine.RECT.from_address(lparam)
         self.user.SetWindowPos(window, None, rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top,
                                KEEP_ORDER)
+        self.invalidate_dirty(window)
 
     def invalidate_dirty(self, window):
         """Tells the window system what has changed, place by place."""
@@ -175,7 +194,7 @@ class LiveWindow:
             self.user.InvalidateRgn(window, region, 0)  # 0: nothing is erased
         self.gdi.DeleteObject(region)
 
-    def next_frame(self, window, _):
+    def next_frame(self, window, *_):
         self.time += FRAME_TIME
         if self.time % VALUE_TIME == 0:
             self.step = (self.step + 1) % (2 * STEPS)
@@ -197,7 +216,7 @@ class LiveWindow:
         self.gdi.DeleteObject(dirty)
         self.gdi.DeleteObject(wanted)
 
-    def paint(self, window, _):
+    def paint(self, window, *_):
         self.invalidate_uncovered(window)
         paint = PaintStruct()
         dc = self.user.BeginPaint(window, byref(paint))
@@ -206,7 +225,7 @@ class LiveWindow:
         self.gdi.SelectObject(dc, previous)
         self.user.EndPaint(window, byref(paint))
 
-    def clicked(self, window, lparam):
+    def clicked(self, window, _, lparam):
         """The title tells what was hit, by its identifier."""
         point = qelengine.POINT(lparam & 0xFFFF, lparam >> 16 & 0xFFFF)  # never negative without a capture
         identifier = ctypes.create_string_buffer(qelengine.QEL_TEXT_SIZE)
