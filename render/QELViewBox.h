@@ -63,6 +63,8 @@ protected:
     void Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const override;
 
 private:
+    // Of what is drawn there.
+    [[nodiscard]] SIZE CornerIn(const RECT& rc, CPixelScale px) const;
     [[nodiscard]] SIZE
     Corner(CPixelScale px) const; // of the corner ellipse; 0 for an empty rectangle
 };
