@@ -75,9 +75,9 @@ int32_t TermAt(Term nTerm, int32_t p, int32_t nOrigin, int32_t nLength, int32_t 
     case Term::ThereAndBackBack:
         return GradientThereAndBack(p, nOrigin, nLength, b, a);
     case Term::None:
-        break;
+    default:
+        return a;
     }
-    return a;
 }
 
 int32_t JoinTerms(Join nJoin, int32_t nAcross, int32_t nDown, int32_t a, int32_t b)
@@ -95,9 +95,9 @@ int32_t JoinTerms(Join nJoin, int32_t nAcross, int32_t nDown, int32_t a, int32_t
         return bPassed ? 2 * b - nValue : nValue;
     }
     case Join::Nearer:
-        break;
+    default:
+        return std::abs(nAcross - a) <= std::abs(nDown - a) ? nAcross : nDown;
     }
-    return std::abs(nAcross - a) <= std::abs(nDown - a) ? nAcross : nDown;
 }
 
 // One direction of a gradient: the whole period, and what of it a bitmap holds.

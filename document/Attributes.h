@@ -131,21 +131,20 @@ int LoadAttr(T* pElm, const AttrRow<T>& row, XmlContext* pXml)
 // empty.
 void WriteAttrText(CXmlWriter& writer, AttrId nId, const char* pszValue, std::size_t nLen);
 
-// Writes one field as an attribute. 0: it could not be written.
+// Writes one field as an attribute: every form spells every value within the room.
 template <class T>
-int WriteAttr(const T* pElm, const AttrRow<T>& row, CXmlWriter& writer)
+void WriteAttr(const T* pElm, const AttrRow<T>& row, CXmlWriter& writer)
 {
     char szValue[ATTR_TEXT_SIZE];
     const std::size_t nLen = row.pForm->pfnFormat(pElm->*row.pField, szValue, sizeof szValue);
-    if (nLen) WriteAttrText(writer, row.nId, szValue, nLen);
-    return nLen ? 1 : 0;
+    WriteAttrText(writer, row.nId, szValue, nLen);
 }
 
 // The same, unless the field holds its default.
 template <class T>
-int SaveAttr(const T* pElm, const AttrRow<T>& row, CXmlWriter& writer)
+void SaveAttr(const T* pElm, const AttrRow<T>& row, CXmlWriter& writer)
 {
-    return pElm->*row.pField == row.nDefault ? 1 : WriteAttr(pElm, row, writer);
+    if (pElm->*row.pField != row.nDefault) WriteAttr(pElm, row, writer);
 }
 
 template <class T>
@@ -155,11 +154,9 @@ void LoadAttrs(T* pElm, std::span<const AttrRow<T>> rows, XmlContext* pXml)
 }
 
 template <class T>
-int SaveAttrs(const T* pElm, std::span<const AttrRow<T>> rows, CXmlWriter& writer)
+void SaveAttrs(const T* pElm, std::span<const AttrRow<T>> rows, CXmlWriter& writer)
 {
-    for (const auto& row : rows)
-        if (!SaveAttr(pElm, row, writer)) return 0;
-    return 1;
+    for (const auto& row : rows) SaveAttr(pElm, row, writer);
 }
 
 using AttrVisitor = void (*)(const AttrInfo& info, void* pUser);

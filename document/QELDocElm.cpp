@@ -110,11 +110,16 @@ int CQELDocElm::Load()
 
 int CQELDocElm::Save()
 {
+    if (Types().Name(m_nType).empty()) return 0;
+    BeginSave();
+    return 1;
+}
+
+void CQELDocElm::BeginSave()
+{
     const std::string_view tag = Types().Name(m_nType);
-    if (tag.empty()) return 0;
     Writer().Start(tag.data(), tag.size());
     if (m_pszId) WriteAttrText(Writer(), ATTR_ID, m_pszId, std::strlen(m_pszId));
-    return 1;
 }
 
 void CQELDocElm::EndSave()

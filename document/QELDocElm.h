@@ -112,6 +112,7 @@ protected:
     [[nodiscard]] XmlContext* Xml() const { return m_pContext->pXml; }
     [[nodiscard]] const CElementTypes& Types() const { return *m_pContext->pTypes; }
     [[nodiscard]] CXmlWriter& Writer() const { return *Xml()->pWriter; } // while it is saved
+    void BeginSave(); // the tag, which every class of its own has, and the identifier
 
 private:
     static bool IsOf(const CElementHandle* pHandle, const void* pContext)

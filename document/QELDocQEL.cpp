@@ -95,5 +95,7 @@ int CQELDocQEL::Load()
 
 int CQELDocQEL::Save()
 {
-    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Writer()) ? 1 : 0;
+    BeginSave();
+    SaveAttrs(this, Attrs(), Writer());
+    return 1;
 }

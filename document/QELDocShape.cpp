@@ -73,7 +73,7 @@ int CQELDocShape::GetRect(RECT* prc) const
 int CQELDocShape::SetRect(const RECT& rc)
 {
     RECT rcOld{};
-    return GetRect(&rcOld) && MapRect(rcOld, rc) ? 1 : 0;
+    return GetRect(&rcOld) ? MapRect(rcOld, rc) : 0;
 }
 
 int CQELDocShape::MapRect(const RECT& rcOld, const RECT& rcNew)
@@ -108,21 +108,22 @@ int CQELDocShape::Load()
 
 int CQELDocShape::Save()
 {
-    if (!CQELDocElm::Save()) return 0;
-    for (const auto& row : Attrs())
-        if (!SaveRow(row)) return 0;
+    BeginSave();
+    for (const auto& row : Attrs()) SaveRow(row);
     if (m_pszText) Writer().Text(m_pszText, std::strlen(m_pszText)); // behind the attributes
     return 1;
 }
 
-int CQELDocShape::SaveRow(const ShapeRow& row)
+void CQELDocShape::SaveRow(const ShapeRow& row)
 {
-    if (row.nId == ATTR_TEXT) return 1;
-    if (row.pField) return SaveAttr<ShapeStyle>(&m_style, row, Writer());
+    if (row.nId == ATTR_TEXT) return;
+    if (row.pField) {
+        SaveAttr<ShapeStyle>(&m_style, row, Writer());
+        return;
+    }
     char szCrd[CRD_TEXT_SIZE];
     // Points that are out of count cannot be spelled; the element is saved without them.
     if (const std::size_t nLen = FormatCrd(szCrd)) WriteAttrText(Writer(), row.nId, szCrd, nLen);
-    return 1;
 }
 
 int CQELDocShape::ParseCrd(const char* pszText)

@@ -49,7 +49,7 @@ private:
     {
         return {Pool(), Type(), &m_style, &m_geometry, &m_pszText};
     }
-    int SaveRow(const ShapeRow& row);
+    void SaveRow(const ShapeRow& row);
 
     bool m_bLacksMemory = false;
     ShapeStyle m_style;

@@ -67,7 +67,7 @@ int CQELDocument::Load(const char* pszPath, CArena* pSpare)
 // when all of it is known.
 int CQELDocument::Load(const XmlSource& source, CArena* pSpare, uint32_t nSetPage)
 {
-    if (!m_context.pXml) m_context.pXml = XmlCreate();
+    m_context.pXml = XmlCreate();
     m_encoding = {};
     SetRoot(nullptr); // an earlier drawing does not stand in for one that fails to load
     if (!m_context.pXml) return Fail({QEL_ERROR_MEMORY});

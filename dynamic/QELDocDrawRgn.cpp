@@ -119,10 +119,10 @@ int CQELDocDrawRgn::Load()
 
 int CQELDocDrawRgn::Save()
 {
-    if (!CQELDocElm::Save()) return 0;
+    BeginSave();
     for (const auto& row : Attrs()) {
         if (row.pField) {
-            if (!SaveAttr(this, row, Writer())) return 0;
+            SaveAttr(this, row, Writer());
             continue;
         }
         char szCrd[CRD_TEXT_SIZE];

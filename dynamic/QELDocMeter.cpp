@@ -226,10 +226,10 @@ bool CQELDocMeter::IsWritten(const AttrRow<CQELDocMeter>& row) const
 
 int CQELDocMeter::Save()
 {
-    if (!CQELDocElm::Save()) return 0;
+    BeginSave();
     for (const auto& row : Attrs()) {
         if (row.pField) {
-            if (IsWritten(row) && !WriteAttr(this, row, Writer())) return 0;
+            if (IsWritten(row)) WriteAttr(this, row, Writer());
             continue;
         }
         if (row.nId != ATTR_CRD) continue;

@@ -169,10 +169,10 @@ int CQELDocScale::Load()
 
 int CQELDocScale::Save()
 {
-    if (!CQELDocElm::Save()) return 0;
+    BeginSave();
     for (const auto& row : Attrs()) {
         if (row.pField) {
-            if (!SaveAttr(this, row, Writer())) return 0;
+            SaveAttr(this, row, Writer());
             continue;
         }
         if (row.nId != ATTR_CRD) continue;

@@ -59,5 +59,7 @@ int CQELDocStatus::Load()
 
 int CQELDocStatus::Save()
 {
-    return CQELDocElm::Save() && SaveAttrs(this, Attrs(), Writer()) ? 1 : 0;
+    BeginSave();
+    SaveAttrs(this, Attrs(), Writer());
+    return 1;
 }

@@ -25,8 +25,7 @@ int CQELEngine::GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const
 {
     ::SetRectEmpty(prc);
     const CQELViewElm* pView = pElm->View();
-    return pView && m_view.Root() && FindPaintedRect(pView, m_view.Root(), PaintRect(), prc) ? 1
-                                                                                             : 0;
+    return m_view.Root() && FindPaintedRect(pView, m_view.Root(), PaintRect(), prc) ? 1 : 0;
 }
 
 int CQELEngine::GetIdDrawRect(const char* pszId, RECT* prc)
@@ -83,7 +82,7 @@ UnitTurn CQELEngine::TurnOfDrawing() const
 bool CQELEngine::MapElem(const CQELDocElm* pElm, UnitMap* pMap, UnitTurn* pTurn) const
 {
     const CQELViewElm* pView = pElm->View();
-    if (!pView || !m_view.Root() || !IsDrawn(pView, m_view.Root())) return false;
+    if (!m_view.Root() || !IsDrawn(pView, m_view.Root())) return false;
     if (pView->IsShape())
         *pTurn = static_cast<const CQELViewShape*>(pView)->TurnFrom(
             static_cast<const CQELDocShape*>(pElm)->Data().pnWords);

@@ -144,20 +144,19 @@ int CQELEngine::UpdateByPlace(HDC hdc, const QelRect& rcQel, const CDirtyArea& p
 // The place of an element as it is now; of a face that of its meter, whose bar goes by it.
 void CQELEngine::TouchPlaceOf(const CQELDocElm* pElm)
 {
-    if (CQELViewElm* pView = pElm->View())
-        m_view.Dirty().AddPlaceOf(DrawnFor(pView), m_view.Root());
+    m_view.Dirty().AddPlaceOf(DrawnFor(pElm->View()), m_view.Root());
 }
 
 // A shape in a meter is painted while nothing is in it.
 void CQELEngine::TouchFace(const CQELDocElm* pElm)
 {
-    if (pElm && pElm->View() && pElm->View()->IsShape()) TouchPlaceOf(pElm);
+    if (pElm && pElm->View()->IsShape()) TouchPlaceOf(pElm);
 }
 
 // What comes into something that has colours for all shapes in it is to look at that.
 void CQELEngine::TakeColorsAround(CQELViewElm* pTop)
 {
-    const CQELViewElm* pAround = pTop ? pTop->Parent() : nullptr;
+    const CQELViewElm* pAround = pTop->Parent();
     while (pAround && !pAround->IsLive()) pAround = pAround->Parent();
     if (!pAround) return;
     for (CQELViewElm* p = pTop; p; p = p->NextInTree(pTop))

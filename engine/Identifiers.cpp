@@ -36,7 +36,7 @@ struct Total {
 
 bool IsBearer(const CQELDocElm& elm)
 {
-    return *elm.Id() && elm.View();
+    return *elm.Id() != 0;
 }
 
 Total CountBearersIn(const CQELDocElm* pRoot)

@@ -38,7 +38,7 @@ Step NextStep(Step at, const CQELViewElm* pTop, bool bInto)
             StepTo(at, at.pDoc ? at.pDoc->FirstChild() : nullptr, at.pView->FirstChild());
         if (child.pView) return child;
     }
-    while (at.pView && at.pView != pTop) {
+    while (at.pView != pTop) {
         const Step next =
             StepTo(at, at.pDoc ? at.pDoc->NextSibling() : nullptr, at.pView->NextSibling());
         if (next.pView) return next;
@@ -119,10 +119,13 @@ void CPlaces::Forget()
 
 int CPlaces::Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const QelRect& rcQel)
 {
-    const bool bHolds = m_pElms && pRoot && m_changes == pRoot->Changes();
+    if (!pRoot) {
+        Forget();
+        return 0;
+    }
+    const bool bHolds = m_pElms && m_changes == pRoot->Changes();
     if (bHolds && m_rcQel == rcQel) return 1;
     Forget();
-    if (!pRoot) return 0;
     m_changes = pRoot->Changes();
     m_rcQel = rcQel;
     uint32_t nCount = 0;

@@ -174,15 +174,14 @@ int CQELEngine::MakeView(CQELDocElm* pElm, CQELViewElm* pParent, CQELViewElm* pA
 int CQELEngine::LoadView(CQELDocElm* pElm)
 {
     CQELViewElm* pView = pElm->View();
-    if (!pView) return 1;
     if (pView->IsShape()) {
         auto* pShape = static_cast<CQELViewShape*>(pView);
         return pShape->TakeData(static_cast<CQELDocShape*>(pElm)->Data());
     }
     alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE];
     int nSize = 0;
-    if (pElm->GetAttrSize(&nSize) && nSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(block))
-        pView->SetAttrBlock(block);
+    pElm->GetAttrSize(&nSize); // every class that is made has one
+    if (nSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(block)) pView->SetAttrBlock(block);
     if (pElm == m_document.GetRoot()) {
         m_view.Root()->SetName(pElm->Id());
         TakeRefSize();
@@ -195,7 +194,7 @@ int CQELEngine::LoadView(CQELDocElm* pElm)
 int CQELEngine::ReloadView(CQELDocElm* pElm)
 {
     if (!LoadView(pElm)) return 0;
-    if (pElm->View() && IsInPicture(pElm)) m_view.Register(pElm->View());
+    if (IsInPicture(pElm)) m_view.Register(pElm->View());
     return 1;
 }
 
@@ -257,13 +256,11 @@ int CQELEngine::DeleteElem(CQELDocElm* pElm)
 {
     ForgetPlaces();
     const CQELDocElm* pParent = pElm->Parent();
-    if (CQELViewElm* pView = pElm->View()) {
-        TouchPlaceOf(pElm);
-        if (IsInPicture(pElm))
-            UnregisterAll(pView); // else it is not registered, and slots are others'
-        m_view.DeleteElement(pView);
-        TouchFace(pParent);
-    }
+    CQELViewElm* pView = pElm->View();
+    TouchPlaceOf(pElm);
+    if (IsInPicture(pElm)) UnregisterAll(pView); // else it is not registered, and slots are others'
+    m_view.DeleteElement(pView);
+    TouchFace(pParent);
     return Edited(m_document.DeleteElement(pElm));
 }
 
@@ -274,14 +271,13 @@ int CQELEngine::MoveElem(CQELDocElm* pElm, CQELDocElm* pParent, CQELDocElm* pAft
     const CQELDocElm* pMeter = MeterAround(pElm);
     const CQELDocElm* pOldParent = pElm->Parent();
     CQELViewElm* pView = pElm->View();
-    const bool bComesIn = pView && !bWasInPicture && pParent && IsInPicture(pParent);
+    const bool bComesIn = !bWasInPicture && pParent && IsInPicture(pParent);
     if (bComesIn && !m_view.ReservePlaces(pView)) return 0;
     if (!m_document.MoveElement(pElm, pParent, pAfter)) {
         if (bComesIn) m_view.GiveUpPlaces(pView);
         return 0;
     }
     m_bModified = true;
-    if (!pView) return 1;
     TouchPlaceOf(pElm); // the view's place is the old one still
     TouchFace(pParent);
     const bool bIsInPicture = IsInPicture(pElm);
@@ -302,7 +298,7 @@ void CQELEngine::GiveFillsBack(CQELDocElm* pTop)
 {
     const CQELDocElm* pMeter = MeterAround(pTop);
     for (CQELDocElm* pElm = pTop; pElm; pElm = pElm->NextInTree(pTop)) {
-        if (!pElm->View() || !pElm->View()->IsShape() || MeterAround(pElm) != pMeter) continue;
+        if (!pElm->View()->IsShape() || MeterAround(pElm) != pMeter) continue;
         const ShapeStyle& style = *static_cast<const CQELDocShape*>(pElm)->Data().pStyle;
         static_cast<CQELViewShape*>(pElm->View())->GiveFillBack(style.nDraft, style.clrB);
     }
@@ -326,14 +322,15 @@ int CQELEngine::SetElemId(CQELDocElm* pElm, const char* pszId)
 {
     ForgetPlaces();
     if (!CQELDocument::SetElementId(pElm, pszId)) return 0;
-    if (pElm == m_document.GetRoot() && m_view.Root()) m_view.Root()->SetName(pElm->Id());
+    if (pElm == m_document.GetRoot()) m_view.Root()->SetName(pElm->Id());
     return Edited(1);
 }
 
 int CQELEngine::GetElemAttr(const CQELDocElm* pElm, void* pBuffer, int* pnSize)
 {
+    if (!pBuffer && !pnSize) return 0;
     int nSize = 0;
-    if ((!pBuffer && !pnSize) || !pElm->GetAttrSize(&nSize)) return 0;
+    pElm->GetAttrSize(&nSize);
     if (pBuffer && !pElm->GetAttr(pBuffer)) return 0;
     if (pnSize) *pnSize = nSize;
     return 1;
@@ -351,7 +348,8 @@ int CQELEngine::SetElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
 int CQELEngine::TakeElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
 {
     int nOwnSize = 0;
-    if (!pElm->GetAttrSize(&nOwnSize) || nSize < nOwnSize) return 0;
+    pElm->GetAttrSize(&nOwnSize);
+    if (nSize < nOwnSize) return 0;
     const CQELDocQEL* pRoot = m_document.GetRoot();
     const SIZE before = pRoot ? pRoot->RefSize() : SIZE{};
     const SIZE shown = m_refSize;

@@ -42,7 +42,8 @@ uint32_t WhyNotCopied(const CQELDocElm* pElm)
 uint32_t WhyRecordNotSet(const CQELDocElm* pElm, const void* pRecord, int nSize)
 {
     int nOwnSize = 0;
-    if (!pElm->GetAttrSize(&nOwnSize) || nSize < nOwnSize) return QEL_ERROR_RECORD_SIZE;
+    pElm->GetAttrSize(&nOwnSize);
+    if (nSize < nOwnSize) return QEL_ERROR_RECORD_SIZE;
     DWORD nGiven = 0;
     std::memcpy(&nGiven, pRecord, sizeof nGiven);
     const auto nWanted = static_cast<DWORD>(nOwnSize);

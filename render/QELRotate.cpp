@@ -61,14 +61,16 @@ POINT CQELRotate::RotateFreely(POINT pt) const
 
 int CQELRotate::RotateTwo(POINT* ppt1, POINT* ppt2) const
 {
-    return RotatePoint(ppt1) && RotatePoint(ppt2) ? 1 : 0;
+    RotatePoint(ppt1);
+    RotatePoint(ppt2);
+    return 1;
 }
 
 int CQELRotate::RotateRect(RECT* prc) const
 {
     POINT ptFirst{prc->left, prc->top};
     POINT ptSecond{prc->right, prc->bottom};
-    if (!RotateTwo(&ptFirst, &ptSecond)) return 0;
+    RotateTwo(&ptFirst, &ptSecond);
     *prc = NormalizedRect({ptFirst.x, ptFirst.y, ptSecond.x, ptSecond.y});
     return 1;
 }

@@ -13,9 +13,9 @@ public:
     CQELRotate(const CQELRotate&) = default;
     CQELRotate& operator=(const CQELRotate&) = default;
 
-    int RotatePoint(POINT* ppt) const; // always 1
-    int RotateTwo(POINT* ppt1, POINT* ppt2) const;
-    int RotateRect(RECT* prc) const; // the result is normalised
+    int RotatePoint(POINT* ppt) const;             // always 1
+    int RotateTwo(POINT* ppt1, POINT* ppt2) const; // always 1
+    int RotateRect(RECT* prc) const;               // always 1; the result is normalised
 
 private:
     [[nodiscard]] POINT RotateFreely(POINT pt) const;

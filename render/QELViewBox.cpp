@@ -34,7 +34,7 @@ int CQELViewBox::Rotate(POINT ptCentre, int32_t nAngle)
 {
     const int32_t nTurn = QuarterTurn(nAngle);
     RECT rc = Box();
-    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateRect(&rc)) return 0;
+    CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateRect(&rc);
     SetBoxInside(rc);
     SetRotation(nTurn);
     return 1;

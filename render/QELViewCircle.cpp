@@ -69,7 +69,7 @@ int CQELViewCircle::Rotate(POINT ptCentre, int32_t nAngle)
 {
     const int32_t nTurn = QuarterTurn(nAngle);
     RECT rc = Box();
-    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateRect(&rc)) return 0;
+    CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateRect(&rc);
     const POINT ptMiddle = MiddleOf(rc);
     Words()[0] = ptMiddle.x;
     Words()[1] = ptMiddle.y;

@@ -153,7 +153,7 @@ int CQELViewLine::Rotate(POINT ptCentre, int32_t nAngle)
     const int32_t nTurn = QuarterTurn(nAngle);
     POINT pt1{Words()[0], Words()[1]};
     POINT pt2{Words()[2], Words()[3]};
-    if (!CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateTwo(&pt1, &pt2)) return 0;
+    CQELRotate(ptCentre, WrapSub(nTurn, Rotation())).RotateTwo(&pt1, &pt2);
     Words()[0] = pt1.x;
     Words()[1] = pt1.y;
     Words()[2] = pt2.x;

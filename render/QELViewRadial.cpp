@@ -54,7 +54,8 @@ int CQELViewRadial::Rotate(POINT ptCentre, int32_t nAngle)
     RECT rc{n[0], n[1], n[2], n[3]};
     POINT pt1{n[4], n[5]};
     POINT pt2{n[6], n[7]};
-    if (!turn.RotateRect(&rc) || !turn.RotateTwo(&pt1, &pt2)) return 0;
+    turn.RotateRect(&rc);
+    turn.RotateTwo(&pt1, &pt2);
     const LONG turned[ALL_WORDS] = {rc.left, rc.top, rc.right, rc.bottom,
                                     pt1.x,   pt1.y,  pt2.x,    pt2.y};
     for (int32_t i = 0; i < ALL_WORDS; ++i) n[i] = turned[i];

@@ -363,6 +363,14 @@ TEST_F(Tree, EveryTypeWithAClassCanBeCreatedAndNoOther)
     EXPECT_EQ(before + types, Text());
 }
 
+TEST_F(Tree, NothingButARootIsCreatedWithoutAParent)
+{
+    const std::string before = Text();
+    EXPECT_EQ(nullptr, Document().CreateElement(nullptr, nullptr, QEL_TYPE_RECT));
+    EXPECT_EQ(nullptr, Document().CreateElement(nullptr, At("a"), QEL_TYPE_GROUP));
+    EXPECT_EQ(before, Text());
+}
+
 TEST_F(Tree, CreationAfterWhatIsNoChildOfTheParentIsRefused)
 {
     const std::string before = Text();

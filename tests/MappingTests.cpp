@@ -1,6 +1,7 @@
 // From drawing units to device pixels: every keep mode with every placement and extent, clipping,
 // the pressed shift, and keeping figures inside the drawing. The code is render/Mapping.*.
 #include "render/Mapping.h"
+#include "render/UnitMap.h"
 #include "tests/support/ViewSupport.h"
 
 #include <climits>
@@ -388,3 +389,55 @@ TEST(KeepKeywords, AreThoseOfTheFormatInTheirThreeGroups)
 }
 
 } // namespace
+
+// ---- single points, and rectangles that grow ----
+
+TEST(UnitMap, NeedsAPlaceAndADrawingWithAnExtent)
+{
+    const RECT rcElem{10, 20, 60, 70};
+    UnitMap map{};
+    for (const uint32_t nKeep : {uint32_t{QEL_KEEP_NONE}, uint32_t{QEL_KEEP_ALL}}) {
+        EXPECT_TRUE(MakeUnitMap({0, 0, 200, 300}, 100, 100, rcElem, nKeep, &map)) << nKeep;
+        EXPECT_FALSE(MakeUnitMap({5, 0, 5, 300}, 100, 100, rcElem, nKeep, &map)) << nKeep;
+        EXPECT_FALSE(MakeUnitMap({0, 7, 200, 7}, 100, 100, rcElem, nKeep, &map)) << nKeep;
+        EXPECT_FALSE(MakeUnitMap({0, 0, 200, 300}, 0, 100, rcElem, nKeep, &map)) << nKeep;
+        EXPECT_FALSE(MakeUnitMap({0, 0, 200, 300}, 100, 0, rcElem, nKeep, &map)) << nKeep;
+    }
+}
+
+TEST(UnitMap, IsNoneWhereAnExtentWrapsAround)
+{
+    const RECT rcElem{10, 20, 60, 70};
+    UnitMap map{};
+    EXPECT_FALSE(MakeUnitMap({INT_MIN, 0, INT_MAX, 9}, 9, 9, rcElem, QEL_KEEP_NONE, &map));
+    EXPECT_FALSE(MakeUnitMap({0, INT_MIN, 9, INT_MAX}, 9, 9, rcElem, QEL_KEEP_NONE, &map));
+}
+
+// With all four borders kept the place of an element does not go by its own extent, which may be
+// nothing.
+TEST(UnitMap, WithItsBordersKeptAnElementNeedsAnExtentOfItsOwn)
+{
+    UnitMap map{};
+    EXPECT_FALSE(MakeUnitMap({0, 0, 200, 300}, 100, 100, {30, 20, 30, 70}, QEL_KEEP_ALL, &map));
+    EXPECT_FALSE(MakeUnitMap({0, 0, 200, 300}, 100, 100, {10, 40, 60, 40}, QEL_KEEP_ALL, &map));
+}
+
+TEST(GrownRect, GoesOutByAsManyPixelsAtEachSide)
+{
+    const RECT rc = GrownRect({10, 20, 30, 40}, 3);
+    const RECT rcExpected{7, 17, 33, 43};
+    EXPECT_TRUE(::EqualRect(&rcExpected, &rc));
+}
+
+TEST(GrownRect, IsAllWithinReachWhereItCannotBeReckoned)
+{
+    for (const int32_t n : {-1, REACH + 1, INT_MAX}) {
+        const RECT rc = GrownRect({10, 20, 30, 40}, n);
+        EXPECT_TRUE(::EqualRect(&ALL_IN_REACH, &rc)) << n;
+    }
+    for (const RECT& rcFar : {RECT{-REACH - 1, 0, 9, 9}, RECT{0, -REACH - 1, 9, 9},
+                              RECT{0, 0, REACH + 1, 9}, RECT{0, 0, 9, REACH + 1}}) {
+        const RECT rc = GrownRect(rcFar, 1);
+        EXPECT_TRUE(::EqualRect(&ALL_IN_REACH, &rc));
+    }
+}

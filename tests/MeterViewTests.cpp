@@ -1393,3 +1393,46 @@ TEST(MeterView, LeavesTheDeviceContextAsItWas)
 }
 
 } // namespace
+
+// ---- types that are none ----
+
+TEST(MeterLayout, OfATypeThatIsNoneIsItsRectangleWithNothingOnIt)
+{
+    for (const int32_t nType : {-1, int32_t{METER_TYPE_COUNT}}) {
+        QELMETERATTR attr{};
+        attr.nType = nType;
+        const RECT rc{10, 20, 60, 70};
+        for (int n = 0; n < 4; ++n) attr.nGeometry[n] = (&rc.left)[n];
+        const MeterLayout layout = LayoutOfMeter(attr);
+        EXPECT_TRUE(::EqualRect(&rc, &layout.rc)) << nType;
+        EXPECT_EQ(0U, layout.nKeep) << nType;
+        MeterPlace place{};
+        place.rc = rc;
+        EXPECT_FALSE(IsOnMeter(attr, place, {30, 30})) << nType;
+        attr.nType = METER_VERT;
+        EXPECT_TRUE(IsOnMeter(attr, place, {30, 30}));
+    }
+}
+
+TEST(MeterLayout, FlagsOfTheRecordComeBeforeThoseOfTheForm)
+{
+    for (int32_t nType = 0; nType < METER_TYPE_COUNT; ++nType) {
+        QELMETERATTR attr{};
+        attr.nType = nType;
+        const bool bRectangle = MeterTypeOf(nType)->form == MeterForm::Rectangle;
+        EXPECT_EQ(bRectangle, LayoutOfMeter(attr).nKeep == 0) << nType;
+        attr.nFlags = QEL_KEEP_LEFT;
+        EXPECT_EQ(uint32_t{QEL_KEEP_LEFT}, LayoutOfMeter(attr).nKeep) << nType;
+    }
+}
+
+TEST(MeterTypes, EachHasABitOfItsOwnAndOthersHaveNone)
+{
+    uint32_t nAll = 0;
+    for (int32_t nType = 0; nType < METER_TYPE_COUNT; ++nType) {
+        EXPECT_EQ(0U, nAll & MeterTypeBit(nType)) << nType;
+        nAll |= MeterTypeBit(nType);
+    }
+    EXPECT_EQ((1U << METER_TYPE_COUNT) - 1, nAll);
+    for (const int32_t nType : {-1, int32_t{METER_TYPE_COUNT}}) EXPECT_EQ(0U, MeterTypeBit(nType));
+}

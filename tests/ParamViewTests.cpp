@@ -194,6 +194,18 @@ TEST(DrawRegionView, LeavesWhatTheHostPaintedInAPartialRedraw)
 
 // ---- frame and pattern ----
 
+TEST(FrameView, HasNoSettingButItsColor)
+{
+    CQELViewFrame view(100, 90);
+    ASSERT_EQ(1, view.SetHostParam(QEL_PARAM_COLOR, 0x112233));
+    for (int32_t n = -1; n <= QEL_PARAM_COUNT; ++n) {
+        if (n == QEL_PARAM_COLOR) continue;
+        EXPECT_EQ(0, view.SetHostParam(n, 7)) << n;
+        Untouched<uint32_t>(9, [&](uint32_t* p) { return view.GetHostParam(n, p); });
+    }
+    EXPECT_EQ(0x112233U, view.Color());
+}
+
 TEST(FrameView, ACopyHasTheColorThatTheHostSet)
 {
     CQELViewFrame view(100, 90);

@@ -7,6 +7,7 @@
 #include "render/QELViewShape.h"
 
 #include "base/GdiScopes.h"
+#include "render/OutlineProbe.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewCircle.h"
 #include "render/QELViewGroup.h"
@@ -16,6 +17,7 @@
 #include "tests/support/ViewSupport.h"
 
 #include <climits>
+#include <cmath>
 #include <memory>
 
 namespace {
@@ -621,3 +623,24 @@ TEST(ShapeRegion, IsNullForAShapeWithoutAnInterior)
 }
 
 } // namespace
+
+// ---- what is on an outline ----
+
+TEST(OutlineProbe, IsInsideOfAWholeTurnAndAsFarFromItAsItsRadius)
+{
+    COutlineProbe probe({50, 50});
+    probe.Arc({50, 50, 20, 20}, 0, 6.283185307179586);
+    EXPECT_TRUE(probe.IsInside());
+    EXPECT_TRUE(probe.IsWithin(20.5));
+    EXPECT_FALSE(probe.IsWithin(19));
+}
+
+TEST(OutlineProbe, GoesAlongNoArcWithoutAngles)
+{
+    for (const double fTo : {1e9, HUGE_VAL, std::nan("")}) {
+        COutlineProbe probe({50, 50});
+        probe.Arc({50, 50, 20, 20}, 0, fTo);
+        EXPECT_FALSE(probe.IsInside()) << fTo;
+        EXPECT_FALSE(probe.IsWithin(1000)) << fTo;
+    }
+}

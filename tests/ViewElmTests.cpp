@@ -495,3 +495,41 @@ TEST(ViewGroup, MakesAnEmptyGroupOfItsOwnReferenceSize)
 }
 
 } // namespace
+
+// ---- what the host has set, where there is nothing to keep it ----
+
+TEST(ViewElement, OutsideOfADrawingNothingIsKeptOfWhatAHostSets)
+{
+    const ElmPtr pGroup(NewGroup());
+    EXPECT_EQ(nullptr, pGroup->MakeLive());
+    EXPECT_FALSE(pGroup->IsLive());
+    pGroup->SetLive(true); // as one is that has left its drawing
+    EXPECT_EQ(nullptr, pGroup->Live());
+    EXPECT_FALSE(pGroup->IsHiddenItself());
+    EXPECT_FALSE(pGroup->IsMarked());
+    pGroup->Touch();
+    pGroup->TouchPlace();
+    EXPECT_FALSE(pGroup->IsTouched());
+}
+
+TEST(ViewElement, ARootThatKeepsNoDirtyAreaLeavesItsElementsUntouched)
+{
+    CQELViewQEL root(100, 100);
+    CQELViewRect* pRect = NewRect(10);
+    root.AppendChild(pRect);
+    pRect->Touch();
+    pRect->TouchPlace();
+    EXPECT_FALSE(pRect->IsTouched());
+    EXPECT_EQ(nullptr, pRect->MakeLive());
+}
+
+TEST(DirtyArea, TakesNoPlacesOfWhatIsInNoDrawing)
+{
+    CDirtyArea dirty; // begins with all of it
+    dirty.SetPlace({0, 0, 100, 100});
+    dirty.Clear();
+    const ElmPtr pRect(NewRect(10));
+    dirty.AddPlaceOf(pRect.get(), nullptr);
+    EXPECT_EQ(0, dirty.Count());
+    EXPECT_FALSE(dirty.IsAll());
+}

@@ -722,3 +722,13 @@ TEST(XmlMemory, SavingFailsCleanlyAtEachRequest)
     }
     EXPECT_GT(nRequests, 1);
 }
+
+TEST(XmlLoad, ATextLargerThanAnyMemoryIsNotLookedAt)
+{
+    CXml xml;
+    XmlSource source;
+    source.pBytes = "<QEL/>";
+    source.nSize = SIZE_MAX;
+    EXPECT_NE(0, XmlLoad(xml, source));
+    EXPECT_EQ(XML_ERR_MEMORY, xml->nLastError);
+}

@@ -2,6 +2,7 @@
 
 #include "include/QELEngine.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,7 +23,7 @@ bool WriteAll(HANDLE hFile, const char* pData, std::size_t nSize)
     int nIdle = 0;
     for (std::size_t nDone = 0; nDone < nSize;) {
         const std::size_t nLeft = nSize - nDone;
-        const auto nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
+        const auto nWanted = static_cast<DWORD>(std::min(nLeft, CHUNK));
         DWORD nWritten = 0;
         if (!::WriteFile(hFile, pData + nDone, nWanted, &nWritten, nullptr)) nWritten = 0;
         nIdle = nWritten ? 0 : nIdle + 1;

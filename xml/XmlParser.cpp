@@ -8,6 +8,7 @@
 
 #include <emmintrin.h>
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 
@@ -321,6 +322,7 @@ bool CXmlReader::ReadMarkup()
     case Kind::Element:
         return ReadElement();
     case Kind::None:
+    default:
         Notice(XML_NOTICE_TRAILING_TEXT, pAt);
         return false;
     }
@@ -553,6 +555,7 @@ CXmlReader::Stop CXmlReader::ReadContent()
             bGoOn = PassComment();
             break;
         case Kind::Other:
+        default:
             bGoOn = PassOther();
             break;
         }
@@ -667,7 +670,7 @@ bool ReadAll(HANDLE hFile, char* pBuffer, std::size_t nSize)
     for (std::size_t nDone = 0; nDone < nSize;) {
         const std::size_t nLeft = nSize - nDone;
         DWORD nRead = 0;
-        const auto nWanted = static_cast<DWORD>(nLeft < CHUNK ? nLeft : CHUNK);
+        const auto nWanted = static_cast<DWORD>(std::min(nLeft, CHUNK));
         if (!::ReadFile(hFile, pBuffer + nDone, nWanted, &nRead, nullptr)) nRead = 0;
         if (nRead > nWanted) return false;
         nIdle = nRead ? 0 : nIdle + 1;

@@ -95,6 +95,20 @@ TEST(LiveIds, AShareChartHasItsPins)
     EXPECT_EQ(0, QELSetPin(dial, "a", 1, 1));
 }
 
+TEST(LiveIds, WhatIsNoShareChartHasNoPins)
+{
+    const CTextHost host("<rect id='box' crd='0 0 9 9'/><text id='word' crd='0 0 9 9'>#</text>"
+                         "<status id='lamp' stx='1'/><scale id='row' crd='0 0 50 9'/>"
+                         "<meter id='dial' mtype='round' crd='30 70 20 10 50 50 90'/>",
+                         100);
+    for (const char* pszId : {"box", "word", "lamp", "row", "dial"}) {
+        double fValue = 7.5;
+        EXPECT_EQ(0, QELSetPin(host, pszId, 1, 3)) << pszId;
+        EXPECT_EQ(0, QELGetPin(host, pszId, 1, &fValue)) << pszId;
+        EXPECT_EQ(7.5, fValue) << pszId;
+    }
+}
+
 TEST(LiveIds, TheValueOfAPinIsOneWhoeverSetItLast)
 {
     const CTextHost host(Meter(SECTOR, "mtid='0' id='a'"), SIDE);

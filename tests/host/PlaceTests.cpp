@@ -628,3 +628,26 @@ TEST(Places, OfNothingAreRefused)
     EXPECT_EQ(1, ptMapped.x);
     EXPECT_STREQ("before", szId);
 }
+
+TEST(Places, OfAnElementThatOutlivesItsDrawingAreNone)
+{
+    CTextHost host(Block("id='a'", "20 10 50 40"), 100);
+    const HQELELEM hElem = QELFindElem(host, "a");
+    ASSERT_EQ(1, QELMoveElem(host, hElem, nullptr, nullptr));
+    ASSERT_EQ(1, QELDeleteElem(host, QELGetRootElem(host)));
+    RECT rc{1, 2, 3, 4};
+    EXPECT_EQ(0, QELGetElemDrawRect(host, hElem, &rc));
+    EXPECT_EQ("0,0,0,0", RectText(rc));
+    POINT pt{30, 20};
+    EXPECT_EQ(0, QELElemToDevice(host, hElem, &pt));
+    EXPECT_EQ(0, QELDeviceToElem(host, hElem, &pt));
+    EXPECT_EQ(30, pt.x);
+    EXPECT_EQ(20, pt.y);
+    // It is an element still, with a record that is given and taken.
+    QELSHAPEATTR attr{};
+    EXPECT_EQ(1, QELGetElemAttr(host, hElem, &attr, nullptr));
+    attr.nGeometry[0] = 25;
+    EXPECT_EQ(1, QELSetElemAttr(host, hElem, &attr, sizeof attr));
+    ASSERT_EQ(1, QELGetElemRect(host, hElem, &rc));
+    EXPECT_EQ("25,10,50,40", RectText(rc));
+}

@@ -156,3 +156,16 @@ TEST(RenderBitmap, TakesTheFaceThatTheHostNames)
     EXPECT_EQ(0, QELSetFontFace(host, L"a name that is longer than any face may have"));
     EXPECT_EQ(0, QELSetFontFace(nullptr, L""));
 }
+
+TEST(RenderBitmap, TheNameOfAFaceHasThirtyOneCharactersAtMost)
+{
+    const CTextHost host(g_pszShapes, WIDTH);
+    std::vector<wchar_t> name(32, L'x');
+    name.push_back(0);
+    EXPECT_EQ(0, QELSetFontFace(host, name.data()));
+    EXPECT_EQ(1, QELSetFontFace(host, name.data() + 1));
+    Pixels pixels;
+    EXPECT_EQ(1, Render(host, &pixels)); // with another face where there is none of that name
+    EXPECT_EQ(1, QELSetFontFace(host, nullptr));
+    EXPECT_EQ(0, QELSetFontFace(nullptr, L""));
+}

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <string>
@@ -376,5 +378,127 @@ TEST(GdiFaults, GradientsComeWithoutABrushAndHatchesNotAtAll)
         EXPECT_EQ(nullptr, hBrush);
         EXPECT_NE(0, draft.GetDraftBrush(hBrush, nullptr, 1, 2));
         EXPECT_NE(nullptr, hBrush);
+    }
+}
+
+// ---- at a pixel scale, smooth, and into memory ----
+
+namespace {
+
+// Few elements, so that each call can fail in every way of drawing.
+constexpr const char* FEW =
+    "<qel width='40' height='30'><rect crd='2 3 20 25' lnwid='1' style='0x1' dr='7' fg='0xff'"
+    " bg='0xff00'/><polygon crd='9 9 30 9 20 28' lnwid='1' lnstyle='1'/><polyline lnwid='1'"
+    " crd='1 1 30 1 30 20 35 28'/><text id='t' crd='3 3 39 29'>#</text></qel>";
+constexpr SIZE PICTURE{40, 30};
+
+struct Way {
+    DWORD nPercent;
+    int nSamples;
+};
+constexpr Way g_ways[] = {{100, 0}, {200, 0}, {100, 4}, {200, 4}};
+
+void Prepare(CTestEngine* pEngine, const Way& way)
+{
+    ASSERT_TRUE(pEngine->Open(FEW));
+    EXPECT_EQ(1, QELSetPixelScale(*pEngine, way.nPercent));
+    EXPECT_EQ(1, QELSetSmooth(*pEngine, way.nSamples));
+    QELSetValue(*pEngine, "t", std::nan("")); // with a mark over it
+}
+
+std::vector<uint32_t> Rendered(HQELENGINE hEngine, int* pnResult)
+{
+    std::vector<uint32_t> pixels(static_cast<std::size_t>(PICTURE.cx * PICTURE.cy), 0xA5A5A5A5);
+    *pnResult = QELRenderBitmap(hEngine, pixels.data(), PICTURE.cx, PICTURE.cy, PICTURE.cx * 4, 0);
+    return pixels;
+}
+
+DWORD ErrorOf(HQELENGINE hEngine)
+{
+    QELERROR error{};
+    error.nSize = sizeof error;
+    EXPECT_EQ(1, QELGetError(hEngine, &error));
+    return error.nCode;
+}
+
+struct Fault {
+    void (*pfnFail)(int nNth);
+    int (*pfnCount)();
+};
+const Fault g_faults[] = {{gdi::FailCreation, gdi::Creations},
+                          {gdi::FailCreationsFrom, gdi::Creations},
+                          {gdi::FailCall, gdi::Calls}};
+
+// Calls an operation with each object and each call refused, until there are no more. The engine
+// that it had is handed to a look at what it does then.
+void FailEach(const Way& way, const std::function<void(HQELENGINE, HDC)>& operation,
+              const std::function<void(HQELENGINE)>& look)
+{
+    int nFaults = 0;
+    for (const Fault& fault : g_faults) {
+        bool bReached = true;
+        for (int n = 1; bReached && n < MOST_CREATIONS && !testing::Test::HasFailure(); ++n) {
+            SCOPED_TRACE(std::to_string(way.nPercent) + " " + std::to_string(way.nSamples) +
+                         ", fault " + std::to_string(&fault - g_faults) + " " + std::to_string(n));
+            const gdi::CLeakCheck leaks;
+            CTestEngine engine;
+            Prepare(&engine, way);
+            const CPaper paper;
+            fault.pfnFail(n);
+            operation(engine, paper);
+            bReached = fault.pfnCount() >= n;
+            fault.pfnFail(0);
+            look(engine);
+            ++nFaults;
+        }
+    }
+    EXPECT_LT(10, nFaults);
+}
+
+} // namespace
+
+TEST(GdiFaults, APictureInMemoryIsMadeOrRefusedForLackOfMemory)
+{
+    for (const Way& way : g_ways) {
+        CTestEngine undisturbed;
+        Prepare(&undisturbed, way);
+        int nResult = 0;
+        const std::vector<uint32_t> expected = Rendered(undisturbed, &nResult);
+        ASSERT_EQ(1, nResult);
+        int nRefused = 0;
+        FailEach(
+            way,
+            [&](HQELENGINE h, HDC) {
+                Rendered(h, &nResult);
+                nRefused += 1 - nResult;
+                if (!nResult) {
+                    EXPECT_EQ(DWORD{QEL_ERROR_MEMORY}, ErrorOf(h));
+                }
+            },
+            [&](HQELENGINE h) {
+                EXPECT_EQ(expected, Rendered(h, &nResult)) << "the picture after that";
+                EXPECT_EQ(1, nResult);
+            });
+        EXPECT_LT(0, nRefused);
+    }
+}
+
+TEST(GdiFaults, ADrawAtAScaleOrSmoothGoesOnWithoutOneObjectOrCall)
+{
+    for (const Way& way : g_ways) {
+        CTestEngine undisturbed;
+        Prepare(&undisturbed, way);
+        int nResult = 0;
+        const std::vector<uint32_t> expected = Rendered(undisturbed, &nResult);
+        FailEach(
+            way,
+            [](HQELENGINE h, HDC hdc) {
+                const RECT rc = DEVICE_RECT;
+                EXPECT_EQ(1, QELDraw(h, hdc, &rc, QEL_DRAW_FULL));
+            },
+            [&](HQELENGINE h) {
+                EXPECT_EQ(expected, Rendered(h, &nResult)) << "the picture after that";
+                EXPECT_EQ(1, nResult);
+            });
     }
 }
