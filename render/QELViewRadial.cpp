@@ -17,6 +17,7 @@ constexpr LONG CHEAP_CANVAS = 1 << 22; // pixels; up to here the whole is filled
 constexpr LONG LEAST_SIDE = 16;        // of an ellipse whose parts are told from the whole
 constexpr LONG MOST_FLAT = 4;          // times as long as high
 constexpr double MAYBE_ONE = 4;        // pixels between ends that may be one to the system
+constexpr int32_t FINER = 4;           // pixels, by which rays of another scale meet elsewhere
 constexpr LONG STRIP = 16;             // pixels to both sides of where a figure should end
 
 } // namespace
@@ -193,7 +194,7 @@ RECT CQELViewRadial::PaintedBox(const DeviceFigure& figure, bool bFace) const
     const Extent extent = ExtentOf(rc, ptStart, ptEnd, ReachesMiddle());
     return GrownRect({Whole(extent.fLeft), Whole(extent.fTop), Whole(extent.fRight) + 1,
                       Whole(extent.fBottom) + 1},
-                     PaintReach(figure, bFace) + (figure.px.Samples() > 1 ? figure.px(2) : 0));
+                     PaintReach(figure, bFace) + (figure.px.IsPlain() ? 0 : figure.px(FINER)));
 }
 
 // The arc, and for the filled figures the sides that close it.
