@@ -624,12 +624,12 @@ int QELAPI QELSetQELRect(HQELENGINE hEngine, const RECT* prc);
 int QELAPI QELSetPixelScale(HQELENGINE hEngine, DWORD nPercent);
 int QELAPI QELGetPixelScale(HQELENGINE hEngine, DWORD* pnPercent);
 
-/* Makes full draws and updates smooth: each pixel is the mean of nSamples by nSamples, 2, 3 or 4; 0,
- * from the start, draws plainly. Lines, arcs, needles, edges of regions and texts become smooth,
+/* Makes full draws and updates smooth: each pixel is the mean of nSamples by nSamples, 2, 3 or 4;
+ * 0, from the start, draws plainly. Lines, arcs, needles, edges of regions and texts become smooth,
  * over what stands on the surface; hatches, gradients and upright edges are as without. Metafiles,
  * printers and surfaces whose units are no pixels are drawn plainly, and so are partial redraws. It
- * takes up to 8 MB for samples, which it keeps until it is set to 0. It belongs to the engine as the
- * pixel scale does; a change makes everything dirty. Another number is refused. */
+ * takes up to 8 MB for samples, which it keeps until it is set to 0. It belongs to the engine as
+ * the pixel scale does; a change makes everything dirty. Another number is refused. */
 int QELAPI QELSetSmooth(HQELENGINE hEngine, int nSamples);
 int QELAPI QELGetSmooth(HQELENGINE hEngine);
 
