@@ -34,8 +34,8 @@ def ranges():
 def header():
     found = ["{%#x, %#x}" % tuple(pair) for pair in ranges()]
     lines = ["    " + ", ".join(found[n:n + ROW]) for n in range(0, len(found), ROW)]
-    return """// The characters that take two columns of a text: East Asian Width W and F of Unicode %s. Made by
-// scripts/wide_characters.py from python3's unicodedata; do not edit.
+    return """// The characters that take two columns of a text: East Asian Width W and F of Unicode %s. Made
+// by scripts/wide_characters.py from python3's unicodedata; do not edit.
 #pragma once
 
 #include <cstdint>
