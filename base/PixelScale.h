@@ -23,12 +23,7 @@ public:
     // So many pixels in device units: halves go up, and what is there stays at least a pixel.
     [[nodiscard]] constexpr int32_t operator()(int32_t n) const
     {
-        if (IsPlain()) return n;
-        const int64_t nHundredfold = int64_t{n} * m_nPercent + PLAIN_PERCENT / 2;
-        int64_t nScaled = nHundredfold / PLAIN_PERCENT;
-        if (nHundredfold % PLAIN_PERCENT < 0) --nScaled;
-        if (n > 0 && nScaled < 1) nScaled = 1;
-        return Held(nScaled * m_nSamples);
+        return IsPlain() ? n : Scaled(n);
     }
     // The other way, truncated: what a device length would be in pixels of the constants.
     [[nodiscard]] constexpr int32_t Unscaled(int32_t n) const
@@ -59,6 +54,7 @@ public:
     constexpr bool operator==(const CPixelScale&) const = default;
 
 private:
+    [[nodiscard]] int32_t Scaled(int32_t n) const; // apart: it is asked for in many places
     static constexpr int32_t Held(int64_t n)
     {
         if (n > INT32_MAX) return INT32_MAX;
