@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/PixelScale.h"
+#include "base/WrapMath.h"
 
 #include <windows.h>
 
@@ -30,7 +31,7 @@ RECT ShortBox(const RECT& rc, CPixelScale px);
 constexpr POINT StrokedPoint(POINT pt, int32_t nPixels, CPixelScale px)
 {
     const int32_t nShift = PenOffsetOf(nPixels, px).nShift;
-    return {pt.x + nShift, pt.y + nShift};
+    return {WrapAdd(pt.x, nShift), WrapAdd(pt.y, nShift)};
 }
 
 // A pen of nPixels, which comes to nWidth units. Null when there is none to be had.

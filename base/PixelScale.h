@@ -42,6 +42,10 @@ public:
     {
         return m_nSamples == 1 ? n : n / m_nSamples - (n % m_nSamples < 0 ? 1 : 0);
     }
+    [[nodiscard]] constexpr int32_t PixelUpTo(int32_t n) const // that it ends at most
+    {
+        return n / m_nSamples + (n % m_nSamples > 0 ? 1 : 0);
+    }
     [[nodiscard]] constexpr CPixelScale InPicture() const { return CPixelScale(m_nPercent); }
 
     [[nodiscard]] constexpr bool IsPlain() const

@@ -28,8 +28,8 @@ struct QelRect : RECT {
     // The pixels that a rectangle of samples is in.
     [[nodiscard]] constexpr RECT PixelsOf(const RECT& rc) const
     {
-        return {px.PixelOf(rc.left), px.PixelOf(rc.top), -px.PixelOf(-rc.right),
-                -px.PixelOf(-rc.bottom)};
+        return {px.PixelOf(rc.left), px.PixelOf(rc.top), px.PixelUpTo(rc.right),
+                px.PixelUpTo(rc.bottom)};
     }
     constexpr bool operator==(const QelRect& other) const
     {

@@ -27,11 +27,16 @@ int32_t Floor(int32_t n, int32_t nBy)
     return n / nBy - (n % nBy < 0 ? 1 : 0);
 }
 
+int32_t Ceil(int32_t n, int32_t nBy)
+{
+    return n / nBy + (n % nBy > 0 ? 1 : 0);
+}
+
 // The pixels that samples are in.
 RECT PixelsOf(const RECT& rc, int32_t nSamples)
 {
-    return {Floor(rc.left, nSamples), Floor(rc.top, nSamples), -Floor(-rc.right, nSamples),
-            -Floor(-rc.bottom, nSamples)};
+    return {Floor(rc.left, nSamples), Floor(rc.top, nSamples), Ceil(rc.right, nSamples),
+            Ceil(rc.bottom, nSamples)};
 }
 
 } // namespace
