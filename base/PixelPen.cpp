@@ -130,13 +130,15 @@ private:
     [[nodiscard]] POINT Moved(POINT pt) const
     {
         const int32_t nMiddle = m_nPixel / 2;
-        if (m_pt1.y == m_pt2.y) return {pt.x + (m_pt2.x < m_pt1.x ? m_nPixel : 0), pt.y + nMiddle};
-        if (m_pt1.x == m_pt2.x) return {pt.x + nMiddle, pt.y + (m_pt2.y < m_pt1.y ? m_nPixel : 0)};
+        if (m_pt1.y == m_pt2.y)
+            return {WrapAdd(pt.x, m_pt2.x < m_pt1.x ? m_nPixel : 0), WrapAdd(pt.y, nMiddle)};
+        if (m_pt1.x == m_pt2.x)
+            return {WrapAdd(pt.x, nMiddle), WrapAdd(pt.y, m_pt2.y < m_pt1.y ? m_nPixel : 0)};
         const int64_t nX = int64_t{m_pt2.x} - m_pt1.x;
         const int64_t nY = int64_t{m_pt2.y} - m_pt1.y;
         const int64_t nFarther = std::max(nX < 0 ? -nX : nX, nY < 0 ? -nY : nY);
-        return {static_cast<LONG>(pt.x + nMiddle - nX * nMiddle / nFarther),
-                static_cast<LONG>(pt.y + nMiddle - nY * nMiddle / nFarther)};
+        return {WrapAdd(pt.x, static_cast<LONG>(nMiddle - nX * nMiddle / nFarther)),
+                WrapAdd(pt.y, static_cast<LONG>(nMiddle - nY * nMiddle / nFarther))};
     }
 
     POINT m_pt1;
@@ -151,7 +153,7 @@ void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixel)
     if (nCount == 2) return last.Draw(hdc);
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n)
-        pts[n] = {pPoints[n].x + nPixel / 2, pPoints[n].y + nPixel / 2};
+        pts[n] = {WrapAdd(pPoints[n].x, nPixel / 2), WrapAdd(pPoints[n].y, nPixel / 2)};
     if (!last.IsNothing()) pts[nCount - 1] = last.End();
     ::Polyline(hdc, pts, nCount);
     if (IsBrokenNow(hdc)) return;
@@ -218,8 +220,8 @@ void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px
     ::Rectangle(hdc, box.left, box.top, box.right, box.bottom);
     if (!IsWholePixel(nPixels, px)) return;
     if (WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return;
-    const LONG nLastX = rc.right - px(1);
-    const LONG nLastY = rc.bottom - px(1);
+    const LONG nLastX = WrapSub(rc.right, px(1));
+    const LONG nLastY = WrapSub(rc.bottom, px(1));
     const POINT pts[] = {{rc.left, rc.top}, {nLastX, rc.top}, {nLastX, nLastY}, {rc.left, nLastY}};
     DrawUprightSides(hdc, pts, 4, px(1));
 }
