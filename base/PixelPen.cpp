@@ -114,17 +114,6 @@ void DrawPolyline(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
         ::Polyline(hdc, pPoints, nCount);
 }
 
-void DrawPolygon(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
-{
-    const CAreaStroke stroke(hdc, px);
-    const bool bAreas = stroke.Takes(pPoints, nCount, true);
-    {
-        const CSelectScope pen(hdc, bAreas ? ::GetStockObject(NULL_PEN) : nullptr);
-        ::Polygon(hdc, pPoints, nCount);
-    }
-    if (bAreas) stroke.DrawLines(pPoints, nCount, true);
-}
-
 // A line of square pixels from the first one to the last one, which is left out.
 class CPixelLine {
 public:
@@ -224,6 +213,29 @@ void DrawUprightSides(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
 
 } // namespace
 
+namespace {
+
+// What fill paints with the selected brush, and the outline by areas where they take it, else with
+// the selected pen.
+void DrawOutlined(HDC hdc, bool bAreas, const auto& fill, const auto& outline)
+{
+    {
+        const CSelectScope pen(hdc, bAreas ? ::GetStockObject(NULL_PEN) : nullptr);
+        fill();
+    }
+    if (bAreas) outline();
+}
+
+} // namespace
+
+void DrawStrokedPolygon(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    DrawOutlined(
+        hdc, stroke.Takes(pPoints, nCount, true), [&] { ::Polygon(hdc, pPoints, nCount); },
+        [&] { stroke.DrawLines(pPoints, nCount, true); });
+}
+
 void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
 {
     if (px.IsPlain() || nCount > MOST_POINTS) {
@@ -232,7 +244,7 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
     }
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
-    DrawPolygon(hdc, pts, nCount, px);
+    DrawStrokedPolygon(hdc, pts, nCount, px);
     if (IsWholePixel(nPixels, px)) DrawUprightSides(hdc, pPoints, nCount, px);
 }
 
@@ -251,15 +263,51 @@ void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px
 void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
 {
     const CAreaStroke stroke(hdc, px);
-    if (!stroke.TakesRing(rc)) {
-        ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
-        return;
-    }
-    {
-        const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
-        ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
-    }
-    stroke.DrawRing(rc);
+    DrawOutlined(
+        hdc, stroke.TakesCurve(rc), [&] { ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom); },
+        [&] { stroke.DrawRing(rc); });
+}
+
+void DrawPixelRoundRect(HDC hdc, const RECT& rc, SIZE corner, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    DrawOutlined(
+        hdc, stroke.TakesRoundRect(rc, corner),
+        [&] { ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy); },
+        [&] { stroke.DrawRoundRect(rc, corner); });
+}
+
+void DrawPixelArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    if (stroke.TakesCurve(rc))
+        stroke.DrawArc(rc, ptStart, ptEnd);
+    else
+        ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
+}
+
+void DrawPixelChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    DrawOutlined(
+        hdc, stroke.TakesCurve(rc),
+        [&] {
+            ::Chord(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x,
+                    ptEnd.y);
+        },
+        [&] { stroke.DrawChord(rc, ptStart, ptEnd); });
+}
+
+void DrawPixelPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    DrawOutlined(
+        hdc, stroke.TakesCurve(rc),
+        [&] {
+            ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x,
+                  ptEnd.y);
+        },
+        [&] { stroke.DrawPie(rc, ptStart, ptEnd); });
 }
 
 CCornerScope::CCornerScope(HDC hdc, bool bSquare) noexcept : m_hdc(hdc)

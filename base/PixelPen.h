@@ -57,8 +57,15 @@ constexpr BYTE TextQuality(CPixelScale px, DWORD nOwn)
 void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px);
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px);
 
-// What StrokedBox gives for the selected pen.
+// Of points that are StrokedPoint's for the selected pen.
+void DrawStrokedPolygon(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px);
+
+// Curves in what StrokedBox gives for the selected pen.
 void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px);
+void DrawPixelRoundRect(HDC hdc, const RECT& rc, SIZE corner, CPixelScale px);
+void DrawPixelArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px);
+void DrawPixelChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px);
+void DrawPixelPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px);
 
 // Square corners are whole, and pointed ones have no spikes: for figures that are drawn with a pen
 // of one pixel at another scale.

@@ -61,7 +61,7 @@ void ArcLine(HDC hdc, const RECT& rc, const RoundScale& round, int32_t nFrom, in
     const RECT box = StrokedBox(rc, 1, px);
     const POINT ptFrom = StrokedPoint(pt1, 1, px);
     const POINT ptTo = StrokedPoint(pt2, 1, px);
-    ::Arc(hdc, box.left, box.top, box.right, box.bottom, ptFrom.x, ptFrom.y, ptTo.x, ptTo.y);
+    DrawPixelArc(hdc, box, ptFrom, ptTo, px);
 }
 
 } // namespace
@@ -275,7 +275,7 @@ void CQELViewScale::DrawRoundMarks(HDC hdc, const RoundScale& round, CPixelScale
     const bool bDrawable = IsDrawableCurve(rc, px); // else there are the ticks alone
     if (bDrawable && !bArc) {
         const RECT box = StrokedBox(rc, 1, px);
-        ::Ellipse(hdc, box.left, box.top, box.right, box.bottom);
+        DrawPixelEllipse(hdc, box, px);
     } else if (bDrawable && n[5] != n[6]) {
         ArcLine(hdc, rc, round, n[5], n[6], px);
     }

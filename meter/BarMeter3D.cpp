@@ -1,6 +1,7 @@
 #include "meter/BarMeter3D.h"
 
 #include "base/DrawLimits.h"
+#include "base/PixelPen.h"
 #include "base/Rects.h"
 #include "base/WrapMath.h"
 #include "meter/BarFill.h"
@@ -117,7 +118,7 @@ void CBarBody::Ring(HDC hdc, const BarCylinder& cylinder, int32_t nLow) const
     const CSelectScope brush(hdc, ::GetStockObject(NULL_BRUSH));
     const RECT rc = m_column.Box(0, nLow, m_column.Across(), nLow + cylinder.nCap);
     const RECT box = StrokedBox(rc, 1, Px());
-    if (IsDrawableCurve(rc, Px())) ::Ellipse(hdc, box.left, box.top, box.right, box.bottom);
+    if (IsDrawableCurve(rc, Px())) DrawPixelEllipse(hdc, box, Px());
 }
 
 // The half of a cap's rim that faces the lower end: the upper half is behind the body.
@@ -132,9 +133,7 @@ void CBarBody::LowerArc(HDC hdc, const BarCylinder& cylinder, int32_t nLow) cons
     const POINT& ptFirst = bVertical ? pt1 : pt2;
     const POINT& ptLast = bVertical ? pt2 : pt1;
     const RECT box = StrokedBox(rc, 1, Px());
-    if (IsDrawableCurve(rc, Px()))
-        ::Arc(hdc, box.left, box.top, box.right, box.bottom, ptFirst.x, ptFirst.y, ptLast.x,
-              ptLast.y);
+    if (IsDrawableCurve(rc, Px())) DrawPixelArc(hdc, box, ptFirst, ptLast, Px());
 }
 
 void CBarBody::OutlineCylinder(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const

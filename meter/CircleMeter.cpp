@@ -1,5 +1,6 @@
 #include "meter/CircleMeter.h"
 
+#include "base/PixelPen.h"
 #include "meter/DialGeometry.h"
 #include "meter/DialScopes.h"
 
@@ -14,8 +15,8 @@ int CAnglePin::Draw(HDC hdc, POINT ptCentre, float fAngle) const
     const POINT ptNotch = at(m_nInner / 4, 0);
     const POINT tail[] = {at(m_nInner, 135), ptNotch, at(m_nInner, 225)};
     const POINT blade[] = {at(m_nInner, -45), at(m_nTip, 0), at(m_nInner, 45), ptNotch};
-    ::Polygon(hdc, tail, 3);
-    ::Polygon(hdc, blade, 4);
+    DrawStrokedPolygon(hdc, tail, 3, m_px);
+    DrawStrokedPolygon(hdc, blade, 4, m_px);
     return 1;
 }
 

@@ -1,6 +1,7 @@
 #include "meter/ClockMeter.h"
 
 #include "base/GdiScopes.h"
+#include "base/PixelPen.h"
 #include "include/QELEngine.h"
 #include "meter/DialComponents.h"
 #include "meter/DialGeometry.h"
@@ -100,7 +101,7 @@ private:
         if (!figure.IsReady()) return;
         const int32_t nHalf = AtLeast(Thousandths(m_nRadius, mark.nHalfWidth), m_px(1));
         const RECT rc = StrokedBox(Around(At(mark.nMiddle, fAngle), nHalf, nHalf), 1, m_px);
-        ::Ellipse(m_hdc, rc.left, rc.top, rc.right, rc.bottom);
+        DrawPixelEllipse(m_hdc, rc, m_px);
     }
 
     void DrawBar(const Mark& mark, bool bUpright, float fAngle) const

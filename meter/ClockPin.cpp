@@ -1,6 +1,7 @@
 #include "meter/ClockPin.h"
 
 #include "base/DegTrig.h"
+#include "base/PixelPen.h"
 #include "base/WrapMath.h"
 #include "meter/DialGeometry.h"
 #include "meter/DialScopes.h"
@@ -123,13 +124,13 @@ private:
     {
         POINT pts[COUNT];
         for (int n = 0; n < COUNT; ++n) pts[n] = StrokedPoint(points[n], nPixels, m_px);
-        ::Polygon(m_hdc, pts, COUNT);
+        DrawStrokedPolygon(m_hdc, pts, COUNT, m_px);
     }
 
     void Disc(int32_t nPixels) const
     {
         const RECT rc = StrokedBox(SquareAround(m_ptCentre, m_px(CENTRE_RADIUS)), nPixels, m_px);
-        ::Ellipse(m_hdc, rc.left, rc.top, rc.right, rc.bottom);
+        DrawPixelEllipse(m_hdc, rc, m_px);
     }
 
     HDC m_hdc;

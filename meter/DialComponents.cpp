@@ -86,7 +86,7 @@ int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStar
     if (fSweep < FULL_SWEEP && ptEnd.x == ptStart.x && ptEnd.y == ptStart.y) return 0;
     const CSelectScope pen(hdc, hPen);
     const RECT rc = StrokedSquare(ptCentre, nRadius, px);
-    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptEnd.x, ptEnd.y, ptStart.x, ptStart.y);
+    DrawPixelArc(hdc, rc, ptEnd, ptStart, px);
     return 1;
 }
 
@@ -109,8 +109,7 @@ int CScaleCentre::Draw(HDC hdc, POINT ptCentre) const
     if (m_nRadius <= 0 || !m_hBrush) return 0;
     const CSelectScope pen(hdc, m_hPen);
     const CSelectScope brush(hdc, m_hBrush);
-    const RECT rc = StrokedBox(SquareAround(ptCentre, m_nRadius), m_nPixels, m_px);
-    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    DrawPixelEllipse(hdc, StrokedBox(SquareAround(ptCentre, m_nRadius), m_nPixels, m_px), m_px);
     return 1;
 }
 

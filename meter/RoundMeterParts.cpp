@@ -1,5 +1,6 @@
 #include "meter/RoundMeterParts.h"
 
+#include "base/PixelPen.h"
 #include "base/Refusals.h"
 #include "base/WrapMath.h"
 #include "meter/DialComponents.h"
@@ -48,7 +49,7 @@ int DrawWedge(HDC hdc, POINT ptCentre, int32_t nRadius, float fAngle, const Tick
     const POINT wedge[] = {PolarPoint(ptBase, nHalf, fAngle + 90, px),
                            PolarPoint(ptBase, nHalf, fAngle - 90, px),
                            PolarPoint(ptCentre, Thousandths(nRadius, shape.nInner), fAngle, px)};
-    ::Polygon(hdc, wedge, 3);
+    DrawStrokedPolygon(hdc, wedge, 3, px);
     return 1;
 }
 
@@ -142,8 +143,7 @@ constexpr PinStyle g_pinStyles[ROUND_PIN_STYLES] = {
 
 void DrawHub(HDC hdc, POINT ptCentre, int32_t nHub, int32_t nPenWidth, CPixelScale px)
 {
-    const RECT rc = StrokedBox(SquareAround(ptCentre, nHub), nPenWidth, px);
-    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    DrawPixelEllipse(hdc, StrokedBox(SquareAround(ptCentre, nHub), nPenWidth, px), px);
 }
 
 } // namespace
@@ -163,10 +163,10 @@ int CRoundMeterPin::Draw(HDC hdc, POINT ptCentre, float fAngle, int32_t nStyle) 
         if (!figure.IsReady()) return 0;
         if (nStyle == DART_STYLE) {
             const POINT dart[] = {ptTip, pt1, ptMiddle, pt2};
-            ::Polygon(hdc, dart, 4);
+            DrawStrokedPolygon(hdc, dart, 4, m_px);
         } else {
             const POINT blade[] = {pt1, pt2, ptTip};
-            ::Polygon(hdc, blade, 3);
+            DrawStrokedPolygon(hdc, blade, 3, m_px);
         }
         if (!style.bBlackHub) DrawHub(hdc, ptCentre, nHub, style.nPenWidth, m_px);
     }

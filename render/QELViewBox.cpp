@@ -1,6 +1,7 @@
 #include "render/QELViewBox.h"
 
 #include "base/DrawLimits.h"
+#include "base/PixelPen.h"
 #include "base/Refusals.h"
 #include "render/Border3D.h"
 #include "render/Mapping.h"
@@ -158,7 +159,7 @@ void CQELViewRoundRect::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const
 {
     const RECT rc = DrawnBox(figure);
     const SIZE corner = CornerIn(rc, figure.px);
-    ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy);
+    DrawPixelRoundRect(hdc, rc, corner, figure.px);
 }
 
 // A corner that is larger than the box is half of it.

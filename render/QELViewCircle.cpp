@@ -1,6 +1,7 @@
 #include "render/QELViewCircle.h"
 
 #include "base/DrawLimits.h"
+#include "base/PixelPen.h"
 #include "base/Refusals.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"

@@ -265,18 +265,3 @@ bool CQELViewRadial::FindFilledBox(const DeviceFigure& figure, const RECT& rc, c
            (right.right < nRight || nRight == rc.right) &&
            (bottom.bottom < nBottom || nBottom == rc.bottom);
 }
-
-void CallArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd)
-{
-    ::Arc(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
-}
-
-void CallChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd)
-{
-    ::Chord(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
-}
-
-void CallPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd)
-{
-    ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, ptStart.x, ptStart.y, ptEnd.x, ptEnd.y);
-}

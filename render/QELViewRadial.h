@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/GdiScopes.h"
+#include "base/PixelPen.h"
 #include "render/QELViewShape.h"
 
 class CQELViewRadial : public CQELViewShape {
@@ -51,20 +52,17 @@ private:
 // What arc, chord and pie differ in.
 struct RadialRules {
     int32_t nType;
-    void (*pfnCall)(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
+    void (*pfnCall)(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px);
     bool bOutlineOnly;
     bool bStaysInside;
     bool bCollapsesToEdge;
     bool bReachesMiddle;
 };
 
-void CallArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
-void CallChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
-void CallPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd);
-
-inline constexpr RadialRules g_arcRules = {QEL_TYPE_ARC, CallArc, true, false, false, false};
-inline constexpr RadialRules g_chordRules = {QEL_TYPE_CHORD, CallChord, false, true, false, false};
-inline constexpr RadialRules g_pieRules = {QEL_TYPE_PIE, CallPie, false, true, true, true};
+inline constexpr RadialRules g_arcRules = {QEL_TYPE_ARC, DrawPixelArc, true, false, false, false};
+inline constexpr RadialRules g_chordRules = {QEL_TYPE_CHORD, DrawPixelChord, false,
+                                             true,           false,          false};
+inline constexpr RadialRules g_pieRules = {QEL_TYPE_PIE, DrawPixelPie, false, true, true, true};
 
 template <const RadialRules& RULES>
 class CQELViewRadialLeaf final
@@ -82,7 +80,7 @@ protected:
     {
         const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
         RULES.pfnCall(hdc, this->DrawnBox(figure), this->DrawnPoint(figure, 0),
-                      this->DrawnPoint(figure, 1));
+                      this->DrawnPoint(figure, 1), figure.px);
     }
     [[nodiscard]] bool IsOutlineOnly() const override { return RULES.bOutlineOnly; }
     [[nodiscard]] bool StaysInside() const override { return RULES.bStaysInside; }

@@ -185,8 +185,11 @@ TEST(PixelScale, OutlinesAreNearThePlainOnesEnlarged)
             for (const char* pszFill : {"0x0", "0x1"}) {
                 const bool bLines = pszShape[1] == 'l' || pszShape[5] == 'l' || pszShape[1] == 'a';
                 if (nWidth == 0 && (pszFill[2] == '0' || bLines)) continue;
-                // GDI goes for the rays of a small ellipse in whole pixels.
-                EXPECT_EQ("", UnlikePlain(pszShape + Pen(nWidth, 0, pszFill) + "/>", 8));
+                // GDI goes for the rays of a small ellipse in whole pixels. At the plain scale its
+                // wide pens stand out where an arc and a line meet.
+                const bool bMeets = pszShape[1] == 'c' || pszShape[1] == 'p';
+                const int nFar = bMeets && nWidth > 1 ? 12 : 8;
+                EXPECT_EQ("", UnlikePlain(pszShape + Pen(nWidth, 0, pszFill) + "/>", nFar));
             }
 }
 
