@@ -80,7 +80,8 @@ int CQELEngine::DrawSmooth(HDC hdc, uint32_t nFlags)
     if (!pRoot || !FindPaintedRect(pRoot, pRoot, PaintRect(), &rc)) return 0;
     if (!CanBeSmooth(hdc, rc, &rcShown)) return 0;
     CViewPainter painter(m_view, PaintRect(), nFlags);
-    return m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter);
+    return m_bands.Paint(hdc, rcShown, {WidthOf(m_rcDraw), HeightOf(m_rcDraw)}, m_nSmooth,
+                         &painter);
 }
 
 int CQELEngine::RenderBitmap(void* pBits, SIZE size, int32_t nStride, uint32_t nFlags)
