@@ -12,6 +12,8 @@ if [ $# -gt 1 ] || { [ $# = 1 ] && [ "$1" != --quick ]; }; then
   exit 2
 fi
 quick=${1:-}
+turns=31
+[ -z "$quick" ] || turns=11
 
 qel_need_bench_tools
 qel_install && qel_make_prefix || exit 2
@@ -57,6 +59,17 @@ render_ratio() {
   printf '%s\n' "${ratios[@]}" | sort -n | sed -n 5p
 }
 
+# Both take turns in one run: the engine in a process of Wine's, the other one in a native process. What it
+# draws is written by the engine's side.
+against_svg() {
+  # shellcheck disable=SC2046
+  g++ -O2 -fPIC -std=c++17 $(pkg-config --cflags Qt5Svg) "$QEL_ROOT/bench/qt/SvgDraws.cpp" -o qel_bench_svg \
+    $(pkg-config --libs Qt5Svg) || return 1
+  "${QEL_WINE[@]}" qel_bench.exe --svg qel_bench_scene.svg </dev/null || return 1
+  QT_QPA_PLATFORM=offscreen python3 "$QEL_ROOT/bench/qt/turns.py" "$turns" 3 qel_bench.raw \
+    "${QEL_WINE[@]}" qel_bench.exe --draws -- ./qel_bench_svg qel_bench_scene.svg 1000 750
+}
+
 for preset in "${presets[@]}"; do
   echo "== $preset"
   printf '%-58s | %11s | %11s | %8s | %7s | %7s |\n' 'measured' 'figure' 'floor' 'ratio' 'noise' 'bar'
@@ -70,6 +83,7 @@ for preset in "${presets[@]}"; do
   fi
   "$QEL_ROOT/bench/empty_library.sh" "$preset" QELEngine.dll qel_bench_empty.dll &&
     "${QEL_WINE[@]}" qel_bench_load.exe QELEngine.dll qel_bench_empty.dll 1.3 </dev/null || missed=1
+  [ "$preset" = i686 ] || against_svg || missed=1
   if [ "$preset" = i686 ]; then
     "${QEL_WINE[@]}" qel_bench.exe --make 1000 </dev/null
     ratio=$(render_ratio) || ratio=$UNKNOWN
@@ -77,7 +91,8 @@ for preset in "${presets[@]}"; do
     "$preset-w64-mingw32-strip" -o qel_bench_stripped.dll QELEngine.dll
     bar 'size of the DLL, stripped' "$(($(stat -c %s qel_bench_stripped.dll) / 1024))" 440 KB
   fi
-  rm -f qel_bench_in.qel qel_bench_out.qel qel_bench_empty.dll qel_bench_stripped.dll qel_bench*.png
+  rm -f qel_bench_in.qel qel_bench_out.qel qel_bench_empty.dll qel_bench_stripped.dll qel_bench*.png \
+    qel_bench_scene.svg qel_bench_svg qel_bench.raw
   cd "$QEL_ROOT" || exit 2
 done
 [ $missed = 0 ] && echo 'bench: all bars held' || echo 'bench: bars were MISSED'

@@ -4,7 +4,8 @@
 #include "bench/Memory.h"
 #include "bench/Replay.h"
 #include "bench/Scene.h"
-#include "bench/Turns.h"
+#include "bench/Session.h"
+#include "bench/Smooth.h"
 #include "tools/qel/Canvas.h"
 
 #include <rapidxml/rapidxml.hpp>
@@ -23,56 +24,8 @@
 
 namespace {
 
-constexpr const char* PATH_IN = "qel_bench_in.qel";
 constexpr const char* PATH_OUT = "qel_bench_out.qel";
-constexpr RECT DEVICE{0, 0, SCENE_SIZE.cx, SCENE_SIZE.cy};
 constexpr bool IS_32 = sizeof(void*) == 4;
-
-bool g_bQuick = false;
-CTable g_table;
-
-[[noreturn]] void Die(const char* pszWhat)
-{
-    std::printf("the measurement cannot go on: %s\n", pszWhat);
-    std::exit(2);
-}
-
-void WriteFileBytes(const std::string& text)
-{
-    std::FILE* pFile = std::fopen(PATH_IN, "wb");
-    if (!pFile || std::fwrite(text.data(), 1, text.size(), pFile) != text.size() ||
-        std::fclose(pFile) != 0)
-        Die("no file could be written");
-}
-
-class CEngine {
-public:
-    CEngine() : m_h(CreateQELEngine())
-    {
-        if (!m_h) Die("no engine");
-    }
-    ~CEngine() { DestroyQELEngine(m_h); }
-    CEngine(const CEngine&) = delete;
-    CEngine& operator=(const CEngine&) = delete;
-    operator HQELENGINE() const { return m_h; }
-    void Open() const
-    {
-        if (!QELOpenFile(m_h, PATH_IN)) Die("the drawing could not be opened");
-    }
-    void OpenShown(const std::string& text) const
-    {
-        WriteFileBytes(text);
-        Open();
-        QELSetQELRect(m_h, &DEVICE);
-    }
-    void Draw(HDC hdc, DWORD nFlags) const
-    {
-        if (!QELDraw(m_h, hdc, &DEVICE, nFlags)) Die("the drawing could not be drawn");
-    }
-
-private:
-    HQELENGINE m_h;
-};
 
 // The plain reading of the file, which is no part of what is compared: into memory of its own, as
 // the engine reads it. The bytes that the peer parses stand in memory that was touched before its
@@ -106,12 +59,6 @@ double ParseByPeer(const std::string& text)
     copy.push_back(0);
     rapidxml::xml_document<> document;
     return TimeOf([&] { document.parse<0>(copy.data()); });
-}
-
-int TurnsFor(int nCount)
-{
-    const int n = nCount >= 1000000 ? 5 : nCount >= 100000 ? 9 : 31;
-    return g_bQuick ? (n + 2) / 3 : n;
 }
 
 double g_fOpenSmall = 0; // ns an element
@@ -421,15 +368,6 @@ std::vector<Shape> ShapesAt(const CEngine& engine, const char* pszId,
     return met;
 }
 
-double TimeOfUpdate(const CEngine& engine, HDC hdc, const char* pszId)
-{
-    static int g_nValue = 0;
-    if (!QELSetValue(engine, pszId, ++g_nValue % 11)) Die("a value was refused");
-    return TimeOf([&] {
-        if (!QELUpdate(engine, hdc, nullptr)) Die("nothing was updated");
-    });
-}
-
 constexpr const char* DIAL = "m500";
 
 RECT PlaceOf(HQELENGINE hEngine, const char* pszId)
@@ -675,13 +613,24 @@ struct Measurement {
 };
 
 constexpr Measurement g_measurements[] = {
-    {"open", MeasureOpenings},     {"nesting", MeasureNesting},
-    {"memory", MeasureMemory},     {"save", MeasureSaving},
-    {"draw", MeasureDrawings},     {"clip", MeasureClipping},
-    {"gradient", MeasureGradient}, {"partial", MeasurePartial},
-    {"set", MeasureSettings},      {"allocations", MeasureAllocations},
-    {"values", MeasureValues},     {"dials", MeasureDials},
+    {"open", MeasureOpenings},
+    {"nesting", MeasureNesting},
+    {"memory", MeasureMemory},
+    {"save", MeasureSaving},
+    {"draw", MeasureDrawings},
+    {"clip", MeasureClipping},
+    {"gradient", MeasureGradient},
+    {"partial", MeasurePartial},
+    {"set", MeasureSettings},
+    {"allocations", MeasureAllocations},
+    {"values", MeasureValues},
+    {"dials", MeasureDials},
     {"updates", MeasureUpdates},
+    {"smooth", MeasureSmoothDrawing},
+    {"smooth-update", MeasureSmoothUpdate},
+    {"scale", MeasurePixelScale},
+    {"pictures", MeasurePictures},
+    {"smooth-memory", MeasureSmoothMemory},
 };
 
 const Measurement* LookupMeasurement(std::string_view name)
@@ -700,8 +649,9 @@ int CountOf(std::string_view text)
 
 } // namespace
 
-// qel_bench [--quick] [NAME...] | --make COUNT | --open. Names choose measurements. --make writes
-// the drawing that --open opens, in a process of its own whose peak the caller sees.
+// qel_bench [--quick] [NAME...] | --make COUNT | --open | --svg FILE | --draws. Names choose
+// measurements. --make writes the drawing that --open opens, in a process of its own whose peak the
+// caller sees; the last two are for turns with another program.
 int main(int nArgs, char** ppszArgs)
 {
     const std::string arg = nArgs > 1 ? ppszArgs[1] : "";
@@ -714,6 +664,8 @@ int main(int nArgs, char** ppszArgs)
         WriteFileBytes(SceneText(MakeScene(SceneKind::Mixed, CountOf(ppszArgs[2]))));
         return 0;
     }
+    if (arg == "--svg" && nArgs > 2) return WriteSvg(ppszArgs[2]);
+    if (arg == "--draws") return DrawByLine();
     g_bQuick = arg == "--quick";
     const std::span<char*> names(ppszArgs + 1 + g_bQuick, ppszArgs + nArgs);
     for (const char* pszName : names)

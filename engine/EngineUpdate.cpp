@@ -111,7 +111,7 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     CDirtyPainter painter(*this, clip.Painted());
     RECT rcShown{};
     if (!m_nSmooth || !CanBeSmooth(hdc, rcPainted, &rcShown) ||
-        !m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter))
+        !m_bands.Paint(hdc, rcShown, {WidthOf(m_rcDraw), HeightOf(m_rcDraw)}, m_nSmooth, &painter))
         PaintDirty(hdc, m_rcDraw, clip.Painted(), rcPainted);
     const bool bWhole = !dirty.HasMissed() && CountRefusals() == nRefused;
     return bWhole ? clip.TakeBack(&dirty) : 0;

@@ -111,6 +111,12 @@ uint32_t GroupsOf(uint32_t nCount, uint32_t nFan)
 
 void CPlaces::Forget()
 {
+    ForgetIndex();
+    m_pictureChanges = {};
+}
+
+void CPlaces::ForgetIndex()
+{
     std::free(m_pElms);
     m_pElms = nullptr;
     m_nCount = 0;
@@ -125,7 +131,7 @@ int CPlaces::Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const QelRect& rcQel
     }
     const bool bHolds = m_pElms && m_changes == pRoot->Changes();
     if (bHolds && m_rcQel == rcQel) return 1;
-    Forget();
+    ForgetIndex();
     m_changes = pRoot->Changes();
     m_rcQel = rcQel;
     uint32_t nCount = 0;
@@ -137,11 +143,24 @@ int CPlaces::Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const QelRect& rcQel
         if (m_nCount < nCount) m_pElms[m_nCount++] = elm;
     });
     if (!SortByPlace()) {
-        Forget();
+        ForgetIndex();
         return 0;
     }
     MakeNodes();
     return 1;
+}
+
+bool CPlaces::FindPicture(const CQELViewElm* pRoot, const QelRect& rcQel, RECT* prcOut)
+{
+    const CQELViewElm::ChangeStamp changes = pRoot->Changes();
+    if (changes.IsNone() || m_pictureChanges != changes || !(m_rcPictureQel == rcQel)) {
+        ::SetRectEmpty(&m_rcPicture);
+        FindPaintedRect(pRoot, pRoot, rcQel, &m_rcPicture);
+        m_rcPictureQel = rcQel;
+        m_pictureChanges = changes;
+    }
+    *prcOut = m_rcPicture;
+    return !::IsRectEmpty(prcOut);
 }
 
 int CPlaces::TakeBlock(uint32_t nCount)

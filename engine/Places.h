@@ -28,6 +28,9 @@ public:
     // Makes the index unless it holds still. pDocRoot: null where there is no document. 0 without
     // memory: then nothing is found.
     int Make(CQELViewElm* pRoot, CQELDocElm* pDocRoot, const QelRect& rcQel);
+    // What the whole drawing paints on at most, in pixels: asked of all elements and kept, with or
+    // without the index. False where nothing is painted.
+    bool FindPicture(const CQELViewElm* pRoot, const QelRect& rcQel, RECT* prcOut);
 
     // The elements by number, in the order in which they are drawn; a meter after its face.
     [[nodiscard]] uint32_t Count() const { return m_nCount; }
@@ -54,6 +57,7 @@ private:
     static constexpr uint32_t FAN = 8;
     static constexpr int MOST_LEVELS = 12; // 8 to that power are more than 32 bits count
 
+    void ForgetIndex();
     int TakeBlock(uint32_t nCount);
     bool SortByPlace();
     void MakeNodes();
@@ -72,4 +76,7 @@ private:
     Level m_levels[MOST_LEVELS] = {};
     QelRect m_rcQel; // what it holds for
     CQELViewElm::ChangeStamp m_changes;
+    RECT m_rcPicture{0, 0, 0, 0};
+    QelRect m_rcPictureQel;                    // what it holds for
+    CQELViewElm::ChangeStamp m_pictureChanges; // none: it is not known
 };

@@ -6,7 +6,6 @@
 #include "base/Rects.h"
 #include "base/Shown.h"
 #include "engine/QELEngine.h"
-#include "render/PaintedPlace.h"
 
 #include <cstring>
 
@@ -77,10 +76,11 @@ int CQELEngine::DrawSmooth(HDC hdc, uint32_t nFlags)
     RECT rc{};
     RECT rcShown{};
     CQELViewElm* pRoot = m_view.Root();
-    if (!pRoot || !FindPaintedRect(pRoot, pRoot, PaintRect(), &rc)) return 0;
+    if (!pRoot || !m_places.FindPicture(pRoot, PaintRect(), &rc)) return 0;
     if (!CanBeSmooth(hdc, rc, &rcShown)) return 0;
     CViewPainter painter(m_view, PaintRect(), nFlags);
-    return m_bands.Paint(hdc, rcShown, WidthOf(m_rcDraw), m_nSmooth, &painter);
+    return m_bands.Paint(hdc, rcShown, {WidthOf(m_rcDraw), HeightOf(m_rcDraw)}, m_nSmooth,
+                         &painter);
 }
 
 int CQELEngine::RenderBitmap(void* pBits, SIZE size, int32_t nStride, uint32_t nFlags)

@@ -1,6 +1,5 @@
 #include "render/SmoothBands.h"
 
-#include "base/Block.h"
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
 
@@ -10,6 +9,7 @@
 namespace {
 
 constexpr int32_t MAX_TILE_BYTES = 8 << 20; // of samples
+constexpr int32_t LEAST_SIDE = 64; // what a narrow picture paints beside itself takes few tiles
 constexpr uint32_t EVERY_OTHER_BYTE = 0x00FF00FF;
 constexpr uint32_t COLOR_BYTES = 0x00FFFFFF;
 constexpr uint32_t BLACK = 0;
@@ -104,19 +104,65 @@ SIZE SizeOf(const RECT& rc)
     return {rc.right - rc.left, rc.bottom - rc.top};
 }
 
-// The mean of the samples of a pixel: of four channels at once, two by two in one number.
-uint32_t MeanOf(const uint32_t* pSamples, int32_t nStride, int32_t nSamples)
+// The mean of the samples of a pixel, each byte by itself, two bytes in one number.
+template <uint32_t N>
+uint32_t MeanOf(const uint32_t* pSamples, int32_t nStride)
 {
+    constexpr uint32_t COUNT = N * N;
     uint32_t nLow = 0;
     uint32_t nHigh = 0;
-    for (int32_t y = 0; y < nSamples; ++y, pSamples += nStride)
-        for (int32_t x = 0; x < nSamples; ++x) {
+    for (uint32_t y = 0; y < N; ++y, pSamples += nStride)
+        for (uint32_t x = 0; x < N; ++x) {
             nLow += pSamples[x] & EVERY_OTHER_BYTE;
             nHigh += pSamples[x] >> 8 & EVERY_OTHER_BYTE;
         }
-    const auto nCount = static_cast<uint32_t>(nSamples * nSamples);
-    const auto mean = [nCount](uint32_t nSum) { return (nSum + nCount / 2) / nCount; };
+    const auto mean = [](uint32_t nSum) { return (nSum + COUNT / 2) / COUNT; };
     return mean(nLow & 0xFFFF) | mean(nHigh & 0xFFFF) << 8 | mean(nLow >> 16) << 16;
+}
+
+// The inside of figures and what nothing covers has samples of one colour alone, which are told
+// sooner than added up.
+template <uint32_t N>
+bool IsUniform(const uint32_t* pSamples, int32_t nStride)
+{
+    const uint32_t nFirst = *pSamples;
+    for (uint32_t y = 0; y < N; ++y, pSamples += nStride) {
+        uint32_t nOther = 0;
+        for (uint32_t x = 0; x < N; ++x) nOther |= pSamples[x] ^ nFirst;
+        if (nOther) return false;
+    }
+    return true;
+}
+
+// The number of samples is known to the compiler: what is divided by it are three colours of every
+// pixel.
+template <uint32_t N>
+void AverageRow(const uint32_t* pFrom, int32_t nStride, uint32_t* pTo, int32_t nWidth)
+{
+    for (int32_t x = 0; x < nWidth; ++x, pFrom += N)
+        pTo[x] = IsUniform<N>(pFrom, nStride) ? *pFrom & COLOR_BYTES : MeanOf<N>(pFrom, nStride);
+}
+
+using RowAverage = void (*)(const uint32_t* pFrom, int32_t nStride, uint32_t* pTo, int32_t nWidth);
+
+RowAverage AverageFor(int32_t nSamples)
+{
+    constexpr RowAverage AVERAGES[] = {AverageRow<1>, AverageRow<2>, AverageRow<3>, AverageRow<4>};
+    return AVERAGES[nSamples - 1];
+}
+
+template <uint32_t N>
+void ExpandRow(const uint32_t* pFrom, uint32_t* pTo, int32_t nWidth)
+{
+    for (int32_t x = 0; x < nWidth; ++x, pTo += N) std::fill_n(pTo, N, pFrom[x]);
+}
+
+using RowExpansion = void (*)(const uint32_t* pFrom, uint32_t* pTo, int32_t nWidth);
+
+RowExpansion ExpansionFor(int32_t nSamples)
+{
+    constexpr RowExpansion EXPANSIONS[] = {ExpandRow<1>, ExpandRow<2>, ExpandRow<3>, ExpandRow<4>};
+    return EXPANSIONS[nSamples - 1];
 }
 
 // From a pixel over black and the same over white: what both have in common is painted.
@@ -129,6 +175,13 @@ uint32_t WithAlpha(uint32_t nOnBlack, uint32_t nOnWhite)
         nLeast = std::min(nLeast, nWhite > nBlack ? nWhite - nBlack : 0);
     }
     return (nOnBlack & COLOR_BYTES) | (0xFF - nLeast) << 24;
+}
+
+void AddAlpha(uint32_t* pOnBlack, const uint32_t* pOnWhite, int32_t nWidth)
+{
+    for (int32_t x = 0; x < nWidth; ++x)
+        pOnBlack[x] = pOnBlack[x] == pOnWhite[x] ? pOnBlack[x] | ~COLOR_BYTES
+                                                 : WithAlpha(pOnBlack[x], pOnWhite[x]);
 }
 
 } // namespace
@@ -176,16 +229,22 @@ void CSmoothBands::Drop()
     m_nSamples = 0;
 }
 
-int CSmoothBands::Prepare(int32_t nWidth, int32_t nSamples)
+int CSmoothBands::Prepare(SIZE picture, int32_t nSamples)
 {
     const int32_t nPixels =
         MAX_TILE_BYTES / (nSamples * nSamples * static_cast<int32_t>(sizeof(uint32_t)));
-    const int32_t nAcross = std::clamp(nWidth, int32_t{1}, nPixels);
-    m_tile = {nAcross, nPixels / nAcross};
+    const auto nAcross = std::clamp<int32_t>(picture.cx, LEAST_SIDE, nPixels / LEAST_SIDE);
+    m_tile = {nAcross, std::clamp<int32_t>(picture.cy, LEAST_SIDE, nPixels / nAcross)};
     m_nSamples = nSamples;
     if (m_fine.Make({m_tile.cx * nSamples, m_tile.cy * nSamples}) && m_plain.Make(m_tile)) return 1;
     Drop();
     return 0;
+}
+
+// The first row of samples of a row of pixels.
+uint32_t* CSmoothBands::FineRow(int32_t y) const
+{
+    return m_fine.Bits() + y * m_nSamples * m_fine.Stride();
 }
 
 void CSmoothBands::TakeSurface(HDC hdc, const RECT& rcTile)
@@ -199,13 +258,11 @@ void CSmoothBands::TakeSurface(HDC hdc, const RECT& rcTile)
 // Each pixel as many times as it has samples.
 void CSmoothBands::Expand(SIZE size)
 {
+    const RowExpansion pfnExpand = ExpansionFor(m_nSamples);
     const auto nBytes = static_cast<std::size_t>(size.cx * m_nSamples) * sizeof(uint32_t);
     for (int32_t y = 0; y < size.cy; ++y) {
-        const uint32_t* pFrom = m_plain.Bits() + y * m_plain.Stride();
-        uint32_t* const pRow = m_fine.Bits() + y * m_nSamples * m_fine.Stride();
-        uint32_t* pTo = pRow;
-        for (int32_t x = 0; x < size.cx; ++x)
-            for (int32_t n = 0; n < m_nSamples; ++n) *pTo++ = pFrom[x];
+        uint32_t* const pRow = FineRow(y);
+        pfnExpand(m_plain.Bits() + y * m_plain.Stride(), pRow, size.cx);
         for (int32_t n = 1; n < m_nSamples; ++n)
             std::memcpy(pRow + n * m_fine.Stride(), pRow, nBytes);
     }
@@ -214,12 +271,9 @@ void CSmoothBands::Expand(SIZE size)
 void CSmoothBands::Average(SIZE size)
 {
     ::GdiFlush();
-    for (int32_t y = 0; y < size.cy; ++y) {
-        uint32_t* pTo = m_plain.Bits() + y * m_plain.Stride();
-        const uint32_t* pFrom = m_fine.Bits() + y * m_nSamples * m_fine.Stride();
-        for (int32_t x = 0; x < size.cx; ++x, pFrom += m_nSamples)
-            pTo[x] = MeanOf(pFrom, m_fine.Stride(), m_nSamples);
-    }
+    const RowAverage pfnAverage = AverageFor(m_nSamples);
+    for (int32_t y = 0; y < size.cy; ++y)
+        pfnAverage(FineRow(y), m_fine.Stride(), m_plain.Bits() + y * m_plain.Stride(), size.cx);
 }
 
 void CSmoothBands::FillGround(SIZE size, uint32_t nPixel)
@@ -230,10 +284,10 @@ void CSmoothBands::FillGround(SIZE size, uint32_t nPixel)
 }
 
 // The colours that the last tile leaves set are those that the surface would have now.
-int CSmoothBands::Paint(HDC hdc, const RECT& rc, int32_t nWidth, int32_t nSamples,
+int CSmoothBands::Paint(HDC hdc, const RECT& rc, SIZE picture, int32_t nSamples,
                         CTilePainter* pPainter)
 {
-    if (!Prepare(nWidth, nSamples)) return 0;
+    if (!Prepare(picture, nSamples)) return 0;
     const POINT ptPattern = PatternOrigin(hdc);
     COLORREF clrText = ::GetTextColor(hdc);
     COLORREF clrBack = ::GetBkColor(hdc);
@@ -256,36 +310,41 @@ int CSmoothBands::Paint(HDC hdc, const RECT& rc, int32_t nWidth, int32_t nSample
     return 1;
 }
 
+// What is painted of a tile on that ground, as the pixels of the tile.
+void CSmoothBands::PaintOnGround(const RECT& rcTile, uint32_t nGround, HFONT hFont, bool bLast,
+                                 CTilePainter* pPainter)
+{
+    FillGround(SizeOf(rcTile), nGround);
+    {
+        const CTileScope scope(m_fine.Dc(), rcTile, {0, 0}, m_nSamples);
+        const CSelectScope font(m_fine.Dc(), hFont);
+        pPainter->Paint(m_fine.Dc(), rcTile, bLast);
+    }
+    ::GdiFlush();
+}
+
+// What is painted on black waits in the host's memory for the same on white.
 int CSmoothBands::Render(void* pBits, SIZE size, int32_t nStride, int32_t nSamples, HFONT hFont,
                          CTilePainter* pPainter)
 {
-    if (!Prepare(size.cx, nSamples)) return 0;
-    const CBlock onBlack(static_cast<uint64_t>(m_tile.cx) * static_cast<uint64_t>(m_tile.cy) *
-                         sizeof(uint32_t));
-    if (!onBlack.As<uint32_t>()) return 0;
+    if (!Prepare(size, nSamples)) return 0;
+    const RowAverage pfnAverage = AverageFor(nSamples);
     for (CTiles tiles({0, 0, size.cx, size.cy}, m_tile); tiles.IsThere(); tiles.Next()) {
         const RECT& rcTile = tiles.Now();
         const SIZE tile = SizeOf(rcTile);
-        for (const uint32_t nGround : {BLACK, WHITE}) {
-            FillGround(tile, nGround);
-            {
-                const CTileScope scope(m_fine.Dc(), rcTile, {0, 0}, nSamples);
-                const CSelectScope font(m_fine.Dc(), hFont);
-                pPainter->Paint(m_fine.Dc(), rcTile, tiles.IsLast() && nGround == WHITE);
-            }
-            Average(tile);
-            if (nGround == BLACK)
-                std::memcpy(onBlack.As<uint32_t>(), m_plain.Bits(),
-                            static_cast<std::size_t>(m_tile.cx * tile.cy) * sizeof(uint32_t));
-        }
+        const auto rowAt = [&](int32_t y) {
+            return reinterpret_cast<uint32_t*>(static_cast<unsigned char*>(pBits) +
+                                               static_cast<std::ptrdiff_t>(rcTile.top + y) *
+                                                   nStride) +
+                   rcTile.left;
+        };
+        PaintOnGround(rcTile, BLACK, hFont, false, pPainter);
+        for (int32_t y = 0; y < tile.cy; ++y)
+            pfnAverage(FineRow(y), m_fine.Stride(), rowAt(y), tile.cx);
+        PaintOnGround(rcTile, WHITE, hFont, tiles.IsLast(), pPainter);
         for (int32_t y = 0; y < tile.cy; ++y) {
-            auto* pTo =
-                reinterpret_cast<uint32_t*>(static_cast<unsigned char*>(pBits) +
-                                            static_cast<std::ptrdiff_t>(rcTile.top + y) * nStride) +
-                rcTile.left;
-            for (int32_t x = 0; x < tile.cx; ++x)
-                pTo[x] = WithAlpha(onBlack.As<uint32_t>()[y * m_tile.cx + x],
-                                   m_plain.Bits()[y * m_plain.Stride() + x]);
+            pfnAverage(FineRow(y), m_fine.Stride(), m_plain.Bits(), tile.cx);
+            AddAlpha(rowAt(y), m_plain.Bits(), tile.cx);
         }
     }
     return 1;

@@ -43,9 +43,10 @@ public:
     CSmoothBands(const CSmoothBands&) = delete;
     CSmoothBands& operator=(const CSmoothBands&) = delete;
 
-    // Paints rc, in the units of hdc, over what stands there. nWidth: of the whole picture; tiles
-    // are kept for as long as that and the samples stay. 0 without memory: then nothing is painted.
-    int Paint(HDC hdc, const RECT& rc, int32_t nWidth, int32_t nSamples, CTilePainter* pPainter);
+    // Paints rc, in the units of hdc, over what stands there. picture: how large all of it is;
+    // tiles are kept for as long as that and the samples stay. 0 without memory: then nothing is
+    // painted.
+    int Paint(HDC hdc, const RECT& rc, SIZE picture, int32_t nSamples, CTilePainter* pPainter);
     // Paints a picture of that size into rows of nStride bytes from the top: colours that are
     // multiplied by the last byte of four, which is how much of the pixel is painted. hFont: what
     // texts go by.
@@ -54,11 +55,14 @@ public:
     void Drop();
 
 private:
-    int Prepare(int32_t nWidth, int32_t nSamples);
+    int Prepare(SIZE picture, int32_t nSamples);
+    [[nodiscard]] uint32_t* FineRow(int32_t y) const;
     void TakeSurface(HDC hdc, const RECT& rcTile);
     void Expand(SIZE size);
     void Average(SIZE size);
     void FillGround(SIZE size, uint32_t nPixel);
+    void PaintOnGround(const RECT& rcTile, uint32_t nGround, HFONT hFont, bool bLast,
+                       CTilePainter* pPainter);
 
     CTileCanvas m_fine;  // samples
     CTileCanvas m_plain; // pixels

@@ -3,7 +3,7 @@
 # `qel render`; checks the declarations of scripts/bindings with the compilers and runtimes they are for.
 # C, C++ and Pascal run under Wine, in both word sizes, and the samples with a window on a display of their
 # own. There is no .NET and no Python for Windows here: these two run on Linux against a stand-in of the DLL
-# that records what arrives.
+# that records what arrives. The window of Qt is a Linux program whose pictures come from Wine.
 # QEL_BUILD=DIR takes DLLs and qel from DIR/i686 and DIR/x86_64 as they are, instead of building in build.
 # The host of the Microsoft ABI is run by scripts/abi.sh.
 set -u
@@ -106,6 +106,8 @@ for arch in i686 x86_64; do
     examples/hosts/cpp/window.cpp "${library[@]}" -o "$out/cpp-window.exe"
   does "pascal/host.pas, $arch" pascal $arch examples/hosts/pascal/host.pas "$out/pascal.exe"
   does "pascal/window.pas, $arch" pascal $arch examples/hosts/pascal/window.pas "$out/pascal-window.exe"
+  does "qt/painter.c, $arch" "$arch-w64-mingw32-gcc-posix" -std=c99 "${strict[@]}" -municode \
+    examples/hosts/qt/painter.c "${library[@]}" -o "$out/painter.exe"
 done
 
 # ---- the line at the head of each sample builds it where it stands, in the tree and in the package
@@ -152,7 +154,7 @@ for place in "i686 $work/tree/examples/hosts" "i686 $work/package-i686/share/QEL
     "x86_64 $work/package-x86_64/share/QELEngine/examples/hosts"; do
   read -r arch folder <<<"$place"
   for sample in c/host.c c/window.c cpp/host.cpp cpp/window.cpp pascal/host.pas pascal/window.pas csharp/Program.cs \
-      csharp/Window.cs msvc/host.cpp; do
+      csharp/Window.cs msvc/host.cpp qt/painter.c; do
     does "$sample is built by its line in ${folder#"$work/"}" build_by_line "$arch" "$folder/$sample"
     program=$folder/$(dirname $sample)/$(basename "${sample/Program/host}" ."${sample##*.}" | tr W w).exe
     does "what that makes is a program" test -s "$program"
@@ -395,6 +397,37 @@ window() { # ARCH PROGRAM: exit status 0 when the picture came, each screen's
 for program in cpp-window pascal-window; do
   for arch in i686 x86_64; do does "$program on $arch" window $arch $program; done
 done
+
+# A window of Qt, which runs natively and has its pictures from a painter under Wine, over its own ground. After
+# 29 frames, two values, the needle has stood on the second one for a while.
+# shellcheck disable=SC2046
+does "qt/window.cpp" g++ -std=c++17 "${strict[@]}" -fPIC -fsyntax-only $(pkg-config --cflags Qt5Widgets) \
+  examples/hosts/qt/window.cpp
+does "qt/window.cpp is built by its line" bash -c 'cd "$1" && bash -c "$(sed -n "s#^//     \(g++ .*\)#\1#p" window.cpp)"' _ \
+  "$work/tree/examples/hosts/qt"
+sed 's/<meter /<meter id="dial" /' examples/gallery/roundUpgrade.qel >"$work/dial.qel"
+qt_window() { # ARCH: exit status 0 when the window shows what qel render paints
+  local status=1 pid id X=0 Y=0
+  "${QEL_WINE[@]}" "$build/$1/bin/qel.exe" render "$work/dial.qel" "$work/$1/dial.png" --transparent --smooth 4 \
+    --size 240x240 --font "$FONT" --value dial=50 </dev/null || return 1
+  QT_QPA_PLATFORM=xcb "$work/tree/examples/hosts/qt/window" "$work/dial.qel" dial 100 "$FONT" 29 \
+    "${QEL_WINE[@]}" "$work/$1/painter.exe" >"$work/log" 2>&1 </dev/null &
+  pid=$!
+  for _ in $(seq 60); do
+    sleep 0.5
+    id=$(xdotool search --onlyvisible --name dial.qel) || continue
+    eval "$(xdotool getwindowgeometry --shell "$id")"
+    import -window root "$work/$1/qt.png"
+    python3 scripts/shown_over.py "$work/$1/qt.png" "$work/$1/dial.png" "$X" "$Y" 32 64 96 >"$work/shown" &&
+      { status=0; break; }
+  done
+  [ $status = 0 ] || cat "$work/log" "$work/shown"
+  # The painter ends with its pipe.
+  kill "$pid"
+  wait "$pid" 2>/dev/null
+  return $status
+}
+for arch in i686 x86_64; do does "qt/window.cpp shows what qel paints on $arch" qt_window $arch; done
 
 # Windows Forms on Linux with the stand-in: no picture, but the calls of a live window.
 does "csharp/Window.cs" csharp "$work/window.exe" -r:System.Windows.Forms -r:System.Drawing -target:winexe \

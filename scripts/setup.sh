@@ -78,9 +78,19 @@ qel_need_package_tools() {
   qel_need python3 python3
 }
 
+# For programs of Qt, which run natively.
+QEL_QT=/usr/include/x86_64-linux-gnu/qt5
+qel_need_qt_tools() {
+  qel_need g++ g++
+  qel_need pkg-config pkg-config
+  qel_need "$QEL_QT/QtWidgets/QWidget" qtbase5-dev
+}
+
 # For the measurements.
 qel_need_bench_tools() {
   qel_need_both_tools
+  qel_need_qt_tools
+  qel_need "$QEL_QT/QtSvg/QSvgRenderer" libqt5svg5-dev
   qel_need /usr/include/rapidxml/rapidxml.hpp librapidxml-dev
   qel_need python3 python3
 }
@@ -91,6 +101,7 @@ QEL_FPC_SOURCES=/usr/share/fpcsrc/$QEL_FPC_VERSION
 QEL_FPC_HERE=/usr/lib/x86_64-linux-gnu/fpc/$QEL_FPC_VERSION
 qel_need_host_tools() {
   qel_need_package_tools
+  qel_need_qt_tools
   qel_need gcc gcc
   qel_need ppcx64 fp-compiler-$QEL_FPC_VERSION
   qel_need "$QEL_FPC_HERE/units/x86_64-linux/rtl/system.ppu" fp-units-rtl-$QEL_FPC_VERSION

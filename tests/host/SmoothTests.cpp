@@ -327,3 +327,54 @@ TEST(Smooth, AllPartsOfALargePictureAreOfOneDraw)
         }
     EXPECT_EQ(nPlain > 0, nSmooth > 0);
 }
+
+// What the picture paints on is remembered from draw to draw.
+TEST(Smooth, ADrawReachesWhatHasMovedOutOfThePictureOfTheLast)
+{
+    const char* const pszBody = "<rect crd='4 4 20 20' lnwid='0' style='0x1' bg='0x0' fg='0x0'/>";
+    const CTextHost host(pszBody, SIDE);
+    EXPECT_EQ(1, QELSetSmooth(host, 3));
+    EXPECT_EQ(RGB(0, 0, 0), host.Pixel(10, 10));
+    EXPECT_EQ(RGB(255, 255, 255), host.Pixel(40, 10));
+    QELSHAPEATTR attr{};
+    EXPECT_EQ(1, QELGetElemAttr(host, host.Child(0), &attr, nullptr));
+    attr.nGeometry[0] += 30;
+    attr.nGeometry[2] += 30;
+    EXPECT_EQ(1, QELSetElemAttr(host, host.Child(0), &attr, sizeof attr));
+    EXPECT_EQ(RGB(255, 255, 255), host.Pixel(10, 10));
+    EXPECT_EQ(RGB(0, 0, 0), host.Pixel(40, 10));
+    EXPECT_EQ(1, QELDeleteElem(host, host.Child(0)));
+    EXPECT_EQ(RGB(255, 255, 255), host.Pixel(40, 10));
+}
+
+TEST(Smooth, ADrawReachesAllOfAnotherDrawing)
+{
+    const CTextHost host("<rect crd='4 4 20 20' lnwid='0' style='0x1' bg='0x0' fg='0x0'/>", SIDE);
+    EXPECT_EQ(1, QELSetSmooth(host, 3));
+    EXPECT_EQ(RGB(0, 0, 0), host.Pixel(10, 10));
+    const CTextHost other("<rect crd='34 34 50 50' lnwid='0' style='0x1' bg='0x0' fg='0x0'/>",
+                          SIDE);
+    EXPECT_EQ(1, QELOpenFile(host, other.Folder().Path("in.qel").c_str()));
+    EXPECT_EQ(RGB(255, 255, 255), host.Pixel(10, 10));
+    EXPECT_EQ(RGB(0, 0, 0), host.Pixel(40, 40));
+}
+
+// The samples are made for a picture of that size, and go on beside it.
+TEST(Smooth, AWidePenIsAllThereBesideASmallPicture)
+{
+    constexpr int SMALL = 10;
+    constexpr int LARGE = 150;
+    const CTextHost host("<line crd='2 5 8 5' lnwid='200' clr='0x0'/>", SMALL);
+    EXPECT_EQ(1, QELSetSmooth(host, 4));
+    CTestBitmap picture(LARGE, LARGE);
+    host.Draw(picture.Dc());
+    const auto expected = [](int x, int y) { // round ends, and not where an edge may be
+        const double fOut = std::hypot(std::max(x - 8, 0), y - 5) - 100;
+        return fOut < -2 ? 0 : fOut > 2 ? 255 : -1;
+    };
+    for (int y = 0; y < LARGE; ++y)
+        for (int x = 0; x < LARGE; ++x)
+            if (expected(x, y) >= 0) {
+                ASSERT_EQ(expected(x, y), GetRValue(picture.At(x, y))) << x << " " << y;
+            }
+}
