@@ -11,9 +11,9 @@
 namespace {
 
 constexpr double REACH = 1 << 26;      // of coordinates whose sums and products are exact
-constexpr int CAP_STEPS = 16;          // of half a circle
+constexpr int MOST_CAP_STEPS = 24;     // of half a circle
 constexpr int MOST_QUARTER_STEPS = 64; // of a curve
-constexpr int MOST_POINTS = 4 * (MOST_QUARTER_STEPS + 1);
+constexpr int MOST_CURVE_POINTS = 4 * (MOST_QUARTER_STEPS + 1);
 constexpr double WHOLE_TURN = 6.283185307179586;
 
 struct SolidPen {
@@ -46,17 +46,19 @@ bool IsInReach(const POINT& pt)
     return std::max(std::fabs(pt.x), std::fabs(pt.y)) < REACH;
 }
 
-bool IsSlanted(POINT pt1, POINT pt2)
-{
-    return pt1.x != pt2.x && pt1.y != pt2.y;
-}
-
 // As few as come within an eighth of a unit of the curve: each corner is rounded to a unit, which
 // many short sides would show.
 int QuarterSteps(double fRadius)
 {
     const double fSteps = std::ceil(WHOLE_TURN / 4 * std::sqrt(fRadius));
     return static_cast<int>(std::clamp(fSteps, 1.0, double{MOST_QUARTER_STEPS}));
+}
+
+// The same of a cap.
+int CapSteps(int32_t nWidth)
+{
+    const double fSteps = std::ceil(WHOLE_TURN / 2 * std::sqrt(nWidth / 2.0));
+    return static_cast<int>(std::clamp(fSteps, 4.0, double{MOST_CAP_STEPS}));
 }
 
 } // namespace
@@ -76,11 +78,11 @@ POINT CAreaStroke::CornerOf(Spot spot)
 
 // What is between both ends of half a circle around a point, the way that the axes turn from one of
 // them.
-POINT* CAreaStroke::AddCap(POINT* pOut, Spot middle, Spot at)
+POINT* CAreaStroke::AddCap(POINT* pOut, Spot middle, Spot at, int nSteps)
 {
-    const double fCos = std::cos(WHOLE_TURN / 2 / CAP_STEPS);
-    const double fSin = std::sin(WHOLE_TURN / 2 / CAP_STEPS);
-    for (int n = 1; n < CAP_STEPS; ++n) {
+    const double fCos = std::cos(WHOLE_TURN / 2 / nSteps);
+    const double fSin = std::sin(WHOLE_TURN / 2 / nSteps);
+    for (int n = 1; n < nSteps; ++n) {
         at = {at.fX * fCos - at.fY * fSin, at.fX * fSin + at.fY * fCos};
         *pOut++ = CornerOf({middle.fX + at.fX, middle.fY + at.fY});
     }
@@ -141,14 +143,14 @@ public:
         }
     }
     // Back to where it began, or with ends of its own.
-    void FillClosed(const CAreaStroke& stroke)
+    void Close(CAreaStroke* pStroke)
     {
         m_outer[m_nCount] = m_outer[0];
         m_inner[m_nCount] = m_inner[0];
         ++m_nCount;
-        Fill(stroke, false);
+        Hand(pStroke, false);
     }
-    void FillOpen(const CAreaStroke& stroke) { Fill(stroke, stroke.m_bRound); }
+    void End(CAreaStroke* pStroke) { Hand(pStroke, pStroke->m_bRound); }
 
 private:
     void Add(Spot on, Spot away)
@@ -162,14 +164,15 @@ private:
         m_last = on;
         m_lastAway = away;
     }
-    void Fill(const CAreaStroke& stroke, bool bCaps) const
+    void Hand(CAreaStroke* pStroke, bool bCaps) const
     {
-        POINT pts[2 * (MOST_POINTS + 1) + 2 * CAP_STEPS];
-        POINT* p = std::copy(m_outer, m_outer + m_nCount, pts);
-        if (bCaps) p = AddCap(p, m_last, m_lastAway);
+        const int nSteps = CapSteps(pStroke->m_nWidth);
+        POINT* p = pStroke->Room(2 * (m_nCount + MOST_CAP_STEPS));
+        p = std::copy(m_outer, m_outer + m_nCount, p);
+        if (bCaps) p = AddCap(p, m_last, m_lastAway, nSteps);
         p = std::reverse_copy(m_inner, m_inner + m_nCount, p);
-        if (bCaps) p = AddCap(p, m_first, {-m_firstAway.fX, -m_firstAway.fY});
-        stroke.Fill(pts, static_cast<int>(p - pts));
+        if (bCaps) p = AddCap(p, m_first, {-m_firstAway.fX, -m_firstAway.fY}, nSteps);
+        pStroke->Take(p);
     }
 
     double m_fHalf;
@@ -178,8 +181,8 @@ private:
     Spot m_firstAway{};
     Spot m_last{};
     Spot m_lastAway{};
-    POINT m_outer[MOST_POINTS + 1];
-    POINT m_inner[MOST_POINTS + 1];
+    POINT m_outer[MOST_CURVE_POINTS + 1];
+    POINT m_inner[MOST_CURVE_POINTS + 1];
 };
 
 CAreaStroke::CAreaStroke(HDC hdc, CPixelScale px) noexcept : m_hdc(hdc)
@@ -195,6 +198,7 @@ CAreaStroke::CAreaStroke(HDC hdc, CPixelScale px) noexcept : m_hdc(hdc)
 
 CAreaStroke::~CAreaStroke()
 {
+    Flush();
     if (m_hBrush) ::DeleteObject(m_hBrush);
 }
 
@@ -204,35 +208,55 @@ double CAreaStroke::Middle(LONG n) const
     return n + (m_nWidth % 2 != 0 ? 0.5 : 0);
 }
 
-void CAreaStroke::Fill(const POINT* pPoints, int nCount) const
+POINT* CAreaStroke::Room(int nMost)
 {
+    if (m_nFigures == MOST_FIGURES || m_nPoints + nMost > MOST_POINTS) Flush();
+    return m_pts + m_nPoints;
+}
+
+void CAreaStroke::Take(const POINT* pEnd)
+{
+    m_nCounts[m_nFigures] = static_cast<int>(pEnd - m_pts) - m_nPoints;
+    m_nPoints += m_nCounts[m_nFigures++];
+}
+
+// All figures go round the same way, so that what lies in several of them is painted as well.
+void CAreaStroke::Flush()
+{
+    if (m_nFigures == 0) return;
     const CSelectScope pen(m_hdc, ::GetStockObject(NULL_PEN));
     const CSelectScope brush(m_hdc, m_hBrush);
-    ::Polygon(m_hdc, pPoints, nCount);
+    const int nMode = ::SetPolyFillMode(m_hdc, WINDING);
+    ::PolyPolygon(m_hdc, m_pts, m_nCounts, m_nFigures);
+    ::SetPolyFillMode(m_hdc, nMode);
+    m_nPoints = 0;
+    m_nFigures = 0;
 }
 
-bool CAreaStroke::Takes(const POINT* pPoints, int nCount, bool bClosed) const
+bool CAreaStroke::Takes(const POINT* pPoints, int nCount) const
 {
-    if (!m_nWidth || !std::all_of(pPoints, pPoints + nCount, IsInReach)) return false;
-    const int nLines = bClosed ? nCount : nCount - 1;
-    int nSlanted = 0;
-    for (int n = 0; n < nLines; ++n)
-        nSlanted += IsSlanted(pPoints[n], pPoints[(n + 1) % nCount]) ? 1 : 0;
-    return m_bRound ? nSlanted > 0 : nSlanted == nLines;
+    return m_nWidth && std::all_of(pPoints, pPoints + nCount, IsInReach);
 }
 
-// Where two lines meet there is a round end even of a pen that has none.
-void CAreaStroke::DrawLines(const POINT* pPoints, int nCount, bool bClosed) const
+void CAreaStroke::AddLine(POINT ptFrom, POINT ptTo)
 {
-    const int nLines = bClosed ? nCount : nCount - 1;
-    for (int n = 0; n < nLines; ++n) {
-        DrawLine(MiddleOf(pPoints[n]), MiddleOf(pPoints[(n + 1) % nCount]), m_bRound);
-        if (!m_bRound && (bClosed || n > 0)) DrawJoint(MiddleOf(pPoints[n]));
-    }
+    AddStrip(MiddleOf(ptFrom), MiddleOf(ptTo), m_bRound);
 }
 
-void CAreaStroke::DrawLine(Spot from, Spot to, bool bRound) const
+void CAreaStroke::AddJoint(POINT pt)
 {
+    AddStrip(MiddleOf(pt), MiddleOf(pt), true);
+}
+
+void CAreaStroke::AddLines(const POINT* pPoints, int nCount, bool bClosed)
+{
+    for (int n = bClosed ? 0 : 1; n < nCount; ++n)
+        AddLine(pPoints[(n + nCount - 1) % nCount], pPoints[n]);
+}
+
+void CAreaStroke::AddStrip(Spot from, Spot to, bool bRound)
+{
+    const int nSteps = CapSteps(m_nWidth);
     const double fLength = std::hypot(to.fX - from.fX, to.fY - from.fY);
     Spot along{1, 0}; // of a point
     if (fLength > 0) along = {(to.fX - from.fX) / fLength, (to.fY - from.fY) / fLength};
@@ -241,15 +265,14 @@ void CAreaStroke::DrawLine(Spot from, Spot to, bool bRound) const
     const POINT ptEdge = strip.ptEdge;
     const POINT ptEnd =
         CornerOf({ptEdge.x + to.fX - from.fX + 0.5, ptEdge.y + to.fY - from.fY + 0.5});
-    POINT pts[2 * (CAP_STEPS + 1)];
-    POINT* p = pts;
+    POINT* p = Room(2 * (MOST_CAP_STEPS + 1));
     *p++ = {ptEdge.x + strip.ptWay.x, ptEdge.y + strip.ptWay.y};
-    if (bRound) p = AddCap(p, from, half);
+    if (bRound) p = AddCap(p, from, half, nSteps);
     *p++ = ptEdge;
     *p++ = ptEnd;
-    if (bRound) p = AddCap(p, to, {-half.fX, -half.fY});
+    if (bRound) p = AddCap(p, to, {-half.fX, -half.fY}, nSteps);
     *p++ = {ptEnd.x + strip.ptWay.x, ptEnd.y + strip.ptWay.y};
-    Fill(pts, static_cast<int>(p - pts));
+    Take(p);
 }
 
 // From the middle of the pen on one side to its middle on the other.
@@ -283,11 +306,11 @@ bool CAreaStroke::TakesCurve(const RECT& rc) const
            HasRoom(RadiusIn(rc));
 }
 
-void CAreaStroke::DrawRing(const RECT& rc) const
+void CAreaStroke::DrawRing(const RECT& rc)
 {
     CCurve curve(m_nWidth);
     curve.AddSweep(MiddleIn(rc), RadiusIn(rc), {0, WHOLE_TURN});
-    curve.FillClosed(*this);
+    curve.Close(this);
 }
 
 // Rays that are one make a whole turn.
@@ -304,33 +327,33 @@ CAreaStroke::Sweep CAreaStroke::SweepOf(HDC hdc, const RECT& rc, POINT ptStart, 
     return {fFrom, fTo > fFrom ? fTo - fFrom : fTo - fFrom + WHOLE_TURN};
 }
 
-void CAreaStroke::DrawSweep(const RECT& rc, const Sweep& sweep) const
+void CAreaStroke::AddSweep(const RECT& rc, const Sweep& sweep)
 {
     CCurve curve(m_nWidth);
     curve.AddSweep(MiddleIn(rc), RadiusIn(rc), sweep);
-    curve.FillOpen(*this);
+    curve.End(this);
 }
 
-void CAreaStroke::DrawArc(const RECT& rc, POINT ptStart, POINT ptEnd) const
+void CAreaStroke::DrawArc(const RECT& rc, POINT ptStart, POINT ptEnd)
 {
-    DrawSweep(rc, SweepOf(m_hdc, rc, ptStart, ptEnd));
+    AddSweep(rc, SweepOf(m_hdc, rc, ptStart, ptEnd));
 }
 
-void CAreaStroke::DrawChord(const RECT& rc, POINT ptStart, POINT ptEnd) const
+void CAreaStroke::DrawChord(const RECT& rc, POINT ptStart, POINT ptEnd)
 {
     const Sweep sweep = SweepOf(m_hdc, rc, ptStart, ptEnd);
     const Spot from = At(rc, sweep.fFrom);
     const Spot to = At(rc, sweep.fFrom + sweep.fSpan);
-    DrawSweep(rc, sweep);
-    DrawLine(from, to, true);
+    AddSweep(rc, sweep);
+    AddStrip(from, to, true);
 }
 
-void CAreaStroke::DrawPie(const RECT& rc, POINT ptStart, POINT ptEnd) const
+void CAreaStroke::DrawPie(const RECT& rc, POINT ptStart, POINT ptEnd)
 {
     const Sweep sweep = SweepOf(m_hdc, rc, ptStart, ptEnd);
-    DrawSweep(rc, sweep);
-    DrawLine(MiddleIn(rc), At(rc, sweep.fFrom), true);
-    DrawLine(MiddleIn(rc), At(rc, sweep.fFrom + sweep.fSpan), true);
+    AddSweep(rc, sweep);
+    AddStrip(MiddleIn(rc), At(rc, sweep.fFrom), true);
+    AddStrip(MiddleIn(rc), At(rc, sweep.fFrom + sweep.fSpan), true);
 }
 
 bool CAreaStroke::TakesRoundRect(const RECT& rc, SIZE corner) const
@@ -341,7 +364,7 @@ bool CAreaStroke::TakesRoundRect(const RECT& rc, SIZE corner) const
     return HasRoom({(corner.cx - 1.0) / 2, (corner.cy - 1.0) / 2});
 }
 
-void CAreaStroke::DrawRoundRect(const RECT& rc, SIZE corner) const
+void CAreaStroke::DrawRoundRect(const RECT& rc, SIZE corner)
 {
     const Spot radius{(corner.cx - 1.0) / 2, (corner.cy - 1.0) / 2};
     const Spot middle = MiddleIn(rc);
@@ -353,5 +376,5 @@ void CAreaStroke::DrawRoundRect(const RECT& rc, SIZE corner) const
         curve.AddSweep({middle.fX + fX, middle.fY + fY}, radius,
                        {WHOLE_TURN / 4 * n, WHOLE_TURN / 4});
     }
-    curve.FillClosed(*this);
+    curve.Close(this);
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int MOST_POINTS = 16;
+constexpr int MOST_POINTS = 512;
 constexpr FLOAT CORNER_LIMIT = 1.5F;
 
 // The lengths of lines and gaps that GDI gives a styled pen of one pixel, by style.
@@ -105,15 +105,6 @@ bool IsWholePixel(int32_t nPixels, CPixelScale px)
     return nPixels == 1 && px(1) > 1;
 }
 
-void DrawPolyline(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
-{
-    const CAreaStroke stroke(hdc, px);
-    if (stroke.Takes(pPoints, nCount, false))
-        stroke.DrawLines(pPoints, nCount, false);
-    else
-        ::Polyline(hdc, pPoints, nCount);
-}
-
 // A line of square pixels from the first one to the last one, which is left out.
 class CPixelLine {
 public:
@@ -125,15 +116,14 @@ public:
     [[nodiscard]] bool IsUpright() const { return m_pt1.x == m_pt2.x || m_pt1.y == m_pt2.y; }
     [[nodiscard]] bool IsNothing() const { return m_pt1.x == m_pt2.x && m_pt1.y == m_pt2.y; }
 
-    // From edge to edge of the pixels.
-    void Draw(HDC hdc, CPixelScale px) const
-    {
-        if (IsNothing()) return;
-        const POINT pts[] = {Moved(m_pt1), Moved(m_pt2)};
-        DrawPolyline(hdc, pts, 2, px);
-    }
-    // The middle of the pixel edge before the last one.
+    // From edge to edge of the pixels, in the middle of both.
+    [[nodiscard]] POINT Begin() const { return Moved(m_pt1); }
     [[nodiscard]] POINT End() const { return Moved(m_pt2); }
+    void Draw(HDC hdc) const
+    {
+        const POINT pts[] = {Begin(), End()};
+        ::Polyline(hdc, pts, 2);
+    }
 
 private:
     // Across the line to the middle of its pixels, and along it back by what lies before an edge.
@@ -156,22 +146,56 @@ private:
     int32_t m_nPixel;
 };
 
+// To the pixel: what the system makes of a wide pen may lack a unit at its ends.
+void DrawUprightLines(HDC hdc, const POINT* pPoints, int nCount, bool bClosed, int32_t nPixel)
+{
+    for (int n = bClosed ? 0 : 1; n < nCount; ++n) {
+        const CPixelLine line(pPoints[(n + nCount - 1) % nCount], pPoints[n], nPixel);
+        if (line.IsUpright() && !line.IsNothing()) line.Draw(hdc);
+    }
+}
+
+POINT MiddleOf(POINT pt, int32_t nPixel)
+{
+    return {WrapAdd(pt.x, nPixel / 2), WrapAdd(pt.y, nPixel / 2)};
+}
+
+// Its own last pixel is left out, and those of upright lines belong to the next ones.
+void AddSquareLines(CAreaStroke* pStroke, const POINT* pPoints, int nCount, bool bClosed,
+                    int32_t nPixel)
+{
+    const int nLines = bClosed ? nCount : nCount - 1;
+    bool bUprightBefore = true; // then the point between has no joint yet
+    for (int n = 0; n < nLines; ++n) {
+        const POINT ptNext = pPoints[(n + 1) % nCount];
+        const CPixelLine line(pPoints[n], ptNext, nPixel);
+        if (line.IsNothing()) continue;
+        const bool bFirst = !bClosed && n == 0;
+        const bool bLast = !bClosed && n == nLines - 1;
+        const bool bUpright = line.IsUpright();
+        const POINT ptFrom = bUpright || bFirst ? line.Begin() : MiddleOf(pPoints[n], nPixel);
+        const POINT ptTo = bUpright || bLast ? line.End() : MiddleOf(ptNext, nPixel);
+        pStroke->AddLine(ptFrom, ptTo);
+        if (!bUpright && !bFirst && bUprightBefore) pStroke->AddJoint(ptFrom);
+        if (!bUpright && !bLast) pStroke->AddJoint(ptTo);
+        bUprightBefore = bUpright;
+    }
+}
+
 // The whole with its corners, and once more each upright line, whose ends are told to the pixel.
 void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
 {
     const int32_t nPixel = px(1);
+    CAreaStroke stroke(hdc, px);
+    if (stroke.Takes(pPoints, nCount))
+        return AddSquareLines(&stroke, pPoints, nCount, false, nPixel);
     const CPixelLine last(pPoints[nCount - 2], pPoints[nCount - 1], nPixel);
-    if (nCount == 2) return last.Draw(hdc, px);
+    if (nCount == 2) return last.IsNothing() ? void() : last.Draw(hdc);
     POINT pts[MOST_POINTS] = {};
-    for (int n = 0; n < nCount; ++n)
-        pts[n] = {WrapAdd(pPoints[n].x, nPixel / 2), WrapAdd(pPoints[n].y, nPixel / 2)};
+    for (int n = 0; n < nCount; ++n) pts[n] = MiddleOf(pPoints[n], nPixel);
     if (!last.IsNothing()) pts[nCount - 1] = last.End();
-    DrawPolyline(hdc, pts, nCount, px);
-    if (IsBrokenNow(hdc)) return;
-    for (int n = 1; n < nCount; ++n) {
-        const CPixelLine line(pPoints[n - 1], pPoints[n], nPixel);
-        if (line.IsUpright()) line.Draw(hdc, px);
-    }
+    ::Polyline(hdc, pts, nCount);
+    if (!IsBrokenNow(hdc)) DrawUprightLines(hdc, pPoints, nCount, false, nPixel);
 }
 
 void DrawScaledLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
@@ -179,7 +203,11 @@ void DrawScaledLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels,
     if (IsWholePixel(nPixels, px)) return DrawSquareLines(hdc, pPoints, nCount, px);
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
-    DrawPolyline(hdc, pts, nCount, px);
+    CAreaStroke stroke(hdc, px);
+    if (stroke.Takes(pts, nCount))
+        stroke.AddLines(pts, nCount, false);
+    else
+        ::Polyline(hdc, pts, nCount);
 }
 
 } // namespace
@@ -201,20 +229,6 @@ void DrawPixelPolyline(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixel
 
 namespace {
 
-// The upright sides to the pixel: what the system makes of a wide pen may lack a unit at its ends.
-void DrawUprightSides(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
-{
-    if (IsBrokenNow(hdc)) return;
-    for (int n = 0; n < nCount; ++n) {
-        const CPixelLine side(pPoints[n], pPoints[(n + 1) % nCount], px(1));
-        if (side.IsUpright()) side.Draw(hdc, px);
-    }
-}
-
-} // namespace
-
-namespace {
-
 // What fill paints with the selected brush, and the outline by areas where they take it, else with
 // the selected pen.
 void DrawOutlined(HDC hdc, bool bAreas, const auto& fill, const auto& outline)
@@ -230,11 +244,27 @@ void DrawOutlined(HDC hdc, bool bAreas, const auto& fill, const auto& outline)
 
 void DrawStrokedPolygon(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
 {
-    const CAreaStroke stroke(hdc, px);
+    CAreaStroke stroke(hdc, px);
     DrawOutlined(
-        hdc, stroke.Takes(pPoints, nCount, true), [&] { ::Polygon(hdc, pPoints, nCount); },
-        [&] { stroke.DrawLines(pPoints, nCount, true); });
+        hdc, stroke.Takes(pPoints, nCount), [&] { ::Polygon(hdc, pPoints, nCount); },
+        [&] {
+            stroke.AddLines(pPoints, nCount, true);
+            for (int n = 0; n < nCount && !stroke.IsRound(); ++n) stroke.AddJoint(pPoints[n]);
+        });
 }
+
+namespace {
+
+// What fill paints, and the sides of its outline that are a pixel wide.
+void DrawSquareFigure(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px, const auto& fill)
+{
+    CAreaStroke stroke(hdc, px);
+    const bool bAreas = stroke.Takes(pPoints, nCount);
+    DrawOutlined(hdc, bAreas, fill, [&] { AddSquareLines(&stroke, pPoints, nCount, true, px(1)); });
+    if (!bAreas && !IsBrokenNow(hdc)) DrawUprightLines(hdc, pPoints, nCount, true, px(1));
+}
+
+} // namespace
 
 void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
 {
@@ -244,25 +274,24 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
     }
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
-    DrawStrokedPolygon(hdc, pts, nCount, px);
-    if (IsWholePixel(nPixels, px)) DrawUprightSides(hdc, pPoints, nCount, px);
+    if (!IsWholePixel(nPixels, px)) return DrawStrokedPolygon(hdc, pts, nCount, px);
+    DrawSquareFigure(hdc, pPoints, nCount, px, [&] { ::Polygon(hdc, pts, nCount); });
 }
 
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
 {
     const RECT box = nPixels ? StrokedBox(rc, nPixels, px) : ShortBox(rc, px);
-    ::Rectangle(hdc, box.left, box.top, box.right, box.bottom);
-    if (!IsWholePixel(nPixels, px)) return;
-    if (WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return;
+    const auto fill = [&] { ::Rectangle(hdc, box.left, box.top, box.right, box.bottom); };
+    if (!IsWholePixel(nPixels, px) || WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return fill();
     const LONG nLastX = WrapSub(rc.right, px(1));
     const LONG nLastY = WrapSub(rc.bottom, px(1));
     const POINT pts[] = {{rc.left, rc.top}, {nLastX, rc.top}, {nLastX, nLastY}, {rc.left, nLastY}};
-    DrawUprightSides(hdc, pts, 4, px);
+    DrawSquareFigure(hdc, pts, 4, px, fill);
 }
 
 void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
 {
-    const CAreaStroke stroke(hdc, px);
+    CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc), [&] { ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom); },
         [&] { stroke.DrawRing(rc); });
@@ -270,7 +299,7 @@ void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
 
 void DrawPixelRoundRect(HDC hdc, const RECT& rc, SIZE corner, CPixelScale px)
 {
-    const CAreaStroke stroke(hdc, px);
+    CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesRoundRect(rc, corner),
         [&] { ::RoundRect(hdc, rc.left, rc.top, rc.right, rc.bottom, corner.cx, corner.cy); },
@@ -279,7 +308,7 @@ void DrawPixelRoundRect(HDC hdc, const RECT& rc, SIZE corner, CPixelScale px)
 
 void DrawPixelArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
 {
-    const CAreaStroke stroke(hdc, px);
+    CAreaStroke stroke(hdc, px);
     if (stroke.TakesCurve(rc))
         stroke.DrawArc(rc, ptStart, ptEnd);
     else
@@ -288,7 +317,7 @@ void DrawPixelArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelSca
 
 void DrawPixelChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
 {
-    const CAreaStroke stroke(hdc, px);
+    CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc),
         [&] {
@@ -300,7 +329,7 @@ void DrawPixelChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelS
 
 void DrawPixelPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
 {
-    const CAreaStroke stroke(hdc, px);
+    CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc),
         [&] {
