@@ -274,11 +274,11 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
 
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
 {
-    if (IsWholePixel(nPixels, px) && IsBrokenNow(hdc)) return DrawBrokenRectangle(hdc, rc, px);
+    const bool bSided = IsWholePixel(nPixels, px) && WidthOf(rc) >= px(1) && HeightOf(rc) >= px(1);
+    if (bSided && IsBrokenNow(hdc)) return DrawBrokenRectangle(hdc, rc, px);
     const RECT box = nPixels ? StrokedBox(rc, nPixels, px) : ShortBox(rc, px);
     ::Rectangle(hdc, box.left, box.top, box.right, box.bottom);
-    if (!IsWholePixel(nPixels, px)) return;
-    if (WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return;
+    if (!bSided) return;
     const LONG nLastX = WrapSub(rc.right, px(1));
     const LONG nLastY = WrapSub(rc.bottom, px(1));
     const POINT pts[] = {{rc.left, rc.top}, {nLastX, rc.top}, {nLastX, nLastY}, {rc.left, nLastY}};
