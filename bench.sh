@@ -52,7 +52,7 @@ print(resource.getrusage(resource.RUSAGE_CHILDREN).ru_maxrss * 1024 // 1000000)'
 render_ratio() {
   local n ratios=() mine floor
   for n in $(seq 1 11); do
-    mine=$(time_of "${QEL_WINE[@]}" qel.exe render qel_bench_in.qel qel_bench.png) || return 1
+    mine=$(time_of "${QEL_WINE[@]}" qel.exe render qel_bench_in.qel qel_bench.png --smooth 0) || return 1
     floor=$(time_of "${QEL_WINE[@]}" qel_bench_render.exe 1000 qel_bench_floor.png) || return 1
     [ "$n" = 1 ] || ratios+=("$((1000 * mine / floor))")
   done

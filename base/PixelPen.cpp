@@ -1,12 +1,13 @@
 #include "base/PixelPen.h"
 
 #include "base/AreaStroke.h"
+#include "base/BrokenPen.h"
+#include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
 #include "base/Refusals.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace {
 
@@ -16,7 +17,7 @@ constexpr FLOAT CORNER_LIMIT = 1.5F;
 // The lengths of lines and gaps that GDI gives a styled pen of one pixel, by style.
 struct Dashes {
     DWORD nCount;
-    DWORD nLengths[6];
+    DWORD nLengths[BrokenPen::MOST_LENGTHS];
 };
 constexpr Dashes g_dashes[] = {
     {2, {18, 6}}, {2, {3, 3}}, {4, {9, 6, 3, 6}}, {6, {9, 3, 3, 3, 3, 3}}};
@@ -80,24 +81,12 @@ HPEN MakePixelPen(int nStyle, int32_t nPixels, int32_t nWidth, COLORREF clr)
     constexpr DWORD FORM = PS_GEOMETRIC | PS_ENDCAP_FLAT | PS_JOIN_MITER;
     if (!IsBroken(nStyle)) return Made(::ExtCreatePen(FORM | PS_SOLID, nUnit, &brush, 0, nullptr));
     const Dashes& dashes = g_dashes[nStyle - PS_DASH];
-    DWORD nLengths[6];
+    DWORD nLengths[BrokenPen::MOST_LENGTHS];
     for (DWORD n = 0; n < dashes.nCount; ++n) nLengths[n] = dashes.nLengths[n] * nUnit;
     return Made(::ExtCreatePen(FORM | PS_USERSTYLE, nUnit, &brush, dashes.nCount, nLengths));
 }
 
 namespace {
-
-bool IsBrokenNow(HDC hdc) // the pen that is selected
-{
-    EXTLOGPEN pen{};
-    HGDIOBJ hPen = ::GetCurrentObject(hdc, OBJ_PEN);
-    if (!hPen || ::GetObjectType(hPen) != OBJ_EXTPEN) return false;
-    const int nSize = ::GetObjectA(hPen, 0, nullptr);
-    alignas(EXTLOGPEN) unsigned char room[sizeof(EXTLOGPEN) + sizeof(g_dashes[0].nLengths)];
-    if (nSize > static_cast<int>(sizeof room) || !::GetObjectA(hPen, nSize, room)) return false;
-    std::memcpy(&pen, room, sizeof pen);
-    return (pen.elpPenStyle & PS_STYLE_MASK) == PS_USERSTYLE;
-}
 
 // A pen of one pixel that is several units wide: one of a unit is the system's own, as ever.
 bool IsWholePixel(int32_t nPixels, CPixelScale px)
@@ -116,7 +105,7 @@ public:
     [[nodiscard]] bool IsUpright() const { return m_pt1.x == m_pt2.x || m_pt1.y == m_pt2.y; }
     [[nodiscard]] bool IsNothing() const { return m_pt1.x == m_pt2.x && m_pt1.y == m_pt2.y; }
 
-    // From edge to edge of the pixels, in the middle of both.
+    // The middle of the edge that the first pixel begins at, and of the one before the last pixel.
     [[nodiscard]] POINT Begin() const { return Moved(m_pt1); }
     [[nodiscard]] POINT End() const { return Moved(m_pt2); }
     void Draw(HDC hdc) const
@@ -191,8 +180,9 @@ void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
         return AddSquareLines(&stroke, pPoints, nCount, false, nPixel);
     const CPixelLine last(pPoints[nCount - 2], pPoints[nCount - 1], nPixel);
     if (nCount == 2) return last.IsNothing() ? void() : last.Draw(hdc);
-    POINT pts[MOST_POINTS] = {};
+    POINT pts[MOST_POINTS + 1] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = MiddleOf(pPoints[n], nPixel);
+    pts[0] = CPixelLine(pPoints[0], pPoints[1], nPixel).Begin();
     if (!last.IsNothing()) pts[nCount - 1] = last.End();
     ::Polyline(hdc, pts, nCount);
     if (!IsBrokenNow(hdc)) DrawUprightLines(hdc, pPoints, nCount, false, nPixel);
@@ -200,7 +190,15 @@ void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
 
 void DrawScaledLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
 {
-    if (IsWholePixel(nPixels, px)) return DrawSquareLines(hdc, pPoints, nCount, px);
+    if (IsWholePixel(nPixels, px)) {
+        if (!IsBrokenNow(hdc)) return DrawSquareLines(hdc, pPoints, nCount, px);
+        // Of lines that are drawn one by one each begins with a dash.
+        for (int n = 1; n < nCount; ++n) {
+            const CPixelLine line(pPoints[n - 1], pPoints[n], px(1));
+            if (!line.IsNothing()) line.Draw(hdc);
+        }
+        return;
+    }
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
     CAreaStroke stroke(hdc, px);
@@ -264,6 +262,43 @@ void DrawSquareFigure(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px,
     if (!bAreas && !IsBrokenNow(hdc)) DrawUprightLines(hdc, pPoints, nCount, true, px(1));
 }
 
+// A broken outline goes around from the first point on, over what is filled without it.
+void DrawBrokenRing(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
+{
+    POINT pts[MOST_POINTS + 1] = {};
+    std::copy_n(pPoints, nCount, pts);
+    pts[nCount] = pts[0];
+    if (!DrawUprightDashes(hdc, pts, nCount + 1, px(1))) DrawSquareLines(hdc, pts, nCount + 1, px);
+}
+
+void DrawBrokenPolygon(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
+{
+    {
+        const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+        ::Polygon(hdc, pPoints, nCount);
+    }
+    DrawBrokenRing(hdc, pPoints, nCount, px);
+}
+
+// The system begins at the top right and goes by the left. Without a pen it leaves out the last
+// unit.
+void DrawBrokenRectangle(HDC hdc, const RECT& rc, CPixelScale px)
+{
+    const int32_t nPixel = px(1);
+    const RECT rcLast{WrapAdd(rc.left, nPixel), WrapAdd(rc.top, nPixel), WrapSub(rc.right, nPixel),
+                      WrapSub(rc.bottom, nPixel)};
+    if (rcLast.left < rcLast.right && rcLast.top < rcLast.bottom) {
+        const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+        ::Rectangle(hdc, rcLast.left, rcLast.top, WrapAdd(rcLast.right, 1),
+                    WrapAdd(rcLast.bottom, 1));
+    }
+    const POINT pts[] = {{rcLast.right, rc.top},
+                         {rc.left, rc.top},
+                         {rc.left, rcLast.bottom},
+                         {rcLast.right, rcLast.bottom}};
+    DrawBrokenRing(hdc, pts, 4, px);
+}
+
 } // namespace
 
 void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
@@ -272,6 +307,8 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
         ::Polygon(hdc, pPoints, nCount);
         return;
     }
+    if (IsWholePixel(nPixels, px) && IsBrokenNow(hdc))
+        return DrawBrokenPolygon(hdc, pPoints, nCount, px);
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
     if (!IsWholePixel(nPixels, px)) return DrawStrokedPolygon(hdc, pts, nCount, px);
@@ -280,9 +317,11 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
 
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
 {
+    const bool bSided = IsWholePixel(nPixels, px) && WidthOf(rc) >= px(1) && HeightOf(rc) >= px(1);
+    if (bSided && IsBrokenNow(hdc)) return DrawBrokenRectangle(hdc, rc, px);
     const RECT box = nPixels ? StrokedBox(rc, nPixels, px) : ShortBox(rc, px);
     const auto fill = [&] { ::Rectangle(hdc, box.left, box.top, box.right, box.bottom); };
-    if (!IsWholePixel(nPixels, px) || WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return fill();
+    if (!bSided) return fill();
     const LONG nLastX = WrapSub(rc.right, px(1));
     const LONG nLastY = WrapSub(rc.bottom, px(1));
     const POINT pts[] = {{rc.left, rc.top}, {nLastX, rc.top}, {nLastX, nLastY}, {rc.left, nLastY}};
@@ -366,4 +405,36 @@ void CPixelPenScope::Restore() noexcept
     if (m_hMade) ::DeleteObject(m_hMade); // only now: a selected pen is not to be deleted
     m_hPrev = nullptr;
     m_hMade = nullptr;
+}
+
+namespace {
+
+// Null, and 0 pixels, for what is no pen of pixels.
+HPEN MakePenLike(HGDIOBJ hPen, CPixelScale px, int32_t* pnPixels)
+{
+    LOGPEN pen{};
+    if (px.IsPlain() || !hPen || ::GetObjectType(hPen) != OBJ_PEN) return nullptr;
+    if (!::GetObjectA(hPen, sizeof pen, &pen) || pen.lopnStyle > PS_INSIDEFRAME) return nullptr;
+    const auto nStyle = static_cast<int>(pen.lopnStyle);
+    const int32_t nPixels = std::max(DrawnPenWidth(nStyle, pen.lopnWidth.x), int32_t{1});
+    const HPEN hMade =
+        nStyle == PS_NULL ? nullptr : MakePixelPen(nStyle, nPixels, px(nPixels), pen.lopnColor);
+    if (hMade) *pnPixels = nPixels;
+    return hMade;
+}
+
+} // namespace
+
+CHeldPenScope::CHeldPenScope(HDC hdc, CPixelScale px) noexcept
+    : m_hdc(hdc), m_hMade(MakePenLike(::GetCurrentObject(hdc, OBJ_PEN), px, &m_nPixels)),
+      m_corners(hdc, m_nPixels == 1 && px(1) > 1)
+{
+    if (m_hMade) m_hPrev = ::SelectObject(hdc, m_hMade);
+}
+
+CHeldPenScope::~CHeldPenScope()
+{
+    m_corners.Restore();
+    if (m_hPrev) ::SelectObject(m_hdc, m_hPrev);
+    if (m_hMade) ::DeleteObject(m_hMade);
 }

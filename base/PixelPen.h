@@ -17,8 +17,11 @@ struct PenOffset {
 constexpr PenOffset PenOffsetOf(int32_t nPixels, CPixelScale px)
 {
     if (px.IsPlain()) return {0, 0};
-    const int32_t nExact = px(nPixels) / 2 - px(nPixels / 2);
-    const int32_t nShift = nExact > 0 ? nExact : 0; // where halves have gone up
+    const CPixelScale picture = px.InPicture();
+    const int32_t nExact = picture(nPixels) / 2 - picture(nPixels / 2);
+    const int32_t nWhole = px.Sampled(nExact > 0 ? nExact : 0); // where halves have gone up
+    // What is an odd number of pixels wide has its middle in that of a pixel.
+    const int32_t nShift = nWhole + (picture(nPixels) % 2 != 0 ? px.Samples() / 2 : 0);
     return {nShift, px(1) - 1 - nShift};
 }
 
@@ -104,5 +107,24 @@ private:
     HDC m_hdc;
     HGDIOBJ m_hMade;
     HGDIOBJ m_hPrev = nullptr; // null when nothing was selected: then nothing is put back
+    CCornerScope m_corners;
+};
+
+// What stands in for the pen that the device context holds: one as wide at another scale. At the
+// plain scale, and where the pen is none that was told in pixels, it is left alone.
+class CHeldPenScope {
+public:
+    CHeldPenScope(HDC hdc, CPixelScale px) noexcept;
+    ~CHeldPenScope();
+    CHeldPenScope(const CHeldPenScope&) = delete;
+    CHeldPenScope& operator=(const CHeldPenScope&) = delete;
+
+    [[nodiscard]] int32_t Pixels() const { return m_nPixels; } // 0: it was left alone
+
+private:
+    HDC m_hdc;
+    int32_t m_nPixels = 0;
+    HGDIOBJ m_hMade = nullptr;
+    HGDIOBJ m_hPrev = nullptr;
     CCornerScope m_corners;
 };

@@ -79,7 +79,9 @@ CSectorMeter::Sector CSectorMeter::SectorAt(uint32_t n, double fStart, double fT
 int CSectorMeter::Fill(HDC hdc, double fTotal) const
 {
     if (!IsDrawableRadius(ChartRadius(), Px())) return 0;
-    const RECT rc = SquareAround(Centre(), ChartRadius());
+    // The pen is the one that the context holds, as wide as its pixels are here.
+    const CHeldPenScope pen(hdc, Px());
+    const RECT rc = StrokedBox(SquareAround(Centre(), ChartRadius()), pen.Pixels(), Px());
     double fStart = 0;
     for (uint32_t i = 0; i < m_nSectors; ++i) {
         const Sector sector = SectorAt(i, fStart, fTotal);
@@ -87,9 +89,10 @@ int CSectorMeter::Fill(HDC hdc, double fTotal) const
         if (!sector.bVisible) continue;
         const HBRUSH hBrush = Made(::CreateSolidBrush(g_palette[i]));
         {
-            const CSelectScope brush(hdc, hBrush); // the pen is the one that the context holds
-            ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, sector.ptEnd.x, sector.ptEnd.y,
-                  sector.ptStart.x, sector.ptStart.y);
+            const CSelectScope brush(hdc, hBrush);
+            const POINT pt1 = StrokedPoint(sector.ptEnd, pen.Pixels(), Px());
+            const POINT pt0 = StrokedPoint(sector.ptStart, pen.Pixels(), Px());
+            ::Pie(hdc, rc.left, rc.top, rc.right, rc.bottom, pt1.x, pt1.y, pt0.x, pt0.y);
         }
         if (hBrush) ::DeleteObject(hBrush);
     }

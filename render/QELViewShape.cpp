@@ -82,10 +82,10 @@ int32_t CQELViewShape::PenWidth(CPixelScale px) const
     return px(DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth));
 }
 
-// A frame's pen lies within the box by itself.
+// A frame's pen lies within the box by itself. What has no outline is drawn as with the null pen.
 int32_t CQELViewShape::StrokedPixels() const
 {
-    if (HidesOutline()) return 0;
+    if (HidesOutline() || m_style.nPenStyle == PS_NULL) return 0;
     const int32_t nPixels = DrawnPenWidth(m_style.nPenStyle, m_style.nPenWidth);
     return nPixels > 0 ? nPixels : 0;
 }

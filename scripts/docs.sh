@@ -73,12 +73,12 @@ done
 # How scale, smoothness and transparency look, for docs/crisp.md.
 station=docs/drawings/crisp/station.qel
 crisp() { picture "$1" "docs/pictures/crisp/$2.png" "${@:3}"; } # DRAWING NAME OPTION...
-crisp $station small --size 200x130
-crisp $station large --size 400x260
-crisp $station scaled --size 400x260 --scale 200
-crisp $station smooth-small --size 200x130 --smooth 4
-crisp $station smooth --size 400x260 --scale 200 --smooth 4
-crisp examples/gallery/round.qel transparent --size 240x240 --smooth 4 --transparent --value 0=140
+crisp $station small --size 200x130 --smooth 0
+crisp $station large --size 400x260 --smooth 0
+crisp $station scaled --size 400x260 --scale 200 --smooth 0
+crisp $station smooth-small --size 200x130
+crisp $station smooth --size 400x260 --scale 200
+crisp examples/gallery/round.qel transparent --size 240x240 --transparent --value 0=140
 for drawing in examples/*.qel; do
   grep -q "| $drawing |" examples/gallery.txt && continue # shown with values below
   picture "$drawing" "docs/pictures/examples/$(basename "$drawing" .qel).png"

@@ -11,8 +11,9 @@ import sys
 
 INTRO = """# Gallery
 
-Every type of meter and scale in three configurations, and panels that put them to use. The pictures are made
-from `examples/gallery.txt` by `scripts/docs.sh`; the tests tell when one is no longer what the engine draws.
+Every type of meter and scale in three configurations, and panels that put them to use, with smooth edges as `qel`
+draws them ([plain ones](crisp.md#smoothness) take `--smooth 0`). The pictures are made from `examples/gallery.txt` by
+`scripts/docs.sh`; the tests tell when one is no longer what the engine draws.
 Under each drawing stand the options that give its pictures: `./qel render DRAWING OUT.png OPTIONS`. What the
 names mean is in [live values](live-values.md).
 """

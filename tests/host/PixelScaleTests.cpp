@@ -1,70 +1,14 @@
 // At another pixel scale, and as many times the size, a picture is the plain one with larger
 // pixels: upright edges, pens, borders and hatches to the pixel, other outlines nearly.
-#include "tests/support/Host.h"
+#include "tests/support/Scaled.h"
 
 namespace {
 
 constexpr int SIDE = 60;
 
-// The drawing at a scale, on a surface as many times as large.
-class CScaled {
-public:
-    CScaled(const std::string& body, int nTimes, int nSide = SIDE)
-        : m_nTimes(nTimes), m_host(body, nSide), m_picture(nSide * nTimes, nSide * nTimes)
-    {
-        EXPECT_EQ(1, QELSetPixelScale(m_host, static_cast<DWORD>(100 * nTimes)));
-        m_host.Place({0, 0, nSide * nTimes, nSide * nTimes});
-    }
-    HQELENGINE Engine() const { return m_host; }
-    int Times() const { return m_nTimes; }
-    const CTestBitmap& Draw(DWORD nFlags = QEL_DRAW_FULL) const
-    {
-        m_host.Draw(m_picture.Dc(), nFlags);
-        return m_picture;
-    }
-
-private:
-    int m_nTimes;
-    CTextHost m_host;
-    CTestBitmap m_picture;
-};
-
-// Whether a colour is within so many device pixels of a place of the plain picture enlarged.
-bool IsNearPlain(const CTestBitmap& plain, int nTimes, int nX, int nY, int nReach, COLORREF clr)
+std::string UnlikePlain(const std::string& body, Near nNear, DWORD nFlags = QEL_DRAW_FULL)
 {
-    for (int y = std::max(nY - nReach, 0) / nTimes;
-         y <= std::min((nY + nReach) / nTimes, plain.Height() - 1); ++y)
-        for (int x = std::max(nX - nReach, 0) / nTimes;
-             x <= std::min((nX + nReach) / nTimes, plain.Width() - 1); ++x)
-            if (plain.At(x, y) == clr) return true;
-    return false;
-}
-
-// "" when each pixel of the large picture has one of its colour within so many pixels in the plain
-// one enlarged.
-std::string Unlike(const CTestBitmap& plain, const CTestBitmap& large, int nReach)
-{
-    const int nTimes = large.Width() / plain.Width();
-    for (int y = 0; y < large.Height(); ++y)
-        for (int x = 0; x < large.Width(); ++x)
-            if (!IsNearPlain(plain, nTimes, x, y, nReach, large.At(x, y)))
-                return "at " + std::to_string(nTimes) + " times, " + std::to_string(x) + ", " +
-                       std::to_string(y) + " (plain " + std::to_string(x / nTimes) + ", " +
-                       std::to_string(y / nTimes) + ")";
-    return "";
-}
-
-std::string UnlikePlain(const std::string& body, int nReach, DWORD nFlags = QEL_DRAW_FULL)
-{
-    const CScaled plain(body, 1);
-    const CTestBitmap& small = plain.Draw(nFlags);
-    EXPECT_FALSE(IsBlank(small)) << body;
-    for (const int nTimes : {2, 3, 4}) {
-        const CScaled scaled(body, nTimes);
-        const std::string unlike = Unlike(small, scaled.Draw(nFlags), nReach);
-        if (!unlike.empty()) return unlike + ": " + body;
-    }
-    return "";
+    return UnlikePlain(body, nNear, SIDE, {SIDE, SIDE}, nFlags);
 }
 
 std::string Pen(int nWidth, int nStyle, const std::string& fill)
@@ -128,7 +72,7 @@ TEST(PixelScale, RectanglesAreThePlainOnesEnlarged)
                 // Corners of pens that are wider than a pixel are round.
                 const std::string body =
                     "<rect crd='10 12 40 47'" + Pen(nWidth, nStyle, pszFill) + "/>";
-                EXPECT_EQ("", UnlikePlain(body, nWidth > 1 ? 2 : 0));
+                EXPECT_EQ("", UnlikePlain(body, nWidth > 1 ? Near::Corners : Near::Blocks));
             }
 }
 
@@ -138,14 +82,15 @@ TEST(PixelScale, BordersAreThePlainOnesEnlarged)
         EXPECT_EQ("", UnlikePlain(std::string("<rect crd='10 12 40 47' lnwid='1' fg='0x99ccee' "
                                               "bg='0x228844' style='") +
                                       pszStyle + "'/>",
-                                  0));
+                                  Near::Blocks));
 }
 
 TEST(PixelScale, DrawRegionsAreThePlainOnesEnlarged)
 {
     for (const char* pszStyle : {"0x1", "0x3", "0x30005"})
-        EXPECT_EQ("", UnlikePlain(
-                          std::string("<drawrgn crd='10 12 40 47' style='") + pszStyle + "'/>", 0));
+        EXPECT_EQ("",
+                  UnlikePlain(std::string("<drawrgn crd='10 12 40 47' style='") + pszStyle + "'/>",
+                              Near::Blocks));
 }
 
 TEST(PixelScale, UprightLinesOfOnePixelAreThePlainOnesEnlarged)
@@ -156,12 +101,13 @@ TEST(PixelScale, UprightLinesOfOnePixelAreThePlainOnesEnlarged)
             for (const char* pszFill : {"0x0", "0x1"})
                 EXPECT_EQ("", UnlikePlain(std::string("<line crd='") + pszCrd + "'" +
                                               Pen(1, nStyle, pszFill) + "/>",
-                                          0));
+                                          Near::Blocks));
+    EXPECT_EQ("",
+              UnlikePlain("<polyline crd='5 5 40 5 40 30 12 30 12 50'" + Pen(1, 0, "0x0") + "/>",
+                          Near::Blocks));
     EXPECT_EQ(
-        "", UnlikePlain("<polyline crd='5 5 40 5 40 30 12 30 12 50'" + Pen(1, 0, "0x0") + "/>", 0));
-    EXPECT_EQ(
-        "",
-        UnlikePlain("<polygon crd='5 5 40 5 40 30 22 30 22 50 5 50'" + Pen(1, 0, "0x1") + "/>", 0));
+        "", UnlikePlain("<polygon crd='5 5 40 5 40 30 22 30 22 50 5 50'" + Pen(1, 0, "0x1") + "/>",
+                        Near::Blocks));
 }
 
 TEST(PixelScale, HatchesAreThePlainOnesEnlarged)
@@ -170,7 +116,7 @@ TEST(PixelScale, HatchesAreThePlainOnesEnlarged)
         EXPECT_EQ("", UnlikePlain("<rect crd='10 12 40 47' lnwid='0' style='0x1' fg='0x99ccee' "
                                   "bg='0x228844' dr='" +
                                       std::to_string(nDraft) + "'/>",
-                                  0));
+                                  Near::Blocks));
 }
 
 TEST(PixelScale, OutlinesAreNearThePlainOnesEnlarged)
@@ -185,11 +131,9 @@ TEST(PixelScale, OutlinesAreNearThePlainOnesEnlarged)
             for (const char* pszFill : {"0x0", "0x1"}) {
                 const bool bLines = pszShape[1] == 'l' || pszShape[5] == 'l' || pszShape[1] == 'a';
                 if (nWidth == 0 && (pszFill[2] == '0' || bLines)) continue;
-                // GDI goes for the rays of a small ellipse in whole pixels. At the plain scale its
-                // wide pens stand out where an arc and a line meet.
-                const bool bMeets = pszShape[1] == 'c' || pszShape[1] == 'p';
-                const int nFar = bMeets && nWidth > 1 ? 12 : 8;
-                EXPECT_EQ("", UnlikePlain(pszShape + Pen(nWidth, 0, pszFill) + "/>", nFar));
+                // GDI goes for the rays of a small ellipse in whole pixels.
+                EXPECT_EQ("",
+                          UnlikePlain(pszShape + Pen(nWidth, 0, pszFill) + "/>", Near::Reckoned));
             }
 }
 
@@ -200,7 +144,7 @@ TEST(PixelScale, KeptDistancesAndThePressedShiftAreEnlarged)
             EXPECT_EQ("", UnlikePlain(std::string("<rect crd='10 12 40 47' lnwid='1' style='0x1' "
                                                   "fg='0' bg='0x228844' flag='") +
                                           pszFlag + "'/>",
-                                      0, nFlags));
+                                      Near::Blocks, nFlags));
 }
 
 TEST(PixelScale, StraightScalesAreThePlainOnesEnlarged)
@@ -208,7 +152,7 @@ TEST(PixelScale, StraightScalesAreThePlainOnesEnlarged)
     for (const char* pszType : {"vrtleft", "vrtright", "horizup", "horizdn"})
         EXPECT_EQ("", UnlikePlain(std::string("<scale scid='0' sctype='") + pszType +
                                       "' crd='8 10 48 50' pin='1' set='max=4 ticks=4' value='2'/>",
-                                  0));
+                                  Near::Blocks));
 }
 
 TEST(PixelScale, BarsAreThePlainOnesEnlarged)
@@ -217,5 +161,5 @@ TEST(PixelScale, BarsAreThePlainOnesEnlarged)
         EXPECT_EQ("", UnlikePlain(std::string("<meter mtid='0' usc='1' mtype='") + pszType +
                                       "' crd='6 10 47 50' set='labels=0 max=10 ticks=5' value='4'>"
                                       "<rect crd='6 10 47 50' lnwid='0' style='0x1'/></meter>",
-                                  0));
+                                  Near::Blocks));
 }

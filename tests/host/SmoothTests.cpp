@@ -142,6 +142,49 @@ TEST(Smooth, WhatStandsUprightIsAsWithout)
         EXPECT_EQ("", UnlikePlain(pszBody));
 }
 
+TEST(Smooth, UprightLinesOfAllWidthsAreAsWithoutAtAllScales)
+{
+    for (const DWORD nPercent : {50U, 100U, 150U, 200U, 250U})
+        for (int nWidth = 1; nWidth <= 5; ++nWidth) {
+            // Flat ends: those of wider pens are round.
+            const CTextHost host("<line clr='0x0' lnwid='" + std::to_string(nWidth) +
+                                     "' crd='20 -20 20 90'/><line clr='0xff' lnwid='" +
+                                     std::to_string(nWidth) + "' crd='-20 40 90 40'/>",
+                                 SIDE);
+            EXPECT_EQ(1, QELSetPixelScale(host, nPercent));
+            CTestBitmap plain(SIDE, SIDE), smooth(SIDE, SIDE);
+            host.Draw(plain.Dc());
+            EXPECT_FALSE(IsBlank(plain));
+            for (const int nSmooth : {2, 3, 4}) {
+                EXPECT_EQ(1, QELSetSmooth(host, nSmooth));
+                smooth.Fill(RGB(255, 255, 255));
+                host.Draw(smooth.Dc());
+                EXPECT_EQ("", FirstDifference(plain, smooth))
+                    << nWidth << " pixels at " << nPercent << ", " << nSmooth << " samples";
+            }
+        }
+}
+
+TEST(Smooth, OutlinesOfSectorsAreAsWideAsThePenOfTheContext)
+{
+    // In one sector of all the disc there is a line from the middle to its lowest point.
+    const CTextHost host(
+        "<meter mtype='sector' upin='0' crd='30 30 25 2 2 58 58' set='sectors=1'/>", SIDE);
+    const auto darkest = [&](int nSmooth, int nY) {
+        const CTestBitmap picture(SIDE, SIDE);
+        EXPECT_EQ(1, QELSetSmooth(host, nSmooth));
+        host.Draw(picture.Dc());
+        int nLeast = 255;
+        for (int x = 25; x < 35; ++x) nLeast = std::min<int>(nLeast, GetRValue(picture.At(x, nY)));
+        return nLeast;
+    };
+    constexpr int FILL_RED = 255; // of the first colour
+    for (const int nY : {35, 45}) {
+        EXPECT_EQ(0, darkest(0, nY));
+        for (const int nSmooth : {2, 3, 4}) EXPECT_LT(darkest(nSmooth, nY), FILL_RED / 3);
+    }
+}
+
 TEST(Smooth, HatchesAndGradientsAreAsWithout)
 {
     for (int nDraft = 0; nDraft < DRAFT_COUNT; ++nDraft)

@@ -12,6 +12,7 @@ from PIL import Image
 ROOT = Path(__file__).resolve().parents[2]
 SECONDS = 120  # no run takes as long; one that hangs is to fail
 BACKGROUND = "c0c0c0"
+PLAIN_PIXELS = "--smooth 0"  # for what is compared with a .bmp, which is drawn so without being told
 
 # A drawing of 40 by 30 units with this line has the bytes ff, 00, 00 from 10,10 to before 30,20.
 PLAIN = '<rect style="0x1" dr="1" fg="0xff" lnwid="0" crd="10 10 30 20"/>'

@@ -7,7 +7,7 @@ import subprocess
 import pytest
 
 from gif import Animation, changed, farthest
-from support import COVER, assert_refused, first_difference, rows
+from support import COVER, PLAIN_PIXELS, assert_refused, first_difference, rows
 
 # It covers the whole picture, so every frame is a picture of its own.
 PANEL = (COVER, '<scale scid="7" sctype="horizdn" pin="1" crd="4 3 36 13"/>',
@@ -17,7 +17,7 @@ IDS = ('<meter mtid="5" crd="1 1 9 9"/>', '<meter mtid="40" crd="1 1 9 9"/>', '<
 
 def animate(tool, drawing, options):
     """Makes a GIF without a word and reads it."""
-    assert tool.line(f"animate {drawing} a.gif {options}") == (0, "", "")
+    assert tool.line(f"animate {drawing} a.gif {PLAIN_PIXELS} {options}") == (0, "", "")
     return Animation(tool.folder / "a.gif")
 
 

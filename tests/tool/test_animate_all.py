@@ -3,7 +3,7 @@ is what qel render draws then."""
 import pytest
 
 from gif import Animation
-from support import PLAIN, assert_refused, first_difference, rows
+from support import PLAIN, PLAIN_PIXELS, assert_refused, first_difference, rows
 
 LAMP = '<status id="lamp{0}" stx="{0}"><rect style="0x1" dr="1" fg="0x{0}0ff" lnwid="0" crd="{0}0 10 {0}9 20"/></status>'
 LAMPS = LAMP.format(1) + LAMP.format(2) + LAMP.format(3)
@@ -15,7 +15,7 @@ TEXT = '<text id="temp" fg="0xffffff" crd="0 0 40 30">##.#</text>'
 def animate(tool, line, options):
     """The frames, each as often as it shows: equal ones are stored as one that shows as long as both."""
     tool.drawing("live.qel", line)
-    assert tool.line("animate live.qel a.gif --size 40x30 " + options) == (0, "", "")
+    assert tool.line(f"animate live.qel a.gif --size 40x30 {PLAIN_PIXELS} {options}") == (0, "", "")
     return Animation(tool.folder / "a.gif")
 
 

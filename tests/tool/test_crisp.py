@@ -21,8 +21,8 @@ def shown(studio):
     """A folder with the pictures that several tests look at."""
     for name, lines in (("plain", PLAIN), ("upright", UPRIGHT), ("slanted", SLANTED)):
         studio.drawing(name + ".qel", lines)
-    for name, options in (("jagged", ""), ("twice", "--smooth 2"), ("smooth", "--smooth 4"),
-                          ("through", "--smooth 4 --transparent"), ("cut", "--transparent")):
+    for name, options in (("jagged", "--smooth 0"), ("twice", "--smooth 2"), ("smooth", "--smooth 4"),
+                          ("through", "--smooth 4 --transparent"), ("cut", "--smooth 0 --transparent")):
         studio.shot("slanted.qel", options + ("" if "transparent" in options else " --background ffffff"),
                     name + ".png")
     studio.shot("plain.qel", "--transparent", "rect.png")
@@ -63,7 +63,7 @@ def test_scale_makes_a_picture_larger_that_has_no_size_of_its_own(shown, options
 
 @pytest.mark.parametrize("scale, width", ((50, 1), (100, 2), (150, 3), (200, 4), (400, 8)))
 def test_scale_widens_pens(shown, scale, width):
-    picture = shown.draw("wide.png", "upright.qel", f"--scale {scale} --zoom 2")
+    picture = shown.draw("wide.png", "upright.qel", f"--smooth 0 --scale {scale} --zoom 2")
     image = shown.image(picture)
     row = [image.getpixel((x, image.height // 2)) for x in range(image.width)]
     assert row.count((0, 0, 0)) == width
@@ -106,9 +106,25 @@ def test_more_samples_make_more_shades(shown):
     assert len(colors(shown, "smooth.png")) > len(colors(shown, "twice.png"))
 
 
-def test_smooth_0_is_as_without(shown):
-    shown.shot("slanted.qel", "--smooth 0 --background ffffff", "none.png")
-    assert shown.bytes("none.png") == shown.bytes("jagged.png")
+@pytest.mark.parametrize("kind, samples", (("png", 4), ("jpg", 4), ("jpeg", 4), ("bmp", 0)))
+def test_pictures_for_screens_are_smooth_by_default(shown, kind, samples):
+    drawn = {option: shown.bytes(shown.shot("slanted.qel", option, "default." + kind))
+             for option in ("", "--smooth 0", "--smooth 4")}
+    assert drawn[""] == drawn[f"--smooth {samples}"]
+    assert drawn["--smooth 0"] != drawn["--smooth 4"]
+
+
+def test_standard_output_is_smooth_by_default(shown):
+    with open(shown.folder / "out.bin", "wb") as out:
+        assert shown.run("render", "slanted.qel", "-", "--size", "40x30", "--background", "ffffff",
+                         stdout=out).status == 0
+    with Image.open(io.BytesIO(shown.bytes("out.bin"))) as image:
+        assert first_difference(image.convert("RGB"), shown.image("smooth.png")) == ""
+
+
+def test_transparent_edges_are_smooth_by_default(shown):
+    shown.shot("slanted.qel", "--transparent", "default.png")
+    assert with_alpha(shown, "default.png") == with_alpha(shown, "through.png")
 
 
 def test_smooth_changes_nothing_of_an_emf(shown):
@@ -128,9 +144,21 @@ def test_other_numbers_of_samples_are_refused(tool, value):
     assert_refused(tool, f"render plain.qel a.png --smooth={value}", "--smooth wants 2, 3 or 4 samples each way, or 0")
 
 
+@pytest.mark.parametrize("options, is_smooth", (("", True), ("--smooth 0 ", False)))
+def test_moving_needles_are_smooth_by_default(shown, options, is_smooth):
+    # A partial draw onto the frame before has the plain pixels.
+    shown.drawing("needle.qel", '<meter upin="1" mtype="round" crd="20 15 13 2 2 38 28"/>')
+    common = options + "--size 80x60 --set 0.face-color=0xffffff --set 0.labels=0 --background ffffff "
+    assert shown.line(f"animate needle.qel needle.gif {common} --frames 3 --value 0=0..9") == (0, "", "")
+    frames = Animation(shown.folder / "needle.gif").frames
+    stills = [shown.image(shown.draw("still.png", "needle.qel", common + f"--value 0={value}")) for value in (0, 5, 9)]
+    assert [first_difference(*pair) for pair in zip(frames, stills)] == [""] * 3
+    assert [len(set(frame.getdata())) > 4 for frame in frames] == [is_smooth] * 3
+
+
 def test_frames_of_animate_are_smooth_and_scaled(shown):
     shown.drawing("moving.qel", SLANTED, '<text id="t" fg="0x0" crd="1 23 39 29">##</text>')
-    options = "--size 80x60 --smooth 4 --scale 200"
+    options = "--size 80x60 --scale 200"
     result = shown.line(f"animate moving.qel moving.gif {options} --frames 2 --value t=10..20")
     assert result == (0, "", "")
     frame = Animation(shown.folder / "moving.gif").frames[1]

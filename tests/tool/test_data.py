@@ -3,7 +3,7 @@ look like, and what is refused."""
 import pytest
 
 from gif import Animation
-from support import assert_refused, first_difference, rows
+from support import PLAIN_PIXELS, assert_refused, first_difference, rows
 
 # Each covers its place, so that every frame is a picture of its own.
 PANEL = ('<rect style="0x1" dr="1" fg="0x203040" lnwid="0" crd="0 0 40 30"/>',
@@ -70,7 +70,7 @@ def test_the_table_comes_after_the_other_values(tool, panel):
 def played(tool, panel):
     """An animation of a table, and what render draws of each of its rows."""
     tool.file("t.csv", "tank.level,8,lamp,temp\n1,9,0,1.5\n5,,1,12.25\n9.5,2,0,\n")
-    assert tool.line("animate panel.qel a.gif --size 40x30 --data t.csv --fps 5") == (0, "", "")
+    assert tool.line(f"animate panel.qel a.gif --size 40x30 {PLAIN_PIXELS} --data t.csv --fps 5") == (0, "", "")
     return Animation(tool.folder / "a.gif"), of_rows(tool, 3)
 
 
@@ -91,13 +91,13 @@ def test_the_rows_differ(played):
 
 def test_one_row_is_a_still_picture(tool, panel):
     tool.file("t.csv", "7\n5\n")
-    assert tool.line("animate panel.qel a.gif --size 40x30 --data t.csv") == (0, "", "")
+    assert tool.line(f"animate panel.qel a.gif --size 40x30 {PLAIN_PIXELS} --data t.csv") == (0, "", "")
     assert Animation(tool.folder / "a.gif").facts() == "GIF89a 40x30 loops 0 frames 1"
 
 
 def test_ranges_go_over_the_rows(tool, panel):
     tool.file("t.csv", "7\n5\n6\n7\n")
-    assert tool.line("animate panel.qel a.gif --size 40x30 --data t.csv --value 8=2..4") == (0, "", "")
+    assert tool.line(f"animate panel.qel a.gif --size 40x30 {PLAIN_PIXELS} --data t.csv --value 8=2..4") == (0, "", "")
     pictures = [picture(tool, f"--value 7={first} --value 8={second}") for first, second in ((5, 2), (6, 3), (7, 4))]
     frames = Animation(tool.folder / "a.gif").frames
     assert [first_difference(*pair) for pair in zip(frames, pictures)] == [""] * 3
@@ -109,7 +109,7 @@ def test_ranges_go_over_the_rows(tool, panel):
 def test_a_column_that_shows_nowhere_is_a_warning_once(tool):
     tool.drawing("panel.qel", '<text id="temp" crd="0 0 40 30">abc</text>')
     tool.file("t.csv", "temp\n5\n6\n")
-    result = tool.line("animate panel.qel a.gif --size 40x30 --data t.csv")
+    result = tool.line(f"animate panel.qel a.gif --size 40x30 {PLAIN_PIXELS} --data t.csv")
     assert result == (0, "", "qel: warning: 't.csv': the row of names, column 1 'temp': the text has no run of # (##.#) "
                              "that shows it")
 

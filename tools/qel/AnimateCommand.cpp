@@ -134,10 +134,11 @@ private:
 // Sets what moves, frame by frame, and paints it.
 class CPlayer {
 public:
-    CPlayer(const CScene& scene, const SceneOptions& options, const Pace& pace)
+    CPlayer(const CScene& scene, const SceneOptions& options, const Pace& pace, bool bSmooth)
         : m_scene(scene), m_options(options), m_pace(pace), m_time(options.live, pace),
           m_bClock(FindHostElements(scene.Drawing()).HasClock()),
-          m_bInParts(options.live.MovesNumbersAlone() && !m_bClock && !pace.nBlinkFrames)
+          m_bInParts(options.live.MovesNumbersAlone() && !bSmooth && !m_bClock &&
+                     !pace.nBlinkFrames)
     {
     }
 
@@ -155,7 +156,7 @@ private:
     const Pace& m_pace;
     CPlayedTime m_time;
     bool m_bClock;
-    bool m_bInParts; // partial draws show all that moves
+    bool m_bInParts; // partial draws, which are never smooth, show all that moves
 };
 
 void CPlayer::Paint(HDC hdc, int nFrame) const
@@ -200,9 +201,9 @@ constexpr char ABOUT[] =
 status number from one number to another (FROM..TO), evenly from the first frame to the last, all
 that a table has (--data), blinking colours (--blink-frames), and clocks, which go on by the time
 that each frame shows; then again from the beginning. All other options hold from the first frame
-on. Where values of numbers alone move, the first frame is drawn in full, and after it only the
-moving parts are drawn over what stands there, as a host does it; else each frame is what 'qel
-render' draws. IN - is standard input, OUT - standard output.
+on. Each frame is what 'qel render' draws; but where values of numbers alone move, with --smooth 0,
+the first frame is drawn in full, and after it only the moving parts are drawn over what stands
+there, as a host does it. IN - is standard input, OUT - standard output.
 
 The picture has the exact colours when all frames together have at most 256 of them, else the 256
 that come nearest. While it works, a terminal shows how far it is.)";
@@ -229,8 +230,9 @@ int RunAnimate(const CommandLine& given)
             "--transparent is of 'qel render' alone: the frames of a .gif stand one over "
             "the other");
     TakeFrames(options.live.Table(), &pace);
-    const CScene scene(options);
-    const CPlayer player(scene, options, pace);
+    const long nSmooth = SmoothSamples(options, true);
+    const CScene scene(options, nSmooth);
+    const CPlayer player(scene, options, pace, nSmooth != 0);
     WriteComplete(options.out, [&](const std::wstring& name) { return player.Play().Write(name); });
     scene.TellUnheard();
     if (!player.Moves())

@@ -43,7 +43,8 @@ Examples:
   qel render pump.qel pump.png
   qel render pump.qel pump.jpg --size 1600x1200 --background FFFFFF
   qel render pump.qel -o pump.png --width=640
-  qel render pump.qel pump.png --smooth 4 --transparent
+  qel render pump.qel pump.png --scale 200 --transparent
+  qel render pump.qel pump.png --smooth 0
   qel render pump.qel turned.emf --rotate 90 --font "WenQuanYi Micro Hei Mono"
   qel render gauge.qel gauge.png --set 0.max=100 --set 0.pin-color=0x0000ff --value 0=62.5
   qel render panel.qel panel.png --status 1 --value 41=380 --time 10:08:36
@@ -71,7 +72,8 @@ int RunRender(const CommandLine& given)
     if (options.bTransparent && nKind != PictureKind::Png)
         throw CTrouble(
             "--transparent wants a picture .png: other kinds have no transparent places");
-    const CScene scene(options);
+    const bool bForScreen = nKind == PictureKind::Png || nKind == PictureKind::Jpeg;
+    const CScene scene(options, SmoothSamples(options, bForScreen));
     Write(scene, options);
     scene.TellUnheard();
     return EXIT_CLEAN;

@@ -18,6 +18,7 @@ namespace {
 
 constexpr LONG WANTED_WIDTH = 800;
 constexpr LONG MAX_SIDE = 16384;
+constexpr long SCREEN_SAMPLES = 4;
 constexpr LONG MAX_PIXELS = 8192 * 8192; // so many fit a process of 32 bits, and their file as well
 
 // Digits alone.
@@ -156,9 +157,9 @@ constexpr SettingRow<SceneOptions> g_rows[] = {
      [](const GivenOption& given, SceneOptions* p) { p->nScale = ReadScale(given.value); }},
     {{VALUE, "--smooth", "N", PICTURE_GROUP,
       "each pixel is the mean of 2, 3 or 4 samples each way, so that slanted lines, arcs and "
-      "letters "
-      "are smooth; 0, by default, is none. Of .emf, which has no pixels, nothing changes"},
-     [](const GivenOption& given, SceneOptions* p) { p->nSmooth = ReadSmooth(given.value); }},
+      "letters are smooth; 0 is none. By default 4 for .png, .jpg and .gif, 0 for .bmp. Of .emf, "
+      "which has no pixels, nothing changes"},
+     [](const GivenOption& given, SceneOptions* p) { p->smooth = ReadSmooth(given.value); }},
     {{VALUE, "--background", "RRGGBB", PICTURE_GROUP,
       "hexadecimal; by default C0C0C0, on which black and white both show. Here as everywhere a "
       "colour is taken, #RRGGBB is one, too"},
@@ -244,14 +245,14 @@ SIZE PictureSize(const CDrawing& drawing, const SceneOptions& options)
 }
 
 // Gives the drawing its size, its turn and its phase; the size of the picture.
-SIZE SetUp(const CDrawing& drawing, const SceneOptions& options)
+SIZE SetUp(const CDrawing& drawing, const SceneOptions& options, long nSmooth)
 {
     if (IsPositive(options.size) && !IsPositive(drawing.RefSize()))
         GiveSize(drawing, options.size, options.nRotate);
     if (options.nRotate) QELRotate(drawing.Engine(), options.nRotate);
     if (options.bBlink) QELSetBlinkState(drawing.Engine(), 1);
     QELSetPixelScale(drawing.Engine(), static_cast<DWORD>(options.nScale));
-    QELSetSmooth(drawing.Engine(), static_cast<int>(options.nSmooth));
+    QELSetSmooth(drawing.Engine(), static_cast<int>(nSmooth));
     const SIZE size = PictureSize(drawing, options);
     const RECT rc{0, 0, size.cx, size.cy};
     QELSetQELRect(drawing.Engine(), &rc);
@@ -298,6 +299,11 @@ void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOpt
         throw CTrouble("--transparent and --background: a transparent picture has no background");
 }
 
+long SmoothSamples(const SceneOptions& options, bool bForScreen)
+{
+    return options.smooth.value_or(bForScreen ? SCREEN_SAMPLES : 0);
+}
+
 bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
 {
     if (text.empty() || text.size() > 9 || std::iswspace(text[0])) return false;
@@ -306,8 +312,8 @@ bool ReadNumber(const std::wstring& text, int nBase, long* pnValue)
     return *pEnd == 0;
 }
 
-CScene::CScene(const SceneOptions& options)
-    : m_options(options), m_drawing(options.in), m_size(SetUp(m_drawing, options)),
+CScene::CScene(const SceneOptions& options, long nSmooth)
+    : m_options(options), m_drawing(options.in), m_size(SetUp(m_drawing, options, nSmooth)),
       m_face(options.font.empty() ? DefaultTextFace() : options.font)
 {
     if (const SYSTEMTIME* pTime = options.live.Time()) SetTime(*pTime, *pTime);

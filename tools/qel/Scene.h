@@ -6,6 +6,7 @@
 #include "tools/qel/LiveOptions.h"
 
 #include <functional>
+#include <optional>
 
 namespace qel {
 
@@ -18,10 +19,10 @@ struct SceneOptions {
     bool bWhole = false; // the size was given as one
     double fZoom = 0;    // 0: so that the picture is wide enough
     COLORREF clrBackground = RGB(0xC0, 0xC0, 0xC0);
-    bool bBackground = false;  // one was asked for
-    bool bTransparent = false; // there is none
-    long nScale = 100;         // the pixel scale, in percent
-    long nSmooth = 0;          // samples each way
+    bool bBackground = false;   // one was asked for
+    bool bTransparent = false;  // there is none
+    long nScale = 100;          // the pixel scale, in percent
+    std::optional<long> smooth; // samples each way; else as the kind of picture has them
     int nRotate = 0;
     bool bBlink = false;
     bool bPressed = false;
@@ -36,6 +37,9 @@ void AddSceneOptions(OptionRows* pRows);
 void ReadSceneOptions(const CommandLine& given, const char* pszCommand, SceneOptions* pOptions,
                       const std::function<void(const GivenOption&)>& takeOwn);
 
+// The samples each way that were asked for, or those of a picture on a screen.
+long SmoothSamples(const SceneOptions& options, bool bForScreen);
+
 // Of the help: how the values of these options are written.
 extern const char* const g_sceneNotes;
 
@@ -45,7 +49,7 @@ bool ReadNumber(const std::wstring& text, int nBase, long* pnValue);
 // A drawing in its size and position, with all values set but the ranges.
 class CScene {
 public:
-    explicit CScene(const SceneOptions& options);
+    CScene(const SceneOptions& options, long nSmooth);
 
     [[nodiscard]] SIZE Size() const { return m_size; }
     [[nodiscard]] const CDrawing& Drawing() const { return m_drawing; }

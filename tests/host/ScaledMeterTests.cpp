@@ -1,0 +1,132 @@
+// Meters and scales of all types and looks at another pixel scale against the plain picture
+// enlarged.
+#include "tests/support/Scaled.h"
+
+#include <cstring>
+#include <set>
+
+namespace {
+
+constexpr int SIDE = 240;
+
+// A type with the settings that it is tried with, beside the common ones.
+struct Looks {
+    const char* pszType;
+    const char* pszCrd;
+    std::vector<std::string> sets;
+};
+
+constexpr char COMMON[] = "scale-color=0xff label-color=0 "
+                          "low-color=0x8080 high-color=0x808000 max=100 scale-end=100 ";
+// Lengths of which the parts that are asked for are whole pixels.
+constexpr char DIAL[] = "120 120 111 4 4 236 236";
+constexpr char ARC[] = "120 120 111 4 4 236 236 45 315";
+constexpr char BAR[] = "15 10 116 110";
+constexpr char BODY[] = "15 10 121 115";
+const std::string ALARM = "alarm=1 low-limit=25 high-limit=75";
+// Inside of the hub and around the cylinder nothing else is seen, which has less than a pixel.
+const std::string HUB = "face-color=0xff0000 ";
+// What is drawn twice in two colours may show the first one beside the second.
+const std::string EDGES = "pin-color=0xff ";
+const std::string CYLINDER = "frame-option=1 face-color=0xffffff ";
+
+const std::vector<std::string> g_bars{
+    "", "ticks=20 major-every=4", "reverse=1", "use-base=1 base=50", "fill-only=1", "min=-100"};
+const std::vector<std::string> g_bodies{
+    EDGES + "frame=1", CYLINDER + "frame=1",          "reverse=1",
+    CYLINDER,          EDGES + "frame=1 fill-only=1", EDGES + "frame=1 use-base=1 base=20"};
+
+const Looks g_meters[] = {
+    {"vert", BAR, g_bars},
+    {"horz", BAR, g_bars},
+    {"vert3d", BODY, g_bodies},
+    {"horz3d", BODY, g_bodies},
+    {"round", DIAL, {"", ALARM, "full-circle=1", "angle=30 ticks=20", "reverse=1"}},
+    {"Arc", ARC, {HUB, HUB + ALARM, HUB + "ticks=20 major-every=4", HUB + "reverse=1"}},
+    {"pie", ARC, {"", "ticks=20", "reverse=1"}},
+    {"pieUpgrade", ARC, {"", "axis-style=1", "axis-style=2", "axis-style=3", "reverse=1"}},
+    {"clock", DIAL, {"", "axis-style=1", "axis-style=2", "axis-style=3"}},
+    {"roundUpgrade",
+     DIAL,
+     {"pin-style=0", "pin-style=1 axis-style=1", "pin-style=2 axis-style=2",
+      "pin-style=3 axis-style=3", "pin-style=4", ALARM, "full-circle=1 angle=30"}},
+    {"sector", DIAL, {"sectors=1", "sectors=3", "sectors=7"}}};
+
+bool IsBar(const Looks& looks)
+{
+    return looks.pszCrd == BAR || looks.pszCrd == BODY;
+}
+
+// With the colours that a set does not tell itself.
+std::string Settings(const std::string& set)
+{
+    std::string settings = COMMON + set;
+    if (set.find("pin-color") == std::string::npos) settings += " pin-color=0xff0000";
+    if (set.find("face-color") == std::string::npos) settings += " face-color=0xc0c0c0";
+    return settings + " labels=0";
+}
+
+// Clocks have no hands, which would show the time of the run, and charts none of their own.
+std::string Meter(const Looks& looks, const std::string& set)
+{
+    const std::string type = looks.pszType;
+    const std::string pin = type == "clock" || type == "sector" ? "0" : "1";
+    // Of which a bar has a whole number of pixels, and which is none of a tick.
+    const std::string value = IsBar(looks) ? "60" : "64";
+    const std::string face = IsBar(looks) ? "<rect crd='15 10 75 100' lnwid='0' style='0x1'/>" : "";
+    // The system leaves gaps between the sectors of a chart, which have its outlines' colour then.
+    const std::string below =
+        type == "sector" ? "<circle crd='120 120 110' style='0x1' dr='1' fg='0x0' lnwid='0'/>" : "";
+    return below + "<meter mtid='0' usc='1' upin='" + pin + "' mtype='" + type + "' crd='" +
+           looks.pszCrd + "' value='" + value + "' set='" + Settings(set) + "'>" + face +
+           "</meter>";
+}
+
+// With a hatch in the bars, and values in the sectors.
+std::string UnlikeMeter(const std::string& body, Near nNear, int nDraft = DRAFT_SOLID_TEXT)
+{
+    CScaled scaled(body, SIDE);
+    QELSetParam(scaled.Engine(), QEL_PARAM_DRAFT, nDraft);
+    QELSetParam(scaled.Engine(), QEL_PARAM_DRAFT_FORE, 0x20C0C0);
+    QELSetParam(scaled.Engine(), QEL_PARAM_DRAFT_BACK, 0xC020C0);
+    for (DWORD n = 1; n <= 7; ++n) QELSetScaleParam(scaled.Engine(), n, QEL_SEL_VALUE, 10 + 3 * n);
+    const CPixels plain = scaled.Render(1);
+    EXPECT_GT(plain.Counts().size(), 1U) << body;
+    for (const int nTimes : SCALES) {
+        const CPixels large = scaled.Render(nTimes);
+        std::string unlike = Unlike(plain, large, ReachOf(nNear, nTimes));
+        if (unlike.empty()) unlike = UnlikeShares(plain, large);
+        if (!unlike.empty()) return unlike + ": " + body;
+    }
+    return "";
+}
+
+} // namespace
+
+TEST(ScaledMeters, HaveLooksOfEachType)
+{
+    std::set<std::string> types;
+    for (const Looks& looks : g_meters) types.insert(looks.pszType);
+    EXPECT_EQ(11U, types.size());
+}
+
+TEST(ScaledMeters, BarsArePlainOnesEnlarged)
+{
+    for (const Looks& looks : g_meters)
+        for (const std::string& set : looks.sets)
+            for (const int nDraft : {int{DRAFT_SOLID_TEXT}, 6}) {
+                if (looks.pszCrd != BAR) continue;
+                EXPECT_EQ("", UnlikeMeter(Meter(looks, set), Near::Blocks, nDraft));
+            }
+}
+
+TEST(ScaledMeters, OthersAreNearThePlainOnesEnlarged)
+{
+    for (const Looks& looks : g_meters)
+        for (const std::string& set : looks.sets)
+            if (looks.pszCrd != BAR) {
+                // The ends of zones lie behind ticks that are as wide.
+                const Near nNear = set.ends_with(ALARM) ? Near::Pointed : Near::Reckoned;
+                EXPECT_EQ("", UnlikeMeter(Meter(looks, set), nNear));
+            }
+}
