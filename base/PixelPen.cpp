@@ -91,7 +91,7 @@ bool IsBrokenNow(HDC hdc) // the pen that is selected
 {
     EXTLOGPEN pen{};
     HGDIOBJ hPen = ::GetCurrentObject(hdc, OBJ_PEN);
-    if (!hPen || ::GetObjectType(hPen) != OBJ_EXTPEN) return false;
+    if (::GetObjectType(hPen) != OBJ_EXTPEN) return false;
     const int nSize = ::GetObjectA(hPen, 0, nullptr);
     alignas(EXTLOGPEN) unsigned char room[sizeof(EXTLOGPEN) + sizeof(g_dashes[0].nLengths)];
     if (nSize > static_cast<int>(sizeof room) || !::GetObjectA(hPen, nSize, room)) return false;
