@@ -1,5 +1,6 @@
 #include "base/Arena.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -35,7 +36,7 @@ char* CArena::NewChunk(std::size_t nSize)
         pChunk = static_cast<Chunk*>(std::malloc(HEAD + nChunk));
         if (!pChunk) return nullptr;
         pChunk->nSize = nChunk;
-        if (!bOwn && m_nNextChunk < LAST_CHUNK) m_nNextChunk *= 2;
+        if (!bOwn) m_nNextChunk = std::min(2 * m_nNextChunk, LAST_CHUNK);
     }
     pChunk->pNext = m_pChunks;
     m_pChunks = pChunk;

@@ -76,10 +76,10 @@ private:
         return static_cast<uint32_t>((nHigh << WORD_BITS | nLow) >> nShift);
     }
     [[nodiscard]] uint32_t Word(int n) const { return n >= 0 && n < WORDS ? m_nWords[n] : 0; }
+    // There is room to spare, so that the carry ends.
     void Increment()
     {
-        for (uint32_t& nWord : m_nWords)
-            if (++nWord != 0) return;
+        for (uint32_t* pWord = m_nWords; ++*pWord == 0;) ++pWord;
     }
 
     uint32_t m_nWords[WORDS];

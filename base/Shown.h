@@ -11,6 +11,10 @@ bool IsSurface(HDC hdc);
 // box is seen by nobody: no bounds are summed up.
 bool HasPlainState(HDC hdc);
 
+// Whether the device context only moves what lies in a rectangle, by how much. A 16-bit metafile
+// does not tell.
+bool IsMovedAlone(HDC hdc, const RECT& rc, POINT* pptOffset);
+
 bool Covers(const RECT& rcOuter, const RECT& rc);
 
 // The clip box, in the units of the figures. False where more than it may count: then all of every

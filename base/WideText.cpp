@@ -115,8 +115,7 @@ bool ToPageText(uint32_t nPage, const wchar_t* psz, char (&szOut)[TEXT_BYTES])
     char sz[TEXT_BYTES];
     if (!::WideCharToMultiByte(nPage, 0, psz, -1, sz, sizeof sz, nullptr, nullptr)) return false;
     const CWideText back(nPage, sz);
-    const auto nBack = static_cast<std::size_t>(back.Length());
-    if (nBack != nLength || std::memcmp(back.Text(), psz, nLength * sizeof *psz) != 0) return false;
+    if (!std::equal(psz, psz + nLength, back.Text(), back.Text() + back.Length())) return false;
     std::memcpy(szOut, sz, std::strlen(sz) + 1);
     return true;
 }

@@ -9,6 +9,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 
 namespace {
@@ -267,13 +268,22 @@ int CGradient::Fill(HDC hdc, int32_t nX, int32_t nY, int32_t nWidth, int32_t nHe
     return 1;
 }
 
+namespace {
+
+// Without a handle nobody could close it.
+HQELGRADIENT HandOut(std::unique_ptr<CGradient>* pGradient, uintptr_t nValue)
+{
+    if (nValue) static_cast<void>(pGradient->release()); // its handle has it from here on
+    return ToHandle<HQELGRADIENT>(nValue);
+}
+
+} // namespace
+
 HQELGRADIENT CreatePrivateGradient(const RECT* prc, int nKind, COLORREF clr1, COLORREF clr2)
 {
-    CGradient* pGradient = CGradient::Create(prc, nKind, clr1, clr2);
-    if (!pGradient) return nullptr;
-    const uintptr_t nValue = pGradient->Handle().PrivateValue();
-    if (!nValue) delete pGradient;
-    return ToHandle<HQELGRADIENT>(nValue);
+    std::unique_ptr<CGradient> gradient(CGradient::Create(prc, nKind, clr1, clr2));
+    if (!gradient) return nullptr;
+    return HandOut(&gradient, gradient->Handle().PrivateValue());
 }
 
 void ShareGradient(HQELGRADIENT hGradient)
@@ -286,11 +296,9 @@ void ShareGradient(HQELGRADIENT hGradient)
 HQELGRADIENT QELAPI QELCreateGradientDescriptor(const RECT* prc, int nKind, COLORREF clr1,
                                                 COLORREF clr2)
 {
-    CGradient* pGradient = CGradient::Create(prc, nKind, clr1, clr2);
-    if (!pGradient) return nullptr;
-    const uintptr_t nValue = pGradient->Handle().Value();
-    if (!nValue) delete pGradient;
-    return ToHandle<HQELGRADIENT>(nValue);
+    std::unique_ptr<CGradient> gradient(CGradient::Create(prc, nKind, clr1, clr2));
+    if (!gradient) return nullptr;
+    return HandOut(&gradient, gradient->Handle().Value());
 }
 
 int QELAPI QELCloseGradientDescriptor(HQELGRADIENT hGradient)

@@ -117,7 +117,7 @@ protected:
 private:
     static bool IsOf(const CElementHandle* pHandle, const void* pContext)
     {
-        return static_cast<const CQELDocElm*>(pHandle)->m_pContext == pContext;
+        return static_cast<const CQELDocElm&>(*pHandle).m_pContext == pContext;
     }
     int TakeCopyId(const char* pszSource);
 

@@ -78,7 +78,8 @@ bool CQELViewDrawRgn::PaintedRect(const QelRect& rcQel, RECT* prcOut) const
 bool CQELViewDrawRgn::IsHit(const QelRect& rcQel, POINT pt) const
 {
     RECT rc{};
-    return MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags) && ::PtInRect(&rc, pt);
+    MapRect(rcQel, RefW(), RefH(), m_rc, &rc, m_nFlags); // what cannot be mapped is empty
+    return ::PtInRect(&rc, pt);
 }
 
 bool CQELViewDrawRgn::MapUnits(const QelRect& rcQel, UnitMap* pOut) const

@@ -110,7 +110,7 @@ int CQELViewMeter::Draw(HDC hdc, const QelRect& rcQel, uint32_t nFlags)
         PassPins(pRenderer);
         pRenderer->SetWideTexts(TextPage() != PAGE_ANSI);
         const LiveState* pState = Live();
-        if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer, pState);
+        if (nFlags & DRAW_UPDATE) PrepareToUpdate(pRenderer);
         const int32_t nLast = pRenderer->GetLastValue();
         const int32_t nLastReadOut = pRenderer->GetLastReadOut();
         DrawValue(hdc, nFlags, pRenderer, pState);
@@ -150,10 +150,10 @@ void CQELViewMeter::PrepareToDraw(HDC hdc, const QelRect& rcQel, MeterPicture* p
 }
 
 // The zone of the read-out is that of the value that is shown, and clocks show the drawing's time.
-void CQELViewMeter::PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const
+void CQELViewMeter::PrepareToUpdate(CMeter* pRenderer) const
 {
     pRenderer->SetLastReadOut(m_bFloats ? TruncToInt(m_fValue) : static_cast<int32_t>(m_nValue));
-    if (pState) pRenderer->SetClock(&Drawing()->DrawingLayer()->Clock());
+    pRenderer->SetClock(&Drawing()->DrawingLayer()->Clock());
 }
 
 void CQELViewMeter::DrawValue(HDC hdc, uint32_t nFlags, CMeter* pRenderer,

@@ -117,7 +117,7 @@ private:
     [[nodiscard]] RECT RendererRect(const QelRect& rcQel, const RECT& rcFace) const;
     [[nodiscard]] int Miss() const;
     void PrepareToDraw(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture);
-    void PrepareToUpdate(CMeter* pRenderer, const LiveState* pState) const;
+    void PrepareToUpdate(CMeter* pRenderer) const;
     void DrawFace(HDC hdc, const QelRect& rcQel, uint32_t nFlags);
     [[nodiscard]] bool HasOtherFace(MeterPicture* pPicture);
     void MakeFaceRegion(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture);

@@ -31,10 +31,8 @@ int CQELEngine::GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const
 int CQELEngine::GetIdDrawRect(const char* pszId, RECT* prc)
 {
     ::SetRectEmpty(prc);
-    const CIdentifiers* pIds = Identifiers();
-    if (!pIds) return 0;
     CRectHull hull;
-    for (const IdBearer* p = pIds->Find(pszId); p; p = pIds->Next(p)) {
+    for (const IdBearer* p = m_identifiers.Find(pszId); p; p = m_identifiers.Next(p)) {
         RECT rc{};
         if (FindPaintedRect(p->pView, m_view.Root(), PaintRect(), &rc)) hull.Add(rc);
     }
@@ -43,25 +41,21 @@ int CQELEngine::GetIdDrawRect(const char* pszId, RECT* prc)
 
 CQELDocElm* CQELEngine::FindElem(const char* pszId)
 {
-    const CIdentifiers* pIds = Identifiers();
-    const IdBearer* pBearer = pIds ? pIds->Find(pszId) : nullptr;
+    const IdBearer* pBearer = m_identifiers.Find(pszId);
     return pBearer ? pBearer->pDoc : nullptr;
 }
 
 CQELDocElm* CQELEngine::ElemFromPoint(POINT pt)
 {
-    const CPlaces* pPlaces = Places();
-    const PaintedElm* pElm = pPlaces ? pPlaces->Topmost(pt, m_rcDraw) : nullptr;
+    const PaintedElm* pElm = m_places.Topmost(pt, m_rcDraw);
     return pElm ? pElm->pDoc : nullptr;
 }
 
 const char* CQELEngine::IdFromPoint(POINT pt)
 {
-    const CPlaces* pPlaces = Places();
-    const CIdentifiers* pIds = Identifiers();
-    const PaintedElm* pElm = pPlaces && pIds ? pPlaces->Topmost(pt, m_rcDraw) : nullptr;
+    const PaintedElm* pElm = m_places.Topmost(pt, m_rcDraw);
     for (const CQELViewElm* p = pElm ? pElm->pView : nullptr; p; p = p->Parent())
-        if (const IdBearer* pBearer = pIds->BearerOf(p)) return pBearer->pszId;
+        if (const IdBearer* pBearer = m_identifiers.BearerOf(p)) return pBearer->pszId;
     return nullptr;
 }
 

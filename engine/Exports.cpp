@@ -6,6 +6,7 @@
 #include "engine/Reasons.h"
 
 #include <cstring>
+#include <memory>
 #include <new>
 
 namespace {
@@ -67,6 +68,15 @@ bool ToAnsiPath(const wchar_t* pszWide, char (&szOut)[MAX_PATH_BYTES])
     return true;
 }
 
+// The value of its handle, which has it from here on. 0 without memory and without a handle.
+template <class T>
+uintptr_t HandOut(std::unique_ptr<T> made)
+{
+    const uintptr_t nValue = made ? made->Handle().Value() : 0;
+    if (nValue) static_cast<void>(made.release());
+    return nValue;
+}
+
 } // namespace
 
 // ---- engine and file
@@ -75,13 +85,9 @@ HQELENGINE QELAPI CreateQELEngine()
 {
     uintptr_t nValue = 0;
     if (CShowOnlyRecord::IsOn()) {
-        auto* pRecord = new (std::nothrow) CShowOnlyRecord;
-        if (pRecord) nValue = pRecord->Handle().Value();
-        if (!nValue) delete pRecord;
+        nValue = HandOut(std::unique_ptr<CShowOnlyRecord>(new (std::nothrow) CShowOnlyRecord));
     } else {
-        auto* pEngine = new (std::nothrow) CQELEngine(false);
-        if (pEngine) nValue = pEngine->Handle().Value();
-        if (!nValue) delete pEngine;
+        nValue = HandOut(std::unique_ptr<CQELEngine>(new (std::nothrow) CQELEngine(false)));
     }
     return OrFail(nullptr, ToHandle<HQELENGINE>(nValue), QEL_ERROR_MEMORY);
 }

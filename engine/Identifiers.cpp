@@ -108,7 +108,6 @@ void CIdentifiers::Clear()
 
 int CIdentifiers::Make(CQELDocElm* pRoot)
 {
-    if (m_pBearers) return 1;
     const uint32_t nBearers = pRoot ? CountBearersIn(pRoot).nBearers : m_nKept;
     if (!TakeBlock(nBearers)) return 0;
     if (pRoot)
@@ -211,14 +210,13 @@ uint32_t* CIdentifiers::CellOf(const CQELViewElm* pView) const
 
 const IdBearer* CIdentifiers::Find(const char* pszId) const
 {
-    if (!m_pBearers || !pszId || !*pszId) return nullptr;
+    if (!pszId || !*pszId) return nullptr;
     const uint32_t nFound = CellOf(pszId)->nBearer;
     return nFound ? &m_pBearers[nFound - 1] : nullptr;
 }
 
 const IdBearer* CIdentifiers::BearerOf(const CQELViewElm* pView) const
 {
-    if (!m_pBearers) return nullptr;
     const uint32_t nFound = *CellOf(pView);
     return nFound ? &m_pBearers[nFound - 1] : nullptr;
 }

@@ -36,12 +36,13 @@ public:
     int Keep(CQELDocElm* pRoot);
     void Forget(); // the index; what was kept stays
     void Clear();  // all of it
-    // Makes the index unless it is there, of the document or, where there is none, of what was
-    // kept. 0 without memory: then nothing is found. What is found holds until Forget.
+    // Makes the index, which is not there yet, of the document or, where there is none, of what was
+    // kept. 0 without memory. What is found in it holds until Forget.
     int Make(CQELDocElm* pRoot);
     [[nodiscard]] bool IsMade() const { return m_pBearers != nullptr; }
 
-    // The first element that bears an identifier, and the next one of the same; null for none.
+    // Of an index that is made: the first element that bears an identifier, and the next one of the
+    // same; null for none.
     [[nodiscard]] const IdBearer* Find(const char* pszId) const;
     [[nodiscard]] const IdBearer* Next(const IdBearer* pBearer) const
     {

@@ -201,7 +201,7 @@ void CPlaces::MakeNodes()
 {
     uint32_t nFirst = 0;
     uint32_t nBelow = m_nCount;
-    while (nBelow > 0 && m_nLevels < MOST_LEVELS) {
+    while (nBelow > 0) { // there are levels for all that 32 bits count
         const uint32_t nCount = GroupsOf(nBelow, FAN);
         m_levels[m_nLevels] = {nFirst, nCount};
         for (uint32_t n = 0; n < nCount; ++n)

@@ -8,16 +8,21 @@
 #include "render/QELViewShape.h"
 #include "render/UnitMap.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
 
 constexpr std::size_t NAMED_PATH_SIZE = 256;
 
+static_assert(std::max({sizeof(QELSHAPEATTR), sizeof(QELROOTATTR), sizeof(QELWORDATTR),
+                        sizeof(QELSCALEATTR), sizeof(QELDRAWRGNATTR), sizeof(QELMETERATTR)}) <=
+                  QEL_MAX_ATTR_SIZE,
+              "every record fits");
+
 bool TakesHostValues(const CQELDocElm& elm)
 {
-    const ElementType* pType = g_elementTypes.Row(elm.Type());
-    return pType && pType->Is(TRAIT_HOST_VALUES);
+    return g_elementTypes.Row(elm.Type())->Is(TRAIT_HOST_VALUES); // it was made by its row
 }
 
 // The meter that an element is in; null for none.
@@ -83,7 +88,8 @@ int CQELEngine::OpenByName(const char* pszName)
 {
     char szPath[NAMED_PATH_SIZE];
     const int nLen = std::snprintf(szPath, sizeof szPath, ".\\QEL\\%s.qel", pszName);
-    if (nLen < 0 || static_cast<std::size_t>(nLen) >= sizeof szPath) return Fail({QEL_ERROR_PATH});
+    // A length below zero, for what cannot be written, is a large one here.
+    if (static_cast<std::size_t>(nLen) >= sizeof szPath) return Fail({QEL_ERROR_PATH});
     return Open(szPath);
 }
 
@@ -179,9 +185,8 @@ int CQELEngine::LoadView(CQELDocElm* pElm)
         return pShape->TakeData(static_cast<CQELDocShape*>(pElm)->Data());
     }
     alignas(8) unsigned char block[QEL_MAX_ATTR_SIZE];
-    int nSize = 0;
-    pElm->GetAttrSize(&nSize); // every class that is made has one
-    if (nSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(block)) pView->SetAttrBlock(block);
+    pElm->GetAttr(block); // every class that is made has one
+    pView->SetAttrBlock(block);
     if (pElm == m_document.GetRoot()) {
         m_view.Root()->SetName(pElm->Id());
         TakeRefSize();
@@ -331,7 +336,7 @@ int CQELEngine::GetElemAttr(const CQELDocElm* pElm, void* pBuffer, int* pnSize)
     if (!pBuffer && !pnSize) return 0;
     int nSize = 0;
     pElm->GetAttrSize(&nSize);
-    if (pBuffer && !pElm->GetAttr(pBuffer)) return 0;
+    if (pBuffer) pElm->GetAttr(pBuffer);
     if (pnSize) *pnSize = nSize;
     return 1;
 }
@@ -354,11 +359,11 @@ int CQELEngine::TakeElemAttr(CQELDocElm* pElm, const void* pBuffer, int nSize)
     const SIZE before = pRoot ? pRoot->RefSize() : SIZE{};
     const SIZE shown = m_refSize;
     alignas(8) unsigned char old[QEL_MAX_ATTR_SIZE];
-    const bool bKept = nOwnSize <= QEL_MAX_ATTR_SIZE && pElm->GetAttr(old);
+    pElm->GetAttr(old);
     if (!pElm->SetAttr(pBuffer)) return 0;
     if (!ReloadView(pElm)) {
         // What the old record takes was just given back, so it needs no memory.
-        if (bKept) pElm->SetAttr(old);
+        pElm->SetAttr(old);
         return 0;
     }
     if (pElm == pRoot && before.cx == pRoot->RefSize().cx && before.cy == pRoot->RefSize().cy) {

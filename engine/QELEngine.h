@@ -96,6 +96,7 @@ public:
     [[nodiscard]] bool HasDrawing() const { return m_view.Root() != nullptr; }
 
     // Where things are (engine/EnginePlaces.cpp). Device points are in the units of the QEL rect.
+    // Who asks by an identifier or for the one at a point has had the indexes made for that.
     int GetElemDrawRect(const CQELDocElm* pElm, RECT* prc) const;
     int GetIdDrawRect(const char* pszId, RECT* prc);
     CQELDocElm* FindElem(const char* pszId);

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -114,15 +115,11 @@ CQELEngine* CShowOnlyRecord::FindShared() const
 // path meanwhile; its drawing is shared then, as if it had been first.
 int CShowOnlyRecord::OpenOwn(const XmlSource& source)
 {
-    auto* pEngine = new (std::nothrow) CQELEngine(true);
-    if (!pEngine) return Fail({QEL_ERROR_MEMORY});
-    pEngine->SetTextPage(m_nTextPage);
-    if (!pEngine->Open(source)) {
-        Fail(pEngine->LastFailure());
-        delete pEngine;
-        return 0;
-    }
-    if (!JoinSharedOr(pEngine)) delete pEngine;
+    std::unique_ptr<CQELEngine> own(new (std::nothrow) CQELEngine(true));
+    if (!own) return Fail({QEL_ERROR_MEMORY});
+    own->SetTextPage(m_nTextPage);
+    if (!own->Open(source)) return Fail(own->LastFailure());
+    if (JoinSharedOr(own.get())) static_cast<void>(own.release()); // the records have it now
     return 1;
 }
 

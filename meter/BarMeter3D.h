@@ -45,7 +45,7 @@ class CBarMeter3D : public Flat {
 public:
     using Flat::Flat;
 
-    int DrawFrame(HDC hdc) override
+    int DrawFrame(HDC hdc) noexcept override
     {
         const RECT rcColumn = this->Column();
         if (!this->HasBar() || ::IsRectEmpty(&rcColumn)) return 0;
@@ -61,7 +61,7 @@ public:
 protected:
     // The whole column is emptied first: the body's slanted edges leave corners of its segment
     // free.
-    int PaintParts(HDC hdc, const BarParts& parts) override
+    int PaintParts(HDC hdc, const BarParts& parts) noexcept override
     {
         this->PaintEmpty(hdc, parts.emptyAtBase);
         this->PaintEmpty(hdc, parts.emptyAtValue);
@@ -73,7 +73,7 @@ protected:
     }
 
 private:
-    int ReadOut(HDC hdc, float fValue) const
+    int ReadOut(HDC hdc, float fValue) const noexcept
     {
         const RECT rcColumn = this->Column();
         if (!this->HasBar() || ::IsRectEmpty(&rcColumn)) return 0;

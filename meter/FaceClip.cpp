@@ -4,22 +4,6 @@
 #include "base/GdiScopes.h"
 #include "base/Refusals.h"
 #include "base/Shown.h"
-#include "base/WrapMath.h"
-
-namespace {
-
-// Whether the device context only moves what lies in a rectangle, by how much. A 16-bit metafile
-// does not tell.
-bool IsMovedAlone(HDC hdc, const RECT& rc, POINT* pptOffset)
-{
-    POINT pts[] = {{rc.left, rc.top}, {rc.right, rc.top}, {rc.left, rc.bottom}};
-    if (!::LPtoDP(hdc, pts, 3)) return false;
-    *pptOffset = {WrapSub(pts[0].x, rc.left), WrapSub(pts[0].y, rc.top)};
-    return WrapSub(pts[1].x, rc.right) == pptOffset->x && pts[1].y == pts[0].y &&
-           pts[2].x == pts[0].x && WrapSub(pts[2].y, rc.bottom) == pptOffset->y;
-}
-
-} // namespace
 
 CFaceClip::CFaceClip(HDC hdc, HRGN hFace, const RECT& rcPainted) noexcept : m_hdc(hdc)
 {

@@ -92,10 +92,9 @@ void CDirtyArea::ForgetTouched()
     m_nTouched = 0;
 }
 
-// Without memory all of the picture is dirty.
+// One that is not touched yet. Without memory all of the picture is dirty.
 void CDirtyArea::Remember(CQELViewElm* pElm)
 {
-    if (pElm->IsTouched()) return;
     if (m_nTouched == m_nRoom && !Grow()) {
         AddAll();
         return;

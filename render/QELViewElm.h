@@ -122,7 +122,7 @@ public:
         uint32_t nLow = 0;
         uint32_t nHigh = 0;
         bool operator==(const ChangeStamp&) const = default;
-        [[nodiscard]] bool IsNone() const { return !nLow && !nHigh; }
+        [[nodiscard]] bool IsNone() const { return (nLow | nHigh) == 0; }
     };
     [[nodiscard]] ChangeStamp Changes() const;
     void LinksChanged() { NoteChange(); }

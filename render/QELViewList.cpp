@@ -1,5 +1,7 @@
 #include "render/QELViewList.h"
 
+#include <cstdlib>
+
 namespace {
 
 constexpr uint32_t FIRST_BITS = 3;
@@ -29,9 +31,9 @@ int CQELViewList::Grow()
 {
     const uint32_t nBits = m_pCells ? m_nBits + 1 : FIRST_BITS;
     if (nBits > MOST_BITS) return 1;
-    auto* pCells = new (std::nothrow) Cell[std::size_t{1} << nBits]{};
+    auto* pCells = static_cast<Cell*>(std::calloc(std::size_t{1} << nBits, sizeof(Cell)));
     if (!pCells) return m_pCells ? 1 : 0;
-    delete[] m_pCells;
+    std::free(m_pCells);
     m_pCells = pCells;
     m_nBits = nBits;
     for (ViewListNode* pNode = m_pFirst; pNode; pNode = pNode->pNext) LinkInCell(pNode);
@@ -114,7 +116,7 @@ void CQELViewList::Clear()
         delete pNode;
     }
     m_pLast = nullptr;
-    delete[] m_pCells;
+    std::free(m_pCells);
     m_pCells = nullptr;
     m_nCount = 0;
 }

@@ -76,7 +76,7 @@ public:
     }
 
 protected:
-    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const override
+    void Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const noexcept override
     {
         const CArcDirectionScope direction(hdc, AD_COUNTERCLOCKWISE);
         RULES.pfnCall(hdc, this->DrawnBox(figure), this->DrawnPoint(figure, 0),

@@ -217,7 +217,8 @@ RECT CQELViewText::PaintedBox(const DeviceFigure& figure, bool) const
 bool CQELViewText::IsHit(const QelRect& rcQel, POINT pt) const
 {
     RECT rc{};
-    return MapAnchored(rcQel, Box(), 0, &rc) && ::PtInRect(&rc, pt);
+    MapAnchored(rcQel, Box(), 0, &rc); // what cannot be mapped is empty
+    return ::PtInRect(&rc, pt);
 }
 
 uint32_t CQELViewText::GetParamMask() const

@@ -65,7 +65,6 @@ void DrawCross(HDC hdc, const RECT& rc, CPixelScale px)
 
 void DrawQualityMark(HDC hdc, const RECT& rc, LiveQuality nQuality, CPixelScale px)
 {
-    if (nQuality == QUALITY_GOOD || ::IsRectEmpty(&rc)) return;
     {
         const CChequers chequers(hdc, px);
         const CSelectScope brush(hdc, chequers.Get());

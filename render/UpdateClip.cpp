@@ -1,6 +1,7 @@
 #include "render/UpdateClip.h"
 
 #include "base/Rects.h"
+#include "base/Shown.h"
 
 #include <algorithm>
 
@@ -13,10 +14,8 @@ constexpr int SYSTEM_CLIP = 4;
 
 bool HasPixelUnits(HDC hdc)
 {
-    POINT pts[] = {{0, 0}, {PROBE, 0}, {0, PROBE}};
-    if (!::LPtoDP(hdc, pts, 3)) return false;
-    return pts[1].x - pts[0].x == PROBE && pts[1].y == pts[0].y && pts[2].x == pts[0].x &&
-           pts[2].y - pts[0].y == PROBE;
+    POINT ptOffset{};
+    return IsMovedAlone(hdc, {0, 0, PROBE, PROBE}, &ptOffset);
 }
 
 RECT BoxOf(const POINT (&pts)[4])

@@ -1,6 +1,8 @@
 // Memory that is given back all at once: base/Arena.cpp.
 #include "base/Arena.h"
 
+#include "base/Block.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -70,6 +72,25 @@ TEST(Arena, AnEmptiedArenaGivesMemoryAgain)
         arena.Clear();
     }
     EXPECT_NE(nullptr, arena.Take(50));
+}
+
+TEST(Arena, APieceThatFitsOnlyOutOfAlignmentIsTakenElsewhere)
+{
+    CArena arena(CHUNK);
+    char* pChunk = arena.TakeBytes(1);
+    for (int n = 0; n < 4; ++n) arena.TakeBytes(50);
+    const auto* p =
+        static_cast<char*>(arena.Take(54)); // of the 55 that are left the first is no place
+    ASSERT_NE(nullptr, p);
+    EXPECT_EQ(0U, AddressOf(p) % alignof(void*));
+    EXPECT_TRUE(p + 54 <= pChunk || p >= pChunk + CHUNK);
+}
+
+TEST(Block, OfMoreThanTheAddressSpaceIsNotThere)
+{
+    EXPECT_EQ(nullptr, CBlock(UINT64_MAX).As<char>());
+    EXPECT_EQ(nullptr, CBlock(uint64_t{SIZE_MAX / 2}).As<char>());
+    EXPECT_NE(nullptr, CBlock(1).As<char>());
 }
 
 TEST(Arena, SizesBeyondMemoryAreRefused)

@@ -2,6 +2,7 @@
 // meter/BarMeter.* and meter/BarFill.*.
 #include "meter/BarMeter.h"
 
+#include "base/Rects.h"
 #include "include/QELEngine.h"
 #include "meter/BarFill.h"
 #include "tests/support/Bitmap.h"
@@ -626,6 +627,27 @@ TEST(Bar, ManyTicksAreDrawnAsTenThousand)
             bar->SetTickCount(nTicks);
             EXPECT_EQ(10001U, ScaleOf(*bar).size()) << nTicks;
         }
+}
+
+TEST(BarPlaces, HoldTheAxisWithoutMarksAndAreAnywhereForABarFarAway)
+{
+    const RECT rcNone{0, 0, 0, 0};
+    CUpBarMeter bar(nullptr, UP);
+    bar.SetShowScale(0);
+    bar.SetShowAxis(0);
+    bar.SetShowLabels(0);
+    const RECT rcBare = bar.PaintedRect(rcNone);
+    bar.SetShowAxis(1);
+    const RECT rcAxis = bar.PaintedRect(rcNone);
+    bar.SetShowScale(1);
+    const RECT rcBoth = bar.PaintedRect(rcNone);
+    EXPECT_TRUE(::EqualRect(&rcAxis, &rcBoth)); // the axis and its marks have one place
+    RECT rcWhole{};
+    ::UnionRect(&rcWhole, &rcBare, &rcAxis);
+    EXPECT_TRUE(::EqualRect(&rcWhole, &rcAxis));
+    const RECT rcAnywhere =
+        CUpBarMeter(nullptr, {INT_MAX - 60, 30, INT_MAX, 230}).PaintedRect(rcNone);
+    EXPECT_TRUE(::EqualRect(&ALL_IN_REACH, &rcAnywhere));
 }
 
 } // namespace

@@ -1,7 +1,11 @@
 // The raised and sunken border: rings of light and dark lines from the edge inwards. The code is
 // render/Border3D.*.
 #include "render/Border3D.h"
+
+#include "base/Rects.h"
 #include "tests/support/ViewSupport.h"
+
+#include <climits>
 
 namespace {
 
@@ -113,6 +117,48 @@ TEST(Border, WiderThanHalfTheRectangleDrawsRingsPastEachOther)
         EXPECT_EQ(1, DrawBorder3D(drawn.Dc(), rc, LIGHT, DARK, QEL, nWidth));
         EXPECT_EQ("", FirstDifference(expected, drawn)) << nWidth;
     }
+}
+
+// The sides that are far away show nowhere, so that they may as well be near.
+TEST(Border, OneThatReachesFarAwayShowsTheSidesThatAreNear)
+{
+    constexpr LONG FAR_SIDE = 0x7FF80000;
+    const struct {
+        RECT rcFar;
+        RECT rcNear;
+    } rows[] = {{{-FAR_SIDE, 6, 45, 36}, {-300, 6, 45, 36}},
+                {{5, -FAR_SIDE, 45, 36}, {5, -300, 45, 36}},
+                {{5, 6, FAR_SIDE, 36}, {5, 6, 300, 36}},
+                {{5, 6, 45, FAR_SIDE}, {5, 6, 45, 300}}};
+    for (const auto& row : rows) {
+        CTestBitmap expected(60, 50), drawn(60, 50);
+        EXPECT_EQ(1, DrawBorder3D(expected.Dc(), row.rcNear, LIGHT, DARK, QEL, 9));
+        EXPECT_EQ(1, DrawBorder3D(drawn.Dc(), row.rcFar, LIGHT, DARK, QEL, 9));
+        EXPECT_FALSE(IsBlank(drawn));
+        EXPECT_EQ("", FirstDifference(expected, drawn)) << RectText(row.rcFar);
+    }
+}
+
+TEST(Border, AtAScaleBelowOneRingsThatTakeNoPixelAreLeftOut)
+{
+    // Four rings at half the size: as many pixels as two rings.
+    CTestBitmap expected(60, 50), drawn(60, 50);
+    const QelRect rcHalf(QEL, CPixelScale(50));
+    const int32_t nPixels = rcHalf.px(4);
+    EXPECT_EQ(2, nPixels);
+    PaintRings(expected, {5, 6, 45, 36}, nPixels);
+    EXPECT_EQ(1, DrawBorder3D(drawn.Dc(), {5, 6, 45, 36}, LIGHT, DARK, rcHalf, 4));
+    EXPECT_EQ("", FirstDifference(expected, drawn));
+}
+
+TEST(Border, TheBoxHoldsRingsThatHavePassedEachOther)
+{
+    const RECT box = BorderBox({10, 20, 13, 60}, 8); // wider than the rectangle
+    EXPECT_EQ("5,20,18,60", RectText(box));
+    // Without numbers for where that is, it is anywhere.
+    for (const RECT& rc : {BorderBox({10, 20, INT_MAX, 60}, 8), BorderBox({10, 20, 13, 60}, -1),
+                           BorderBox({10, 20, 13, 60}, REACH + 1)})
+        EXPECT_EQ(RectText(ALL_IN_REACH), RectText(rc));
 }
 
 TEST(Border, AWidthOf0DrawsNoRing)

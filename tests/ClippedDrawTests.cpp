@@ -160,6 +160,23 @@ private:
 
 // ---- what is left out
 
+// Changes are counted by the root of a picture; without one there is nothing to go by.
+TEST(ClippedDraw, OfAGroupInNoPictureLooksAtAllInItEachTime)
+{
+    CQELViewGroup group(100, 100);
+    auto* pInner = new CQELViewGroup(100, 100);
+    group.AppendChild(pInner);
+    auto* pShape = new CNotingShape(100, 100);
+    pInner->AppendChild(pShape);
+    const CPaper paper;
+    for (const RECT& rc : {OUTSIDE, INSIDE, OUTSIDE}) {
+        const QELSHAPEATTR attr = Filled(rc);
+        EXPECT_EQ(1, pShape->SetAttrBlock(&attr));
+        EXPECT_EQ(1, CClippedDraw(paper.Dc(), QEL, QEL_DRAW_FULL).Draw(&group));
+        EXPECT_EQ(rc.left == INSIDE.left ? 1 : 0, pShape->TakePaints());
+    }
+}
+
 TEST(ClippedDraw, LeavesOutTheShapesThatPaintOutsideOfTheClip)
 {
     CScene scene;

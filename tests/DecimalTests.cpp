@@ -102,3 +102,11 @@ TEST(Decimal, WhatIsNoNumberIsNotWritten)
     EXPECT_EQ("none", Written(1, -1));
     EXPECT_EQ("none", Written(1, MAX_DECIMALS + 1));
 }
+
+TEST(Decimal, RoundingUpGoesOnIntoTheHigherDigits)
+{
+    // 2 to the power 32, less a half: the even neighbour is the power itself, and likewise for 64.
+    EXPECT_EQ("4294967296", Written(4294967295.5, 0));
+    EXPECT_EQ("4294967294", Written(4294967294.5, 0));
+    EXPECT_EQ("-4294967296", Written(-4294967295.5, 0));
+}

@@ -1,5 +1,6 @@
 // The exported hatch-brush class: ten hatches, 28 gradient styles, what it keeps and what it
 // refuses. The code is brush/QELDraft.cpp.
+#include "brush/Hatch.h"
 #include "include/QELEngine.h"
 #include "tests/support/Bitmap.h"
 
@@ -338,4 +339,17 @@ TEST(Draft, IsDestroyedThroughAPointerToIt)
     delete pDraft;
     EXPECT_EQ(1, nCount);
     EXPECT_EQ(0u, ::GetObjectType(hBrush));
+}
+
+TEST(Hatch, ACellIsNoLargerThanItsBound)
+{
+    const unsigned short rows[HATCH_SIDE] = {0xAA, 0xFF, 0xAA, 0xFF, 0xAA, 0xFF, 0xAA, 0xFF};
+    for (const int32_t nCell : {MAX_HATCH_CELL, MAX_HATCH_CELL + 1, 100 * MAX_HATCH_CELL}) {
+        HBITMAP hBitmap = MakeHatchBitmap(rows, nCell);
+        BITMAP bitmap{};
+        EXPECT_NE(0, ::GetObjectA(hBitmap, sizeof bitmap, &bitmap));
+        EXPECT_EQ(HATCH_SIDE * MAX_HATCH_CELL, bitmap.bmWidth) << nCell;
+        EXPECT_EQ(HATCH_SIDE * MAX_HATCH_CELL, bitmap.bmHeight) << nCell;
+        ::DeleteObject(hBitmap);
+    }
 }

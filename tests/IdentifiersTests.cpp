@@ -97,6 +97,22 @@ TEST_P(Identifiers, FindNothingForNoneAndAnEmptyOne)
     EXPECT_EQ(0U, m_engine.Identifiers()->CountIds());
 }
 
+// The two have the same sum by which identifiers are found.
+TEST_P(Identifiers, AreToldApartByAllOfTheirBytes)
+{
+    const auto sumOf = [](const char* psz) {
+        uint32_t nSum = 2166136261U;
+        for (; *psz; ++psz) nSum = (nSum ^ static_cast<unsigned char>(*psz)) * 16777619U;
+        return nSum;
+    };
+    ASSERT_EQ(sumOf("costarring"), sumOf("liquid"));
+    Open("<qel><line id='liquid' crd='1 2 3 4'/><line id='costarring' crd='1 2 3 4'/></qel>");
+    EXPECT_EQ(Ints({1}), Bearers("liquid"));
+    EXPECT_EQ(Ints({2}), Bearers("costarring"));
+    Open("<qel><line id='costarring' crd='1 2 3 4'/></qel>");
+    EXPECT_EQ(Ints(), Bearers("liquid"));
+}
+
 TEST_P(Identifiers, AreCountedOnceEachInDocumentOrder)
 {
     Open();

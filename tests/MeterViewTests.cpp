@@ -1436,3 +1436,49 @@ TEST(MeterTypes, EachHasABitOfItsOwnAndOthersHaveNone)
     EXPECT_EQ((1U << METER_TYPE_COUNT) - 1, nAll);
     for (const int32_t nType : {-1, int32_t{METER_TYPE_COUNT}}) EXPECT_EQ(0U, MeterTypeBit(nType));
 }
+
+// ---- types that there are not ----
+
+TEST(MeterView, OfAnUnknownTypeKeepsItsSettingsAndDrawsNothingOfThem)
+{
+    CTestMeter meter(Attr(99));
+    EXPECT_EQ(1, meter->SetProperty(QEL_SEL_MAX, 77));
+    uint32_t nValue = 0;
+    EXPECT_EQ(1, meter->GetProperty(QEL_SEL_MAX, &nValue));
+    EXPECT_EQ(77U, nValue);
+    CRecording recording;
+    EXPECT_EQ(1, meter->Draw(recording.Dc(), QEL, QEL_DRAW_FULL));
+    EXPECT_EQ(Lines{}, recording.Calls());
+}
+
+TEST(MeterView, InAnEmptyRectangleHasNoUnits)
+{
+    CTestMeter meter(4);
+    UnitMap map{};
+    EXPECT_TRUE(meter->MapUnits(QEL, &map));
+    EXPECT_FALSE(meter->MapUnits({0, 0, 0, 200}, &map));
+}
+
+// Changes are counted by the root of a picture; without one every draw looks anew.
+TEST(MeterView, OutsideOfAPictureIsDrawnAsInOne)
+{
+    const QELSHAPEATTR face = FilledAttr({40, 20, 60, 70});
+    CTestMeter inside(0);
+    inside.AddShape(QEL_TYPE_RECT, face);
+    CQELViewMeter outside(100, 100);
+    const QELMETERATTR attr = Attr(0);
+    ASSERT_EQ(1, outside.SetAttrBlock(&attr));
+    auto* pFace = new CQELViewRect(100, 100);
+    ASSERT_EQ(1, pFace->SetAttrBlock(&face));
+    outside.AppendChild(pFace);
+    for (const int nValue : {3, 7}) {
+        CRecording expected, actual;
+        inside->SetValue(0, static_cast<uint32_t>(nValue));
+        outside.SetValue(0, static_cast<uint32_t>(nValue));
+        EXPECT_EQ(1, inside->Draw(expected.Dc(), QEL, QEL_DRAW_FULL));
+        EXPECT_EQ(1, outside.Draw(actual.Dc(), QEL, QEL_DRAW_FULL));
+        const Lines calls = actual.Calls();
+        EXPECT_FALSE(calls.empty());
+        EXPECT_EQ(expected.Calls(), calls);
+    }
+}

@@ -183,6 +183,28 @@ TEST(DrawRegionView, RefusesNoRecordAnotherSizeAndANegativeStyle)
     ExpectRecord(before, view);
 }
 
+TEST(DrawRegionView, WithoutAnExtentHasNoPlaceForTheHost)
+{
+    CQELViewDrawRgn view(100, 100);
+    QELDRAWRGNATTR attr = DrawRgnAttr();
+    attr.rc = {20, 30, 60, 70};
+    ASSERT_EQ(1, view.SetAttrBlock(&attr));
+    const CHostDriven& host = view;
+    RECT rc{};
+    UnitMap map{};
+    EXPECT_EQ(1, host.GetGraphRect(QEL, &rc));
+    EXPECT_TRUE(view.MapUnits(QEL, &map));
+    EXPECT_FALSE(view.MapUnits({0, 0, 0, 200}, &map));
+    attr.rc.right = attr.rc.left;
+    ASSERT_EQ(1, view.SetAttrBlock(&attr));
+    rc = {1, 2, 3, 4};
+    EXPECT_EQ(0, host.GetGraphRect(QEL, &rc));
+    EXPECT_EQ("1,2,3,4", RectText(rc));
+    EXPECT_FALSE(view.MapUnits(QEL, &map));
+    EXPECT_FALSE(view.IsHit(QEL, {20, 30}));
+    EXPECT_FALSE(view.IsHit(QEL, {0, 0}));
+}
+
 TEST(DrawRegionView, LeavesWhatTheHostPaintedInAPartialRedraw)
 {
     CQELViewDrawRgn view(100, 100);

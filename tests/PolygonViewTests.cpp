@@ -2,6 +2,7 @@
 // render/QELViewPoints.*.
 #include "render/QELViewPoints.h"
 
+#include "render/UnitMap.h"
 #include "tests/support/ViewSupport.h"
 
 namespace {
@@ -55,6 +56,13 @@ TEST(PolygonShape, Has2To16Points)
         EXPECT_EQ(0, view->Rotate({50, 50}, 90));
         EXPECT_EQ(before, view.Geometry(QEL_SHAPE_WORDS));
         EXPECT_EQ(nullptr, view->MakeRegion(SHAPE_QEL));
+        UnitMap map{};
+        EXPECT_FALSE(view->MapUnits(SHAPE_QEL, &map));
+        EXPECT_FALSE(view->IsHit(SHAPE_QEL, {AtX(1), AtY(2)}));
+        const UnitTurn turn = view->TurnFrom(
+            std::vector<int32_t>(attr.nGeometry, attr.nGeometry + QEL_SHAPE_WORDS).data());
+        EXPECT_EQ("0,0,0,0", RectText(turn.rcBefore));
+        EXPECT_EQ("0,0,0,0", RectText(turn.rcSince));
     }
 }
 

@@ -875,4 +875,41 @@ TEST(ScaleView, LeavesTheDeviceContextAsItWasAndDeletesWhatItMakes)
     }
 }
 
+// ---- places and values that it has not ----
+
+TEST(ScaleView, WithoutAnExtentIsNowhere)
+{
+    UnitMap map{};
+    const struct {
+        QELSCALEATTR attr;
+        RECT rcQel;
+    } rows[] = {{Attr(0, {10, 20, 10, 71}), QEL},
+                {Attr(4, {50, 50, 0, 30, 10}), QEL},
+                {Attr(4, {50, 50, 1, 30, 10}), {0, 0, 60, 60}}}; // 1.2 pixels have no radius
+    for (const auto& row : rows) {
+        const Scale scale = Make(row.attr);
+        for (const LONG n : {0, 10, 20, 30, 50, 100})
+            EXPECT_FALSE(scale->IsHit(row.rcQel, {n, n})) << n;
+    }
+    EXPECT_FALSE(Make(rows[0].attr)->MapUnits(QEL, &map));
+    EXPECT_TRUE(Make(Attr(0))->IsHit(QEL, {20, 40}));
+    EXPECT_TRUE(Make(Attr(0))->MapUnits(QEL, &map));
+    EXPECT_FALSE(Make(Attr(0))->MapUnits({0, 0, 0, 200}, &map));
+    EXPECT_TRUE(Make(Attr(4))->IsHit(QEL, CENTRE));
+    EXPECT_FALSE(Make(Attr(4))->IsHit(QEL, {CENTRE.x - TICK + 1, CENTRE.y - TICK + 1}));
+}
+
+TEST(ScaleView, HasTheOneValueAndNoPins)
+{
+    const Scale scale = Make(Attr(0));
+    CHostDriven* pHost = scale->HostSide();
+    EXPECT_EQ(1, pHost->SetValue(0, 4.5F));
+    EXPECT_EQ(0, pHost->SetValue(1, 7.5F));
+    float fValue = -1;
+    EXPECT_EQ(0, pHost->GetValue(1, &fValue));
+    EXPECT_EQ(-1, fValue);
+    EXPECT_EQ(1, pHost->GetValue(0, &fValue));
+    EXPECT_EQ(4.5F, fValue);
+}
+
 } // namespace

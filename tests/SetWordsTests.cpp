@@ -184,3 +184,15 @@ TEST(SetWords, ACopyOfAViewHasThemWithWhatTheHostHasSet)
     EXPECT_EQ(1, pMeter->GetProperty(QEL_SEL_MAX, &nMax));
     EXPECT_EQ(70u, nMax);
 }
+
+TEST(ValueTexts, OfSpacesAloneAreNoNumber)
+{
+    for (const char* psz : {"", " ", " \t\r\n "}) {
+        double f = 7.5;
+        EXPECT_FALSE(ReadValueText(psz, &f)) << psz;
+        EXPECT_EQ(7.5, f);
+    }
+    double f = 0;
+    EXPECT_TRUE(ReadValueText(" \t2.5\n ", &f));
+    EXPECT_EQ(2.5, f);
+}

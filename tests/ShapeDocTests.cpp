@@ -413,4 +413,11 @@ TEST(Shape, CloneOfEveryClassHasAllDataAndNoLinks)
     }
 }
 
+TEST(ShapeForms, WhatIsNoShapeHasThatOfTheFirst)
+{
+    EXPECT_EQ(&ShapeFormOf(QEL_TYPE_TEXT), &ShapeFormOf(QEL_TYPE_GROUP));
+    EXPECT_EQ(&ShapeFormOf(QEL_TYPE_TEXT), &ShapeFormOf(QEL_TYPE_NONE));
+    EXPECT_NE(&ShapeFormOf(QEL_TYPE_TEXT), &ShapeFormOf(QEL_TYPE_LINE));
+}
+
 } // namespace

@@ -4,12 +4,16 @@
 // brush/ShownDraft.* and render/QELViewShapeRegion.cpp.
 #include "base/Shown.h"
 
+#include "brush/Gradient.h"
 #include "brush/ShownDraft.h"
 #include "render/Border3D.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewPoints.h"
 #include "render/QELViewRadial.h"
 #include "tests/support/ShownSupport.h"
+
+#include <climits>
+#include <utility>
 
 namespace {
 
@@ -46,6 +50,40 @@ TEST(ShownBorder, HasThePixelsOfAllRings)
         ASSERT_EQ(1, DrawBorder3D(drawn.Dc(), rc, LIGHT, DARK, EVERYWHERE, nWidth));
         ASSERT_EQ("", FirstDifference(expected, drawn)) << RectText(rc) << " x" << nWidth;
     }
+}
+
+TEST(ShownBrush, IsKeptWhileItsRectanglesAreTheSame)
+{
+    constexpr int32_t HATCH = 3;
+    constexpr COLORREF FIRST = 0x0000FF, LAST = 0xFF0000;
+    const CTestBitmap bitmap(SIDE, SIDE);
+    const RECT rc{0, 0, SIDE, SIDE}, rcOther{0, 0, SIDE, SIDE - 1};
+    CShownDraft hatch(HATCH, CPixelScale(200));
+    const HBRUSH hHatch = hatch.Brush(bitmap.Dc(), rc, rc, FIRST, LAST);
+    EXPECT_NE(nullptr, hHatch);
+    EXPECT_EQ(hHatch, hatch.Brush(bitmap.Dc(), rcOther, rcOther, FIRST, LAST)); // runs over none
+    for (int32_t nStyle = DRAFT_GRADIENT; nStyle < DRAFT_COUNT; ++nStyle) {
+        CShownDraft gradient(nStyle);
+        for (const auto& [rcGradient, rcFilled] :
+             {std::pair{rc, rc}, std::pair{rc, rcOther}, std::pair{rcOther, rcOther}}) {
+            const HBRUSH hBrush = gradient.Brush(bitmap.Dc(), rcGradient, rcFilled, FIRST, LAST);
+            EXPECT_NE(nullptr, hBrush) << nStyle;
+            EXPECT_EQ(hBrush, gradient.Brush(bitmap.Dc(), rcGradient, rcFilled, FIRST, LAST));
+        }
+    }
+}
+
+TEST(ShownBrush, OfAGradientWiderThanNumbersSayIsNotThere)
+{
+    constexpr LONG FAR_SIDE = INT_MAX - 1;
+    const CTestBitmap bitmap(SIDE, SIDE);
+    for (const RECT& rc : {RECT{-FAR_SIDE, 0, FAR_SIDE, SIDE}, RECT{0, -FAR_SIDE, SIDE, FAR_SIDE}})
+        for (int32_t nStyle = DRAFT_GRADIENT; nStyle < DRAFT_COUNT; ++nStyle) {
+            const HBRUSH hBrush =
+                CShownDraft(nStyle).Brush(bitmap.Dc(), rc, rc, 0x0000FF, 0xFF0000);
+            const SIZE size = GradientSize(rc, (nStyle - DRAFT_GRADIENT) / 2);
+            EXPECT_EQ(size.cx > 0 && size.cy > 0, hBrush != nullptr) << nStyle;
+        }
 }
 
 TEST(ShownBrush, HasThePixelsOfTheWhole)

@@ -340,4 +340,17 @@ TEST(TextShape, TurnsAndMovesAsARectangle)
     ExpectMoves<CQELViewText>(TextAttr({-10, 20, 160, 70}, "wide"), 4, BoxMove(REF));
 }
 
+TEST(TextPlace, FarAwayAnAmpersandMakesItNoWider)
+{
+    constexpr LONG FAR_AWAY = 1 << 23; // beyond what rectangles are summed up in
+    RECT rcPlain{}, rcUnderlined{};
+    QELSHAPEATTR attr = FilledAttr({10, 20, 60, 40});
+    std::strcpy(attr.szText, "ab");
+    const QelRect rcFar{FAR_AWAY, 0, FAR_AWAY + 200, 200};
+    EXPECT_TRUE(CTestView<CQELViewText>(attr)->PaintedRect(rcFar, &rcPlain));
+    std::strcpy(attr.szText, "a&b");
+    EXPECT_TRUE(CTestView<CQELViewText>(attr)->PaintedRect(rcFar, &rcUnderlined));
+    EXPECT_EQ(RectText(rcPlain), RectText(rcUnderlined));
+}
+
 } // namespace

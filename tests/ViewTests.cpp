@@ -3,6 +3,7 @@
 #include "engine/ElementTypes.h"
 #include "render/QELView.h"
 
+#include "dynamic/MeterTypes.h"
 #include "dynamic/QELViewContainers.h"
 #include "render/QELViewBox.h"
 #include "render/QELViewGroup.h"
@@ -571,6 +572,49 @@ TEST(ViewRegistry, APlaceThatIsThereAlreadyIsReserved)
     scene->GiveUpPlaces(pGroup);
     EXPECT_EQ(0, scene->Unregister(pIn));
     EXPECT_EQ(0, scene->Unregister(pOut));
+}
+
+TEST(ViewParameters, WithoutAPatternAreThoseOfTheDrawRegion)
+{
+    Scene scene;
+    CQELViewElm* pRegion = scene.Make(QEL_TYPE_DRAWRGN);
+    scene->Register(pRegion);
+    EXPECT_EQ(1, scene->SetParam(QEL_PARAM_DRAFT, 7));
+    EXPECT_EQ(1, pRegion->HostSide()->SetHostParam(QEL_PARAM_DRAFT, 12)); // of it alone
+    uint32_t nValue = 0;
+    EXPECT_EQ(1, scene->GetParam(QEL_PARAM_DRAFT, &nValue));
+    EXPECT_EQ(12U, nValue);
+}
+
+// ---- the clock ----
+
+TEST(ViewClock, ClocksAreDirtyWhenTheyWouldShowAnotherTime)
+{
+    Scene scene;
+    CQELViewElm* pClock = scene.Make(QEL_TYPE_METER);
+    const QELMETERATTR attr{
+        sizeof attr, 0, 1, 1, METER_CLOCK, 100, 1, {50, 50, 40, 10, 10, 90, 90, 0, 0}, 0};
+    ASSERT_EQ(1, pClock->SetAttrBlock(&attr));
+    scene->Register(pClock);
+    ClockTimes times{};
+    times.universal = {2024, 2, 4, 29, 10, 9, 36, 0};
+    times.local = {2024, 2, 4, 29, 12, 9, 36, 0};
+    const auto isTouchedBy = [&](const ClockTimes& now) {
+        scene->Dirty().Clear();
+        scene->SetClock(now);
+        return pClock->IsTouched();
+    };
+    EXPECT_TRUE(isTouchedBy(times));
+    EXPECT_FALSE(isTouchedBy(times));
+    ++times.universal.wMilliseconds; // shown by no hand
+    EXPECT_FALSE(isTouchedBy(times));
+    for (WORD* pnPart : {&times.universal.wSecond, &times.universal.wMinute, &times.local.wHour,
+                         &times.local.wMinute}) { // the last two by another zone
+        ++*pnPart;
+        EXPECT_TRUE(isTouchedBy(times));
+        EXPECT_FALSE(isTouchedBy(times));
+    }
+    scene->Dirty().Clear();
 }
 
 } // namespace

@@ -110,6 +110,7 @@ TEST(TextColumns, HalvesOfAPairThatStandAloneAreOneEach)
     EXPECT_EQ(2, Columns(L"\xDE00\xD83D"));
     EXPECT_EQ(2, Columns(L"\xD83D"
                          L"a"));
+    EXPECT_EQ(2, Columns(L"\xD83D\xE000"));        // behind the last one that ends a pair
     EXPECT_EQ(1, TextColumns(L"\xD83D\xDE00", 1)); // the other half is not of the text
 }
 
@@ -121,6 +122,7 @@ TEST(TextColumns, TheRangesHaveTheirEnds)
     EXPECT_EQ(1, Columns(L"\x1160"));
     EXPECT_EQ(2, Columns(L"\xFF60"));
     EXPECT_EQ(1, Columns(L"\xFF61"));
+    EXPECT_EQ(1, Columns(L"\xDB40\xDD00")); // U+E0100, behind all of them
     uint32_t nAfter = 0;
     for (const WideRange& range : g_wideRanges) {
         EXPECT_LT(nAfter, range.nFirst) << "in order, and apart";
@@ -217,6 +219,8 @@ TEST(WideText, TheCharacterSetFollowsFromTheLetters)
     EXPECT_EQ(GREEK_CHARSET, CWideText(936, "\xA6\xC1").Charset());
     EXPECT_EQ(GB2312_CHARSET, CWideText(936, "\xB1\xC3").Charset());
     EXPECT_EQ(SHIFTJIS_CHARSET, CWideText(932, "\x92\x86").Charset());
+    EXPECT_EQ(HANGUL_CHARSET, CWideText(949, "\xF1\xE9").Charset());
+    EXPECT_EQ(CHINESEBIG5_CHARSET, CWideText(950, "\xA4\xA4").Charset());
 }
 
 } // namespace

@@ -662,3 +662,25 @@ TEST_F(XmlTree, AStringThatCannotBeAllocatedIsError1)
         EXPECT_EQ("root[a=1]", Tree()); // the old text goes before the new one is taken
     }
 }
+
+TEST_F(XmlTree, AChildThatIsDroppedLeavesTheOneBeforeItAsTheLast)
+{
+    ASSERT_EQ(0, XmlAddChildZ(m_pXml, "one", nullptr));
+    ASSERT_EQ(0, XmlAddChildZ(m_pXml, "two", nullptr));
+    for (const char* pszLeft : {"root(one)", "root"}) {
+        m_pXml->pCursor = m_pXml->pRoot->pLastChild;
+        ++m_pXml->nDepth; // as the parser has it there
+        XmlDropNode(m_pXml);
+        EXPECT_EQ(m_pXml->pRoot, m_pXml->pCursor);
+        EXPECT_EQ(pszLeft, Dump(m_pXml->pRoot));
+        EXPECT_TRUE(IsLinked(m_pXml->pRoot));
+    }
+}
+
+TEST(XmlNameKeys, DifferByLengthAndLettersAndAreZeroForNone)
+{
+    EXPECT_EQ(0U, XmlNameKey("", 0));
+    EXPECT_EQ(0U, XmlNameKey("crd", 0));
+    EXPECT_NE(XmlNameKey("crd", 2), XmlNameKey("crd", 3));
+    EXPECT_NE(XmlNameKey("a", 1), XmlNameKey("b", 1));
+}

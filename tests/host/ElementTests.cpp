@@ -696,3 +696,31 @@ TEST_F(Elements, QueriesWithoutAnswerAreNullAndLeaveOutputsAlone)
         EXPECT_EQ(4, rc.bottom);
     }
 }
+
+TEST_F(Elements, WhatIsMadeOutsideOfThePictureFollowsTheHostOnceItIsInIt)
+{
+    const HQELELEM group = Make(QEL_TYPE_GROUP);
+    ASSERT_EQ(1, QELMoveElem(m_h, group, nullptr, nullptr));
+    const HQELELEM scale = QELCreateElem(m_h, QEL_TYPE_SCALE, group, nullptr);
+    ASSERT_NE(nullptr, scale);
+    QELSCALEATTR attr{};
+    ASSERT_EQ(1, QELGetElemAttr(m_h, scale, &attr, nullptr));
+    EXPECT_EQ(0, QELSetScaleStatus(m_h, attr.nId, 5));
+    ASSERT_EQ(1, QELMoveElem(m_h, group, QELGetRootElem(m_h), nullptr));
+    EXPECT_EQ(1, QELSetScaleStatus(m_h, attr.nId, 5));
+}
+
+TEST_F(Elements, ARefusedMoveIntoThePictureLeavesAllOutside)
+{
+    const HQELELEM scale = Make(QEL_TYPE_SCALE);
+    const HQELELEM group = Make(QEL_TYPE_GROUP);
+    QELSCALEATTR attr{};
+    ASSERT_EQ(1, QELGetElemAttr(m_h, scale, &attr, nullptr));
+    ASSERT_EQ(1, QELMoveElem(m_h, scale, nullptr, nullptr));
+    EXPECT_EQ(0, QELMoveElem(m_h, scale, QELGetRootElem(m_h), scale)); // after itself
+    EXPECT_EQ(0, QELMoveElem(m_h, scale, group, group));               // after what is not in it
+    EXPECT_EQ(0, QELSetScaleStatus(m_h, attr.nId, 5));
+    EXPECT_EQ(nullptr, QELGetParentElem(m_h, scale));
+    EXPECT_EQ(1, QELMoveElem(m_h, scale, group, nullptr));
+    EXPECT_EQ(1, QELSetScaleStatus(m_h, attr.nId, 5));
+}

@@ -967,3 +967,113 @@ TEST(LiveIds, AreTheSharedDrawingsInShowOnlyMode)
     EXPECT_EQ("", FirstDifference(expected, actual));
     for (HQELENGINE h : {first, second}) EXPECT_EQ(1, DestroyQELEngine(h));
 }
+
+// ---- settings that change nothing ----
+
+TEST(LiveIds, AShareChartAnswersForItsPinsBeforeAnyIsSet)
+{
+    const CTextHost host(Meter(SECTOR, "id='a'"), SIDE);
+    double f = -1;
+    EXPECT_EQ(1, QELGetPin(host, "a", 3, &f));
+    EXPECT_EQ(0, f);
+    EXPECT_EQ(1, QELSetScaleStatusf(host, 3, 2.5f));
+    EXPECT_EQ(1, QELGetPin(host, "a", 3, &f));
+    EXPECT_EQ(2.5, f);
+}
+
+TEST(LiveIds, TheResetOfAShareChartThatIsDrawnTakesItsPinsBack)
+{
+    const CTextHost expected(Meter(SECTOR, "id='a'"), SIDE);
+    const CTextHost actual(Meter(SECTOR, "id='a'"), SIDE);
+    for (const CTextHost* pHost : {&expected, &actual}) pHost->Set(QEL_SEL_SECTOR_COUNT, 3);
+    for (int nPin = 1; nPin <= 3; ++nPin) EXPECT_EQ(1, QELSetPin(actual, "a", nPin, 2.5 * nPin));
+    EXPECT_NE("", Difference(expected, actual)); // drawn with them
+    EXPECT_EQ(1, QELResetLive(actual, "a"));
+    double f = -1;
+    EXPECT_EQ(1, QELGetPin(actual, "a", 3, &f));
+    EXPECT_EQ(0, f);
+    EXPECT_EQ(1, QELResetLive(expected, "a"));
+    EXPECT_EQ("", Difference(expected, actual));
+}
+
+TEST(LiveIds, WhatIsShownOrTrustedAlreadyMakesNothingDirty)
+{
+    const CTextHost host(Rect("id='a'", "10 10 30 30"), SIDE);
+    const auto isDirtyAfter = [&](int nResult) {
+        RECT rc{};
+        EXPECT_EQ(1, nResult);
+        const bool bDirty = QELGetDirtyRect(host, &rc) != 0;
+        EXPECT_EQ(1, QELValidate(host));
+        return bDirty;
+    };
+    EXPECT_TRUE(isDirtyAfter(1)); // all of it, after the open
+    EXPECT_FALSE(isDirtyAfter(QELSetVisible(host, "a", 1)));
+    EXPECT_TRUE(isDirtyAfter(QELSetVisible(host, "a", 0)));
+    EXPECT_FALSE(isDirtyAfter(QELSetVisible(host, "a", 0)));
+    EXPECT_TRUE(isDirtyAfter(QELSetVisible(host, "a", 1)));
+    EXPECT_FALSE(isDirtyAfter(QELSetVisible(host, "a", 1)));
+    EXPECT_TRUE(isDirtyAfter(QELSetQuality(host, "a", 1)));
+    EXPECT_FALSE(isDirtyAfter(QELSetQuality(host, "a", 1)));
+    for (const int nQuality : {-1, 3}) EXPECT_EQ(0, QELSetQuality(host, "a", nQuality));
+}
+
+TEST(LiveIds, AMeterThatIsMadeAShareChartMovesNoMore)
+{
+    const CTextHost host(Meter(4, "id='a'"), SIDE);
+    EXPECT_EQ(1, QELSetEasing(host, "a", 100));
+    EXPECT_EQ(1, QELSetValue(host, "a", 5));
+    EXPECT_EQ(1, QELAdvance(host, 50));
+    EXPECT_EQ(0, QELAdvance(host, 50));
+    QELMETERATTR attr{};
+    EXPECT_EQ(1, QELGetElemAttr(host, host.Child(0), &attr, nullptr));
+    attr.nType = SECTOR;
+    EXPECT_EQ(1, QELSetElemAttr(host, host.Child(0), &attr, sizeof attr));
+    EXPECT_EQ(1, QELSetValue(host, "a", 8));
+    EXPECT_EQ(0, QELAdvance(host, 0));
+}
+
+TEST(LiveIds, AScaleThatCannotBeTrustedTakesItsNumberAsWell)
+{
+    const CTextHost host("<scale id='a' scid='7' pin='1' crd='0 0 50 9'/>", SIDE);
+    EXPECT_EQ(1, QELSetQuality(host, "a", 2));
+    EXPECT_EQ(1, QELSetScaleStatus(host, 7, 6));
+    double f = 0;
+    EXPECT_EQ(1, QELGetValue(host, "a", &f));
+    EXPECT_EQ(6, f);
+}
+
+TEST(LiveIds, AStatusElementWhoseValueIsNoNumberGoesByTheDrawingsStatus)
+{
+    const CTextHost host("<status id='a' stx='3'><text crd='0 0 50 20'>on</text></status>", SIDE);
+    EXPECT_EQ(1, QELSetStatus(host, 3));
+    EXPECT_EQ(1, QELSetValue(host, "a", 2));
+    EXPECT_EQ("", TextShown(host));
+    EXPECT_EQ(1, QELSetValue(host, "a", std::numeric_limits<double>::quiet_NaN()));
+    EXPECT_NE("", TextShown(host));
+    EXPECT_EQ(1, QELSetStatus(host, 4));
+    EXPECT_EQ("", TextShown(host));
+}
+
+TEST(LiveIds, AMarkOverTheWholeDrawingComesAfterAllOfIt)
+{
+    const CTextHost host(Rect("", "10 10 30 30") + Rect("", "60 60 90 90"), SIDE);
+    EXPECT_EQ(1, QELSetElemId(host, QELGetRootElem(host), "all"));
+    const std::vector<std::string> plain = host.Calls();
+    EXPECT_EQ(1, QELSetQuality(host, "all", 2));
+    const std::vector<std::string> marked = host.Calls();
+    ASSERT_LT(plain.size(), marked.size());
+    EXPECT_TRUE(std::equal(plain.begin(), plain.end(), marked.begin()));
+}
+
+TEST(LiveIds, AHiddenPartOfAFaceIsNotDrawn)
+{
+    const CTextHost host("<meter mtype='round' crd='70 70 60 5 5 135 135'>"
+                         "<rect id='a' style='0x1' crd='5 5 135 135'/>"
+                         "<ellipse style='0x1' crd='20 20 120 120'/></meter>",
+                         SIDE);
+    EXPECT_EQ(1U, host.Calls({"Rectangle"}).size());
+    const std::size_t nEllipses = host.Calls({"Ellipse"}).size();
+    EXPECT_EQ(1, QELSetVisible(host, "a", 0));
+    EXPECT_EQ(0U, host.Calls({"Rectangle"}).size());
+    EXPECT_EQ(nEllipses, host.Calls({"Ellipse"}).size());
+}

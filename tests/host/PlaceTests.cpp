@@ -651,3 +651,44 @@ TEST(Places, OfAnElementThatOutlivesItsDrawingAreNone)
     ASSERT_EQ(1, QELGetElemRect(host, hElem, &rc));
     EXPECT_EQ("25,10,50,40", RectText(rc));
 }
+
+// ---- faces in groups ----
+
+TEST(DrawRects, OfAGroupInAMeterAreThoseOfTheFacesInIt)
+{
+    const CTextHost host("<meter id='dial' mtype='round' crd='80 15 10 70 5 90 25'><g id='both'>" +
+                             Block("id='a'", "10 20 30 40") + Block("id='b'", "60 50 70 90") +
+                             "</g>" + Block("id='c'", "80 80 90 90") + "</meter>",
+                         100);
+    EXPECT_EQ("10,20,30,40", DrawRect(host, "a"));
+    EXPECT_EQ("10,20,70,90", DrawRect(host, "both"));
+    EXPECT_EQ("a", IdAt(host, 20, 30));
+    EXPECT_EQ("b", IdAt(host, 65, 60));
+    EXPECT_EQ("c", IdAt(host, 85, 85));
+    const HQELELEM hGroup = QELFindElem(host, "both");
+    EXPECT_EQ(QELFindElem(host, "a"), ElemAt(host, 20, 30));
+    POINT pt{20, 30};
+    EXPECT_EQ(1, QELElemToDevice(host, hGroup, &pt));
+    EXPECT_EQ(20, pt.x);
+    EXPECT_EQ(30, pt.y);
+}
+
+TEST(Units, OfAScaleOrADrawRegionWithoutAnExtentThereAreNone)
+{
+    const CTextHost host("<scale id='row' crd='10 10 60 20'/><scale id='no row' crd='10 10 10 20'/>"
+                         "<drawrgn id='screen' crd='10 30 60 90'/>"
+                         "<drawrgn id='no screen' crd='10 30 60 30'/>",
+                         100);
+    for (const char* pszId : {"row", "screen"}) {
+        POINT pt{20, 30};
+        EXPECT_EQ(1, QELElemToDevice(host, QELFindElem(host, pszId), &pt)) << pszId;
+        EXPECT_EQ(20, pt.x);
+    }
+    for (const char* pszId : {"no row", "no screen"}) {
+        POINT pt{20, 30};
+        EXPECT_EQ(0, QELElemToDevice(host, QELFindElem(host, pszId), &pt)) << pszId;
+        EXPECT_EQ("0 0,0,0,0", DrawRect(host, pszId));
+    }
+    EXPECT_EQ("row", IdAt(host, 15, 15));
+    EXPECT_EQ("screen", IdAt(host, 15, 35));
+}

@@ -169,3 +169,15 @@ TEST(RenderBitmap, TheNameOfAFaceHasThirtyOneCharactersAtMost)
     EXPECT_EQ(1, QELSetFontFace(host, nullptr));
     EXPECT_EQ(0, QELSetFontFace(nullptr, L""));
 }
+
+TEST(RenderBitmap, TakesNoFlagButThatOfPressed)
+{
+    const CTextHost host(g_pszBody, WIDTH);
+    for (const DWORD nFlags : {DWORD{QEL_DRAW_FULL}, DWORD{0x40000000}, ~DWORD{0}}) {
+        Pixels pixels;
+        EXPECT_EQ(0, Render(host, &pixels, nFlags)) << nFlags;
+        EXPECT_EQ(UNTOUCHED, pixels.bytes[0]);
+    }
+    Pixels pixels;
+    EXPECT_EQ(1, Render(host, &pixels, QEL_DRAW_PRESSED));
+}

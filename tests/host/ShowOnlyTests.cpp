@@ -275,6 +275,21 @@ TEST_F(ShowOnly, RecordsWithoutADrawingRefuseEditingAsWell)
     EXPECT_EQ(1, QELCloseFile(h)); // nothing to close is no failure
 }
 
+TEST_F(ShowOnly, ADrawingInMemoryIsSharedWithNoPath)
+{
+    const HQELENGINE hMemory = Handle(), hPath = Handle(), hSame = Handle();
+    const std::string bytes = DRAWING;
+    ASSERT_EQ(1, QELOpenMemory(hMemory, bytes.data(), static_cast<DWORD>(bytes.size())));
+    const std::string path = Write("a.qel");
+    for (const HQELENGINE h : {hPath, hSame}) {
+        ASSERT_EQ(1, QELOpenFile(h, path.c_str()));
+        EXPECT_EQ(100, RedPixels(h));
+    }
+    EXPECT_EQ(1, QELCloseFile(hMemory));
+    EXPECT_EQ(-1, RedPixels(hMemory));
+    EXPECT_EQ(100, RedPixels(hPath));
+}
+
 TEST_F(ShowOnly, HandlesAreRefusedOnceDestroyed)
 {
     const HQELENGINE h1 = Handle(), h2 = Handle();

@@ -421,3 +421,19 @@ TEST(Smooth, AWidePenIsAllThereBesideASmallPicture)
                 ASSERT_EQ(expected(x, y), GetRValue(picture.At(x, y))) << x << " " << y;
             }
 }
+
+// The system sums up the bounds of what is drawn, of which nothing may be missing.
+TEST(Smooth, AnUpdateOntoASurfaceThatSumsUpBoundsIsPlain)
+{
+    const std::string body = "<rect style='0x1' lnwid='0' bg='0' fg='0' crd='10 10 40 40'/>";
+    for (const int nSmooth : {0, 4}) {
+        const CTextHost plain(body, SIDE), host(body, SIDE);
+        EXPECT_EQ(1, QELSetSmooth(host, nSmooth));
+        const CTestBitmap expected(SIDE, SIDE), actual(SIDE, SIDE);
+        ::SetBoundsRect(actual.Dc(), nullptr, DCB_ENABLE);
+        plain.Draw(expected.Dc());
+        EXPECT_EQ(1, QELUpdate(host, actual.Dc(), nullptr));
+        EXPECT_FALSE(IsBlank(actual));
+        EXPECT_EQ("", FirstDifference(expected, actual)) << nSmooth;
+    }
+}

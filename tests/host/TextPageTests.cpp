@@ -331,7 +331,7 @@ TEST_F(TextPage, ANewDrawingDeclaresThePageThatItIsGiven)
 TEST_F(TextPage, ANewDrawingOfAPageWithoutANameIsRefusedAndTheOldOneStays)
 {
     ASSERT_EQ(1, Open(Drawing("gb2312", IN_GB2312)));
-    for (const DWORD nPage : {1U, 3U, 42U, 65000U, 1200U, 12345U, 0x10000U + 936U}) {
+    for (const DWORD nPage : {1U, 3U, 37U, 42U, 65000U, 1200U, 12345U, 0x10000U + 936U}) {
         EXPECT_EQ(0, QELNewFileEx(m_h, nPage)) << nPage;
         EXPECT_EQ(static_cast<DWORD>(QEL_ERROR_VALUE), Reason());
         EXPECT_EQ(IN_GB2312, TextBytes());
@@ -557,6 +557,27 @@ TEST_F(SharedTextPage, MayBeSetBeforeTheOpen)
     EXPECT_EQ(1, QELGetTextCodePage(hOther, &nPage));
     EXPECT_EQ(DECLARED, nPage);
     EXPECT_EQ(1, DestroyQELEngine(hOther));
+}
+
+TEST_F(TextPage, ADeclaredNameHasLettersDigitsAndFewSigns)
+{
+    const std::string body = Drawing("", IN_UTF8).substr(Head("").size());
+    for (const char* psz : {"azAZ09-_.:()", "z"})
+        EXPECT_EQ(Drawing(psz, IN_UTF8), SavedAgain(DECLARED, "<?xml version='1.0' encoding='" +
+                                                                  std::string(psz) + "'?>" + body))
+            << psz;
+    for (const char* psz :
+         {"a`", "a{", "a@", "a[", "a/", "a;", "a b", "a\x80"}) // beside the ranges
+        EXPECT_EQ(Drawing("gb2312", IN_UTF8),
+                  SavedAgain(DECLARED,
+                             "<?xml version='1.0' encoding='" + std::string(psz) + "'?>" + body))
+            << psz;
+    // As long as there is room for it with its end, which is 47 letters.
+    const std::string longest(47, 'a');
+    EXPECT_EQ(Drawing(longest, IN_UTF8),
+              SavedAgain(DECLARED, "<?xml version='1.0' encoding='" + longest + "'?>" + body));
+    EXPECT_EQ(Drawing("gb2312", IN_UTF8),
+              SavedAgain(DECLARED, "<?xml version='1.0' encoding='" + longest + "a'?>" + body));
 }
 
 } // namespace

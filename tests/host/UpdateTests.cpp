@@ -367,3 +367,75 @@ TEST(Update, AClockStandsUntilTheHostLetsTimePass)
     EXPECT_EQ(1, QELUpdate(clean.host, after.Dc(), nullptr));
     EXPECT_NE("", FirstDifference(before, after));
 }
+
+// ---- what is left alone
+
+TEST(Update, AMarkedGroupIsDirtyWithAllThatItMayPaintWhenOneInItMoves)
+{
+    const CTextHost host("<g id='g'><text id='t' crd='20 20 40 30'>a</text>"
+                         "<rect style='0x1' crd='100 100 120 120'/></g>",
+                         SIDE);
+    RECT rcGroup{};
+    EXPECT_EQ(1, QELGetIdDrawRect(host, "g", &rcGroup));
+    EXPECT_EQ(1, QELSetQuality(host, "g", 1));
+    EXPECT_EQ(1, QELValidate(host));
+    EXPECT_EQ(1, QELSetText(host, "t", "b"));
+    const RECT rc = DirtyRect(host);
+    EXPECT_LE(rc.left, rcGroup.left);
+    EXPECT_LE(rc.top, rcGroup.top);
+    EXPECT_GE(rc.right, rcGroup.right);
+    EXPECT_GE(rc.bottom, rcGroup.bottom);
+}
+
+TEST(Update, WhatLiesBetweenTwoDirtyPlacesIsNotPainted)
+{
+    // The two lamps are dirty. The box around both holds all, the lamps themselves none of the
+    // rest.
+    const CTextHost host(Lamp("a", "10 10 30 30") + Lamp("b", "120 120 150 150") +
+                             "<ellipse style='0x1' crd='120 10 150 40'/>"
+                             "<ellipse style='0x1' crd='10 120 30 150'/>",
+                         SIDE);
+    const CTestBitmap picture(SIDE, SIDE, GROUND);
+    EXPECT_EQ(1, QELUpdate(host, picture.Dc(), nullptr));
+    for (const char* pszId : {"a", "b"}) EXPECT_EQ(1, QELSetValue(host, pszId, 1));
+    EXPECT_EQ("10,10,150,150", Text(DirtyRect(host)));
+    const CTestBrush mark(RGB(1, 2, 3));
+    const RECT rcOthers[] = {{125, 15, 145, 35}, {15, 125, 25, 145}};
+    for (const RECT& rc : rcOthers) ::FillRect(picture.Dc(), &rc, mark);
+    EXPECT_EQ(1, QELUpdate(host, picture.Dc(), nullptr));
+    EXPECT_EQ(RGB(1, 2, 3), picture.At(135, 25));
+    EXPECT_EQ(RGB(1, 2, 3), picture.At(20, 135));
+    EXPECT_NE(SCREEN_GROUND, picture.At(20, 20));
+    EXPECT_NE(SCREEN_GROUND, picture.At(135, 135));
+}
+
+TEST(Update, AGroupThatComesIntoAColoredOneHasItsColors)
+{
+    const std::string body = "<g id='red'><rect style='0x1' lnwid='0' crd='0 0 9 9'/></g>"
+                             "<g id='b'><rect style='0x1' lnwid='0' crd='50 50 90 90'/></g>";
+    const CTextHost host(body, SIDE);
+    CScreen screen(host, SIDE);
+    screen.Update();
+    EXPECT_EQ(1, QELSetColor(host, "red", 2, RGB(255, 0, 0)));
+    EXPECT_EQ(1, QELSetColor(host, "red", 1, RGB(255, 0, 0)));
+    EXPECT_EQ(1, QELMoveElem(host, QELFindElem(host, "b"), QELFindElem(host, "red"), nullptr));
+    EXPECT_EQ("", screen.WrongAfterUpdate());
+    EXPECT_EQ(RGB(255, 0, 0), host.Pixel(70, 70));
+}
+
+TEST(Update, AMeterOfAnUnknownTypeIsNothingThatIsMissed)
+{
+    const CTextHost host("<meter id='a' mtype='round' crd='80 80 60 0 0 160 160'/>", SIDE);
+    QELMETERATTR attr{};
+    EXPECT_EQ(1, QELGetElemAttr(host, host.Child(0), &attr, nullptr));
+    attr.nType = 99;
+    EXPECT_EQ(1, QELSetElemAttr(host, host.Child(0), &attr, sizeof attr));
+    CScreen screen(host, SIDE);
+    screen.Update();
+    EXPECT_EQ(1, QELSetVisible(host, "a", 0));
+    EXPECT_EQ(1, QELSetVisible(host, "a", 1));
+    screen.Update();
+    RECT rc{};
+    EXPECT_EQ(0, QELGetDirtyRect(host, &rc));
+    EXPECT_EQ("", screen.Wrong());
+}

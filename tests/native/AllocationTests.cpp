@@ -525,6 +525,21 @@ TEST(Allocation, EverySettingOfTheWholeDrawing)
         {"turn", [](HQELENGINE h) { return QELRotate(h, 90) == 1; }},
         {"half turn", [](HQELENGINE h) { return QELRotate(h, -180) == 1; }},
         {"find by identifier", [](HQELENGINE h) { return QELFindElem(h, "r1") != nullptr; }},
+        {"draw rect of an identifier",
+         [](HQELENGINE h) {
+             RECT rc{};
+             return QELGetIdDrawRect(h, "r1", &rc) == 1;
+         }},
+        {"identifier of a point",
+         [](HQELENGINE h) {
+             const POINT pt{DEVICE_RECT.left, DEVICE_RECT.top};
+             char szId[QEL_TEXT_SIZE];
+             QELERROR error{};
+             error.nSize = sizeof error;
+             if (QELIdFromPoint(h, &pt, szId, sizeof szId)) return true;
+             QELGetError(h, &error);
+             return error.nCode != QEL_ERROR_MEMORY;
+         }},
         {"find by point",
          [](HQELENGINE h) {
              RECT rc{};

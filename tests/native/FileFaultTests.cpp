@@ -7,6 +7,7 @@
 #include "tests/native/Life.h"
 #include "tests/support/Wide.h"
 #include "xml/WidePath.h"
+#include "xml/XmlTree.h"
 
 #include <gtest/gtest.h>
 
@@ -295,10 +296,10 @@ TEST(FileFaults, WhatKilledSavesLeftIsRemovedAndNothingElse)
     ::SetFileAttributesA(Beside(3).c_str(), FILE_ATTRIBUTE_READONLY);
     const std::string path = DRAWING_PATH;
     const std::vector<std::string> others = {
-        path + ".5~",  path + ".007~", path + ".1000000~",      path + ".bak~",
-        path + ".00",  path + "~",     path + ".old.00~",       "C:\\temp\\.00~",
-        path + ".~",   path + ".-1~",  "C:\\temp\\drawing.00~", "C:\\temp\\a.qel.00~",
-        path + ".00x~"};
+        path + ".5~",          path + ".007~", path + ".1000000~", path + ".10000000~",
+        path + ".bak~",        path + ".00",   path + "~",         path + ".old.00~",
+        "C:\\temp\\.00~",      path + ".~",    path + ".-1~",      "C:\\temp\\drawing.00~",
+        "C:\\temp\\a.qel.00~", path + ".00x~"};
     for (const std::string& name : others) ASSERT_TRUE(kernel::PutFile(name, name));
     EXPECT_EQ(1, QELSaveFile(drawing, DRAWING_PATH));
     EXPECT_EQ(drawing.New(), Bytes(DRAWING_PATH));
@@ -509,6 +510,7 @@ TEST(WidePaths, ThatAreLongHaveThePrefixThatLiftsTheLimit)
     } rows[] = {
         {"C:\\temp\\" + tail, "\\\\?\\C:\\temp\\" + tail},
         {"C:/temp/" + tail, "\\\\?\\C:\\temp\\" + tail},
+        {"\\temp\\" + tail, "\\\\?\\C:\\temp\\" + tail}, // of the current drive
         {"\\\\server\\share\\" + tail, "\\\\?\\UNC\\server\\share\\" + tail},
         {"\\\\?\\C:\\" + tail, "\\\\?\\C:\\" + tail}, // it has one
         {"//?/C:/" + tail, "\\\\?\\C:\\" + tail},
@@ -682,4 +684,35 @@ TEST(FileFaults, ThePowerFailsWhileADrawingIsOpened)
         if (!bStopped) break;
     }
     EXPECT_GT(k, 5);
+}
+
+TEST(FileFaults, ThePowerFailsAtAnyMomentOfTheSaveOfATreeAndOneFileIsWhole)
+{
+    const std::string old = "the old file";
+    std::string whole;
+    bool bDone = false;
+    int nFailed = 0;
+    for (int nStop = 0; nStop < MOST_OPERATIONS && (!bDone || nStop == 1); ++nStop) {
+        SCOPED_TRACE(nStop); // 0: the power does not fail
+        kernel::FormatDisk();
+        ASSERT_TRUE(kernel::PutFile(DRAWING_PATH, old));
+        XmlContext* pXml = XmlCreate();
+        ASSERT_EQ(0, XmlSetNameZ(pXml, "root"));
+        kernel::Faults faults;
+        faults.nStopAt = nStop;
+        kernel::SetFaults(faults);
+        bDone = XmlSaveFile(pXml, DRAWING_PATH) == 0;
+        EXPECT_EQ(bDone ? XML_OK : XML_ERR_CREATE, pXml->nLastError);
+        nFailed += bDone ? 0 : 1;
+        if (kernel::HasPowerFailed()) kernel::Restart(true);
+        kernel::SetFaults({});
+        const std::string bytes = Bytes(DRAWING_PATH);
+        if (!nStop) whole = bytes;
+        EXPECT_TRUE(bytes == whole || (!bDone && bytes == old));
+        EXPECT_EQ(0, XmlDestroy(pXml));
+    }
+    EXPECT_NE(old, whole);
+    EXPECT_TRUE(bDone);
+    EXPECT_LT(2, nFailed); // it is made, written, flushed and renamed
+    kernel::FormatDisk();
 }

@@ -1,5 +1,7 @@
 // Each GDI object that a draw asks for is refused in turn. The draw goes on without it, nothing
 // leaks, the device context is as before, and the next draw is whole.
+#include "base/PixelPen.h"
+#include "base/Refusals.h"
 #include "meter/BarMeter3D.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
@@ -16,6 +18,7 @@
 #include <functional>
 #include <iterator>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -500,5 +503,17 @@ TEST(GdiFaults, ADrawAtAScaleOrSmoothGoesOnWithoutOneObjectOrCall)
                 EXPECT_EQ(expected, Rendered(h, &nResult)) << "the picture after that";
                 EXPECT_EQ(1, nResult);
             });
+    }
+}
+
+// A style that there is not may be refused by right.
+TEST(GdiFaults, APenOfAnUnknownStyleThatIsNotMadeIsNoLack)
+{
+    for (const auto& [nStyle, nLacks] : {std::pair{int{PS_DOT}, 1U}, std::pair{77, 0U}}) {
+        const uint32_t nBefore = CountRefusals();
+        gdi::FailCreation(1);
+        EXPECT_EQ(nullptr, MakePixelPen(nStyle, 1, 1, RGB(255, 0, 0)));
+        gdi::FailCreation(0);
+        EXPECT_EQ(nBefore + nLacks, CountRefusals()) << nStyle;
     }
 }

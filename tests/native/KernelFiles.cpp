@@ -130,6 +130,7 @@ std::string FullPath(const std::string& path)
         if (IsLeadByte(path[n]) && n + 1 < path.size()) full += path[++n];
     }
     if (full.starts_with("\\\\")) return full; // of a share or a device
+    if (full.starts_with("\\")) full = TheDisk().current.substr(0, 2) + full;
     if (full.size() < 2 || full[1] != ':') full = TheDisk().current + "\\" + full;
     return WithoutDots(full);
 }

@@ -24,10 +24,14 @@ const char* CharsetOf(UINT nCodePage)
 {
     if (nCodePage == CP_ACP || nCodePage == CP_THREAD_ACP) nCodePage = g_nCodePage;
     switch (nCodePage) {
+    case 37:
+        return "CP037";
     case 936:
         return "CP936";
     case 932:
         return "CP932";
+    case 949:
+        return "CP949";
     case 950:
         return "CP950";
     case 1251:

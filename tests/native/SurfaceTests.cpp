@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -315,5 +316,34 @@ TEST(FaceClip, LetsNothingBePaintedThatItCannotClip)
         }
         EXPECT_LT(2, nRefused);
         EXPECT_EQ("none", ClipText(paper));
+    }
+}
+
+// ---- faces of which a part was made for the clip alone
+
+TEST(FaceRegions, OfOneDrawsClipAreMadeAnewForTheNext)
+{
+    const std::string text =
+        "<qel width='400' height='300'><meter mtype='vert' crd='20 10 300 290'>"
+        "<polygon style='0x1' crd='10 10 390 20 200 290'/></meter></qel>";
+    const auto drawn = [](HQELENGINE h, const RECT& rcClip, bool bBounds) {
+        const RECT rc = DEVICE_RECT;
+        const CPaper paper;
+        if (bBounds) ::SetBoundsRect(paper, nullptr, DCB_ENABLE); // all counts, shown or not
+        ::IntersectClipRect(paper, rcClip.left, rcClip.top, rcClip.right, rcClip.bottom);
+        gdi::LogPaintings(paper);
+        EXPECT_EQ(1, QELDraw(h, paper, &rc, QEL_DRAW_FULL));
+        return gdi::Paintings(paper);
+    };
+    const RECT rcFirst{40, 30, 120, 160}, rcNext{100, 100, 300, 280};
+    for (const bool bBounds : {false, true}) {
+        CTestEngine engine, fresh;
+        ASSERT_TRUE(engine.Open(text));
+        ASSERT_TRUE(fresh.Open(text));
+        const std::vector<std::string> first = drawn(engine, rcFirst, false);
+        const std::vector<std::string> expected = drawn(fresh, rcNext, bBounds);
+        EXPECT_FALSE(expected.empty());
+        EXPECT_NE(first, expected);
+        EXPECT_EQ(expected, drawn(engine, rcNext, bBounds));
     }
 }
