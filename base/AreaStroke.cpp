@@ -2,7 +2,6 @@
 
 #include "base/GdiScopes.h"
 #include "base/Refusals.h"
-#include "base/Shown.h"
 
 #include <algorithm>
 #include <cmath>
@@ -188,7 +187,7 @@ private:
 CAreaStroke::CAreaStroke(HDC hdc, CPixelScale px) noexcept : m_hdc(hdc)
 {
     SolidPen pen{};
-    if (px.IsPlain() || !IsSurface(hdc) || !FindSolidPen(hdc, &pen)) return;
+    if (px.Samples() < 2 || !FindSolidPen(hdc, &pen)) return;
     if (pen.nWidth < 2 || pen.nWidth >= REACH) return;
     m_hBrush = Made(::CreateSolidBrush(pen.clr));
     if (!m_hBrush) return;

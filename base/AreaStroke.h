@@ -1,7 +1,7 @@
-// Outlines of solid pens as the areas that they cover, in pictures that are smooth or of another
-// scale. The system's own wide pens are up to a unit wider than they say and lie up to a unit
-// aside, which samples show; and where they go along a curve they take a hundred times as long.
-// Metafiles and broken pens keep the system's.
+// Outlines of solid pens in smooth pictures, as the areas that they cover. The system's own wide
+// pens are up to a sample wider than they say and lie up to a sample aside, which samples show; and
+// along a curve they take thirty times as long. Without samples, where an edge that is a unit off
+// shows, the system's are evener; and broken pens stay the system's.
 #pragma once
 
 #include "base/PixelScale.h"

@@ -403,6 +403,20 @@ BOOL WINAPI Polygon(HDC hdc, const POINT* pPoints, INT nCount)
     return TRUE;
 }
 
+// One after the other: with WINDING, and where they go round the same way, that is the same figure.
+BOOL WINAPI PolyPolygon(HDC hdc, const POINT* pPoints, const INT* pnCounts, UINT nPolygons)
+{
+    const Dc* pDc = FindDc(hdc, "PolyPolygon");
+    if (!pDc || !pPoints || !pnCounts || nPolygons == 0) return FALSE;
+    if (pDc->state.nPolyFill != WINDING) {
+        ReportMisuse("PolyPolygon with holes");
+        return FALSE;
+    }
+    for (UINT n = 0; n < nPolygons; pPoints += pnCounts[n++])
+        if (!::Polygon(hdc, pPoints, pnCounts[n])) return FALSE;
+    return TRUE;
+}
+
 BOOL WINAPI PolyBezier(HDC hdc, const POINT* pPoints, DWORD nCount)
 {
     // The host's own device context and points, passed on as they came.

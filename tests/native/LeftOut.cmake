@@ -157,7 +157,10 @@ list(APPEND QEL_HOST_LEFT_OUT
   Smooth.AllPartsOfALargePictureAreOfOneDraw
   Smooth.FilledFiguresCoverEachPixelByTheirArea
   Smooth.HatchesAndGradientsAreAsWithout
-  Smooth.OutlinesCoverEachPixelByTheirArea
+  Smooth.LinesAtAllAnglesCoverEachPixelByTheirArea
+  Smooth.OutlinesOfPolygonsCoverEachPixelByTheirArea
+  Smooth.RingsCoverEachPixelByTheirArea
+  Smooth.UprightPartsOfASlantedLineAreAsWithout
   Smooth.PixelsThatNothingCoversAreNotTouched
   Smooth.UpdatesMakeWhatFullDrawsMake
   Smooth.WhatStandsUprightIsAsWithout
