@@ -134,11 +134,10 @@ void Walk(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
 
 } // namespace
 
-HostElements FindHostElements(const CDrawing& drawing)
+HostElements FindHostElements(HQELENGINE hEngine)
 {
     HostElements found;
-    if (const HQELELEM hRoot = QELGetRootElem(drawing.Engine()))
-        Walk(drawing.Engine(), hRoot, &found);
+    if (const HQELELEM hRoot = QELGetRootElem(hEngine)) Walk(hEngine, hRoot, &found);
     return found;
 }
 
