@@ -116,7 +116,7 @@ bool HoldsShapes(int nType)
 
 void AddBearer(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
 {
-    HostBearer bearer{IdOf(hEngine, hElem), QELGetElemType(hEngine, hElem), false, false};
+    HostBearer bearer{IdOf(hEngine, hElem), QELGetElemType(hEngine, hElem), false, false, hElem};
     if (bearer.id.empty()) return;
     bearer.bColors =
         IsShapeType(bearer.nType) || (HoldsShapes(bearer.nType) && HasShape(hEngine, hElem));

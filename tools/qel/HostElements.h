@@ -32,6 +32,7 @@ struct HostBearer {
     int nType;
     bool bColors; // it is a shape, or there is one in it
     bool bRun;    // a text that has a place for a number
+    HQELELEM hElem;
 };
 
 struct HostElements {

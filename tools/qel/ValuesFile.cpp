@@ -2,6 +2,7 @@
 #include "tools/qel/ValuesFile.h"
 
 #include "tools/qel/Command.h"
+#include "tools/qel/OutputFile.h"
 #include "tools/qel/Streams.h"
 #include "tools/qel/Text.h"
 
@@ -91,6 +92,13 @@ std::string WriteValues(const std::vector<NamedValue>& values)
     ordered_json json = ordered_json::object();
     for (const NamedValue& value : values) json[value.name] = ToJson(value);
     return json.dump(INDENT) + "\n";
+}
+
+void WriteValuesFile(const std::wstring& path, const std::vector<NamedValue>& values)
+{
+    WriteComplete(path, [&values](const std::wstring& name) {
+        return WriteBytes(name, WriteValues(values));
+    });
 }
 
 } // namespace qel

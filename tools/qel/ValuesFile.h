@@ -16,5 +16,7 @@ std::vector<NamedValue> ReadValuesFile(const std::wstring& path);
 
 // A name a line. What reads as a number is written as one, unless it is a text.
 std::string WriteValues(const std::vector<NamedValue>& values);
+// CTrouble when it cannot be written; an older file stays then.
+void WriteValuesFile(const std::wstring& path, const std::vector<NamedValue>& values);
 
 } // namespace qel
