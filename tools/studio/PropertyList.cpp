@@ -14,6 +14,7 @@ namespace studio {
 namespace {
 
 constexpr int NAME_PART = 45; // of the width, in percent
+constexpr int ROW = 20;       // the least height of one, at 96 dots an inch
 constexpr int BOX = 13;       // a check box, at 96 dots an inch
 constexpr int SWATCH = 24;
 constexpr int PAD = 6;
@@ -56,6 +57,7 @@ int ParseColor(const std::wstring& text, COLORREF* pClr)
 CPropertyList::~CPropertyList()
 {
     m_nEdited = -1; // the editor goes with its parent
+    if (m_hHeight) ::ImageList_Destroy(m_hHeight);
 }
 
 int CPropertyList::Create(HWND hParent, UINT nId, unsigned nNameTitle, unsigned nValueTitle,
@@ -86,6 +88,10 @@ void CPropertyList::SetFont(HFONT hFont)
 {
     m_hFont = hFont;
     CControl::SetFont(hFont);
+    HIMAGELIST hOld = m_hHeight;
+    m_hHeight = ::ImageList_Create(1, ScaledAt(Handle(), ROW), ILC_COLOR, 1, 0);
+    Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(m_hHeight));
+    if (hOld) ::ImageList_Destroy(hOld);
     FitColumns();
 }
 

@@ -72,7 +72,8 @@ private:
     HWND m_hEditor = nullptr;
     int m_nEdited = -1;
     bool m_bEnding = false;
-    COLORREF m_custom[16] = {}; // colours that the dialog keeps
+    HIMAGELIST m_hHeight = nullptr; // of nothing, as tall as a row is to be
+    COLORREF m_custom[16] = {};     // colours that the dialog keeps
 };
 
 // "#RRGGBB", with or without the word for blinking behind it. 0: it is none.

@@ -85,9 +85,9 @@ void CRowList::Select(int nRow)
     m_nSelected = std::clamp(nRow, -1, Count() - 1);
     const RECT rc = RowRect(m_nSelected);
     const RECT rcClient = Client();
-    if (m_nSelected >= 0 && rc.top < 0) ScrollTo(m_nTop + rc.top);
-    if (m_nSelected >= 0 && rc.bottom > rcClient.bottom)
-        ScrollTo(m_nTop + rc.bottom - rcClient.bottom);
+    const bool bRoom = m_nSelected >= 0 && rcClient.bottom > 0;
+    if (bRoom && rc.bottom > rcClient.bottom) ScrollTo(m_nTop + rc.bottom - rcClient.bottom);
+    if (bRoom && RowRect(m_nSelected).top < 0) ScrollTo(m_nSelected * RowHeight());
     ::InvalidateRect(Handle(), nullptr, FALSE);
 }
 

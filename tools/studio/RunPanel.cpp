@@ -223,6 +223,7 @@ void CRunPanel::Show(CDrawingFile* pFile, CPlay* pPlay)
     Enable();
     MakeRows();
     Layout();
+    m_list.Select(m_list.Selected()); // which has room only now
 }
 
 void CRunPanel::MakeRows()
@@ -309,7 +310,7 @@ void CRunPanel::MakeProperties()
     const LiveRow* pRow = m_pPlay ? Current() : nullptr;
     m_selected = pRow ? pRow->name : "";
     if (pRow && pRow->value) {
-        Property value{Text(IDS_ATTR_VALUE), KindOf(pRow->value->kind), L""};
+        Property value{Text(IDS_RUN_VALUE), KindOf(pRow->value->kind), L""};
         for (const std::string& choice : pRow->value->choices)
             value.choices.push_back(FromUtf8(choice));
         AddItem({Item::What::Value, &*pRow->value}, std::move(value), &properties);
