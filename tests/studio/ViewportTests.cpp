@@ -69,6 +69,17 @@ TEST(Viewport, ZoomKeepsWhatIsUnderThePointer)
     EXPECT_EQ(200U, view.PixelScale());
 }
 
+TEST(Viewport, ManySmallZoomsEndWhereOneLargeOneDoes)
+{
+    CViewport once = Made({300, 200}, {100, 50});
+    once.ShowActual();
+    once.ZoomAt({120, 85}, 2);
+    CViewport often = once;
+    for (int n = 0; n < 100; ++n) often.ZoomAt({127, 91}, 1.0162493); // to the fifth time as large
+    for (int n = 0; n < 100; ++n) often.ZoomAt({127, 91}, 1 / 1.0162493);
+    ExpectRect(once.Rect(), often.Rect());
+}
+
 TEST(Viewport, ZoomComesToRestAtAHundredPercent)
 {
     CViewport view = Made({300, 200}, {100, 50});

@@ -80,15 +80,17 @@ void CViewport::ZoomAt(POINT ptClient, double fFactor)
 {
     if (IsEmpty()) return;
     const RECT rc = Rect();
+    const bool bFree = m_mode == Mode::Free; // its edges are between pixels: they are not rounded
     const double fOld = Zoom();
     double fZoom = std::clamp(fOld * fFactor, MIN_ZOOM, MAX_SCALE / 100 / Dots());
     if (std::abs(fZoom - 1) < SNAP && std::abs(fOld - 1) >= SNAP) fZoom = 1;
     // By the sides themselves, which a filled window stretches in another way.
-    const SIZE size = SizeAt(fZoom);
-    const double fRight = static_cast<double>(size.cx) / (rc.right - rc.left);
-    const double fDown = static_cast<double>(size.cy) / (rc.bottom - rc.top);
-    SetFree(fZoom, ptClient.x - (ptClient.x - rc.left) * fRight,
-            ptClient.y - (ptClient.y - rc.top) * fDown);
+    const double fWide = m_drawing.cx * fZoom * Dots();
+    const double fHigh = m_drawing.cy * fZoom * Dots();
+    const double fRight = bFree ? fZoom / fOld : fWide / (rc.right - rc.left);
+    const double fDown = bFree ? fZoom / fOld : fHigh / (rc.bottom - rc.top);
+    SetFree(fZoom, ptClient.x - (ptClient.x - (bFree ? m_fX : rc.left)) * fRight,
+            ptClient.y - (ptClient.y - (bFree ? m_fY : rc.top)) * fDown);
 }
 
 void CViewport::ZoomMiddle(double fFactor)
