@@ -144,3 +144,24 @@ TEST(DataLines, AreBadForADrawingThatNeverOpened)
     EXPECT_EQ(0, lines.Take(nullptr, &values, "level=5"));
     EXPECT_EQ(1U, lines.Bad());
 }
+
+TEST(DataLines, GoToAllDrawingsAndOneIsEnough)
+{
+    const COpenDrawing first(ScaleText("a") + ScaleText("both", 8));
+    const COpenDrawing second(ScaleText("b") + ScaleText("both", 8));
+    CValues ofFirst;
+    CValues ofSecond;
+    CDataLine lines;
+    const std::vector<studio::DataTarget> targets{{first, &ofFirst}, {second, &ofSecond}};
+    EXPECT_EQ(1, lines.Take(targets, "b=5"));
+    EXPECT_EQ(1, lines.Take(targets, "both=6"));
+    EXPECT_EQ(5, second.Value("b"));
+    EXPECT_EQ(6, first.Value("both"));
+    EXPECT_EQ(6, second.Value("both"));
+    EXPECT_EQ(2U, lines.Good());
+    EXPECT_EQ(0U, lines.Bad());
+    EXPECT_EQ(0, lines.Take(targets, "c=5"));
+    EXPECT_EQ(1U, lines.Bad());
+    EXPECT_EQ(0, lines.Take(std::vector<studio::DataTarget>(), "a=5"));
+    EXPECT_EQ("no drawing is open", lines.LastFault());
+}

@@ -110,6 +110,7 @@ bool CMainWindow::Translate(MSG* pMessage)
         const HWND hUnder = ::WindowFromPoint(PointOf(pMessage->lParam));
         if (hUnder && (hUnder == Handle() || ::IsChild(Handle(), hUnder))) pMessage->hwnd = hUnder;
     }
+    if (m_panes.run.Translate(*pMessage)) return true;
     if (::TranslateAcceleratorW(Handle(), m_hKeys, pMessage)) return true;
     return ::IsChild(m_panes.run.Handle(), pMessage->hwnd) &&
            ::IsDialogMessageW(m_panes.run.Handle(), pMessage);
@@ -189,6 +190,7 @@ void CMainWindow::OnTimer()
         m_nWatched = nNow;
         Watch();
     }
+    TakeLines();
     m_panes.run.Tick(nPassed);
     if (Current() && Current()->file.Engine()) QELAdvance(Current()->file.Engine(), nPassed);
     m_panes.canvas.Refresh(nPassed);
@@ -235,12 +237,17 @@ void CMainWindow::OnDestroy()
     m_settings.nHeight = rc.bottom - rc.top;
     m_settings.bMaximized = place.showCmd == SW_SHOWMAXIMIZED;
     m_panes.canvas.Show(nullptr, nullptr);
-    m_panes.run.Show(nullptr);
+    m_panes.run.Show(nullptr, nullptr);
     m_tabs.clear();
     m_nCurrent = -1;
     for (HICON hIcon : m_hIcons)
         if (hIcon) ::DestroyIcon(hIcon);
     ::PostQuitMessage(0);
+}
+
+CMainWindow::Tab::Tab(const std::wstring& path) : file(path)
+{
+    file.SetAfterOpen([this](HQELENGINE hEngine) { play.Opened(hEngine); });
 }
 
 CMainWindow::Tab* CMainWindow::Current() const
@@ -271,6 +278,8 @@ void CMainWindow::OpenOne(const std::wstring& path)
         m_nCurrent = nOpen;
         return;
     }
+    std::string why; // told below the rows of the run panel
+    if (!pTab->play.LoadBeside(pTab->file.Path(), &why)) m_panes.run.SetMessage(FromUtf8(why));
     if (pTab->file.Load()) NoteRecent(&m_settings, pTab->file.Path());
     m_panes.tabs.Add(pTab->file.Name());
     m_tabs.push_back(std::move(pTab));
@@ -281,7 +290,7 @@ void CMainWindow::Close(int nTab)
 {
     if (nTab < 0 || nTab >= static_cast<int>(m_tabs.size())) return;
     m_panes.canvas.Show(nullptr, nullptr);
-    m_panes.run.Show(nullptr);
+    m_panes.run.Show(nullptr, nullptr);
     m_panes.tree.Show(nullptr);
     m_panes.tabs.Remove(nTab);
     m_tabs.erase(m_tabs.begin() + nTab);
@@ -307,6 +316,47 @@ void CMainWindow::Watch()
         if (pTab->file.HasChanged()) Reload(pTab.get());
 }
 
+void CMainWindow::TakeLiveData(const CommandLine& line)
+{
+    if (!line.bStandardInput && !line.nPort) return;
+    std::string why;
+    m_pSource = std::make_unique<CDataSource>();
+    if (line.bStandardInput) m_pSource->Read(::GetStdHandle(STD_INPUT_HANDLE));
+    if (line.nPort && !m_pSource->Listen(ToUtf8(line.host), line.nPort, &why))
+        m_lines.NoteBad(std::move(why));
+    ShowLive();
+}
+
+void CMainWindow::TakeLines()
+{
+    if (!m_pSource) return;
+    std::vector<DataTarget> targets;
+    for (const auto& pTab : m_tabs)
+        if (pTab->file.Engine()) targets.push_back({pTab->file.Engine(), &pTab->play.Values()});
+    const std::vector<SourceLine> lines = m_pSource->Take();
+    if (lines.empty()) return;
+    for (const SourceLine& line : lines) {
+        if (line.fault.empty())
+            m_lines.Take(targets, line.text);
+        else
+            m_lines.NoteBad(line.fault);
+    }
+    m_panes.run.Refresh();
+    ShowLive();
+}
+
+void CMainWindow::ShowLive()
+{
+    const std::wstring good = std::to_wstring(m_lines.Good());
+    if (m_lines.Bad())
+        m_panes.run.SetMessage(Text(
+            IDS_LIVE_BAD, {good, std::to_wstring(m_lines.Bad()), FromUtf8(m_lines.LastFault())}));
+    else if (m_lines.Good() || !m_pSource->Port())
+        m_panes.run.SetMessage(Text(IDS_LIVE_COUNT, {good}));
+    else
+        m_panes.run.SetMessage(Text(IDS_LIVE_LISTENS, {std::to_wstring(m_pSource->Port())}));
+}
+
 // The panes let go of the old engine before it goes.
 void CMainWindow::Reload(Tab* pTab)
 {
@@ -314,6 +364,7 @@ void CMainWindow::Reload(Tab* pTab)
     if (bShown) {
         m_panes.canvas.Show(nullptr, nullptr);
         m_panes.tree.Show(nullptr);
+        m_panes.run.Show(nullptr, nullptr);
     }
     pTab->file.Load();
     if (bShown) ShowCurrent();
@@ -331,7 +382,7 @@ void CMainWindow::ShowCurrent()
     m_panes.findings.Show(pFile ? pFile->Findings() : std::vector<SourceFinding>());
     ShowFault();
     m_panes.Layout();
-    m_panes.run.Show(pTab ? &pTab->file : nullptr);
+    m_panes.run.Show(pTab ? &pTab->file : nullptr, pTab ? &pTab->play : nullptr);
     m_panes.canvas.Show(pFile ? pFile->Engine() : nullptr, pTab ? &pTab->view : nullptr);
     m_panes.canvas.SetHint(pTab ? std::wstring() : Text(IDS_EMPTY_HINT));
     RecallSelection();

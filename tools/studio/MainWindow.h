@@ -3,6 +3,9 @@
 
 #include "tools/studio/Panes.h"
 #include "tools/studio/model/CommandLine.h"
+#include "tools/studio/model/DataLine.h"
+#include "tools/studio/model/DataSource.h"
+#include "tools/studio/model/Play.h"
 
 #include <memory>
 #include <shellapi.h>
@@ -15,6 +18,7 @@ public:
     explicit CMainWindow(Settings settings);
     int Create(int nShow);
     void Open(const std::vector<std::wstring>& paths); // shows the last of them
+    void TakeLiveData(const CommandLine& line);        // from where the command line says
     // Whether a message was for a key of a command, and is dealt with.
     bool Translate(MSG* pMessage);
     [[nodiscard]] const Settings& Kept() const { return m_settings; }
@@ -22,8 +26,9 @@ public:
 private:
     // An open drawing, and what of the window belongs to it.
     struct Tab {
-        explicit Tab(const std::wstring& path) : file(path) {}
+        explicit Tab(const std::wstring& path);
         CDrawingFile file;
+        CPlay play;
         CViewport view;
         std::vector<int> selection; // the place of the element that is selected
         std::string selectionId;    // its identifier
@@ -62,6 +67,8 @@ private:
     void StepTab(int nStep);
     void Reload(Tab* pTab);
     void Watch();
+    void TakeLines(); // of live data that have come
+    void ShowLive();
     void ShowCurrent(); // all of the current drawing, in all panes
     void ShowFault();
     void ShowStatus();
@@ -78,9 +85,11 @@ private:
     int m_nCurrent = -1;
     HQELELEM m_hSelected = nullptr;
     bool m_bSelecting = false;
-    ULONGLONG m_nTick = 0;    // of the last timer
-    ULONGLONG m_nWatched = 0; // of the last look at the files
-    HWND m_hFocus = nullptr;  // where it was when the window was left
+    ULONGLONG m_nTick = 0;                  // of the last timer
+    ULONGLONG m_nWatched = 0;               // of the last look at the files
+    std::unique_ptr<CDataSource> m_pSource; // null: there is no live data
+    CDataLine m_lines;
+    HWND m_hFocus = nullptr; // where it was when the window was left
     HICON m_hIcons[2] = {nullptr, nullptr};
 };
 

@@ -55,6 +55,7 @@ int Run(int nShow)
     CMainWindow window(LoadSettings(kept));
     if (!window.Create(nShow)) return EXIT_TROUBLE;
     window.Open(line.files);
+    window.TakeLiveData(line);
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
         if (window.Translate(&message)) continue;

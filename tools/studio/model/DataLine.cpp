@@ -62,17 +62,24 @@ DataLine ReadDataLine(const std::string& line, const NameTest& isKnown)
     return {LineKind::Value, name, bare.substr(nEquals + 1), ""};
 }
 
-int CDataLine::Take(HQELENGINE hEngine, CValues* pValues, const std::string& line)
+int CDataLine::Take(const std::vector<DataTarget>& targets, const std::string& line)
 {
-    DataLine read =
-        ReadDataLine(line, [&](const std::string& name) { return pValues->Knows(hEngine, name); });
-    if (read.kind == LineKind::Blank) return 0;
-    if (read.kind == LineKind::Value && pValues->Set(hEngine, read.name, read.text, &read.why)) {
-        ++m_nGood;
-        return 1;
+    int nTaken = 0;
+    std::string fault;
+    for (const auto& [hEngine, pValues] : targets) {
+        DataLine read =
+            ReadDataLine(line, [&, hEngine = hEngine, pValues = pValues](const std::string& name) {
+                return pValues->Knows(hEngine, name);
+            });
+        if (read.kind == LineKind::Blank) return 0;
+        if (read.kind == LineKind::Value && pValues->Set(hEngine, read.name, read.text, &read.why))
+            nTaken = 1;
+        else if (fault.empty())
+            fault = std::move(read.why);
     }
-    NoteBad(std::move(read.why));
-    return 0;
+    m_nGood += static_cast<uint64_t>(nTaken);
+    if (!nTaken) NoteBad(fault.empty() ? "no drawing is open" : std::move(fault));
+    return nTaken;
 }
 
 void CDataLine::NoteBad(std::string why)

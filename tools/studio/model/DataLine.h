@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace studio {
 
@@ -29,11 +30,22 @@ using NameTest = std::function<bool(const std::string& name)>;
 // '=' is the text. A mark of UTF-8 in front and a carriage return at the end are not of the line.
 DataLine ReadDataLine(const std::string& line, const NameTest& isKnown);
 
-// Sets the values of lines in a drawing, and counts.
+// An open drawing that takes lines.
+struct DataTarget {
+    HQELENGINE hEngine;
+    CValues* pValues;
+};
+
+// Sets the values of lines in drawings, and counts.
 class CDataLine {
 public:
-    // 1: the line has set a value. 0: it is blank or bad.
-    int Take(HQELENGINE hEngine, CValues* pValues, const std::string& line);
+    // 1: the line has set a value, in one drawing at least. 0: it is blank or bad; the reason is
+    // that of the first drawing.
+    int Take(const std::vector<DataTarget>& targets, const std::string& line);
+    int Take(HQELENGINE hEngine, CValues* pValues, const std::string& line)
+    {
+        return Take({{hEngine, pValues}}, line);
+    }
     // A line that was refused before it got here.
     void NoteBad(std::string why);
 

@@ -26,17 +26,13 @@ constexpr double LEAST_SPEED = 0.1;
 constexpr double MOST_SPEED = 10;
 constexpr uint32_t SEED = 0x9E3779B9;
 
-// Four digits of the range: more change nothing that is seen. All values of a signal have as many,
-// since meters draw whole numbers and real ones differently.
-int DecimalsOf(const SignalSetting& setting)
+// Four digits of the range: more change nothing that is seen.
+int DecimalsOf(double fRange)
 {
     constexpr int SHOWN = 4;
     constexpr int MOST = 9;
-    const double fRange = std::fabs(setting.fHigh - setting.fLow);
-    const double fLargest = setting.kind == SignalKind::Constant ? std::fabs(setting.fLow) : fRange;
-    if (setting.bWhole) return 0;
-    if (!(fLargest > 0) || !std::isfinite(fLargest)) return 1;
-    const int nBefore = static_cast<int>(std::floor(std::log10(fLargest))) + 1;
+    if (!(fRange > 0) || !std::isfinite(fRange)) return 1;
+    const int nBefore = static_cast<int>(std::floor(std::log10(fRange))) + 1;
     return std::clamp(SHOWN - nBefore, 1, MOST);
 }
 
@@ -50,6 +46,11 @@ std::string FixedText(double fValue, int nDecimals)
 }
 
 } // namespace
+
+std::string RangeText(double fValue, double fLow, double fHigh, bool bWhole)
+{
+    return FixedText(fValue, bWhole ? 0 : DecimalsOf(std::fabs(fHigh - fLow)));
+}
 
 CSignal::CSignal(SignalSetting setting) : m_setting(std::move(setting)), m_nRandom(SEED)
 {
@@ -119,7 +120,9 @@ std::string CSignal::Text() const
 {
     if (m_setting.kind == SignalKind::Column) return Cell();
     const double fPart = Value();
-    return FixedText(m_setting.fLow * (1 - fPart) + m_setting.fHigh * fPart, DecimalsOf(m_setting));
+    const bool bConstant = m_setting.kind == SignalKind::Constant;
+    return RangeText(m_setting.fLow * (1 - fPart) + m_setting.fHigh * fPart, m_setting.fLow,
+                     bConstant ? 0 : m_setting.fHigh, m_setting.bWhole);
 }
 
 void CSignals::Set(const std::string& name, SignalSetting setting)

@@ -47,6 +47,10 @@ private:
     uint32_t m_nRandom;
 };
 
+// A number of a range as its text: with as many digits as are seen, so that all of a range have a
+// point, or none when they are whole ones. Meters draw the two kinds differently.
+std::string RangeText(double fValue, double fLow, double fHigh, bool bWhole);
+
 // All signals of a drawing.
 class CSignals {
 public:
