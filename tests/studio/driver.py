@@ -72,10 +72,10 @@ class Studio:
 
     # What it shows.
 
-    def look(self):
-        """All windows with their texts, as they are now."""
+    def look(self, title="QEL Studio"):
+        """All windows with their texts, as they are now, in the one whose title ends so."""
         (self.folder / "tell.json").unlink(missing_ok=True)
-        (self.folder / "ask.new").write_text("QEL Studio", encoding="utf-8")
+        (self.folder / "ask.new").write_text(title, encoding="utf-8")
         (self.folder / "ask.new").rename(self.folder / "ask.txt")
         wait_for("an answer of the probe", (self.folder / "tell.json").exists)
         self.state = json.loads((self.folder / "tell.json").read_text(encoding="utf-8"))

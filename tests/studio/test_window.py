@@ -114,6 +114,54 @@ def test_tabs_switch_and_close(studio, tmp_path, drawing):
     assert window.close() == 0
 
 
+def test_middle_button_closes_a_tab(studio, tmp_path, drawing):
+    other = tmp_path / "other.qel"
+    other.write_text('<qel width="50" height="50"><line crd="1 1 9 9"/></qel>', encoding="utf-8")
+    window = studio(drawing, other)
+    window.click(TABS, 12, 12, button=2)
+    wait_for("the other one alone", lambda: window.contents(TABS) == ["other.qel"])
+    assert window.title().startswith("other.qel")
+
+
+def test_dialog_opens_a_file(studio, drawing):
+    window = studio("")
+    assert window.title() == "QEL Studio"
+    window.key("ctrl+o")
+    wait_for("the dialog", lambda: window.look("Open drawings").get("main"))
+    time.sleep(0.5)
+    window.xdotool("type", "--delay", "20", "Z:" + str(drawing).replace("/", "\\"))
+    window.key("Return")
+    wait_for("the drawing", lambda: window.title().startswith("plant.qel"))
+    assert window.contents(TABS) == ["plant.qel"]
+
+
+def test_recent_file_opens_from_the_menu(studio, drawing):
+    window = studio(drawing)
+    assert window.close() == 0
+    again = studio("")
+    again.key("alt+f")
+    time.sleep(0.3)
+    again.key("f")
+    time.sleep(0.3)
+    again.key("1")
+    wait_for("the drawing", lambda: again.title().startswith("plant.qel"))
+    assert again.close() == 0
+
+
+def test_file_that_is_open_is_shown_and_not_opened_again(studio, drawing):
+    window = studio(drawing, drawing)
+    assert window.contents(TABS) == ["plant.qel"]
+
+
+def test_unknown_option_is_told(studio):
+    window = studio("--lisen", "1")
+    texts = [w["text"] for w in window.look()["windows"]]
+    assert any(text.startswith("There is no option --lisen.") for text in texts), texts
+    window.key("Return")
+    wait_for("the end", (window.folder / "ended.txt").exists)
+    assert int((window.folder / "ended.txt").read_text()) == 2
+
+
 def test_zoom_keeps_what_is_under_the_pointer(studio):
     window = studio()
     window.key("ctrl+1")

@@ -167,6 +167,12 @@ void CCanvas::ViewChanged()
     Redraw();
 }
 
+void CCanvas::ShowFocus()
+{
+    m_bFocusShown = true;
+    Redraw();
+}
+
 bool CCanvas::HasPointer(POINT* ptUnits) const
 {
     if (!m_bPointer || !m_pView || m_pView->IsEmpty()) return false;
@@ -196,7 +202,7 @@ LRESULT CCanvas::OnMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         return 0;
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
-        m_bSpace = false;
+        m_bSpace = m_bFocusShown = false;
         Redraw();
         return 0;
     case WM_GETDLGCODE:
@@ -274,6 +280,8 @@ bool CCanvas::OnKey(UINT nMessage, WPARAM wParam)
 void CCanvas::OnButton(POINT pt)
 {
     ::SetFocus(Handle());
+    if (m_bFocusShown) Redraw();
+    m_bFocusShown = false;
     if (!m_hEngine) return;
     if (m_bSpace) return BeginMove(pt);
     const POINT ptEngine = m_backing.ToEngine(pt);
@@ -423,7 +431,7 @@ void CCanvas::Compose(HDC hdc)
         m_marks.Draw(hdc, Text(IDS_UPDATE_TIME, {std::to_wstring(m_marks.Frames()), szTime}),
                      m_hFont, {Scaled(8), Scaled(8)});
     }
-    if (::GetFocus() == Handle()) DrawFocus(hdc);
+    if (m_bFocusShown) DrawFocus(hdc);
 }
 
 // Light within dark, so that it shows on any drawing.

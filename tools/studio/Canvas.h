@@ -33,6 +33,7 @@ public:
     void Select(HQELELEM hElem);     // outlined from now on
     void BringIntoView(HQELELEM hElem);
     void ViewChanged(); // by others
+    void ShowFocus();   // it came by a key: the edge shows it until a button is pressed
 
     [[nodiscard]] HQELELEM Hovered() const { return m_hHovered; }
     [[nodiscard]] bool HasPointer(POINT* ptUnits) const; // in drawing units
@@ -82,6 +83,7 @@ private:
     bool m_bSpace = false;  // held: the left button moves the drawing
     bool m_bMoving = false; // a button moves it
     bool m_bPressed = false;
+    bool m_bFocusShown = false;
 };
 
 } // namespace studio

@@ -10,8 +10,9 @@
 
 namespace studio {
 
-// The drawings of these resources, in this order; the caller destroys the list.
-HIMAGELIST MakeIcons(std::initializer_list<const wchar_t*> names, int nSide);
+// The drawings of these resources, in this order, each with a transparent margin around it; the
+// caller destroys the list.
+HIMAGELIST MakeIcons(std::initializer_list<const wchar_t*> names, int nSide, int nMargin);
 
 // The program's own picture; the caller destroys it.
 HICON MakeIcon(const wchar_t* pszName, int nSide);

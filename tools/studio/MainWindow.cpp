@@ -31,6 +31,13 @@ bool IsOnScreen(const Settings& settings)
            ::MonitorFromRect(&rc, MONITOR_DEFAULTTONULL) != nullptr;
 }
 
+BOOL CALLBACK TellColors(HWND hWnd, LPARAM)
+{
+    ::SendMessageW(hWnd, WM_SYSCOLORCHANGE, 0, 0);
+    ::InvalidateRect(hWnd, nullptr, TRUE);
+    return TRUE;
+}
+
 } // namespace
 
 CMainWindow::CMainWindow(Settings settings)
@@ -150,6 +157,12 @@ bool CMainWindow::OnSystem(UINT nMessage, WPARAM wParam, LPARAM lParam)
         reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {Scaled(LEAST_SIZE.cx),
                                                                  Scaled(LEAST_SIZE.cy)};
         return true;
+    case WM_PARENTNOTIFY:
+        if (LOWORD(wParam) == WM_MBUTTONDOWN) OnMiddleButton(PointOf(lParam));
+        return true;
+    case WM_SYSCOLORCHANGE: // the system tells the main window alone
+        ::EnumChildWindows(Handle(), TellColors, 0);
+        return true;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE) m_hFocus = ::GetFocus();
         return false;
@@ -181,6 +194,13 @@ void CMainWindow::OnTimer()
     m_panes.run.Tick(nPassed);
     if (Current() && Current()->file.Engine()) QELAdvance(Current()->file.Engine(), nPassed);
     m_panes.canvas.Refresh(nPassed);
+}
+
+// On a tab it closes the drawing.
+void CMainWindow::OnMiddleButton(POINT pt)
+{
+    ::ClientToScreen(Handle(), &pt);
+    if (::WindowFromPoint(pt) == m_panes.tabs.Handle()) Close(m_panes.tabs.At(pt));
 }
 
 void CMainWindow::OnDrop(HDROP hDrop)

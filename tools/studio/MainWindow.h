@@ -39,6 +39,7 @@ private:
     void OnNotify(NMHDR* pHeader);
     void OnTimer();
     void OnDrop(HDROP hDrop);
+    void OnMiddleButton(POINT pt);
     void OnMenu(HMENU hMenu);
     void OnDpi(const RECT& rc);
     void OnDestroy();

@@ -12,8 +12,9 @@ namespace studio {
 namespace {
 
 constexpr RECT NOWHERE{0, 0, 0, 0};
-constexpr int LEAST = 64; // of a pane, at 96 dots an inch
-constexpr int MARGIN = 4; // around the toolbar's buttons
+constexpr int LEAST = 64;  // of a pane, at 96 dots an inch
+constexpr int INDENT = 18; // of a level of the tree
+constexpr int MARGIN = 4;  // around the toolbar's buttons
 
 // Takes a strip from an edge of a rectangle.
 RECT TakeTop(RECT* prc, int nHeight)
@@ -83,8 +84,9 @@ void CPanes::SetFonts()
 {
     HFONT hOld = m_hFont;
     m_hFont = MakeMessageFont(DpiOf(m_hParent));
-    tabs.SetFont(m_hFont);
+    tabs.SetLook(m_hFont);
     tree.SetFont(m_hFont);
+    tree.Send(TVM_SETINDENT, static_cast<WPARAM>(Scaled(INDENT)));
     attributes.SetFont(m_hFont);
     findings.SetFont(m_hFont);
     status.SetFont(m_hFont);
@@ -173,7 +175,7 @@ void CPanes::LayoutMiddle(RECT rc)
     canvas.Place(rc);
 }
 
-void CPanes::FocusNext(int nStep) const
+void CPanes::FocusNext(int nStep)
 {
     const HWND panes[] = {canvas.Handle(), findings.Handle(), run.Handle(), tree.Handle(),
                           attributes.Handle()};
@@ -186,6 +188,7 @@ void CPanes::FocusNext(int nStep) const
         const HWND hPane = panes[(nAt + n * nStep + n * COUNT) % COUNT];
         if (!::IsWindowVisible(hPane)) continue;
         ::SetFocus(hPane);
+        if (hPane == canvas.Handle()) canvas.ShowFocus();
         return;
     }
 }

@@ -28,9 +28,9 @@ public:
         std::function<void(std::size_t)> finding;
     };
     int Create(HWND hParent, Events events);
-    void Layout();                   // to the size that the main window has now
-    void ChangeDpi();                // to the monitor that it is on now
-    void FocusNext(int nStep) const; // the next pane that shows, or with -1 the one before
+    void Layout();             // to the size that the main window has now
+    void ChangeDpi();          // to the monitor that it is on now
+    void FocusNext(int nStep); // the next pane that shows, or with -1 the one before
     void OnNotify(NMHDR* pHeader);
 
     CToolbar toolbar;

@@ -23,7 +23,7 @@ int CStatusBar::Create(HWND hParent, UINT nId)
 
 void CStatusBar::SetText(Part part, const std::wstring& text)
 {
-    if (m_texts[part] == text) return;
+    if (!Handle() || m_texts[part] == text) return; // the panes are made one after the other
     m_texts[part] = text;
     Send(SB_SETTEXTW, static_cast<WPARAM>(part), Param(text.c_str()));
 }

@@ -13,7 +13,7 @@ namespace studio {
 namespace {
 
 constexpr int ICON_SIDE = 20; // at 96 dots an inch
-constexpr int BUTTON_SIDE = 32;
+constexpr int MARGIN = 6;     // around it, in its button
 
 struct ButtonRow {
     UINT nCommand; // 0: a line between groups
@@ -41,13 +41,13 @@ constexpr ButtonRow g_buttons[] = {{IDM_OPEN, false},
                                    {IDM_SHOW_FINDINGS, true},
                                    {IDM_SHOW_RUN, true}};
 
-HIMAGELIST MakeButtonIcons(int nSide)
+HIMAGELIST MakeButtonIcons(int nSide, int nMargin)
 {
     return MakeIcons({L"ICON_OPEN", L"ICON_RELOAD", L"ICON_FIT", L"ICON_FILL", L"ICON_ACTUAL",
                       L"ICON_ZOOM_OUT", L"ICON_ZOOM_IN", L"ICON_SMOOTH", L"ICON_UPDATES",
                       L"ICON_LIGHT", L"ICON_DARK", L"ICON_CHESS", L"ICON_TREE", L"ICON_FINDINGS",
                       L"ICON_RUN"},
-                     nSide);
+                     nSide, nMargin);
 }
 
 } // namespace
@@ -83,12 +83,15 @@ void CToolbar::DrawIcons()
 {
     const int nDpi = static_cast<int>(DpiOf(Handle()));
     const int nSide = ::MulDiv(ICON_SIDE, nDpi, PLAIN_DPI);
-    const int nButton = ::MulDiv(BUTTON_SIDE, nDpi, PLAIN_DPI);
+    const int nMargin = ::MulDiv(MARGIN, nDpi, PLAIN_DPI);
+    const int nWhole = nSide + 2 * nMargin;
     HIMAGELIST hOld = m_hIcons;
-    m_hIcons = MakeButtonIcons(nSide);
-    Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(nSide, nSide));
+    m_hIcons = MakeButtonIcons(nSide, nMargin);
+    // The margin is part of the picture, since systems place a smaller one in different ways.
+    Send(TB_SETPADDING, 0, MAKELPARAM(0, 0));
+    Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(nWhole, nWhole));
     Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(m_hIcons));
-    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(nButton, nButton));
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(nWhole, nWhole));
     if (hOld) ImageList_Destroy(hOld);
 }
 
