@@ -5,7 +5,7 @@ import pytest
 
 from driver import CANVAS, Studio, difference, render
 
-PLAY, SPEED, TURN, BLINK, KEEP, ROWS, PROPERTIES, TOLD = range(1, 9)  # windows within the panel
+PLAY, SPEED, TURN, BLINK, KEEP, ROWS, PROPERTIES, TOLD = range(11, 19)  # windows within the panel
 LIGHT = "F0F0F0"
 ROW_NAMES = ("level", "state", "box", "#41", "#status")
 DRAWING = """<?xml version="1.0" encoding="utf-8"?>

@@ -66,6 +66,16 @@ def test_properties_are_edited_each_in_its_way(start, drawing, tmp_path):
     expect_picture(studio, drawing, tmp_path, "--values", values_file(tmp_path, values))
 
 
+def test_enter_in_a_row_edits_its_value(start, drawing):
+    studio = start(drawing)
+    choose(studio, "#41")
+    studio.key("Return")
+    studio.xdotool("type", "3.5")
+    studio.key("Return")
+    studio.settle()
+    assert properties(studio)["value"] == "3.5"
+
+
 def test_a_colour_is_chosen_in_the_dialog(start, drawing, tmp_path):
     studio = start(drawing)
     choose(studio, "box")

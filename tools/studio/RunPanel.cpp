@@ -1,6 +1,7 @@
 // The panel at the right; see the header.
 #include "tools/studio/RunPanel.h"
 
+#include "tools/studio/Dpi.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
 #include "tools/studio/model/Convert.h"
@@ -20,11 +21,22 @@ namespace {
 
 constexpr int GAP = 8; // at 96 dots an inch, as all here
 constexpr int BUTTON = 24;
+constexpr int COMBO_FRAME = 6; // above and below what a combo box shows
 constexpr int FAULT_LINES = 3; // of the message at the bottom
 constexpr int ROWS_PART = 50;  // of what is left for the two lists, in percent
 constexpr int SHOWN_SPEEDS = 8;
 
-enum Control : UINT { ID_PLAY = 1, ID_SPEED, ID_TURN, ID_BLINK, ID_KEEP, ID_ROWS, ID_PROPERTIES, ID_MESSAGE };
+// Above what the system sends for Enter and Escape.
+enum Control : UINT {
+    ID_PLAY = 11,
+    ID_SPEED,
+    ID_TURN,
+    ID_BLINK,
+    ID_KEEP,
+    ID_ROWS,
+    ID_PROPERTIES,
+    ID_MESSAGE
+};
 
 struct ControlRow {
     UINT nId;
@@ -167,13 +179,7 @@ void CRunPanel::SetFont(HFONT hFont)
     m_hFont = hFont;
     for (const ControlRow& row : g_controls)
         SetWindowFont(::GetDlgItem(Handle(), static_cast<int>(row.nId)), hFont, TRUE);
-    const HDC hdc = ::GetDC(Handle());
-    const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
-    TEXTMETRICW metric{};
-    ::GetTextMetricsW(hdc, &metric);
-    ::SelectObject(hdc, hPrev);
-    ::ReleaseDC(Handle(), hdc);
-    m_nLine = metric.tmHeight;
+    m_nLine = LineHeight(Handle(), hFont);
     SetWindowFont(::GetDlgItem(Handle(), ID_MESSAGE), hFont, TRUE);
     m_list.SetFont(hFont);
     m_properties.SetFont(hFont);
@@ -189,6 +195,9 @@ void CRunPanel::Layout()
         ::MoveWindow(::GetDlgItem(Handle(), static_cast<int>(row.nId)), nGap + Scaled(row.nLeft),
                      nGap + Scaled(row.nTop), Scaled(row.nWidth), Scaled(nHeight), TRUE);
     }
+    // The box itself; what it drops down goes by its font.
+    ::SendDlgItemMessageW(Handle(), ID_SPEED, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+                          Scaled(BUTTON - COMBO_FRAME));
     const int nTop = Scaled(2 * (BUTTON + GAP) + GAP);
     const int nBottom = rc.bottom - FAULT_LINES * m_nLine - 2 * nGap;
     const int nRoom = std::max(nBottom - nTop - nGap, 0);
@@ -511,6 +520,7 @@ void CRunPanel::OnCommand(UINT nId, UINT nWhat)
 {
     if (!m_pPlay) return;
     const bool bClicked = nWhat == BN_CLICKED;
+    if (nId == IDOK && ::GetFocus() == m_list.Handle()) m_properties.Edit(0);
     if (nId == ID_PLAY && bClicked) TogglePlay();
     if (nId == ID_SPEED && nWhat == CBN_SELCHANGE) SetSpeed();
     if (nId == ID_TURN && bClicked) m_pPlay->Turn(m_pFile->Engine());
