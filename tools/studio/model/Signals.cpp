@@ -71,7 +71,9 @@ void CSignal::Walk()
 {
     const double fSteps = std::floor(m_fTime / WALK_STEP);
     m_fStepsDone = std::max(m_fStepsDone, fSteps - MOST_STEPS);
-    for (; m_fStepsDone < fSteps; ++m_fStepsDone) {
+    const auto nSteps = static_cast<int64_t>(fSteps - m_fStepsDone);
+    m_fStepsDone = fSteps;
+    for (int64_t n = 0; n < nSteps; ++n) {
         m_nRandom ^= m_nRandom << 13;
         m_nRandom ^= m_nRandom >> 17;
         m_nRandom ^= m_nRandom << 5;
