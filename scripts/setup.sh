@@ -112,6 +112,8 @@ qel_need_studio_tools() {
   qel_need python3 python3
   qel_need /usr/lib/python3/dist-packages/pytest python3-pytest
   qel_need /usr/lib/python3/dist-packages/PIL python3-pil
+  qel_need /usr/sbin/mosquitto mosquitto
+  qel_need mosquitto_sub mosquitto-clients
 }
 
 # For ./test.sh as a whole: nothing that it starts has anything left to ask for. The linter reads the

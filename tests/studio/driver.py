@@ -41,7 +41,7 @@ class Studio:
 
     count = 0
 
-    def __init__(self, folder, *words, settings=None):
+    def __init__(self, folder, *words, settings=None, stdin=subprocess.DEVNULL):
         Studio.count += 1
         self.folder = folder
         self.appdata = folder / "appdata"
@@ -60,7 +60,7 @@ class Studio:
             f"QELStudio.exe {given}\r\necho %errorlevel% >ended.txt\r\n".encode())
         desktop = f"/desktop=studio{os.getpid()}-{Studio.count},{SCREEN[0]}x{SCREEN[1]}"
         self.process = subprocess.Popen([*WINE, "explorer", desktop, "cmd", "/c", "run.bat"], cwd=folder,
-                                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                        stdin=stdin, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
         self.state = None
         wait_for("the window", lambda: self.look().get("main"))

@@ -39,4 +39,15 @@ HFONT MakeMessageFont(UINT nDpi)
     return ::CreateFontIndirectW(&font);
 }
 
+int LineHeight(HWND hWnd, HFONT hFont)
+{
+    const HDC hdc = ::GetDC(hWnd);
+    const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
+    TEXTMETRICW metric{};
+    ::GetTextMetricsW(hdc, &metric);
+    ::SelectObject(hdc, hPrev);
+    ::ReleaseDC(hWnd, hdc);
+    return metric.tmHeight;
+}
+
 } // namespace studio

@@ -13,4 +13,7 @@ UINT DpiOf(HWND hWnd);
 // The system's message font at a resolution; the caller deletes it.
 HFONT MakeMessageFont(UINT nDpi);
 
+// How tall a line of a font is.
+int LineHeight(HWND hWnd, HFONT hFont);
+
 } // namespace studio

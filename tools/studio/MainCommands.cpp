@@ -1,4 +1,5 @@
 // The commands of the main window; see MainWindow.h.
+#include "tools/studio/Export.h"
 #include "tools/studio/MainWindow.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
@@ -62,6 +63,13 @@ bool CMainWindow::OnFileCommand(UINT nCommand)
         return true;
     case IDM_CLOSE:
         Close(m_nCurrent);
+        return true;
+    case IDM_EXPORT:
+        ExportPicture(Handle(), Current()->file.Engine(), Current()->play, Current()->file.Path());
+        return true;
+    case IDM_COPY:
+    case IDM_COPY_META:
+        Copy(nCommand == IDM_COPY_META);
         return true;
     case IDM_EXIT:
         ::SendMessageW(Handle(), WM_CLOSE, 0, 0);
@@ -174,6 +182,9 @@ bool CMainWindow::IsEnabled(UINT nCommand) const
     case IDM_RELOAD:
     case IDM_CLOSE:
         return pTab != nullptr;
+    case IDM_EXPORT:
+    case IDM_COPY:
+    case IDM_COPY_META:
     case IDM_FIT:
     case IDM_FILL:
     case IDM_ACTUAL:
@@ -258,6 +269,14 @@ void CMainWindow::FillRecent(HMENU hMenu) const
             label += c == L'&' ? std::wstring(L"&&") : std::wstring(1, c);
         ::AppendMenuW(hMenu, MF_STRING, IDM_RECENT_FIRST + n, label.c_str());
     }
+}
+
+// In the size that it is shown in.
+void CMainWindow::Copy(bool bMetafile)
+{
+    const RECT rc = Current()->view.Rect();
+    CopyPicture(Handle(), Current()->file.Engine(), Current()->play,
+                {rc.right - rc.left, rc.bottom - rc.top}, bMetafile);
 }
 
 void CMainWindow::AskForFiles()

@@ -38,6 +38,17 @@ BOOL CALLBACK TellColors(HWND hWnd, LPARAM)
     return TRUE;
 }
 
+// Whether a key is one of those that an editor of texts has a meaning for, and goes to one.
+bool IsForEditor(const MSG& message)
+{
+    constexpr std::size_t SIZE_OF_NAME = 8;
+    wchar_t szClass[SIZE_OF_NAME] = L"";
+    if (message.message != WM_KEYDOWN || ::GetKeyState(VK_CONTROL) >= 0) return false;
+    if (message.wParam != 'C' && message.wParam != 'X' && message.wParam != 'V') return false;
+    ::GetClassNameW(message.hwnd, szClass, SIZE_OF_NAME);
+    return ::lstrcmpiW(szClass, L"Edit") == 0;
+}
+
 } // namespace
 
 CMainWindow::CMainWindow(Settings settings)
@@ -111,7 +122,8 @@ bool CMainWindow::Translate(MSG* pMessage)
         if (hUnder && (hUnder == Handle() || ::IsChild(Handle(), hUnder))) pMessage->hwnd = hUnder;
     }
     if (m_panes.run.Translate(*pMessage)) return true;
-    if (::TranslateAcceleratorW(Handle(), m_hKeys, pMessage)) return true;
+    if (!IsForEditor(*pMessage) && ::TranslateAcceleratorW(Handle(), m_hKeys, pMessage))
+        return true;
     return ::IsChild(m_panes.run.Handle(), pMessage->hwnd) &&
            ::IsDialogMessageW(m_panes.run.Handle(), pMessage);
 }

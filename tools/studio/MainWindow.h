@@ -53,6 +53,7 @@ private:
     bool OnPaneCommand(UINT nCommand);
     bool OnSelectCommand(UINT nCommand);
     void AskForFiles();
+    void Copy(bool bMetafile);
     void ShowAbout() const;
     void UpdateCommands() const;
     [[nodiscard]] bool IsEnabled(UINT nCommand) const;

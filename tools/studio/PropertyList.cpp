@@ -17,6 +17,7 @@ constexpr int NAME_PART = 45; // of the width, in percent
 constexpr int ROW = 20;       // the least height of one, at 96 dots an inch
 constexpr int BOX = 13;       // a check box, at 96 dots an inch
 constexpr int SWATCH = 24;
+constexpr int EDIT_FRAME = 4; // above and below a text that is edited
 constexpr int PAD = 6;
 constexpr int SHOWN_CHOICES = 12;
 constexpr UINT EDITOR_ID = 1;
@@ -88,6 +89,7 @@ void CPropertyList::SetFont(HFONT hFont)
 {
     m_hFont = hFont;
     CControl::SetFont(hFont);
+    m_nLine = LineHeight(Handle(), hFont);
     HIMAGELIST hOld = m_hHeight;
     m_hHeight = ::ImageList_Create(1, ScaledAt(Handle(), ROW), ILC_COLOR, 1, 0);
     Send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(m_hHeight));
@@ -187,10 +189,11 @@ void CPropertyList::Edit(int nProperty)
 void CPropertyList::BeginEdit(const wchar_t* pszClass, DWORD nStyle, int nProperty, int nHeight)
 {
     const RECT rc = ValueRect(nProperty);
+    const int nTop = rc.top + std::max<int>(rc.bottom - rc.top - nHeight, 0) / 2;
     // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
     HMENU hId = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(EDITOR_ID));
     m_hEditor =
-        ::CreateWindowExW(0, pszClass, L"", nStyle | WS_CHILD, rc.left, rc.top, rc.right - rc.left,
+        ::CreateWindowExW(0, pszClass, L"", nStyle | WS_CHILD, rc.left, nTop, rc.right - rc.left,
                           nHeight, Handle(), hId, ::GetModuleHandleW(nullptr), nullptr);
     if (!m_hEditor) return;
     m_nEdited = nProperty;
@@ -199,8 +202,8 @@ void CPropertyList::BeginEdit(const wchar_t* pszClass, DWORD nStyle, int nProper
 
 void CPropertyList::EditText(int nProperty)
 {
-    const RECT rc = ValueRect(nProperty);
-    BeginEdit(WC_EDITW, WS_BORDER | ES_AUTOHSCROLL, nProperty, rc.bottom - rc.top);
+    BeginEdit(WC_EDITW, WS_BORDER | ES_AUTOHSCROLL, nProperty,
+              m_nLine + ScaledAt(Handle(), EDIT_FRAME));
     if (!m_hEditor) return;
     ::SetWindowTextW(m_hEditor, m_properties[static_cast<std::size_t>(nProperty)].text.c_str());
     ::SendMessageW(m_hEditor, EM_SETSEL, 0, -1);

@@ -69,6 +69,7 @@ private:
     Change m_change;
     std::vector<Property> m_properties;
     HFONT m_hFont = nullptr;
+    int m_nLine = 16; // height of its letters
     HWND m_hEditor = nullptr;
     int m_nEdited = -1;
     bool m_bEnding = false;

@@ -84,6 +84,22 @@
 #define IDS_OPTION_USAGE 2054
 #define IDS_RUN_EMPTY 2060
 
+/* Pictures of the drawing, in Export.rc. */
+#define IDM_EXPORT 1040
+#define IDM_COPY 1041
+#define IDM_COPY_META 1042
+#define IDD_EXPORT 300
+#define IDC_EXPORT_WIDTH 301
+#define IDC_EXPORT_HEIGHT 302
+#define IDC_EXPORT_SMOOTH 303
+#define IDC_EXPORT_CLEAR 304
+#define IDS_EXPORT_PNG 2200
+#define IDS_EXPORT_GIF 2201
+#define IDS_EXPORT_EMF 2202
+#define IDS_EXPORT_BMP 2203
+#define IDS_EXPORT_JPG 2204
+#define IDS_EXPORT_SIZE 2205
+
 /* Texts of the run panel, in RunPanel.rc. */
 #define IDS_RUN_PLAY 2100
 #define IDS_RUN_PAUSE 2101

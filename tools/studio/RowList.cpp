@@ -1,6 +1,7 @@
 // The rows of the run panel; see the header.
 #include "tools/studio/RowList.h"
 
+#include "tools/studio/Dpi.h"
 #include "tools/studio/Picture.h"
 
 #include <algorithm>
@@ -29,7 +30,7 @@ void Write(HDC hdc, const std::wstring& text, RECT rc, COLORREF clr, UINT nForma
 {
     ::SetTextColor(hdc, clr);
     ::DrawTextW(hdc, text.c_str(), -1, &rc,
-                nFormat | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+                nFormat | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS | DT_NOCLIP);
 }
 
 SIZE Extent(HDC hdc, const std::wstring& text)
@@ -52,13 +53,7 @@ int CRowList::Create(HWND hParent, UINT nId, Events events)
 void CRowList::SetFont(HFONT hFont)
 {
     m_hFont = hFont;
-    const HDC hdc = ::GetDC(Handle());
-    const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
-    TEXTMETRICW metric{};
-    ::GetTextMetricsW(hdc, &metric);
-    ::SelectObject(hdc, hPrev);
-    ::ReleaseDC(Handle(), hdc);
-    m_nLine = metric.tmHeight;
+    m_nLine = LineHeight(Handle(), hFont);
     ScrollTo(m_nTop);
 }
 

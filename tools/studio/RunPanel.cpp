@@ -1,6 +1,7 @@
 // The panel at the right; see the header.
 #include "tools/studio/RunPanel.h"
 
+#include "tools/studio/Dpi.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
 #include "tools/studio/model/Convert.h"
@@ -20,11 +21,22 @@ namespace {
 
 constexpr int GAP = 8; // at 96 dots an inch, as all here
 constexpr int BUTTON = 24;
+constexpr int COMBO_FRAME = 6; // above and below what a combo box shows
 constexpr int FAULT_LINES = 3; // of the message at the bottom
 constexpr int ROWS_PART = 50;  // of what is left for the two lists, in percent
 constexpr int SHOWN_SPEEDS = 8;
 
-enum Control : UINT { ID_PLAY = 1, ID_SPEED, ID_TURN, ID_BLINK, ID_KEEP, ID_ROWS, ID_PROPERTIES };
+// Above what the system sends for Enter and Escape.
+enum Control : UINT {
+    ID_PLAY = 11,
+    ID_SPEED,
+    ID_TURN,
+    ID_BLINK,
+    ID_KEEP,
+    ID_ROWS,
+    ID_PROPERTIES,
+    ID_MESSAGE
+};
 
 struct ControlRow {
     UINT nId;
@@ -146,6 +158,10 @@ int CRunPanel::MakeControls()
                                0, 0, 0, Handle(), hId, ::GetModuleHandleW(nullptr), nullptr))
             return 0;
     }
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
+    HMENU hMessage = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(ID_MESSAGE));
+    ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_EDITCONTROL, 0, 0,
+                      0, 0, Handle(), hMessage, ::GetModuleHandleW(nullptr), nullptr);
     const HWND hSpeed = ::GetDlgItem(Handle(), ID_SPEED);
     for (const wchar_t* pszSpeed : g_speedTexts) ComboBox_AddString(hSpeed, pszSpeed);
     CRowList::Events events;
@@ -163,13 +179,8 @@ void CRunPanel::SetFont(HFONT hFont)
     m_hFont = hFont;
     for (const ControlRow& row : g_controls)
         SetWindowFont(::GetDlgItem(Handle(), static_cast<int>(row.nId)), hFont, TRUE);
-    const HDC hdc = ::GetDC(Handle());
-    const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
-    TEXTMETRICW metric{};
-    ::GetTextMetricsW(hdc, &metric);
-    ::SelectObject(hdc, hPrev);
-    ::ReleaseDC(Handle(), hdc);
-    m_nLine = metric.tmHeight;
+    m_nLine = LineHeight(Handle(), hFont);
+    SetWindowFont(::GetDlgItem(Handle(), ID_MESSAGE), hFont, TRUE);
     m_list.SetFont(hFont);
     m_properties.SetFont(hFont);
     Layout();
@@ -184,6 +195,9 @@ void CRunPanel::Layout()
         ::MoveWindow(::GetDlgItem(Handle(), static_cast<int>(row.nId)), nGap + Scaled(row.nLeft),
                      nGap + Scaled(row.nTop), Scaled(row.nWidth), Scaled(nHeight), TRUE);
     }
+    // The box itself; what it drops down goes by its font.
+    ::SendDlgItemMessageW(Handle(), ID_SPEED, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+                          Scaled(BUTTON - COMBO_FRAME));
     const int nTop = Scaled(2 * (BUTTON + GAP) + GAP);
     const int nBottom = rc.bottom - FAULT_LINES * m_nLine - 2 * nGap;
     const int nRoom = std::max(nBottom - nTop - nGap, 0);
@@ -195,6 +209,8 @@ void CRunPanel::Layout()
     m_list.Place(bRows ? rcRows : rcNone);
     m_properties.Place(bRows ? rcProperties : rcNone);
     m_properties.FitColumns();
+    ::MoveWindow(::GetDlgItem(Handle(), ID_MESSAGE), nGap, nBottom + nGap, rc.right - 2 * nGap,
+                 FAULT_LINES * m_nLine, TRUE);
     ::InvalidateRect(Handle(), nullptr, TRUE);
 }
 
@@ -219,7 +235,7 @@ void CRunPanel::Show(CDrawingFile* pFile, CPlay* pPlay)
     m_properties.EndEdit(false);
     m_pFile = pFile;
     m_pPlay = pFile && pFile->Engine() ? pPlay : nullptr;
-    if (bOther) m_fault.clear();
+    if (bOther) Fault("");
     Enable();
     MakeRows();
     Layout();
@@ -367,14 +383,20 @@ void CRunPanel::Fault(const std::string& why)
     const std::wstring fault = FromUtf8(why);
     if (fault == m_fault) return;
     m_fault = fault;
-    ::InvalidateRect(Handle(), nullptr, TRUE);
+    ShowMessage();
+}
+
+void CRunPanel::ShowMessage() const
+{
+    const std::wstring& text = m_fault.empty() ? m_message : m_fault;
+    ::SetWindowTextW(::GetDlgItem(Handle(), ID_MESSAGE), text.c_str());
 }
 
 void CRunPanel::SetMessage(const std::wstring& text)
 {
     if (text == m_message) return;
     m_message = text;
-    ::InvalidateRect(Handle(), nullptr, TRUE);
+    ShowMessage();
 }
 
 void CRunPanel::SetValue(const std::string& name, const std::string& text)
@@ -498,6 +520,7 @@ void CRunPanel::OnCommand(UINT nId, UINT nWhat)
 {
     if (!m_pPlay) return;
     const bool bClicked = nWhat == BN_CLICKED;
+    if (nId == IDOK && ::GetFocus() == m_list.Handle()) m_properties.Edit(0);
     if (nId == ID_PLAY && bClicked) TogglePlay();
     if (nId == ID_SPEED && nWhat == CBN_SELCHANGE) SetSpeed();
     if (nId == ID_TURN && bClicked) m_pPlay->Turn(m_pFile->Engine());
@@ -538,17 +561,10 @@ void CRunPanel::Paint()
     ::InflateRect(&rc, -Scaled(GAP), -Scaled(GAP));
     const HGDIOBJ hPrev = ::SelectObject(hdc, m_hFont);
     ::SetBkMode(hdc, TRANSPARENT);
-    ::SetTextColor(hdc, ::GetSysColor(COLOR_BTNTEXT));
-    if (!m_list.Count()) {
-        RECT rcEmpty = rc;
-        rcEmpty.top += Scaled(2 * (BUTTON + GAP));
-        ::SetTextColor(hdc, ::GetSysColor(COLOR_GRAYTEXT));
-        ::DrawTextW(hdc, Text(IDS_RUN_EMPTY).c_str(), -1, &rcEmpty, DT_WORDBREAK | DT_NOPREFIX);
-    }
-    rc.top = rc.bottom - FAULT_LINES * m_nLine;
-    const std::wstring& text = m_fault.empty() ? m_message : m_fault;
-    ::DrawTextW(hdc, text.c_str(), -1, &rc,
-                DT_WORDBREAK | DT_NOPREFIX | DT_EDITCONTROL | DT_END_ELLIPSIS);
+    ::SetTextColor(hdc, ::GetSysColor(COLOR_GRAYTEXT));
+    rc.top += Scaled(2 * (BUTTON + GAP));
+    if (!m_list.Count())
+        ::DrawTextW(hdc, Text(IDS_RUN_EMPTY).c_str(), -1, &rc, DT_WORDBREAK | DT_NOPREFIX);
     ::SelectObject(hdc, hPrev);
     ::EndPaint(Handle(), &paint);
 }

@@ -61,6 +61,7 @@ private:
     void SetSpeed();
     void Keep();
     void Fault(const std::string& why);
+    void ShowMessage() const;
 
     CDrawingFile* m_pFile = nullptr;
     CPlay* m_pPlay = nullptr;

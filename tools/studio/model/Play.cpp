@@ -22,6 +22,14 @@ int CPlay::LoadBeside(const std::wstring& drawing, std::string* pWhy)
     return IsThere(path) ? m_values.Load(path, pWhy) : 1;
 }
 
+void CPlay::TakeFrom(const CPlay& other)
+{
+    m_values.TakeFrom(other.m_values);
+    m_signals = other.m_signals;
+    m_bBlinks = other.m_bBlinks;
+    m_nAngle = other.m_nAngle;
+}
+
 void CPlay::Opened(HQELENGINE hEngine)
 {
     if (m_nAngle) QELRotate(hEngine, m_nAngle);

@@ -12,6 +12,9 @@ public:
     // The values that stand beside a drawing, if there are any. 0: there are, and cannot be read.
     int LoadBeside(const std::wstring& drawing, std::string* pWhy);
 
+    // All that another one has, for an engine of its own.
+    void TakeFrom(const CPlay& other);
+
     // Sets all in an engine that has just opened the drawing.
     void Opened(HQELENGINE hEngine);
 

@@ -167,6 +167,19 @@ std::vector<qel::NamedValue> CSignals::Advance(double fMilliseconds)
     return changed;
 }
 
+double CSignals::LongestPeriod() const
+{
+    double fLongest = 0;
+    for (const Driven& driven : m_driven) {
+        const SignalSetting& setting = driven.signal.Setting();
+        const auto fRows = static_cast<double>(setting.cells.size());
+        if (setting.kind == SignalKind::Constant) continue;
+        const bool bColumn = setting.kind == SignalKind::Column;
+        fLongest = std::max(fLongest, setting.fPeriod * (bColumn ? fRows : 1));
+    }
+    return fLongest;
+}
+
 void CSignals::Rewind()
 {
     for (Driven& driven : m_driven) {

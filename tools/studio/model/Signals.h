@@ -69,6 +69,8 @@ public:
 
     // Lets time pass while they play: the values that have changed, and at first all.
     std::vector<qel::NamedValue> Advance(double fMilliseconds);
+    // Of all that repeat, in seconds; of a column all its rows. 0: none does.
+    [[nodiscard]] double LongestPeriod() const;
     // All from their beginning.
     void Rewind();
 

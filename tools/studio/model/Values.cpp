@@ -104,6 +104,13 @@ int CValues::Save(const std::wstring& path, std::string* pWhy)
     }
 }
 
+void CValues::TakeFrom(const CValues& other)
+{
+    m_values = other.m_values;
+    m_places = other.m_places;
+    m_bModified = other.m_bModified;
+}
+
 bool CValues::Knows(HQELENGINE hEngine, const std::string& name)
 {
     return NamesOf(hEngine).Knows(name);

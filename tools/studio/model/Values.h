@@ -32,6 +32,9 @@ public:
     int Load(const std::wstring& path, std::string* pWhy);
     int Save(const std::wstring& path, std::string* pWhy);
 
+    // What another one remembers, without setting it.
+    void TakeFrom(const CValues& other);
+
     // Whether a name is of something in the drawing.
     bool Knows(HQELENGINE hEngine, const std::string& name);
 
