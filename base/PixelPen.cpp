@@ -1,5 +1,6 @@
 #include "base/PixelPen.h"
 
+#include "base/AreaStroke.h"
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
 #include "base/Refusals.h"
@@ -104,6 +105,26 @@ bool IsWholePixel(int32_t nPixels, CPixelScale px)
     return nPixels == 1 && px(1) > 1;
 }
 
+void DrawPolyline(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    if (stroke.Takes(pPoints, nCount, false))
+        stroke.DrawLines(pPoints, nCount, false);
+    else
+        ::Polyline(hdc, pPoints, nCount);
+}
+
+void DrawPolygon(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    const bool bAreas = stroke.Takes(pPoints, nCount, true);
+    {
+        const CSelectScope pen(hdc, bAreas ? ::GetStockObject(NULL_PEN) : nullptr);
+        ::Polygon(hdc, pPoints, nCount);
+    }
+    if (bAreas) stroke.DrawLines(pPoints, nCount, true);
+}
+
 // A line of square pixels from the first one to the last one, which is left out.
 class CPixelLine {
 public:
@@ -116,11 +137,11 @@ public:
     [[nodiscard]] bool IsNothing() const { return m_pt1.x == m_pt2.x && m_pt1.y == m_pt2.y; }
 
     // From edge to edge of the pixels.
-    void Draw(HDC hdc) const
+    void Draw(HDC hdc, CPixelScale px) const
     {
         if (IsNothing()) return;
         const POINT pts[] = {Moved(m_pt1), Moved(m_pt2)};
-        ::Polyline(hdc, pts, 2);
+        DrawPolyline(hdc, pts, 2, px);
     }
     // The middle of the pixel edge before the last one.
     [[nodiscard]] POINT End() const { return Moved(m_pt2); }
@@ -130,13 +151,15 @@ private:
     [[nodiscard]] POINT Moved(POINT pt) const
     {
         const int32_t nMiddle = m_nPixel / 2;
-        if (m_pt1.y == m_pt2.y) return {pt.x + (m_pt2.x < m_pt1.x ? m_nPixel : 0), pt.y + nMiddle};
-        if (m_pt1.x == m_pt2.x) return {pt.x + nMiddle, pt.y + (m_pt2.y < m_pt1.y ? m_nPixel : 0)};
+        if (m_pt1.y == m_pt2.y)
+            return {WrapAdd(pt.x, m_pt2.x < m_pt1.x ? m_nPixel : 0), WrapAdd(pt.y, nMiddle)};
+        if (m_pt1.x == m_pt2.x)
+            return {WrapAdd(pt.x, nMiddle), WrapAdd(pt.y, m_pt2.y < m_pt1.y ? m_nPixel : 0)};
         const int64_t nX = int64_t{m_pt2.x} - m_pt1.x;
         const int64_t nY = int64_t{m_pt2.y} - m_pt1.y;
         const int64_t nFarther = std::max(nX < 0 ? -nX : nX, nY < 0 ? -nY : nY);
-        return {static_cast<LONG>(pt.x + nMiddle - nX * nMiddle / nFarther),
-                static_cast<LONG>(pt.y + nMiddle - nY * nMiddle / nFarther)};
+        return {WrapAdd(pt.x, static_cast<LONG>(nMiddle - nX * nMiddle / nFarther)),
+                WrapAdd(pt.y, static_cast<LONG>(nMiddle - nY * nMiddle / nFarther))};
     }
 
     POINT m_pt1;
@@ -145,28 +168,29 @@ private:
 };
 
 // The whole with its corners, and once more each upright line, whose ends are told to the pixel.
-void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixel)
+void DrawSquareLines(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
 {
+    const int32_t nPixel = px(1);
     const CPixelLine last(pPoints[nCount - 2], pPoints[nCount - 1], nPixel);
-    if (nCount == 2) return last.Draw(hdc);
+    if (nCount == 2) return last.Draw(hdc, px);
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n)
-        pts[n] = {pPoints[n].x + nPixel / 2, pPoints[n].y + nPixel / 2};
+        pts[n] = {WrapAdd(pPoints[n].x, nPixel / 2), WrapAdd(pPoints[n].y, nPixel / 2)};
     if (!last.IsNothing()) pts[nCount - 1] = last.End();
-    ::Polyline(hdc, pts, nCount);
+    DrawPolyline(hdc, pts, nCount, px);
     if (IsBrokenNow(hdc)) return;
     for (int n = 1; n < nCount; ++n) {
         const CPixelLine line(pPoints[n - 1], pPoints[n], nPixel);
-        if (line.IsUpright()) line.Draw(hdc);
+        if (line.IsUpright()) line.Draw(hdc, px);
     }
 }
 
 void DrawScaledLines(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px)
 {
-    if (IsWholePixel(nPixels, px)) return DrawSquareLines(hdc, pPoints, nCount, px(1));
+    if (IsWholePixel(nPixels, px)) return DrawSquareLines(hdc, pPoints, nCount, px);
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
-    ::Polyline(hdc, pts, nCount);
+    DrawPolyline(hdc, pts, nCount, px);
 }
 
 } // namespace
@@ -189,12 +213,12 @@ void DrawPixelPolyline(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixel
 namespace {
 
 // The upright sides to the pixel: what the system makes of a wide pen may lack a unit at its ends.
-void DrawUprightSides(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixel)
+void DrawUprightSides(HDC hdc, const POINT* pPoints, int nCount, CPixelScale px)
 {
     if (IsBrokenNow(hdc)) return;
     for (int n = 0; n < nCount; ++n) {
-        const CPixelLine side(pPoints[n], pPoints[(n + 1) % nCount], nPixel);
-        if (side.IsUpright()) side.Draw(hdc);
+        const CPixelLine side(pPoints[n], pPoints[(n + 1) % nCount], px(1));
+        if (side.IsUpright()) side.Draw(hdc, px);
     }
 }
 
@@ -208,8 +232,8 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
     }
     POINT pts[MOST_POINTS] = {};
     for (int n = 0; n < nCount; ++n) pts[n] = StrokedPoint(pPoints[n], nPixels, px);
-    ::Polygon(hdc, pts, nCount);
-    if (IsWholePixel(nPixels, px)) DrawUprightSides(hdc, pPoints, nCount, px(1));
+    DrawPolygon(hdc, pts, nCount, px);
+    if (IsWholePixel(nPixels, px)) DrawUprightSides(hdc, pPoints, nCount, px);
 }
 
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
@@ -218,10 +242,24 @@ void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px
     ::Rectangle(hdc, box.left, box.top, box.right, box.bottom);
     if (!IsWholePixel(nPixels, px)) return;
     if (WidthOf(rc) < px(1) || HeightOf(rc) < px(1)) return;
-    const LONG nLastX = rc.right - px(1);
-    const LONG nLastY = rc.bottom - px(1);
+    const LONG nLastX = WrapSub(rc.right, px(1));
+    const LONG nLastY = WrapSub(rc.bottom, px(1));
     const POINT pts[] = {{rc.left, rc.top}, {nLastX, rc.top}, {nLastX, nLastY}, {rc.left, nLastY}};
-    DrawUprightSides(hdc, pts, 4, px(1));
+    DrawUprightSides(hdc, pts, 4, px);
+}
+
+void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
+{
+    const CAreaStroke stroke(hdc, px);
+    if (!stroke.TakesRing(rc)) {
+        ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+        return;
+    }
+    {
+        const CSelectScope pen(hdc, ::GetStockObject(NULL_PEN));
+        ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    }
+    stroke.DrawRing(rc);
 }
 
 CCornerScope::CCornerScope(HDC hdc, bool bSquare) noexcept : m_hdc(hdc)

@@ -57,6 +57,9 @@ constexpr BYTE TextQuality(CPixelScale px, DWORD nOwn)
 void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels, CPixelScale px);
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px);
 
+// What StrokedBox gives for the selected pen.
+void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px);
+
 // Square corners are whole, and pointed ones have no spikes: for figures that are drawn with a pen
 // of one pixel at another scale.
 class CCornerScope {

@@ -6,6 +6,13 @@
 
 #include <windows.h>
 
+// The pixels of the picture that a rectangle of samples is in.
+constexpr RECT PixelsOf(const RECT& rc, CPixelScale px)
+{
+    return {px.PixelOf(rc.left), px.PixelOf(rc.top), px.PixelUpTo(rc.right),
+            px.PixelUpTo(rc.bottom)};
+}
+
 struct QelRect : RECT {
     constexpr QelRect() noexcept : RECT{0, 0, 0, 0} {}
     // A plain rectangle is one of pixels as they are.
@@ -24,12 +31,6 @@ struct QelRect : RECT {
     [[nodiscard]] constexpr QelRect InPicture() const
     {
         return {static_cast<const RECT&>(*this), px.InPicture()};
-    }
-    // The pixels that a rectangle of samples is in.
-    [[nodiscard]] constexpr RECT PixelsOf(const RECT& rc) const
-    {
-        return {px.PixelOf(rc.left), px.PixelOf(rc.top), px.PixelUpTo(rc.right),
-                px.PixelUpTo(rc.bottom)};
     }
     constexpr bool operator==(const QelRect& other) const
     {

@@ -1,5 +1,6 @@
 #include "brush/ShownDraft.h"
 
+#include "base/QelRect.h"
 #include "base/Shown.h"
 #include "brush/Gradient.h"
 
@@ -20,23 +21,6 @@ GradientPart PartOf(LONG nPeriod, LONG nFilledLow, LONG nFilledHigh, LONG nShown
     if (nHigh - nLow >= nPeriod) return {0, nPeriod};
     // One pixel where nothing shows: there is a brush all the same.
     return {nLow + nDevice, static_cast<int32_t>(std::max<int64_t>(nHigh - nLow, 1))};
-}
-
-int32_t Floor(int32_t n, int32_t nBy)
-{
-    return n / nBy - (n % nBy < 0 ? 1 : 0);
-}
-
-int32_t Ceil(int32_t n, int32_t nBy)
-{
-    return n / nBy + (n % nBy > 0 ? 1 : 0);
-}
-
-// The pixels that samples are in.
-RECT PixelsOf(const RECT& rc, int32_t nSamples)
-{
-    return {Floor(rc.left, nSamples), Floor(rc.top, nSamples), Ceil(rc.right, nSamples),
-            Ceil(rc.bottom, nSamples)};
 }
 
 } // namespace
@@ -77,7 +61,7 @@ HBRUSH CShownDraft::MakePart(HDC hdc, const RECT& rcGradient, const RECT& rcFill
 {
     const int nGradient = m_nStyle - DRAFT_GRADIENT;
     const int32_t nSamples = m_px.Samples();
-    const RECT rcWhole = PixelsOf(rcGradient, nSamples);
+    const RECT rcWhole = PixelsOf(rcGradient, m_px);
     const SIZE size = GradientSize(rcWhole, nGradient / 2);
     GradientPart across{0, size.cx};
     GradientPart down{0, size.cy};
@@ -85,8 +69,8 @@ HBRUSH CShownDraft::MakePart(HDC hdc, const RECT& rcGradient, const RECT& rcFill
     POINT ptDevice{0, 0};
     POINT ptBrush{0, 0};
     if (FindShown(hdc, &rcShown) && ::LPtoDP(hdc, &ptDevice, 1) && ::GetBrushOrgEx(hdc, &ptBrush)) {
-        const RECT rcFill = PixelsOf(rcFilled, nSamples);
-        rcShown = PixelsOf(rcShown, nSamples);
+        const RECT rcFill = PixelsOf(rcFilled, m_px);
+        rcShown = PixelsOf(rcShown, m_px);
         across = PartOf(size.cx, rcFill.left, rcFill.right, rcShown.left, rcShown.right,
                         (int64_t{ptDevice.x} - ptBrush.x) / nSamples);
         down = PartOf(size.cy, rcFill.top, rcFill.bottom, rcShown.top, rcShown.bottom,

@@ -136,6 +136,7 @@ int CQELViewMeter::Miss() const
 // Region and renderer for what is drawn now.
 void CQELViewMeter::PrepareToDraw(HDC hdc, const QelRect& rcQel, MeterPicture* pPicture)
 {
+    m_bDrawn = true;
     const bool bChanged = !pPicture->IsFor(rcQel, {RefW(), RefH()});
     const bool bHadFace = pPicture->hFace != nullptr;
     const bool bOtherFace = UsesFaceRegion() && HasOtherFace(pPicture);
@@ -320,7 +321,7 @@ void CQELViewMeter::DropRenderer()
 
 void CQELViewMeter::PassToRenderer(const SelectorRow& row)
 {
-    if (!row.pfnPass || !(row.nMeterTypes & MeterTypeBit(m_attr.nType))) return;
+    if (!m_bDrawn || !row.pfnPass || !(row.nMeterTypes & MeterTypeBit(m_attr.nType))) return;
     for (MeterPicture* p : {&m_drawn, Updated()})
         if (p && p->pRenderer) row.pfnPass(p->pRenderer.get(), Settings());
 }

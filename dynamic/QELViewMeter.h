@@ -133,6 +133,7 @@ private:
     uint32_t m_nValue = 0;
     float m_fValue = 0;
     bool m_bFloats = false; // the form that was set last
+    bool m_bDrawn = false;  // once at least: until then there is no renderer to pass settings to
     QELMETERATTR m_attr{sizeof(QELMETERATTR), 0, 1, 0, 0, 100, 1, {0, 0, 10, 10, 0, 0, 0, 0, 0}, 0};
     uint32_t m_nProperties[QEL_SEL_COUNT]; // by selector
     float m_fBase = 0;

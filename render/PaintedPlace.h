@@ -23,7 +23,7 @@ bool AskInPixels(const QelRect& rcQel, RECT* prcOut, const Ask& ask)
     CRectHull hull;
     RECT rc{};
     if (ask(rcQel.InPicture(), &rc)) hull.Add(rc);
-    if (ask(rcQel, &rc)) hull.Add(rcQel.PixelsOf(rc));
+    if (ask(rcQel, &rc)) hull.Add(PixelsOf(rc, rcQel.px));
     return hull.Get(prcOut);
 }
 

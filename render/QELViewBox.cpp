@@ -194,8 +194,7 @@ HRGN CQELViewRoundRect::MakeRegion(const QelRect& rcQel) const
 
 void CQELViewEllipse::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const RECT rc = DrawnBox(figure);
-    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    DrawPixelEllipse(hdc, DrawnBox(figure), figure.px);
 }
 
 void CQELViewEllipse::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const

@@ -56,8 +56,7 @@ int CQELViewCircle::MapFigure(const QelRect& rcQel, uint32_t nFlags, DeviceFigur
 
 void CQELViewCircle::Paint(HDC hdc, const DeviceFigure& figure, HBRUSH, const QelRect&) const
 {
-    const RECT rc = DrawnBox(figure);
-    ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    DrawPixelEllipse(hdc, DrawnBox(figure), figure.px);
 }
 
 void CQELViewCircle::Trace(const DeviceFigure& figure, COutlineProbe* pProbe) const

@@ -82,7 +82,7 @@ void CQELViewElm::MarkQuality(HDC hdc, const QelRect& rcQel, const LiveState& st
     RECT rc{};
     if (state.ShownQuality() == QUALITY_GOOD || !PaintedRect(rcQel, &rcPainted)) return;
     const RECT rcWhole = rcQel.OnDevice();
-    rcPainted = QelRect(rcQel.PixelsOf(rcPainted), rcQel.px).OnDevice(); // on whole pixels
+    rcPainted = QelRect(PixelsOf(rcPainted, rcQel.px), rcQel.px).OnDevice(); // on whole pixels
     if (::IntersectRect(&rc, &rcPainted, &rcWhole))
         DrawQualityMark(hdc, rc, state.ShownQuality(), rcQel.px);
 }

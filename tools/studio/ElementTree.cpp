@@ -61,8 +61,7 @@ void CElementTree::Add(HTREEITEM hParent, HQELELEM hElem)
     insert.item.pszText = label.data();
     insert.item.lParam = reinterpret_cast<LPARAM>(hElem);
     insert.item.cChildren = QELGetFirstChild(m_pFile->Engine(), hElem) != nullptr;
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the control answers a handle as a number
-    m_items[hElem] = reinterpret_cast<HTREEITEM>(Send(TVM_INSERTITEMW, 0, Param(&insert)));
+    m_items[hElem] = Passed<HTREEITEM>(Send(TVM_INSERTITEMW, 0, Param(&insert)));
 }
 
 void CElementTree::AddChildren(HTREEITEM hItem, HQELELEM hElem)
@@ -102,14 +101,12 @@ HQELELEM CElementTree::ElementOf(HTREEITEM hItem) const
     item.mask = TVIF_PARAM;
     item.hItem = hItem;
     if (!hItem || !Send(TVM_GETITEMW, 0, Param(&item))) return nullptr;
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the control keeps the handle as a number
-    return reinterpret_cast<HQELELEM>(item.lParam);
+    return Passed<HQELELEM>(item.lParam);
 }
 
 HQELELEM CElementTree::Selected() const
 {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the control answers a handle as a number
-    return ElementOf(reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
+    return ElementOf(Passed<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET)));
 }
 
 void CElementTree::OnNotify(const NMHDR& header)

@@ -36,7 +36,7 @@ void AddTo(HIMAGELIST hList, const wchar_t* pszName, int nSide, int nMargin)
     CPicture picture;
     if (!picture.SetSize({nSide + 2 * nMargin, nSide + 2 * nMargin})) return;
     DrawResource(pszName, picture, nMargin);
-    HBITMAP hCopy = static_cast<HBITMAP>(
+    auto* hCopy = static_cast<HBITMAP>(
         ::CopyImage(picture.Bitmap(), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
     ImageList_Add(hList, hCopy, nullptr);
     ::DeleteObject(hCopy);

@@ -135,16 +135,16 @@ LRESULT CMainWindow::OnMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         if (HIWORD(wParam) <= 1) OnCommand(LOWORD(wParam)); // of the menu, a key or the toolbar
         return 0;
     case WM_NOTIFY:
-        OnNotify(reinterpret_cast<NMHDR*>(lParam));
+        OnNotify(Passed<NMHDR*>(lParam));
         return 0;
     case WM_TIMER:
         OnTimer();
         return 0;
     case WM_DROPFILES:
-        OnDrop(reinterpret_cast<HDROP>(wParam)); // NOLINT(performance-no-int-to-ptr): the system's
+        OnDrop(Passed<HDROP>(wParam));
         return 0;
     case WM_INITMENUPOPUP:
-        OnMenu(reinterpret_cast<HMENU>(wParam)); // NOLINT(performance-no-int-to-ptr): the system's
+        OnMenu(Passed<HMENU>(wParam));
         return 0;
     case WM_DESTROY:
         OnDestroy();
@@ -163,11 +163,11 @@ bool CMainWindow::OnSystem(UINT nMessage, WPARAM wParam, LPARAM lParam)
         if (wParam != SIZE_MINIMIZED && m_panes.status.Handle()) m_panes.Layout();
         return true;
     case WM_DPICHANGED:
-        OnDpi(*reinterpret_cast<const RECT*>(lParam));
+        OnDpi(*Passed<const RECT*>(lParam));
         return true;
     case WM_GETMINMAXINFO:
-        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {Scaled(LEAST_SIZE.cx),
-                                                                 Scaled(LEAST_SIZE.cy)};
+        Passed<MINMAXINFO*>(lParam)->ptMinTrackSize = {Scaled(LEAST_SIZE.cx),
+                                                       Scaled(LEAST_SIZE.cy)};
         return true;
     case WM_PARENTNOTIFY:
         if (LOWORD(wParam) == WM_MBUTTONDOWN) OnMiddleButton(PointOf(lParam));

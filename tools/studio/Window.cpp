@@ -42,8 +42,7 @@ int CWindow::Make(const Looks& looks, HWND hParent, UINT nId)
 {
     Register(looks.pszClass, looks.hGround, looks.pszCursor, Procedure);
     const RECT& rc = looks.rc;
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
-    HMENU hId = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nId));
+    auto* hId = Passed<HMENU>(static_cast<UINT_PTR>(nId));
     ::CreateWindowExW(looks.nExtra, looks.pszClass, looks.pszTitle, looks.nStyle, rc.left, rc.top,
                       rc.right - rc.left, rc.bottom - rc.top, hParent, hId,
                       ::GetModuleHandleW(nullptr), this);
@@ -76,13 +75,12 @@ LRESULT CWindow::OnMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
 LRESULT CALLBACK CWindow::Procedure(HWND hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam)
 {
     if (nMessage == WM_NCCREATE) {
-        const auto* pMade = reinterpret_cast<const CREATESTRUCTW*>(lParam);
+        const auto* pMade = Passed<const CREATESTRUCTW*>(lParam);
         auto* pNew = static_cast<CWindow*>(pMade->lpCreateParams);
         pNew->m_hWnd = hWnd;
         ::SetWindowLongPtrW(hWnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(pNew));
     }
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system keeps the pointer as a number
-    auto* pThis = reinterpret_cast<CWindow*>(::GetWindowLongPtrW(hWnd, GWLP_USERDATA));
+    auto* pThis = Passed<CWindow*>(::GetWindowLongPtrW(hWnd, GWLP_USERDATA));
     if (!pThis) return ::DefWindowProcW(hWnd, nMessage, wParam, lParam);
     LRESULT nResult = 0;
     try {
@@ -99,8 +97,7 @@ LRESULT CALLBACK CWindow::Procedure(HWND hWnd, UINT nMessage, WPARAM wParam, LPA
 
 int CControl::Make(const wchar_t* pszClass, DWORD nStyle, HWND hParent, UINT nId, DWORD nExtra)
 {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
-    HMENU hId = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(nId));
+    auto* hId = Passed<HMENU>(static_cast<UINT_PTR>(nId));
     m_hWnd = ::CreateWindowExW(nExtra, pszClass, L"", nStyle | WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 0,
                                0, hParent, hId, ::GetModuleHandleW(nullptr), nullptr);
     return m_hWnd != nullptr;

@@ -43,6 +43,7 @@ public:
     [[nodiscard]] HWND Handle() const { return m_hWnd; }
     void Place(const RECT& rc) const;
     void SetFont(HFONT hFont) const;
+    // NOLINTNEXTLINE(modernize-use-nodiscard): many messages answer nothing
     LRESULT Send(UINT nMessage, WPARAM wParam = 0, LPARAM lParam = 0) const
     {
         return ::SendMessageW(m_hWnd, nMessage, wParam, lParam);
@@ -59,6 +60,13 @@ template <typename T>
 LPARAM Param(T* pData)
 {
     return reinterpret_cast<LPARAM>(pData);
+}
+
+// A pointer or handle that the system passes on as a number.
+template <typename T, typename N>
+T Passed(N nNumber)
+{
+    return reinterpret_cast<T>(nNumber); // NOLINT(performance-no-int-to-ptr)
 }
 
 inline POINT PointOf(LPARAM lParam)

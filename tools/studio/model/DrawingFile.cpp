@@ -79,7 +79,7 @@ bool AreOfOneKind(HQELENGINE hEngine, const std::vector<HQELELEM>& handles,
 
 } // namespace
 
-CDrawingFile::CDrawingFile(std::wstring path) : m_path(FullPath(path)) {}
+CDrawingFile::CDrawingFile(const std::wstring& path) : m_path(FullPath(path)) {}
 
 CDrawingFile::~CDrawingFile()
 {

@@ -20,7 +20,7 @@ struct OpenFault {
 
 class CDrawingFile {
 public:
-    explicit CDrawingFile(std::wstring path);
+    explicit CDrawingFile(const std::wstring& path);
     ~CDrawingFile();
     CDrawingFile(const CDrawingFile&) = delete;
     CDrawingFile& operator=(const CDrawingFile&) = delete;
