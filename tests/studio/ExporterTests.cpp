@@ -86,7 +86,8 @@ TEST_F(Exporter, LeavesWhatShowsTheDrawingAsItIs)
 
 TEST_F(Exporter, TurnsAsTheDrawingIsTurned)
 {
-    const std::string wide = "<rect style=\"0x1\" dr=\"1\" lnwid=\"0\" fg=\"0xff\" crd=\"0 0 50 10\"/>";
+    const std::string wide =
+        "<rect style=\"0x1\" dr=\"1\" lnwid=\"0\" fg=\"0xff\" crd=\"0 0 50 10\"/>";
     const COpenDrawing drawing(wide);
     CPlay play;
     play.Turn(drawing);
@@ -112,7 +113,8 @@ TEST_F(Exporter, KnowsKindsByTheirExtensions)
 
 TEST_F(Exporter, ATransparentPictureHasAlpha)
 {
-    constexpr std::size_t COLOR_TYPE_AT = 25; // in the header of a PNG; 6 is red, green, blue, alpha
+    constexpr std::size_t COLOR_TYPE_AT =
+        25; // in the header of a PNG; 6 is red, green, blue, alpha
     const COpenDrawing drawing(BOX);
     CPlay play;
     CExporter exporter(drawing, play);

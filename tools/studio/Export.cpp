@@ -3,9 +3,11 @@
 
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
+#include "tools/studio/Window.h"
 #include "tools/studio/model/Convert.h"
 
 #include <commdlg.h>
+#include <cwchar>
 #include <windowsx.h>
 
 namespace studio {
@@ -85,14 +87,12 @@ INT_PTR CALLBACK CExportDialog::Procedure(HWND hDialog, UINT nMessage, WPARAM wP
 {
     if (nMessage == WM_INITDIALOG) {
         ::SetWindowLongPtrW(hDialog, DWLP_USER, lParam);
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): the system keeps the pointer as a number
-        auto* pNew = reinterpret_cast<CExportDialog*>(lParam);
+        auto* pNew = Passed<CExportDialog*>(lParam);
         pNew->m_hDialog = hDialog;
         pNew->Show();
         return TRUE;
     }
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system keeps the pointer as a number
-    auto* pThis = reinterpret_cast<CExportDialog*>(::GetWindowLongPtrW(hDialog, DWLP_USER));
+    auto* pThis = Passed<CExportDialog*>(::GetWindowLongPtrW(hDialog, DWLP_USER));
     if (!pThis || nMessage != WM_COMMAND) return FALSE;
     const UINT nId = LOWORD(wParam);
     if (nId == IDC_EXPORT_WIDTH && HIWORD(wParam) == EN_CHANGE)
@@ -129,7 +129,8 @@ std::wstring AskForName(HWND hOwner, const std::wstring& drawing)
     save.nMaxFile = static_cast<DWORD>(name.size());
     save.lpstrDefExt = L"png";
     save.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    return ::GetSaveFileNameW(&save) ? std::wstring(name.c_str()) : std::wstring();
+    name.resize(::GetSaveFileNameW(&save) ? std::wcslen(name.c_str()) : 0);
+    return name;
 }
 
 class CWaiting {

@@ -190,8 +190,7 @@ void CPropertyList::BeginEdit(const wchar_t* pszClass, DWORD nStyle, int nProper
 {
     const RECT rc = ValueRect(nProperty);
     const int nTop = rc.top + std::max<int>(rc.bottom - rc.top - nHeight, 0) / 2;
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
-    HMENU hId = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(EDITOR_ID));
+    const auto hId = Passed<HMENU>(static_cast<UINT_PTR>(EDITOR_ID));
     m_hEditor =
         ::CreateWindowExW(0, pszClass, L"", nStyle | WS_CHILD, rc.left, nTop, rc.right - rc.left,
                           nHeight, Handle(), hId, ::GetModuleHandleW(nullptr), nullptr);
@@ -280,10 +279,8 @@ void CPropertyList::OnEditor(UINT nWhat)
 LRESULT CALLBACK CPropertyList::ListProcedure(HWND hWnd, UINT nMessage, WPARAM wParam,
                                               LPARAM lParam, UINT_PTR, DWORD_PTR nThis)
 {
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system keeps the pointer as a number
-    auto* pThis = reinterpret_cast<CPropertyList*>(nThis);
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system's
-    const HWND hFrom = reinterpret_cast<HWND>(lParam);
+    auto* pThis = Passed<CPropertyList*>(nThis);
+    const auto hFrom = Passed<HWND>(lParam);
     if (nMessage == WM_COMMAND && hFrom && hFrom == pThis->m_hEditor)
         pThis->OnEditor(HIWORD(wParam));
     return ::DefSubclassProc(hWnd, nMessage, wParam, lParam);

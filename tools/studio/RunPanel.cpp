@@ -12,6 +12,7 @@
 #include <cmath>
 #include <commdlg.h>
 #include <cstdlib>
+#include <cwchar>
 #include <iterator>
 #include <windowsx.h>
 
@@ -134,7 +135,8 @@ std::wstring AskForTable(HWND hOwner)
     open.lpstrFile = name.data();
     open.nMaxFile = static_cast<DWORD>(name.size());
     open.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    return ::GetOpenFileNameW(&open) ? std::wstring(name.c_str()) : std::wstring();
+    name.resize(::GetOpenFileNameW(&open) ? std::wcslen(name.c_str()) : 0);
+    return name;
 }
 
 } // namespace
@@ -150,16 +152,14 @@ bool CRunPanel::Create(HWND hParent, UINT nId)
 int CRunPanel::MakeControls()
 {
     for (const ControlRow& row : g_controls) {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
-        HMENU hId = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(row.nId));
+        const auto hId = Passed<HMENU>(static_cast<UINT_PTR>(row.nId));
         const std::wstring text = row.nText ? Text(row.nText) : std::wstring();
         if (!::CreateWindowExW(0, row.pszClass, text.c_str(),
                                row.nStyle | WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, 0,
                                0, 0, 0, Handle(), hId, ::GetModuleHandleW(nullptr), nullptr))
             return 0;
     }
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): the system takes a child's number as its menu
-    HMENU hMessage = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(ID_MESSAGE));
+    const auto hMessage = Passed<HMENU>(static_cast<UINT_PTR>(ID_MESSAGE));
     ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_EDITCONTROL, 0, 0,
                       0, 0, Handle(), hMessage, ::GetModuleHandleW(nullptr), nullptr);
     const HWND hSpeed = ::GetDlgItem(Handle(), ID_SPEED);
@@ -545,7 +545,7 @@ LRESULT CRunPanel::OnMessage(UINT nMessage, WPARAM wParam, LPARAM lParam)
         OnCommand(LOWORD(wParam), HIWORD(wParam));
         return 0;
     case WM_NOTIFY:
-        if (m_properties.OnNotify(reinterpret_cast<NMHDR*>(lParam), &nResult)) return nResult;
+        if (m_properties.OnNotify(Passed<NMHDR*>(lParam), &nResult)) return nResult;
         break;
     default:
         break;

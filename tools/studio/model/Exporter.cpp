@@ -9,6 +9,7 @@
 #include "tools/qel/TextFont.h"
 
 #include <algorithm>
+#include <cmath>
 #include <exception>
 
 namespace studio {
@@ -29,8 +30,7 @@ HQELENGINE CopyOf(HQELENGINE hShown)
     std::string bytes(nSize, '\0');
     HQELENGINE hEngine = CreateQELEngine();
     QELSetTextCodePage(hEngine, AS_DECLARED);
-    if (QELSaveMemory(hShown, bytes.data(), &nSize) &&
-        QELOpenMemory(hEngine, bytes.data(), nSize))
+    if (QELSaveMemory(hShown, bytes.data(), &nSize) && QELOpenMemory(hEngine, bytes.data(), nSize))
         return hEngine;
     DestroyQELEngine(hEngine);
     return nullptr;
@@ -126,9 +126,9 @@ void CExporter::SetUp(const ExportSetting& setting) const
     const SIZE ref = RefSize();
     if (ref.cx <= 0 || ref.cy <= 0 || rc.right <= 0 || rc.bottom <= 0)
         throw qel::CTrouble(qel::NOT_DRAWN);
-    const double fZoom = std::min(static_cast<double>(rc.right) / ref.cx,
-                                  static_cast<double>(rc.bottom) / ref.cy);
-    const auto nScale = static_cast<DWORD>(fZoom * PERCENT + 0.5);
+    const double fZoom =
+        std::min(static_cast<double>(rc.right) / ref.cx, static_cast<double>(rc.bottom) / ref.cy);
+    const auto nScale = static_cast<DWORD>(std::lround(fZoom * PERCENT));
     QELSetPixelScale(m_hEngine, std::clamp(nScale, LEAST, MOST));
     QELSetSmooth(m_hEngine, setting.bSmooth ? SAMPLES : 0);
     QELSetQELRect(m_hEngine, &rc);
@@ -166,7 +166,7 @@ void CExporter::WriteMovie(const std::wstring& path, const ExportSetting& settin
 {
     constexpr int HUNDREDTHS = 100 / FRAMES_A_SECOND;
     constexpr double STEP = 1000.0 / FRAMES_A_SECOND;
-    const int nFrames = static_cast<int>(SpanOf(m_play.Signals()) * FRAMES_A_SECOND + 0.5);
+    const auto nFrames = static_cast<int>(std::lround(SpanOf(m_play.Signals()) * FRAMES_A_SECOND));
     const qel::CCanvas canvas(setting.size);
     if (!canvas.Bits()) throw qel::CTrouble(qel::NO_MEMORY_FOR_PICTURE);
     qel::CGifMovie movie(setting.size);
