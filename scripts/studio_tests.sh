@@ -12,7 +12,7 @@ qel_build "$preset" QELEngine qel QELStudio qel_studio_probe || exit 2
 
 work=$(mktemp -d)
 display_server=
-trap '[ -z "$display_server" ] || kill "$display_server" 2>/dev/null; rm -rf "$work"' EXIT
+trap '[ -z "$display_server" ] || kill "$display_server" 2>/dev/null; rm -rf "$work" 2>/dev/null || { sleep 2; rm -rf "$work"; }' EXIT
 mkfifo "$work/display"
 Xvfb -displayfd 7 -screen 0 1280x800x24 -nolisten tcp 7>"$work/display" >/dev/null 2>&1 &
 display_server=$!

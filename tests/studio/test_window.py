@@ -5,6 +5,7 @@ import pytest
 
 from driver import (ATTRIBUTES, CANVAS, ELEMENT, FINDINGS, FOUND, MESSAGE, POINTER, ROOT, SIZE, SPLIT_LEFT, TABS,
                     TREE, ZOOM, Studio, difference, render, wait_for)
+from panel import BLINK
 
 DRAWING = """<?xml version="1.0" encoding="utf-8"?>
 <qel id="plant" width="200" height="100">
@@ -16,7 +17,6 @@ DRAWING = """<?xml version="1.0" encoding="utf-8"?>
 </qel>
 """
 LIGHT = "F0F0F0"
-BLINK = 4  # the check box within the run panel
 PANES = {"tree": True, "run": True, "findings": True}
 
 
