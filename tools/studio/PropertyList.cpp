@@ -190,7 +190,7 @@ void CPropertyList::BeginEdit(const wchar_t* pszClass, DWORD nStyle, int nProper
 {
     const RECT rc = ValueRect(nProperty);
     const int nTop = rc.top + std::max<int>(rc.bottom - rc.top - nHeight, 0) / 2;
-    const auto hId = Passed<HMENU>(static_cast<UINT_PTR>(EDITOR_ID));
+    auto* const hId = Passed<HMENU>(static_cast<UINT_PTR>(EDITOR_ID));
     m_hEditor =
         ::CreateWindowExW(0, pszClass, L"", nStyle | WS_CHILD, rc.left, nTop, rc.right - rc.left,
                           nHeight, Handle(), hId, ::GetModuleHandleW(nullptr), nullptr);
@@ -280,7 +280,7 @@ LRESULT CALLBACK CPropertyList::ListProcedure(HWND hWnd, UINT nMessage, WPARAM w
                                               LPARAM lParam, UINT_PTR, DWORD_PTR nThis)
 {
     auto* pThis = Passed<CPropertyList*>(nThis);
-    const auto hFrom = Passed<HWND>(lParam);
+    auto* const hFrom = Passed<HWND>(lParam);
     if (nMessage == WM_COMMAND && hFrom && hFrom == pThis->m_hEditor)
         pThis->OnEditor(HIWORD(wParam));
     return ::DefSubclassProc(hWnd, nMessage, wParam, lParam);

@@ -152,14 +152,14 @@ bool CRunPanel::Create(HWND hParent, UINT nId)
 int CRunPanel::MakeControls()
 {
     for (const ControlRow& row : g_controls) {
-        const auto hId = Passed<HMENU>(static_cast<UINT_PTR>(row.nId));
+        auto* const hId = Passed<HMENU>(static_cast<UINT_PTR>(row.nId));
         const std::wstring text = row.nText ? Text(row.nText) : std::wstring();
         if (!::CreateWindowExW(0, row.pszClass, text.c_str(),
                                row.nStyle | WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS, 0,
                                0, 0, 0, Handle(), hId, ::GetModuleHandleW(nullptr), nullptr))
             return 0;
     }
-    const auto hMessage = Passed<HMENU>(static_cast<UINT_PTR>(ID_MESSAGE));
+    auto* const hMessage = Passed<HMENU>(static_cast<UINT_PTR>(ID_MESSAGE));
     ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_EDITCONTROL, 0, 0,
                       0, 0, Handle(), hMessage, ::GetModuleHandleW(nullptr), nullptr);
     const HWND hSpeed = ::GetDlgItem(Handle(), ID_SPEED);
