@@ -98,6 +98,7 @@ both_families_link() { scripts/abi.sh; }
 package_serves_hosts() { scripts/package_tests.sh; }
 other_languages_call() { scripts/hosts.sh; }
 windows_are_updated() { scripts/window_tests.sh; }
+studio_is_driven() { scripts/studio_tests.sh; }
 setup_mends_itself() { scripts/setup_tests.sh; }
 
 for preset in i686 x86_64 native; do step "build $preset" "" build_all "$preset"; done
@@ -111,6 +112,7 @@ step "sanitizers, faults and the fuzzers' corpus" "build native" ./native.sh
 for preset in i686 x86_64; do step "tests $preset" "build $preset" run_tests "$preset"; done
 step "hosts in other languages" "build i686,build x86_64" other_languages_call
 step "updates of a window" "build i686,build x86_64" windows_are_updated
+step "the Studio in a window" "build i686" studio_is_driven
 step "qel, the command-line program" "build i686" tool_tests
 step "set-up" "build i686,build x86_64" setup_mends_itself
 step "endurance, a hundredth of it" "build i686,build x86_64" ./endurance.sh --quick

@@ -114,6 +114,19 @@ qel_need_host_tools() {
   qel_need import imagemagick
 }
 
+# For the tests that drive the Studio.
+qel_need_studio_tools() {
+  qel_need_both_tools
+  qel_need Xvfb xvfb
+  qel_need xdotool xdotool
+  qel_need import imagemagick
+  qel_need python3 python3
+  qel_need /usr/lib/python3/dist-packages/pytest python3-pytest
+  qel_need /usr/lib/python3/dist-packages/PIL python3-pil
+  qel_need /usr/sbin/mosquitto mosquitto
+  qel_need mosquitto_sub mosquitto-clients
+}
+
 # For ./test.sh as a whole: nothing that it starts has anything left to ask for. The linter reads the
 # measurements as well.
 qel_need_test_tools() {
@@ -121,6 +134,7 @@ qel_need_test_tools() {
   qel_need_doc_tools
   qel_need_bench_tools
   qel_need_host_tools
+  qel_need_studio_tools
   qel_need clang-format clang-format
   qel_need clang-tidy clang-tidy
   qel_need clang++ clang

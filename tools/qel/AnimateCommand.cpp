@@ -136,7 +136,7 @@ class CPlayer {
 public:
     CPlayer(const CScene& scene, const SceneOptions& options, const Pace& pace, bool bSmooth)
         : m_scene(scene), m_options(options), m_pace(pace), m_time(options.live, pace),
-          m_bClock(FindHostElements(scene.Drawing()).HasClock()),
+          m_bClock(FindHostElements(scene.Drawing().Engine()).HasClock()),
           m_bInParts(options.live.MovesNumbersAlone() && !bSmooth && !m_bClock &&
                      !pace.nBlinkFrames)
     {
@@ -161,7 +161,7 @@ private:
 
 void CPlayer::Paint(HDC hdc, int nFrame) const
 {
-    m_options.live.ApplyFrame(m_scene.Drawing(), nFrame, m_pace.nFrames);
+    m_options.live.ApplyFrame(m_scene.Drawing().Engine(), nFrame, m_pace.nFrames);
     if (m_pace.nBlinkFrames)
         m_scene.SetBlink((nFrame / m_pace.nBlinkFrames % 2 != 0) != m_options.bBlink);
     if (m_bClock) m_time.SetIn(m_scene, nFrame);

@@ -116,7 +116,7 @@ bool HoldsShapes(int nType)
 
 void AddBearer(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
 {
-    HostBearer bearer{IdOf(hEngine, hElem), QELGetElemType(hEngine, hElem), false, false};
+    HostBearer bearer{IdOf(hEngine, hElem), QELGetElemType(hEngine, hElem), false, false, hElem};
     if (bearer.id.empty()) return;
     bearer.bColors =
         IsShapeType(bearer.nType) || (HoldsShapes(bearer.nType) && HasShape(hEngine, hElem));
@@ -134,11 +134,10 @@ void Walk(HQELENGINE hEngine, HQELELEM hElem, HostElements* pFound)
 
 } // namespace
 
-HostElements FindHostElements(const CDrawing& drawing)
+HostElements FindHostElements(HQELENGINE hEngine)
 {
     HostElements found;
-    if (const HQELELEM hRoot = QELGetRootElem(drawing.Engine()))
-        Walk(drawing.Engine(), hRoot, &found);
+    if (const HQELELEM hRoot = QELGetRootElem(hEngine)) Walk(hEngine, hRoot, &found);
     return found;
 }
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "dynamic/Selectors.h"
-#include "tools/qel/Drawing.h"
+#include "include/QELEngine.h"
 #include "tools/qel/HostIds.h"
 
 #include <set>
@@ -32,6 +32,7 @@ struct HostBearer {
     int nType;
     bool bColors; // it is a shape, or there is one in it
     bool bRun;    // a text that has a place for a number
+    HQELELEM hElem;
 };
 
 struct HostElements {
@@ -58,7 +59,7 @@ struct HostElements {
 // Whether a text has a run for a number.
 bool HasNumberRun(const std::string& text);
 
-HostElements FindHostElements(const CDrawing& drawing);
+HostElements FindHostElements(HQELENGINE hEngine);
 
 // Whether a setting shows in a meter or a scale of a type.
 bool MeterFollows(int32_t nType, const SelectorRow& row);

@@ -227,7 +227,7 @@ ordered_json ListedJson(const Listed& listed)
 
 void PrintHostText(const CDrawing& drawing)
 {
-    const HostElements elements = FindHostElements(drawing);
+    const HostElements elements = FindHostElements(drawing.Engine());
     if (!elements.statuses.empty())
         Print(fmt::format("status numbers: {}\n", fmt::join(elements.statuses, ", ")));
     for (const Listed& listed : List(drawing, elements)) {
@@ -240,7 +240,7 @@ void PrintHostText(const CDrawing& drawing)
 
 ordered_json HostJson(const CDrawing& drawing)
 {
-    const HostElements elements = FindHostElements(drawing);
+    const HostElements elements = FindHostElements(drawing.Engine());
     ordered_json meters = ordered_json::array();
     ordered_json scales = ordered_json::array();
     for (const Listed& listed : List(drawing, elements))

@@ -91,6 +91,10 @@ std::string WhyIdRefused(const HostElements& elements, const LiveAction& action)
         return "no text has this identifier";
     case LiveAction::Kind::Selector:
         return WhySettingRefused(elements, action);
+    case LiveAction::Kind::Color:
+        return "no shape has this identifier, and none is in what has it";
+    case LiveAction::Kind::Pin:
+        return "no meter of the type sector has this identifier, or it takes no such value";
     default:
         return "the value is refused";
     }
@@ -151,6 +155,13 @@ bool SetById(HQELENGINE hEngine, const LiveAction& action, const LiveNumber& val
         return SetText(hEngine, id, action);
     case LiveAction::Kind::Quality:
         return QELSetQuality(hEngine, id.c_str(), static_cast<int>(value.nWhole)) != 0;
+    case LiveAction::Kind::Visible:
+        return QELSetVisible(hEngine, id.c_str(), value.nWhole != 0) != 0;
+    case LiveAction::Kind::Color:
+        return QELSetColor(hEngine, id.c_str(), action.nPlace,
+                           static_cast<COLORREF>(value.nWhole)) != 0;
+    case LiveAction::Kind::Pin:
+        return QELSetPin(hEngine, id.c_str(), action.nPlace, value.AsReal()) != 0;
     default:
         return false;
     }
@@ -166,10 +177,13 @@ void ReadTarget(const std::string& text, LiveAction* pAction)
         pAction->id = text;
 }
 
-void SetLive(const CDrawing& drawing, const LiveAction& action, const LiveNumber& value)
+void SetLive(HQELENGINE hEngine, const LiveAction& action, const LiveNumber& value,
+             const HostElements* pElements)
 {
     const auto pfnSet = action.IsById() ? SetById : SetByNumber;
-    if (!pfnSet(drawing.Engine(), action, value)) Refuse(FindHostElements(drawing), action);
+    if (pfnSet(hEngine, action, value)) return;
+    if (pElements) Refuse(*pElements, action);
+    Refuse(FindHostElements(hEngine), action);
 }
 
 void RequireTarget(const HostElements& elements, const LiveAction& action)

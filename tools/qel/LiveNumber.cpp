@@ -52,6 +52,16 @@ bool ReadWhole(const std::string& text, int64_t* pnValue)
     return true;
 }
 
+bool ReadColor(const std::string& text, COLORREF* pClr)
+{
+    constexpr std::size_t LENGTH = 7;
+    if (text.size() != LENGTH || text[0] != '#' || !IsAll(text.substr(1), "0123456789abcdefABCDEF"))
+        return false;
+    const unsigned long nValue = std::strtoul(text.c_str() + 1, nullptr, 16);
+    *pClr = RGB((nValue >> 16) & 0xFF, (nValue >> 8) & 0xFF, nValue & 0xFF);
+    return true;
+}
+
 LiveNumber ReadLiveNumber(const std::string& option, const std::string& text)
 {
     LiveNumber number;

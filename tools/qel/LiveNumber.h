@@ -1,6 +1,8 @@
 // Numbers as options and tables write them.
 #pragma once
 
+#include <windows.h>
+
 #include <cstdint>
 #include <string>
 
@@ -22,6 +24,9 @@ bool IsAll(const std::string& text, const char* pszOf);
 
 // A whole number of 32 bits, with or without sign. False: it is none, or does not fit.
 bool ReadWhole(const std::string& text, int64_t* pnValue);
+
+// "#RRGGBB"; false: it is none.
+bool ReadColor(const std::string& text, COLORREF* pClr);
 
 // The following throw CTrouble, with the option first, for what is no such number.
 LiveNumber ReadLiveNumber(const std::string& option, const std::string& text);

@@ -6,6 +6,7 @@
 #include "tools/qel/Hint.h"
 #include "tools/qel/Text.h"
 #include "tools/qel/Unheard.h"
+#include "tools/qel/ValuesFile.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -155,6 +156,13 @@ constexpr SettingRow<CLiveOptions> g_rows[] = {
       "the first frame, from which clocks go on as long as each frame shows, or FROM..TO, over "
       "midnight when TO is the earlier one"},
      [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetTime(given.value); }},
+    {{OptionRow::Takes::Value, "--values", "FILE.json", HOST_GROUP,
+      "values from a file, before all other settings: one JSON object of names, as "
+      "{\"pump.speed\": 1480, \"pump.speed.max\": 3000, \"state.text\": \"on\", "
+      "\"lamp.visible\": false, \"#0\": 62.5, \"#status\": 1}. A name is an identifier; or one "
+      "with a selector, text, quality, visible, clr, fg, bg or sector-1 to sector-32 behind a "
+      "point; or # with the number of a scale or meter, #status, or #param.0 to #param.3"},
+     [](const GivenOption& given, CLiveOptions* pLive) { pLive->SetValues(given.value); }},
     {{OptionRow::Takes::Value, "--data", "FILE.csv", HOST_GROUP,
       "values from a table: a column a value, a row a frame of 'qel animate'; 'qel render' shows "
       "one --row. The first row names what stands before = in --value; an empty cell leaves the "
@@ -185,16 +193,6 @@ void CLiveOptions::AddStatus(const std::wstring& text)
     Add(std::move(action));
 }
 
-bool ReadColor(const std::string& text, COLORREF* pClr)
-{
-    constexpr std::size_t LENGTH = 7;
-    if (text.size() != LENGTH || text[0] != '#' || !IsAll(text.substr(1), "0123456789abcdefABCDEF"))
-        return false;
-    const unsigned long nValue = std::strtoul(text.c_str() + 1, nullptr, 16);
-    *pClr = RGB((nValue >> 16) & 0xFF, (nValue >> 8) & 0xFF, nValue & 0xFF);
-    return true;
-}
-
 void CLiveOptions::SetTime(const std::wstring& text)
 {
     if (m_time) throw CTrouble("--time is given twice");
@@ -211,6 +209,23 @@ void CLiveOptions::SetTable(const std::wstring& path)
     m_table.emplace(path);
 }
 
+void CLiveOptions::SetValues(const std::wstring& path)
+{
+    if (!m_valuesPath.empty()) throw CTrouble("--values is given twice");
+    m_valuesPath = path;
+    m_values = ReadValuesFile(path);
+}
+
+std::vector<LiveAction> CLiveOptions::ReadNamed(HQELENGINE hEngine) const
+{
+    std::vector<LiveAction> actions;
+    if (m_values.empty()) return actions;
+    const CNamedValues names(hEngine);
+    for (const NamedValue& value : m_values)
+        actions.push_back(names.Read("'" + ToUtf8(m_valuesPath) + "', " + value.name, value));
+    return actions;
+}
+
 void CLiveOptions::AddRows(OptionRows* pRows)
 {
     AddOptions(g_rows, pRows);
@@ -221,11 +236,14 @@ bool CLiveOptions::Take(const GivenOption& given)
     return TakeOption(g_rows, given, this);
 }
 
-std::vector<std::string> CLiveOptions::Unheard(const CDrawing& drawing) const
+std::vector<std::string> CLiveOptions::Unheard(HQELENGINE hEngine) const
 {
-    if (m_actions.empty() && m_ranges.empty() && !m_time && !m_table) return {};
-    CUnheard unheard(drawing);
+    if (m_values.empty() && m_actions.empty() && m_ranges.empty() && !m_time && !m_table) return {};
+    CUnheard unheard(hEngine);
+    const std::vector<LiveAction> named = ReadNamed(hEngine);
+    for (const LiveAction& action : named) unheard.NoteText(action);
     for (const LiveAction& action : m_actions) unheard.NoteText(action);
+    for (const LiveAction& action : named) unheard.Add(action);
     for (const LiveAction& action : m_actions) unheard.Add(action);
     for (const LiveAction& action : m_ranges) unheard.Add(action);
     if (m_table)
@@ -241,18 +259,22 @@ bool CLiveOptions::MovesNumbersAlone() const
     });
 }
 
-void CLiveOptions::Apply(const CDrawing& drawing) const
+void CLiveOptions::Apply(HQELENGINE hEngine) const
 {
-    for (const LiveAction& action : m_actions) SetLive(drawing, action, action.value);
-    if (m_table) m_table->RequireTargets(drawing);
-    for (int n = 0; n < m_nRow; ++n) m_table->SetRow(drawing, n);
+    if (!m_values.empty()) {
+        const CNamedValues names(hEngine);
+        for (const LiveAction& action : ReadNamed(hEngine)) names.Set(action);
+    }
+    for (const LiveAction& action : m_actions) SetLive(hEngine, action, action.value);
+    if (m_table) m_table->RequireTargets(hEngine);
+    for (int n = 0; n < m_nRow; ++n) m_table->SetRow(hEngine, n);
 }
 
-void CLiveOptions::ApplyFrame(const CDrawing& drawing, int nFrame, int nFrames) const
+void CLiveOptions::ApplyFrame(HQELENGINE hEngine, int nFrame, int nFrames) const
 {
     for (const LiveAction& action : m_ranges)
-        SetLive(drawing, action, action.InFrame(nFrame, nFrames));
-    if (m_table) m_table->SetRow(drawing, nFrame);
+        SetLive(hEngine, action, action.InFrame(nFrame, nFrames));
+    if (m_table) m_table->SetRow(hEngine, nFrame);
 }
 
 } // namespace qel

@@ -4,6 +4,7 @@
 
 #include "tools/qel/Command.h"
 #include "tools/qel/LiveAction.h"
+#include "tools/qel/NamedValue.h"
 #include "tools/qel/ValueTable.h"
 
 #include <optional>
@@ -11,9 +12,6 @@
 #include <vector>
 
 namespace qel {
-
-// "#RRGGBB"; false: it is none.
-bool ReadColor(const std::string& text, COLORREF* pClr);
 
 class CLiveOptions {
 public:
@@ -30,15 +28,17 @@ public:
     void SetTime(const std::wstring& text);
 
     void SetTable(const std::wstring& path);
+    void SetValues(const std::wstring& path); // of a file of values
     void ShowRow(int nRow) { m_nRow = nRow; } // of the table, from 1 on
 
     // The following throw CTrouble when the drawing refuses something, telling why.
-    // What holds all the time, in the order of the options, then the rows up to the one to show.
-    void Apply(const CDrawing& drawing) const;
-    void ApplyFrame(const CDrawing& drawing, int nFrame, int nFrames) const;
+    // What holds all the time: a file of values, the options in their order, then the rows of a
+    // table up to the one to show.
+    void Apply(HQELENGINE hEngine) const;
+    void ApplyFrame(HQELENGINE hEngine, int nFrame, int nFrames) const;
 
     // What is wrong with the options that reach nothing in the drawing, when all have been applied.
-    [[nodiscard]] std::vector<std::string> Unheard(const CDrawing& drawing) const;
+    [[nodiscard]] std::vector<std::string> Unheard(HQELENGINE hEngine) const;
 
     [[nodiscard]] const CValueTable* Table() const { return m_table ? &*m_table : nullptr; }
     [[nodiscard]] bool HasRanges() const { return !m_ranges.empty(); }
@@ -49,6 +49,11 @@ public:
 
 private:
     bool m_bRanges;
+    // What a file of values sets, which depends on the identifiers of the drawing.
+    [[nodiscard]] std::vector<LiveAction> ReadNamed(HQELENGINE hEngine) const;
+
+    std::wstring m_valuesPath; // empty: there is none
+    std::vector<NamedValue> m_values;
     std::vector<LiveAction> m_actions;
     std::vector<LiveAction> m_ranges;
     std::optional<CValueTable> m_table;

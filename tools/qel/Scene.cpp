@@ -317,7 +317,7 @@ CScene::CScene(const SceneOptions& options, long nSmooth)
       m_face(options.font.empty() ? DefaultTextFace() : options.font)
 {
     if (const SYSTEMTIME* pTime = options.live.Time()) SetTime(*pTime, *pTime);
-    options.live.Apply(m_drawing);
+    options.live.Apply(m_drawing.Engine());
     Settle();
 }
 
@@ -364,7 +364,8 @@ bool CScene::Render(BYTE* pBits) const
 
 void CScene::TellUnheard() const
 {
-    for (const std::string& text : m_options.live.Unheard(m_drawing)) Complain("warning: " + text);
+    for (const std::string& text : m_options.live.Unheard(m_drawing.Engine()))
+        Complain("warning: " + text);
 }
 
 bool CScene::PaintMoving(HDC hdc) const

@@ -60,6 +60,14 @@ bool ReadBytes(const std::wstring& path, std::string* pBytes)
     return bDone;
 }
 
+bool WriteBytes(const std::wstring& path, const std::string& bytes)
+{
+    std::FILE* pFile = _wfopen(path.c_str(), L"wb");
+    if (!pFile) return false;
+    const bool bWritten = std::fwrite(bytes.data(), 1, bytes.size(), pFile) == bytes.size();
+    return std::fclose(pFile) == 0 && bWritten;
+}
+
 const char* WhyNotRead(const std::wstring& path)
 {
     if (IsStandardInput(path)) return "it is closed, or fails";
@@ -84,10 +92,7 @@ CTemporaryFile::~CTemporaryFile()
 
 bool CTemporaryFile::Write(const std::string& bytes) const
 {
-    std::FILE* pFile = _wfopen(m_name.c_str(), L"wb");
-    if (!pFile) return false;
-    const bool bWritten = std::fwrite(bytes.data(), 1, bytes.size(), pFile) == bytes.size();
-    return std::fclose(pFile) == 0 && bWritten;
+    return WriteBytes(m_name, bytes);
 }
 
 Arguments ReadArgumentList(const std::wstring& path)

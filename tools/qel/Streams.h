@@ -14,6 +14,9 @@ const std::string& StandardInput();
 // All bytes of a file or of standard input; false: it cannot be read.
 bool ReadBytes(const std::wstring& path, std::string* pBytes);
 
+// Writes a file of these bytes; false: not all of them could be written.
+bool WriteBytes(const std::wstring& path, const std::string& bytes);
+
 // Why a file cannot be read.
 const char* WhyNotRead(const std::wstring& path);
 

@@ -57,8 +57,7 @@ bool IsGiven(const LiveAction& action, LONG nStatus)
 
 } // namespace
 
-CUnheard::CUnheard(const CDrawing& drawing)
-    : m_hEngine(drawing.Engine()), m_elements(FindHostElements(drawing))
+CUnheard::CUnheard(HQELENGINE hEngine) : m_hEngine(hEngine), m_elements(FindHostElements(hEngine))
 {
 }
 
@@ -79,7 +78,7 @@ void CUnheard::Add(const LiveAction& action)
     case LiveAction::Kind::Value:
     case LiveAction::Kind::Selector:
         return Tell(action.option, WhySetting(action));
-    default: // a text or a quality shows wherever it is taken
+    default: // a text, a quality and the like show wherever they are taken
         return;
     }
 }

@@ -14,7 +14,7 @@ namespace qel {
 class CUnheard {
 public:
     // A drawing with all options applied: some settings decide what shows a value.
-    explicit CUnheard(const CDrawing& drawing);
+    explicit CUnheard(HQELENGINE hEngine);
 
     // Texts may bring the run that shows a value, so they are told before all else.
     void NoteText(const LiveAction& action);

@@ -60,7 +60,7 @@ void CValueTable::MakeWholeColumnsReal()
     }
 }
 
-void CValueTable::SetRow(const CDrawing& drawing, int nRow) const
+void CValueTable::SetRow(HQELENGINE hEngine, int nRow) const
 {
     const auto nAt = static_cast<std::size_t>(nRow);
     const Row& row = m_rows[nAt];
@@ -68,13 +68,13 @@ void CValueTable::SetRow(const CDrawing& drawing, int nRow) const
         if (!row.values[n]) continue;
         LiveAction action = m_columns[n];
         action.option = Place(nAt + 1, row.nLine, n);
-        SetLive(drawing, action, *row.values[n]);
+        SetLive(hEngine, action, *row.values[n]);
     }
 }
 
-void CValueTable::RequireTargets(const CDrawing& drawing) const
+void CValueTable::RequireTargets(HQELENGINE hEngine) const
 {
-    const HostElements elements = FindHostElements(drawing);
+    const HostElements elements = FindHostElements(hEngine);
     for (const LiveAction& column : m_columns) RequireTarget(elements, column);
 }
 

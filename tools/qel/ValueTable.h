@@ -19,10 +19,10 @@ public:
 
     // Sets the values of a row, from 0 on; an empty cell leaves the value as it was. CTrouble when
     // the drawing refuses one.
-    void SetRow(const CDrawing& drawing, int nRow) const;
+    void SetRow(HQELENGINE hEngine, int nRow) const;
 
     // CTrouble for a name that nothing answers to, also where its column has no values.
-    void RequireTargets(const CDrawing& drawing) const;
+    void RequireTargets(HQELENGINE hEngine) const;
 
     // An action a column, for the values that show nowhere.
     [[nodiscard]] const std::vector<LiveAction>& Columns() const { return m_columns; }

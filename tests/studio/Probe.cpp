@@ -1,0 +1,256 @@
+// Tells what a window of another program shows, as a reader of screens does: the texts of its
+// windows and of what its controls list. It answers the file ask.txt, which holds the end of a
+// title, by the file tell.json, until it finds stop.txt.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string Quoted(const std::wstring& text)
+{
+    std::string utf8(static_cast<std::size_t>(::WideCharToMultiByte(CP_UTF8, 0, text.c_str(),
+                                                                    static_cast<int>(text.size()),
+                                                                    nullptr, 0, nullptr, nullptr)),
+                     '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.c_str(), static_cast<int>(text.size()), utf8.data(),
+                          static_cast<int>(utf8.size()), nullptr, nullptr);
+    std::string quoted = "\"";
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') quoted += '\\';
+        quoted += static_cast<unsigned char>(c) < ' ' ? ' ' : c;
+    }
+    return quoted + "\"";
+}
+
+// Memory in the program that a control belongs to, which the control writes its answers into.
+class CThere {
+public:
+    explicit CThere(HWND hWnd)
+    {
+        DWORD nProcess = 0;
+        ::GetWindowThreadProcessId(hWnd, &nProcess);
+        m_hProcess = ::OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE |
+                                       PROCESS_QUERY_INFORMATION,
+                                   FALSE, nProcess);
+        m_pThere = static_cast<char*>(
+            ::VirtualAllocEx(m_hProcess, nullptr, SIZE, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE));
+    }
+    ~CThere()
+    {
+        ::VirtualFreeEx(m_hProcess, m_pThere, 0, MEM_RELEASE);
+        ::CloseHandle(m_hProcess);
+    }
+    CThere(const CThere&) = delete;
+    CThere& operator=(const CThere&) = delete;
+
+    wchar_t* Text() const { return reinterpret_cast<wchar_t*>(m_pThere + TEXT_AT); }
+    template <typename T>
+    LPARAM Put(const T& item) const
+    {
+        ::WriteProcessMemory(m_hProcess, m_pThere, &item, sizeof item, nullptr);
+        return reinterpret_cast<LPARAM>(m_pThere);
+    }
+    template <typename T>
+    T Get() const
+    {
+        T item{};
+        ::ReadProcessMemory(m_hProcess, m_pThere, &item, sizeof item, nullptr);
+        return item;
+    }
+    std::wstring ReadText() const
+    {
+        wchar_t szText[TEXT_COUNT] = L"";
+        ::ReadProcessMemory(m_hProcess, Text(), szText, sizeof szText - sizeof(wchar_t), nullptr);
+        return szText;
+    }
+
+    static constexpr int TEXT_COUNT = 512;
+
+private:
+    static constexpr std::size_t SIZE = 4096;
+    static constexpr std::size_t TEXT_AT = 1024;
+
+    HANDLE m_hProcess;
+    char* m_pThere;
+};
+
+std::string List(const std::vector<std::string>& items)
+{
+    std::string list = "[";
+    for (const std::string& item : items) list += (list.size() > 1 ? "," : "") + item;
+    return list + "]";
+}
+
+std::string StatusTexts(HWND hWnd)
+{
+    const CThere there(hWnd);
+    std::vector<std::string> texts;
+    const LRESULT nParts = ::SendMessageW(hWnd, SB_GETPARTS, 0, 0);
+    for (LRESULT n = 0; n < nParts; ++n) {
+        ::SendMessageW(hWnd, SB_GETTEXTW, static_cast<WPARAM>(n),
+                       reinterpret_cast<LPARAM>(there.Text()));
+        texts.push_back(Quoted(there.ReadText()));
+    }
+    return List(texts);
+}
+
+std::string TabTexts(HWND hWnd)
+{
+    const CThere there(hWnd);
+    std::vector<std::string> texts;
+    const LRESULT nTabs = ::SendMessageW(hWnd, TCM_GETITEMCOUNT, 0, 0);
+    for (LRESULT n = 0; n < nTabs; ++n) {
+        TCITEMW item{};
+        item.mask = TCIF_TEXT;
+        item.pszText = there.Text();
+        item.cchTextMax = CThere::TEXT_COUNT;
+        ::SendMessageW(hWnd, TCM_GETITEMW, static_cast<WPARAM>(n), there.Put(item));
+        texts.push_back(Quoted(there.ReadText()));
+    }
+    return List(texts);
+}
+
+std::string Rows(HWND hWnd)
+{
+    const CThere there(hWnd);
+    HWND hHeader = reinterpret_cast<HWND>(::SendMessageW(hWnd, LVM_GETHEADER, 0, 0));
+    const LRESULT nColumns = ::SendMessageW(hHeader, HDM_GETITEMCOUNT, 0, 0);
+    const LRESULT nRows = ::SendMessageW(hWnd, LVM_GETITEMCOUNT, 0, 0);
+    std::vector<std::string> rows;
+    for (LRESULT nRow = 0; nRow < nRows; ++nRow) {
+        std::vector<std::string> cells;
+        for (int n = 0; n < nColumns; ++n) {
+            LVITEMW item{};
+            item.iSubItem = n;
+            item.pszText = there.Text();
+            item.cchTextMax = CThere::TEXT_COUNT;
+            ::SendMessageW(hWnd, LVM_GETITEMTEXTW, static_cast<WPARAM>(nRow), there.Put(item));
+            cells.push_back(Quoted(there.ReadText()));
+        }
+        rows.push_back(List(cells));
+    }
+    return List(rows);
+}
+
+std::wstring TreeText(HWND hWnd, HTREEITEM hItem, const CThere& there)
+{
+    TVITEMW item{};
+    item.mask = TVIF_TEXT;
+    item.hItem = hItem;
+    item.pszText = there.Text();
+    item.cchTextMax = CThere::TEXT_COUNT;
+    ::SendMessageW(hWnd, TVM_GETITEMW, 0, there.Put(item));
+    return there.ReadText();
+}
+
+HTREEITEM NextItem(HWND hWnd, WPARAM nWhich, HTREEITEM hItem)
+{
+    return reinterpret_cast<HTREEITEM>(
+        ::SendMessageW(hWnd, TVM_GETNEXTITEM, nWhich, reinterpret_cast<LPARAM>(hItem)));
+}
+
+// The selected item and what it is in, from the root down.
+std::string TreeSelection(HWND hWnd)
+{
+    const CThere there(hWnd);
+    std::vector<std::string> texts;
+    for (HTREEITEM h = NextItem(hWnd, TVGN_CARET, nullptr); h; h = NextItem(hWnd, TVGN_PARENT, h))
+        texts.insert(texts.begin(), Quoted(TreeText(hWnd, h, there)));
+    return List(texts);
+}
+
+std::string Contents(HWND hWnd, const std::wstring& kind)
+{
+    if (kind == STATUSCLASSNAMEW) return StatusTexts(hWnd);
+    if (kind == WC_TABCONTROLW) return TabTexts(hWnd);
+    if (kind == WC_LISTVIEWW) return Rows(hWnd);
+    if (kind == WC_TREEVIEWW) return TreeSelection(hWnd);
+    return "[]";
+}
+
+std::string Describe(HWND hWnd)
+{
+    wchar_t szClass[128] = L"";
+    wchar_t szText[1024] = L"";
+    RECT rc{};
+    ::GetClassNameW(hWnd, szClass, 128);
+    ::SendMessageW(hWnd, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(szText));
+    ::GetClientRect(hWnd, &rc);
+    ::MapWindowPoints(hWnd, nullptr, reinterpret_cast<POINT*>(&rc), 2);
+    const LRESULT nChosen =
+        std::wstring(szClass) == WC_TABCONTROLW ? ::SendMessageW(hWnd, TCM_GETCURSEL, 0, 0) : -1;
+    return "{\"id\":" + std::to_string(::GetDlgCtrlID(hWnd)) + ",\"class\":" + Quoted(szClass) +
+           ",\"text\":" + Quoted(szText) +
+           ",\"visible\":" + (::IsWindowVisible(hWnd) ? "true" : "false") + ",\"rect\":[" +
+           std::to_string(rc.left) + "," + std::to_string(rc.top) + "," + std::to_string(rc.right) +
+           "," + std::to_string(rc.bottom) + "],\"chosen\":" + std::to_string(nChosen) +
+           ",\"contents\":" + Contents(hWnd, szClass) + "}";
+}
+
+struct Search {
+    std::wstring title; // what it ends with
+    HWND hFound;
+};
+
+BOOL CALLBACK Compare(HWND hWnd, LPARAM pSearch)
+{
+    auto* p = reinterpret_cast<Search*>(pSearch);
+    wchar_t szText[1024] = L"";
+    ::GetWindowTextW(hWnd, szText, 1024);
+    if (::IsWindowVisible(hWnd) && std::wstring(szText).ends_with(p->title)) p->hFound = hWnd;
+    return !p->hFound;
+}
+
+BOOL CALLBACK Collect(HWND hWnd, LPARAM pList)
+{
+    reinterpret_cast<std::vector<std::string>*>(pList)->push_back(Describe(hWnd));
+    return TRUE;
+}
+
+std::string Answer(const std::wstring& title)
+{
+    Search search{title, nullptr};
+    ::EnumWindows(Compare, reinterpret_cast<LPARAM>(&search));
+    if (!search.hFound) return "{}";
+    std::vector<std::string> windows;
+    ::EnumChildWindows(search.hFound, Collect, reinterpret_cast<LPARAM>(&windows));
+    return "{\"main\":" + Describe(search.hFound) + ",\"windows\":" + List(windows) + "}";
+}
+
+bool ReadFile(const wchar_t* pszPath, std::string* pBytes)
+{
+    std::FILE* pFile = _wfopen(pszPath, L"rb");
+    if (!pFile) return false;
+    char buffer[256];
+    const std::size_t nRead = std::fread(buffer, 1, sizeof buffer, pFile);
+    pBytes->assign(buffer, nRead);
+    std::fclose(pFile);
+    return true;
+}
+
+void WriteFile(const std::string& bytes)
+{
+    std::FILE* pFile = _wfopen(L"tell.new", L"wb");
+    if (!pFile) return;
+    std::fwrite(bytes.data(), 1, bytes.size(), pFile);
+    std::fclose(pFile);
+    ::MoveFileExW(L"tell.new", L"tell.json", MOVEFILE_REPLACE_EXISTING);
+}
+
+} // namespace
+
+int main()
+{
+    while (::GetFileAttributesW(L"stop.txt") == INVALID_FILE_ATTRIBUTES) {
+        std::string title;
+        if (ReadFile(L"ask.txt", &title) && ::DeleteFileW(L"ask.txt"))
+            WriteFile(Answer(std::wstring(title.begin(), title.end())));
+        ::Sleep(10);
+    }
+    return 0;
+}
