@@ -81,12 +81,12 @@ int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStar
 {
     if (!hPen || !IsDrawableRadius(nRadius, px)) return 0;
     ptCentre = StrokedPoint(ptCentre, nPixels, px);
-    const POINT ptEnd = PolarPoint(ptCentre, nRadius, fStart + fSweep, px);
-    const POINT ptStart = PolarPoint(ptCentre, nRadius, fStart, px);
-    if (fSweep < FULL_SWEEP && ptEnd.x == ptStart.x && ptEnd.y == ptStart.y) return 0;
+    const POINT ptFirst = PolarPoint(ptCentre, nRadius, fStart + fSweep, px);
+    const POINT ptLast = PolarPoint(ptCentre, nRadius, fStart, px);
+    if (fSweep < FULL_SWEEP && ptFirst.x == ptLast.x && ptFirst.y == ptLast.y) return 0;
     const CSelectScope pen(hdc, hPen);
     const RECT rc = StrokedSquare(ptCentre, nRadius, px);
-    DrawPixelArc(hdc, rc, ptEnd, ptStart, px);
+    DrawPixelArc(hdc, rc, ptFirst, ptLast, px);
     return 1;
 }
 

@@ -134,16 +134,30 @@ bool IsUniform(const uint32_t* pSamples, int32_t nStride)
     return true;
 }
 
+// The host's memory begins where it likes, and so does each row of it.
+uint32_t PixelAt(const void* pRow, int32_t x)
+{
+    uint32_t n = 0;
+    std::memcpy(&n, static_cast<const unsigned char*>(pRow) + x * sizeof n, sizeof n);
+    return n;
+}
+
+void SetPixelAt(void* pRow, int32_t x, uint32_t n)
+{
+    std::memcpy(static_cast<unsigned char*>(pRow) + x * sizeof n, &n, sizeof n);
+}
+
 // The number of samples is known to the compiler: what is divided by it are three colours of every
 // pixel.
 template <uint32_t N>
-void AverageRow(const uint32_t* pFrom, int32_t nStride, uint32_t* pTo, int32_t nWidth)
+void AverageRow(const uint32_t* pFrom, int32_t nStride, void* pTo, int32_t nWidth)
 {
     for (int32_t x = 0; x < nWidth; ++x, pFrom += N)
-        pTo[x] = IsUniform<N>(pFrom, nStride) ? *pFrom & COLOR_BYTES : MeanOf<N>(pFrom, nStride);
+        SetPixelAt(pTo, x,
+                   IsUniform<N>(pFrom, nStride) ? *pFrom & COLOR_BYTES : MeanOf<N>(pFrom, nStride));
 }
 
-using RowAverage = void (*)(const uint32_t* pFrom, int32_t nStride, uint32_t* pTo, int32_t nWidth);
+using RowAverage = void (*)(const uint32_t* pFrom, int32_t nStride, void* pTo, int32_t nWidth);
 
 RowAverage AverageFor(int32_t nSamples)
 {
@@ -177,11 +191,12 @@ uint32_t WithAlpha(uint32_t nOnBlack, uint32_t nOnWhite)
     return (nOnBlack & COLOR_BYTES) | (0xFF - nLeast) << 24;
 }
 
-void AddAlpha(uint32_t* pOnBlack, const uint32_t* pOnWhite, int32_t nWidth)
+void AddAlpha(void* pOnBlack, const uint32_t* pOnWhite, int32_t nWidth)
 {
-    for (int32_t x = 0; x < nWidth; ++x)
-        pOnBlack[x] = pOnBlack[x] == pOnWhite[x] ? pOnBlack[x] | ~COLOR_BYTES
-                                                 : WithAlpha(pOnBlack[x], pOnWhite[x]);
+    for (int32_t x = 0; x < nWidth; ++x) {
+        const uint32_t n = PixelAt(pOnBlack, x);
+        SetPixelAt(pOnBlack, x, n == pOnWhite[x] ? n | ~COLOR_BYTES : WithAlpha(n, pOnWhite[x]));
+    }
 }
 
 } // namespace
@@ -333,10 +348,9 @@ int CSmoothBands::Render(void* pBits, SIZE size, int32_t nStride, int32_t nSampl
         const RECT& rcTile = tiles.Now();
         const SIZE tile = SizeOf(rcTile);
         const auto rowAt = [&](int32_t y) {
-            return reinterpret_cast<uint32_t*>(static_cast<unsigned char*>(pBits) +
-                                               static_cast<std::ptrdiff_t>(rcTile.top + y) *
-                                                   nStride) +
-                   rcTile.left;
+            return static_cast<unsigned char*>(pBits) +
+                   static_cast<std::ptrdiff_t>(rcTile.top + y) * nStride +
+                   rcTile.left * static_cast<std::ptrdiff_t>(sizeof(uint32_t));
         };
         PaintOnGround(rcTile, BLACK, hFont, false, pPainter);
         for (int32_t y = 0; y < tile.cy; ++y)

@@ -5,7 +5,7 @@ set(QEL_LEFT_OUT)
 # Pixels of every class under a clip, and calls counted in the import table.
 # The same of bodies under the clip of a face, on surfaces that map. Letters of faces that are not here.
 set(QEL_FILES_LEFT_OUT ClippedPictureTests.cpp FaceClipTests.cpp LegibleTests.cpp PaintedRectTests.cpp
-  ShownPictureTests.cpp)
+  ScaledClockTests.cpp ShownPictureTests.cpp)
 
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT
@@ -112,7 +112,8 @@ list(APPEND QEL_LEFT_OUT
 # processes hold open, at what only a real disk keeps of a file, at what the system itself counts, at pixels on
 # surfaces that map.
 set(QEL_HOST_FILES_LEFT_OUT BarFaceTests.cpp CompatibilityTests.cpp ExportTests.cpp FileFaultTests.cpp
-  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp TruthTests.cpp UpdateOrderTests.cpp)
+  FileSystemTests.cpp HeldUpTests.cpp LeakTests.cpp ScaledElementTests.cpp ScaledMeterTests.cpp ScaledShapeTests.cpp
+  TruthTests.cpp UpdateOrderTests.cpp)
 
 # They look at pixels of figures that have none here, or at the memory of a bitmap.
 set(QEL_HOST_LEFT_OUT
@@ -154,12 +155,17 @@ list(APPEND QEL_HOST_LEFT_OUT
   RenderBitmap.OverAnyGroundItIsADrawOntoThat
   RenderBitmap.TakesTheFaceThatTheHostNames
   RenderBitmap.WhatIsNotPaintedIsTransparentAndWhatIsPaintedIsNot
+  Smooth.ADrawReachesAllOfAnotherDrawing
+  Smooth.ADrawReachesWhatHasMovedOutOfThePictureOfTheLast
+  Smooth.AWidePenIsAllThereBesideASmallPicture
   Smooth.AllPartsOfALargePictureAreOfOneDraw
   Smooth.FilledFiguresCoverEachPixelByTheirArea
   Smooth.HatchesAndGradientsAreAsWithout
   Smooth.LinesAtAllAnglesCoverEachPixelByTheirArea
+  Smooth.OutlinesOfSectorsAreAsWideAsThePenOfTheContext
   Smooth.OutlinesOfPolygonsCoverEachPixelByTheirArea
   Smooth.RingsCoverEachPixelByTheirArea
+  Smooth.UprightLinesOfAllWidthsAreAsWithoutAtAllScales
   Smooth.UprightPartsOfASlantedLineAreAsWithout
   Smooth.PixelsThatNothingCoversAreNotTouched
   Smooth.UpdatesMakeWhatFullDrawsMake

@@ -42,7 +42,7 @@ def test_a_picture_has_any_size_and_is_plain_or_transparent(start, drawing, tmp_
         assert picture.mode == "RGBA"
         assert picture.size == (400, 200)
         expected = tmp_path / "expected.png"
-        render(drawing, tmp_path, "--size", "400x200", "--scale", 200, "--transparent").close()
+        render(drawing, tmp_path, "--size", "400x200", "--scale", 200, "--smooth", 0, "--transparent").close()
         (tmp_path / "rendered.png").rename(expected)
         with Image.open(expected) as wanted:
             assert difference(wanted.convert("RGBA"), picture) == ""

@@ -166,9 +166,9 @@ def test_a_turn_turns_the_picture(start, drawing):
     assert difference(before, studio.canvas()) != ""
     for _ in range(3):
         studio.click(TURN, 20, 10)
+        studio.settle()
     studio.away()
-    studio.settle()
-    assert difference(before, studio.canvas()) == ""
+    wait_for("the picture of before", lambda: difference(before, studio.canvas()) == "")
 
 
 def test_blinking_colours_blink_until_they_are_not_to(start, drawing, monkeypatch):

@@ -82,9 +82,9 @@ def test_canvas_shows_what_qel_renders(studio, drawing, tmp_path):
     window = studio()
     expect_picture(window, drawing, tmp_path, "--smooth", 4)
     window.key("F8")  # plain pixels
-    expect_picture(window, drawing, tmp_path)
+    expect_picture(window, drawing, tmp_path, "--smooth", 0)
     window.key("ctrl+shift+d")
-    expect_picture(window, drawing, tmp_path, background="26282B")
+    expect_picture(window, drawing, tmp_path, "--smooth", 0, background="26282B")
 
 
 @pytest.mark.parametrize("name, units", [("pump", (400, 300)), ("tank-farm", None), ("styles", None)])

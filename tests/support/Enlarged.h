@@ -16,16 +16,14 @@ public:
     explicit CPixels(const CTestBitmap& picture)
         : m_nWidth(picture.Width()), m_nHeight(picture.Height())
     {
-        BITMAP bitmap{};
-        ::GdiFlush();
-        EXPECT_NE(
-            0, ::GetObjectA(::GetCurrentObject(picture.Dc(), OBJ_BITMAP), sizeof bitmap, &bitmap));
-        Take(static_cast<const uint32_t*>(bitmap.bmBits));
+        for (int y = 0; y < m_nHeight; ++y)
+            for (int x = 0; x < m_nWidth; ++x) m_pixels.push_back(picture.At(x, y));
     }
     // Of what is drawn in memory, with nothing around it.
     CPixels(const std::vector<uint32_t>& pixels, SIZE size) : m_nWidth(size.cx), m_nHeight(size.cy)
     {
-        Take(pixels.data());
+        for (const uint32_t n : pixels)
+            m_pixels.push_back(RGB(n >> 16 & 0xFF, n >> 8 & 0xFF, n & 0xFF));
     }
     int Width() const { return m_nWidth; }
     int Height() const { return m_nHeight; }
@@ -54,12 +52,6 @@ public:
 
 private:
     static constexpr COLORREF AROUND = 0xFFFFFF;
-
-    void Take(const uint32_t* p)
-    {
-        for (int n = 0; n < m_nWidth * m_nHeight; ++n)
-            m_pixels.push_back(RGB(p[n] >> 16 & 0xFF, p[n] >> 8 & 0xFF, p[n] & 0xFF));
-    }
 
     int m_nWidth;
     int m_nHeight;
