@@ -328,8 +328,10 @@ void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px
     DrawSquareFigure(hdc, pts, 4, px, fill);
 }
 
+// Around a single unit some systems let a wide pen go wherever their memory leads it.
 void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
 {
+    if (!px.IsPlain() && WidthOf(rc) < 2 && HeightOf(rc) < 2) return;
     CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc), [&] { ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom); },
