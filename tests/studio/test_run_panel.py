@@ -159,6 +159,8 @@ def test_a_reload_keeps_the_values(start, drawing, tmp_path):
 
 def test_a_turn_turns_the_picture(start, drawing):
     studio = start(drawing)
+    studio.away()  # or what is below the pointer is outlined
+    studio.settle()
     before = studio.canvas()
     studio.click(TURN, 20, 10)
     studio.away()
