@@ -11,7 +11,7 @@ bool FindBrokenPen(HDC hdc, BrokenPen* pOut)
     HGDIOBJ hPen = ::GetCurrentObject(hdc, OBJ_PEN);
     if (!hPen || ::GetObjectType(hPen) != OBJ_EXTPEN) return false;
     const int nSize = ::GetObjectA(hPen, 0, nullptr);
-    alignas(EXTLOGPEN) unsigned char room[sizeof(EXTLOGPEN) + sizeof pOut->nLengths];
+    alignas(EXTLOGPEN) unsigned char room[sizeof(EXTLOGPEN) + sizeof pOut->nLengths] = {};
     if (nSize > static_cast<int>(sizeof room) || !::GetObjectA(hPen, nSize, room)) return false;
     std::memcpy(&pen, room, sizeof pen);
     if ((pen.elpPenStyle & PS_STYLE_MASK) != PS_USERSTYLE) return false;

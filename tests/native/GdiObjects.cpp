@@ -361,6 +361,7 @@ HPEN WINAPI ExtCreatePen(DWORD nStyle, DWORD nWidth, const LOGBRUSH* pBrush, DWO
     pen.nStyle = nStyle;
     pen.nWidth = nWidth;
     pen.clr = pBrush->lbColor;
+    pen.lengths.assign(pnStyles, pnStyles + nStyles);
     return static_cast<HPEN>(Made(pen));
 }
 
@@ -552,6 +553,25 @@ DWORD WINAPI GetObjectType(HGDIOBJ hObject)
     return types[static_cast<int>(pObject->nKind)];
 }
 
+// The whole record or nothing, as the system does.
+static INT GiveExtPen(const Object& object, INT nSize, LPVOID pOut)
+{
+    const DWORD nLengths = static_cast<DWORD>(object.lengths.size());
+    const std::size_t nWhole = sizeof(EXTLOGPEN) + nLengths * sizeof(DWORD);
+    if (!pOut) return static_cast<INT>(nWhole);
+    if (nSize < static_cast<INT>(nWhole)) return 0;
+    EXTLOGPEN pen{};
+    pen.elpPenStyle = object.nStyle;
+    pen.elpWidth = object.nWidth;
+    pen.elpColor = object.clr;
+    pen.elpNumEntries = nLengths;
+    std::memcpy(pOut, &pen, sizeof pen);
+    if (nLengths)
+        std::memcpy(static_cast<unsigned char*>(pOut) + offsetof(EXTLOGPEN, elpStyleEntry),
+                    object.lengths.data(), nLengths * sizeof(DWORD));
+    return static_cast<INT>(nWhole);
+}
+
 INT WINAPI GetObjectA(HGDIOBJ hObject, INT nSize, LPVOID pOut)
 {
     const Object* pObject = FindAny(hObject, "GetObject");
@@ -565,6 +585,7 @@ INT WINAPI GetObjectA(HGDIOBJ hObject, INT nSize, LPVOID pOut)
     };
     switch (pObject->nKind) {
     case Kind::Pen:
+        if (pObject->nStyle & PS_TYPE_MASK) return GiveExtPen(*pObject, nSize, pOut);
         return give(LOGPEN{pObject->nStyle, {static_cast<LONG>(pObject->nWidth), 0}, pObject->clr});
     case Kind::Brush:
         return give(LOGBRUSH{pObject->nStyle, pObject->clr, 0});

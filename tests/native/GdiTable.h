@@ -27,6 +27,7 @@ struct Object {
 
     DWORD nStyle = 0; // of a pen or a brush
     DWORD nWidth = 0;
+    std::vector<DWORD> lengths; // of a pen with a style of its own
     COLORREF clr = 0;
     std::size_t nPattern = 0; // of a pattern brush: a hash of its pixels
     bool bMonochrome = false; // such a one takes its colours from the device context
