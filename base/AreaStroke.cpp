@@ -2,10 +2,10 @@
 
 #include "base/GdiScopes.h"
 #include "base/Refusals.h"
+#include "base/SolidPen.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -14,31 +14,6 @@ constexpr int MOST_CAP_STEPS = 24;     // of half a circle
 constexpr int MOST_QUARTER_STEPS = 64; // of a curve
 constexpr int MOST_CURVE_POINTS = 4 * (MOST_QUARTER_STEPS + 1);
 constexpr double WHOLE_TURN = 6.283185307179586;
-
-struct SolidPen {
-    int32_t nWidth;
-    COLORREF clr;
-    bool bRound;
-};
-
-bool FindSolidPen(HDC hdc, SolidPen* pOut)
-{
-    HGDIOBJ hPen = ::GetCurrentObject(hdc, OBJ_PEN);
-    const DWORD nKind = hPen ? ::GetObjectType(hPen) : 0;
-    alignas(EXTLOGPEN) unsigned char room[sizeof(EXTLOGPEN) + 16 * sizeof(DWORD)];
-    if (nKind != OBJ_PEN && nKind != OBJ_EXTPEN) return false;
-    if (!::GetObjectA(hPen, sizeof room, room)) return false;
-    if (nKind == OBJ_PEN) {
-        LOGPEN pen{};
-        std::memcpy(&pen, room, sizeof pen);
-        *pOut = {pen.lopnWidth.x, pen.lopnColor, true};
-        return pen.lopnStyle == PS_SOLID;
-    }
-    EXTLOGPEN pen{};
-    std::memcpy(&pen, room, sizeof pen);
-    *pOut = {static_cast<int32_t>(pen.elpWidth), pen.elpColor, false};
-    return (pen.elpPenStyle & PS_STYLE_MASK) == PS_SOLID;
-}
 
 bool IsInReach(const POINT& pt)
 {

@@ -1,6 +1,7 @@
 #include "base/PixelPen.h"
 
 #include "base/AreaStroke.h"
+#include "base/BandStroke.h"
 #include "base/BrokenPen.h"
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
@@ -318,8 +319,12 @@ void DrawPixelPolygon(HDC hdc, const POINT* pPoints, int nCount, int32_t nPixels
 void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px)
 {
     const bool bSided = IsWholePixel(nPixels, px) && WidthOf(rc) >= px(1) && HeightOf(rc) >= px(1);
-    if (bSided && IsBrokenNow(hdc)) return DrawBrokenRectangle(hdc, rc, px);
     const RECT box = nPixels ? StrokedBox(rc, nPixels, px) : ShortBox(rc, px);
+    if (bSided) {
+        const CBandStroke band(hdc, px);
+        if (band.TakesBox(box)) return band.DrawBox(box);
+        if (IsBrokenNow(hdc)) return DrawBrokenRectangle(hdc, rc, px);
+    }
     const auto fill = [&] { ::Rectangle(hdc, box.left, box.top, box.right, box.bottom); };
     if (!bSided) return fill();
     const LONG nLastX = WrapSub(rc.right, px(1));
@@ -332,6 +337,8 @@ void DrawPixelRectangle(HDC hdc, const RECT& rc, int32_t nPixels, CPixelScale px
 void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
 {
     if (!px.IsPlain() && WidthOf(rc) < 2 && HeightOf(rc) < 2) return;
+    const CBandStroke band(hdc, px);
+    if (band.Takes(rc)) return band.DrawEllipse(rc);
     CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc), [&] { ::Ellipse(hdc, rc.left, rc.top, rc.right, rc.bottom); },
@@ -340,6 +347,8 @@ void DrawPixelEllipse(HDC hdc, const RECT& rc, CPixelScale px)
 
 void DrawPixelRoundRect(HDC hdc, const RECT& rc, SIZE corner, CPixelScale px)
 {
+    const CBandStroke band(hdc, px);
+    if (band.TakesRoundRect(rc, corner)) return band.DrawRoundRect(rc, corner);
     CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesRoundRect(rc, corner),
@@ -349,6 +358,8 @@ void DrawPixelRoundRect(HDC hdc, const RECT& rc, SIZE corner, CPixelScale px)
 
 void DrawPixelArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
 {
+    const CBandStroke band(hdc, px);
+    if (band.Takes(rc)) return band.DrawArc(rc, ptStart, ptEnd);
     CAreaStroke stroke(hdc, px);
     if (stroke.TakesCurve(rc))
         stroke.DrawArc(rc, ptStart, ptEnd);
@@ -358,6 +369,8 @@ void DrawPixelArc(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelSca
 
 void DrawPixelChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
 {
+    const CBandStroke band(hdc, px);
+    if (band.Takes(rc)) return band.DrawChord(rc, ptStart, ptEnd);
     CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc),
@@ -370,6 +383,8 @@ void DrawPixelChord(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelS
 
 void DrawPixelPie(HDC hdc, const RECT& rc, POINT ptStart, POINT ptEnd, CPixelScale px)
 {
+    const CBandStroke band(hdc, px);
+    if (band.Takes(rc)) return band.DrawPie(rc, ptStart, ptEnd);
     CAreaStroke stroke(hdc, px);
     DrawOutlined(
         hdc, stroke.TakesCurve(rc),

@@ -102,11 +102,14 @@ double Dashed(const CPixels& dashes, const CPixels& outline)
     return static_cast<double>(PenPixels(dashes)) / PenPixels(outline);
 }
 
+// Both are within two pixels of the geometry.
 bool LiesOn(const CPixels& outline, const CPixels& dashes)
 {
+    constexpr int REACH = 2;
     for (int y = 0; y < dashes.Height(); ++y)
         for (int x = 0; x < dashes.Width(); ++x)
-            if (dashes.At(x, y) == PEN && !outline.Has(PEN, x - 1, y - 1, x + 1, y + 1))
+            if (dashes.At(x, y) == PEN &&
+                !outline.Has(PEN, x - REACH, y - REACH, x + REACH, y + REACH))
                 return false;
     return true;
 }
@@ -123,8 +126,9 @@ std::string UnlikeDashes(const Sample& sample, int nPen)
         const CPixels outline = whole.Draw(nTimes);
         const std::string at = "at " + std::to_string(nTimes) + " times ";
         if (!LiesOn(outline, dashes)) return at + "off the outline: " + body;
+        // Some systems make a broken pen up to half a unit wider along curves.
         const double fMore = Dashed(dashes, outline) / fPlain;
-        if (fMore < 0.75 || fMore > 1.33) return at + std::to_string(fMore) + " as much: " + body;
+        if (fMore < 0.75 || fMore > 1.5) return at + std::to_string(fMore) + " as much: " + body;
     }
     return "";
 }

@@ -122,6 +122,35 @@ const Shape g_shapes[] = {
          return Closed(Part({10, 12, 50 - n, 47 - n}, {60, 10}, {0, 40}));
      },
      true, true},
+    {"<chord crd='10 12 50 47 60 10 0 20'",
+     [](LONG n) {
+         return Closed(Part({10, 12, 50 - n, 47 - n}, {60, 10}, {0, 20}));
+     },
+     true, true},
+    {"<chord crd='10 12 50 47 0 20 60 40'", // more than half of the ellipse
+     [](LONG n) {
+         return Closed(Part({10, 12, 50 - n, 47 - n}, {0, 20}, {60, 40}));
+     },
+     true, true},
+    {"<pie crd='10 12 50 47 20 60 60 30'",
+     [](LONG n) {
+         Curve curve = Part({10, 12, 50 - n, 47 - n}, {20, 60}, {60, 30});
+         curve.push_back({(60 - n) / 2.0, (59 - n) / 2.0});
+         return Closed(curve);
+     },
+     true, true},
+    {"<pie crd='10 12 50 47 60 30 20 60'",
+     [](LONG n) {
+         Curve curve = Part({10, 12, 50 - n, 47 - n}, {60, 30}, {20, 60});
+         curve.push_back({(60 - n) / 2.0, (59 - n) / 2.0});
+         return Closed(curve);
+     },
+     true, true},
+    {"<arc crd='10 12 50 47 0 20 60 40'",
+     [](LONG n) {
+         return Part({10, 12, 50 - n, 47 - n}, {0, 20}, {60, 40});
+     },
+     true, false},
     {"<pie crd='10 12 50 47 60 10 0 20'",
      [](LONG n) {
          Curve curve = Part({10, 12, 50 - n, 47 - n}, {60, 10}, {0, 20});
@@ -188,7 +217,8 @@ public:
         const double fAway = Away(p);
         if (clr == PEN) return m_fHalf > 0 && !IsFarFromPen(fAway);
         if (fAway < m_fHalf - REACH) return false;
-        if (m_fHalf == 0 && fAway < REACH) return clr == FILL || clr == WHITE;
+        // Where the whole of the outline may lie to the other side.
+        if (fAway < REACH - m_fHalf) return clr == FILL || clr == WHITE;
         return clr == Off(p);
     }
 

@@ -561,3 +561,9 @@ BOOL WINAPI GetBrushOrgEx(HDC hdc, POINT* pOut)
     *pOut = Get(hdc, &DcState::ptBrush, "GetBrushOrgEx");
     return TRUE;
 }
+
+// Nothing is painted.
+COLORREF WINAPI GetPixel(HDC hdc, INT, INT)
+{
+    return FindDc(hdc, "GetPixel") ? RGB(0, 0, 0) : CLR_INVALID;
+}

@@ -373,6 +373,16 @@ HBRUSH WINAPI CreateSolidBrush(COLORREF clr)
     return static_cast<HBRUSH>(Made(brush));
 }
 
+// Of all styles alike: whoever draws with one wants to know that it is open.
+HBRUSH WINAPI CreateHatchBrush(INT, COLORREF clr)
+{
+    Object brush;
+    brush.nKind = Kind::Brush;
+    brush.nStyle = BS_HATCHED;
+    brush.clr = clr;
+    return static_cast<HBRUSH>(Made(brush));
+}
+
 HBRUSH WINAPI CreatePatternBrush(HBITMAP hBitmap)
 {
     const Object* pBitmap = Find(hBitmap, Kind::Bitmap, "CreatePatternBrush");
