@@ -7,6 +7,7 @@
 #include "tools/qel/ImageWriter.h"
 #include "tools/qel/OutputFile.h"
 #include "tools/qel/TextFont.h"
+#include "tools/studio/model/EngineCopy.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,25 +17,10 @@ namespace studio {
 
 namespace {
 
-constexpr DWORD AS_DECLARED = 1;
 constexpr int SAMPLES = 4; // each way, of a smooth picture
 constexpr int FRAMES_A_SECOND = 10;
 constexpr double SHORTEST_SPAN = 1; // seconds
 constexpr double LONGEST_SPAN = 30;
-
-// An engine with the drawing that another one has open; null when there is none.
-HQELENGINE CopyOf(HQELENGINE hShown)
-{
-    DWORD nSize = 0;
-    QELSaveMemory(hShown, nullptr, &nSize);
-    std::string bytes(nSize, '\0');
-    HQELENGINE hEngine = CreateQELEngine();
-    QELSetTextCodePage(hEngine, AS_DECLARED);
-    if (QELSaveMemory(hShown, bytes.data(), &nSize) && QELOpenMemory(hEngine, bytes.data(), nSize))
-        return hEngine;
-    DestroyQELEngine(hEngine);
-    return nullptr;
-}
 
 class CClipboard {
 public:
