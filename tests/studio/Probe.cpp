@@ -1,11 +1,14 @@
 // Tells what a window of another program shows, as a reader of screens does: the texts of its
 // windows and of what its controls list. It answers the file ask.txt, which holds the end of a
-// title, by the file tell.json, until it finds stop.txt.
+// title, by the file tell.json, until it finds stop.txt. With the words "play METAFILE BITMAP WIDTH
+// HEIGHT" it plays a metafile onto a white bitmap of that size instead.
 #include <windows.h>
 
 #include <commctrl.h>
+#include <shellapi.h>
 
 #include <cstdio>
+#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -242,10 +245,50 @@ void WriteFile(const std::string& bytes)
     ::MoveFileExW(L"tell.new", L"tell.json", MOVEFILE_REPLACE_EXISTING);
 }
 
+int Play(wchar_t** ppWords)
+{
+    const LONG nWidth = std::wcstol(ppWords[2], nullptr, 10);
+    const LONG nHeight = std::wcstol(ppWords[3], nullptr, 10);
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = nWidth;
+    info.bmiHeader.biHeight = nHeight;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* pBits = nullptr;
+    const HDC hdc = ::CreateCompatibleDC(nullptr);
+    HBITMAP hBitmap = ::CreateDIBSection(hdc, &info, DIB_RGB_COLORS, &pBits, nullptr, 0);
+    HENHMETAFILE hFile = ::GetEnhMetaFileW(ppWords[0]);
+    if (!hBitmap || !hFile) return 1;
+    const HGDIOBJ hPrev = ::SelectObject(hdc, hBitmap);
+    const RECT rc{0, 0, nWidth, nHeight};
+    ::PatBlt(hdc, 0, 0, nWidth, nHeight, WHITENESS);
+    const BOOL bPlayed = ::PlayEnhMetaFile(hdc, hFile, &rc);
+    ::GdiFlush();
+    const DWORD nBytes = static_cast<DWORD>(nWidth * nHeight) * 4;
+    BITMAPFILEHEADER header{};
+    header.bfType = 0x4D42; // "BM"
+    header.bfOffBits = sizeof header + sizeof info.bmiHeader;
+    header.bfSize = header.bfOffBits + nBytes;
+    std::FILE* pFile = _wfopen(ppWords[1], L"wb");
+    const bool bWritten = pFile && std::fwrite(&header, sizeof header, 1, pFile) == 1 &&
+                          std::fwrite(&info.bmiHeader, sizeof info.bmiHeader, 1, pFile) == 1 &&
+                          std::fwrite(pBits, nBytes, 1, pFile) == 1;
+    const bool bClosed = pFile && std::fclose(pFile) == 0;
+    ::DeleteEnhMetaFile(hFile);
+    ::SelectObject(hdc, hPrev);
+    ::DeleteObject(hBitmap);
+    ::DeleteDC(hdc);
+    return bPlayed && bWritten && bClosed ? 0 : 1;
+}
+
 } // namespace
 
 int main()
 {
+    int nWords = 0;
+    wchar_t** ppWords = ::CommandLineToArgvW(::GetCommandLineW(), &nWords);
+    if (nWords == 6 && std::wstring(ppWords[1]) == L"play") return Play(ppWords + 2);
     while (::GetFileAttributesW(L"stop.txt") == INVALID_FILE_ATTRIBUTES) {
         std::string title;
         if (ReadFile(L"ask.txt", &title) && ::DeleteFileW(L"ask.txt"))

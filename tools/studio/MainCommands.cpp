@@ -67,6 +67,9 @@ bool CMainWindow::OnFileCommand(UINT nCommand)
     case IDM_EXPORT:
         ExportPicture(Handle(), Current()->file.Engine(), Current()->play, Current()->file.Path());
         return true;
+    case IDM_PRINT:
+        Print();
+        return true;
     case IDM_COPY:
     case IDM_COPY_META:
         Copy(nCommand == IDM_COPY_META);
@@ -183,6 +186,7 @@ bool CMainWindow::IsEnabled(UINT nCommand) const
     case IDM_CLOSE:
         return pTab != nullptr;
     case IDM_EXPORT:
+    case IDM_PRINT:
     case IDM_COPY:
     case IDM_COPY_META:
     case IDM_FIT:
@@ -269,6 +273,17 @@ void CMainWindow::FillRecent(HMENU hMenu) const
             label += c == L'&' ? std::wstring(L"&&") : std::wstring(1, c);
         ::AppendMenuW(hMenu, MF_STRING, IDM_RECENT_FIRST + n, label.c_str());
     }
+}
+
+// The paper lies as the drawing does, until the user turns it.
+void CMainWindow::Print()
+{
+    const CPagePainter painter(Current()->file.Engine(), Current()->play);
+    const SIZE size = painter.RefSize();
+    if (m_page.paper.cx <= 0) m_print.TakeDefaults(&m_page);
+    TurnPaper(&m_page, size.cx > size.cy);
+    m_print.TakeOrientation(m_page);
+    CPreviewWindow(painter, &m_page, &m_print, Current()->file.Path()).Show(Handle());
 }
 
 // In the size that it is shown in.

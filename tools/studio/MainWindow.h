@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tools/studio/Panes.h"
+#include "tools/studio/PreviewWindow.h"
 #include "tools/studio/model/CommandLine.h"
 #include "tools/studio/model/DataLine.h"
 #include "tools/studio/model/DataSource.h"
@@ -54,6 +55,7 @@ private:
     bool OnSelectCommand(UINT nCommand);
     void AskForFiles();
     void Copy(bool bMetafile);
+    void Print();
     void ShowAbout() const;
     void UpdateCommands() const;
     [[nodiscard]] bool IsEnabled(UINT nCommand) const;
@@ -92,6 +94,8 @@ private:
     CDataLine m_lines;
     HWND m_hFocus = nullptr; // where it was when the window was left
     HICON m_hIcons[2] = {nullptr, nullptr};
+    CPrintDialogs m_print;
+    PageSetup m_page{{0, 0}}; // without a paper so far
 };
 
 } // namespace studio
