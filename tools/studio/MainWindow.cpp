@@ -38,6 +38,19 @@ BOOL CALLBACK TellColors(HWND hWnd, LPARAM)
     return TRUE;
 }
 
+std::wstring FaultOf(const CDrawingFile& file)
+{
+    const OpenFault& fault = file.Fault();
+    const DWORD nKind = ::GetFileAttributesW(file.Path().c_str());
+    if (nKind != INVALID_FILE_ATTRIBUTES && (nKind & FILE_ATTRIBUTE_DIRECTORY))
+        return Text(IDS_IS_FOLDER, {file.Name()}); // of which the system says that it is denied
+    const std::wstring text =
+        fault.nLine ? Text(IDS_CANNOT_OPEN_AT, {file.Name(), std::to_wstring(fault.nLine),
+                                                std::to_wstring(fault.nColumn), fault.sentence})
+                    : Text(IDS_CANNOT_OPEN, {file.Name(), fault.sentence});
+    return file.Engine() ? text + Text(IDS_LAST_GOOD) : text;
+}
+
 // Whether a key is one of those that an editor of texts has a meaning for, and goes to one.
 bool IsForEditor(const MSG& message)
 {
@@ -405,16 +418,8 @@ void CMainWindow::ShowCurrent()
 void CMainWindow::ShowFault()
 {
     const Tab* pTab = Current();
-    std::wstring text;
-    if (pTab && pTab->file.Fault().nCode != QEL_ERROR_NONE) {
-        const OpenFault& fault = pTab->file.Fault();
-        text = fault.nLine
-                   ? Text(IDS_CANNOT_OPEN_AT, {pTab->file.Name(), std::to_wstring(fault.nLine),
-                                               std::to_wstring(fault.nColumn), fault.sentence})
-                   : Text(IDS_CANNOT_OPEN, {pTab->file.Name(), fault.sentence});
-        if (pTab->file.Engine()) text += Text(IDS_LAST_GOOD);
-    }
-    m_panes.message.SetText(text);
+    const bool bFault = pTab && pTab->file.Fault().nCode != QEL_ERROR_NONE;
+    m_panes.message.SetText(bFault ? FaultOf(pTab->file) : std::wstring());
 }
 
 // By its place if an element of the same identifier is there, else by its identifier.
