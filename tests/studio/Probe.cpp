@@ -1,7 +1,10 @@
 // Tells what a window of another program shows, as a reader of screens does: the texts of its
 // windows and of what its controls list. It answers the file ask.txt, which holds the end of a
-// title, by the file tell.json, until it finds stop.txt. With the words "play METAFILE BITMAP WIDTH
-// HEIGHT" it plays a metafile onto a white bitmap of that size instead.
+// title, by the file tell.json, until it finds stop.txt. In do.txt stands what the system does
+// meanwhile: "look" tells the window of other colours, fonts and contrast, "place LEFT TOP RIGHT
+// BOTTOM" tells the window of a monitor that it is on now, which is to have that place there. With
+// the words "play METAFILE BITMAP WIDTH HEIGHT" it plays a metafile onto a white bitmap of that
+// size instead.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -209,6 +212,13 @@ BOOL CALLBACK Compare(HWND hWnd, LPARAM pSearch)
     return !p->hFound;
 }
 
+HWND FindByTitle(const std::wstring& title)
+{
+    Search search{title, nullptr};
+    ::EnumWindows(Compare, reinterpret_cast<LPARAM>(&search));
+    return search.hFound;
+}
+
 BOOL CALLBACK Collect(HWND hWnd, LPARAM pList)
 {
     reinterpret_cast<std::vector<std::string>*>(pList)->push_back(Describe(hWnd));
@@ -217,12 +227,11 @@ BOOL CALLBACK Collect(HWND hWnd, LPARAM pList)
 
 std::string Answer(const std::wstring& title)
 {
-    Search search{title, nullptr};
-    ::EnumWindows(Compare, reinterpret_cast<LPARAM>(&search));
-    if (!search.hFound) return "{}";
+    HWND hFound = FindByTitle(title);
+    if (!hFound) return "{}";
     std::vector<std::string> windows;
-    ::EnumChildWindows(search.hFound, Collect, reinterpret_cast<LPARAM>(&windows));
-    return "{\"main\":" + Describe(search.hFound) + ",\"windows\":" + List(windows) + "}";
+    ::EnumChildWindows(hFound, Collect, reinterpret_cast<LPARAM>(&windows));
+    return "{\"main\":" + Describe(hFound) + ",\"windows\":" + List(windows) + "}";
 }
 
 bool ReadFile(const wchar_t* pszPath, std::string* pBytes)
@@ -243,6 +252,34 @@ void WriteFile(const std::string& bytes)
     std::fwrite(bytes.data(), 1, bytes.size(), pFile);
     std::fclose(pFile);
     ::MoveFileExW(L"tell.new", L"tell.json", MOVEFILE_REPLACE_EXISTING);
+}
+
+void ChangeMonitor(const RECT& rc)
+{
+    HWND hWnd = FindByTitle(L"QEL Studio");
+    const CThere there(hWnd);
+    const HDC hdc = ::GetDC(nullptr);
+    const int nDpi = ::GetDeviceCaps(hdc, LOGPIXELSX);
+    ::ReleaseDC(nullptr, hdc);
+    ::SendMessageW(hWnd, WM_DPICHANGED, static_cast<WPARAM>(MAKELONG(nDpi, nDpi)), there.Put(rc));
+}
+
+void ChangeLook()
+{
+    HWND hWnd = FindByTitle(L"QEL Studio");
+    ::SendMessageW(hWnd, WM_SYSCOLORCHANGE, 0, 0);
+    ::SendMessageW(hWnd, WM_THEMECHANGED, 0, 0);
+    ::SendMessageW(hWnd, WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+}
+
+void Do(const std::string& what)
+{
+    RECT rc{};
+    if (what == "look")
+        ChangeLook();
+    else if (std::sscanf(what.c_str(), "place %ld %ld %ld %ld", &rc.left, &rc.top, &rc.right,
+                         &rc.bottom) == 4)
+        ChangeMonitor(rc);
 }
 
 int Play(wchar_t** ppWords)
@@ -293,6 +330,11 @@ int main()
         std::string title;
         if (ReadFile(L"ask.txt", &title) && ::DeleteFileW(L"ask.txt"))
             WriteFile(Answer(std::wstring(title.begin(), title.end())));
+        std::string what;
+        if (ReadFile(L"do.txt", &what)) {
+            Do(what);
+            ::DeleteFileW(L"do.txt"); // it is done
+        }
         ::Sleep(10);
     }
     return 0;

@@ -41,7 +41,7 @@ class Studio:
 
     count = 0
 
-    def __init__(self, folder, *words, settings=None, stdin=subprocess.DEVNULL):
+    def __init__(self, folder, *words, settings=None, stdin=subprocess.DEVNULL, env=None):
         Studio.count += 1
         self.folder = folder
         self.appdata = folder / "appdata"
@@ -51,7 +51,7 @@ class Studio:
             self.settings_path.write_text(json.dumps(settings), encoding="utf-8")
         for name in ("QELEngine.dll", "QELStudio.exe", "qel_studio_probe.exe"):
             shutil.copy(BIN / name, folder)
-        for name in ("stop.txt", "ended.txt", "ask.txt", "tell.json"):
+        for name in ("stop.txt", "ended.txt", "ask.txt", "do.txt", "tell.json"):
             (folder / name).unlink(missing_ok=True)
         given = " ".join(f'"{windows_path(w)}"' if isinstance(w, pathlib.Path) else w for w in words)
         (folder / "run.bat").write_bytes(
@@ -61,7 +61,7 @@ class Studio:
         desktop = f"/desktop=studio{os.getpid()}-{Studio.count},{SCREEN[0]}x{SCREEN[1]}"
         self.process = subprocess.Popen([*WINE, "explorer", desktop, "cmd", "/c", "run.bat"], cwd=folder,
                                         stdin=stdin, stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL)
+                                        stderr=subprocess.DEVNULL, env=env)
         self.state = None
         wait_for("the window", lambda: self.look().get("main"))
         self.settle()
@@ -120,6 +120,12 @@ class Studio:
         return self.screen().crop((left + 1, top + 1, right - 1, bottom - 1))
 
     # What is done to it.
+
+    def system(self, *words):
+        """Something of the system changes, as the probe tells it."""
+        (self.folder / "do.new").write_text(" ".join(map(str, words)), encoding="utf-8")
+        (self.folder / "do.new").rename(self.folder / "do.txt")
+        wait_for("the probe", lambda: not (self.folder / "do.txt").exists())
 
     @staticmethod
     def xdotool(*words):

@@ -4,6 +4,7 @@
 #include "tools/studio/Dpi.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
+#include "tools/studio/SystemLook.h"
 
 #include <cmath>
 #include <cwchar>
@@ -441,7 +442,7 @@ void CCanvas::DrawOutline(HDC hdc, HQELELEM hElem, COLORREF clr, int nWidth)
     if (::IsRectEmpty(&rc)) return;
     Frame(hdc, rc, nWidth, clr);
     ::InflateRect(&rc, -nWidth, -nWidth);
-    Frame(hdc, rc, Scaled(1), RGB(0xFF, 0xFF, 0xFF));
+    Frame(hdc, rc, Scaled(1), PlainOr(RGB(0xFF, 0xFF, 0xFF), COLOR_HIGHLIGHTTEXT));
 }
 
 void CCanvas::DrawFocus(HDC hdc)

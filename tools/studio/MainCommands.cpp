@@ -162,6 +162,9 @@ bool CMainWindow::OnSelectCommand(UINT nCommand)
     case IDM_BACK_PANE:
         m_panes.FocusNext(-1);
         return true;
+    case IDM_RESIZE:
+        m_panes.Resize();
+        return true;
     case IDM_SELECT_NONE:
         Select(nullptr);
         return true;

@@ -5,6 +5,7 @@
 #include "tools/studio/Icons.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
+#include "tools/studio/SystemLook.h"
 #include "tools/studio/model/Convert.h"
 
 #include <algorithm>
@@ -77,7 +78,7 @@ int CMainWindow::Create(int nShow)
     looks.pszTitle = title.c_str();
     looks.nStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
     looks.nExtra = WS_EX_ACCEPTFILES;
-    looks.hGround = ::GetSysColorBrush(COLOR_3DFACE);
+    looks.hGround = ClassBrush(COLOR_3DFACE);
     looks.rc = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT + FIRST_SIZE.cx,
                 CW_USEDEFAULT + FIRST_SIZE.cy};
     const bool bKnown = IsOnScreen(m_settings);
@@ -135,7 +136,10 @@ bool CMainWindow::Translate(MSG* pMessage)
         if (hUnder && (hUnder == Handle() || ::IsChild(Handle(), hUnder))) pMessage->hwnd = hUnder;
     }
     if (m_panes.run.Translate(*pMessage)) return true;
-    if (!IsForEditor(*pMessage) && ::TranslateAcceleratorW(Handle(), m_hKeys, pMessage))
+    const bool bOfSplitter = m_panes.IsResizing() && pMessage->message == WM_KEYDOWN &&
+                             (pMessage->wParam == VK_ESCAPE || pMessage->wParam == VK_UP);
+    if (!bOfSplitter && !IsForEditor(*pMessage) &&
+        ::TranslateAcceleratorW(Handle(), m_hKeys, pMessage))
         return true;
     return ::IsChild(m_panes.run.Handle(), pMessage->hwnd) &&
            ::IsDialogMessageW(m_panes.run.Handle(), pMessage);
@@ -187,7 +191,12 @@ bool CMainWindow::OnSystem(UINT nMessage, WPARAM wParam, LPARAM lParam)
         return true;
     case WM_SYSCOLORCHANGE: // the system tells the main window alone
         ::EnumChildWindows(Handle(), TellColors, 0);
+        m_panes.ChangeLook();
         return true;
+    case WM_THEMECHANGED:
+    case WM_SETTINGCHANGE: // also of fonts
+        m_panes.ChangeLook();
+        return false;
     case WM_ACTIVATE:
         if (LOWORD(wParam) == WA_INACTIVE) m_hFocus = ::GetFocus();
         return false;
@@ -246,7 +255,7 @@ void CMainWindow::OnDpi(const RECT& rc)
     ::SetWindowPos(Handle(), nullptr, rc.left, rc.top, rc.right - rc.left, rc.bottom - rc.top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
     SetIcons();
-    m_panes.ChangeDpi();
+    m_panes.ChangeLook();
 }
 
 void CMainWindow::OnDestroy()

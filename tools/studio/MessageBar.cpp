@@ -2,6 +2,8 @@
 // read in high contrast, too.
 #include "tools/studio/MessageBar.h"
 
+#include "tools/studio/SystemLook.h"
+
 namespace studio {
 
 namespace {
@@ -15,7 +17,7 @@ int CMessageBar::Create(HWND hParent, UINT nId)
 {
     Looks looks{L"QELStudioMessage"};
     looks.nStyle &= ~static_cast<DWORD>(WS_VISIBLE);
-    looks.hGround = ::GetSysColorBrush(COLOR_INFOBK);
+    looks.hGround = ClassBrush(COLOR_INFOBK);
     return Make(looks, hParent, nId);
 }
 
@@ -51,7 +53,7 @@ void CMessageBar::Paint()
     RECT rcStripe = Client();
     RECT rcText = TextRect(rcStripe.right);
     rcStripe.right = Scaled(STRIPE);
-    HBRUSH hBrush = ::CreateSolidBrush(RGB(0xC4, 0x2B, 0x1C));
+    HBRUSH hBrush = ::CreateSolidBrush(PlainOr(RGB(0xC4, 0x2B, 0x1C), COLOR_HIGHLIGHT));
     ::FillRect(hdc, &rcStripe, hBrush);
     ::DeleteObject(hBrush);
     const HGDIOBJ hPrev = ::SelectObject(hdc, m_hFont);

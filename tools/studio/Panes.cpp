@@ -69,15 +69,13 @@ int CPanes::Create(HWND hParent, Events events)
 
 int CPanes::CreateSplitters(HWND hParent)
 {
-    return m_splitLeft.Create(hParent, IDW_SPLIT_LEFT, true, [this](int n) {
-        MoveSplit(&Settings::nLeft, n);
-    }) && m_splitRight.Create(hParent, IDW_SPLIT_RIGHT, true, [this](int n) {
-        MoveSplit(&Settings::nRight, -n);
-    }) && m_splitTree.Create(hParent, IDW_SPLIT_TREE, false, [this](int n) {
-        MoveSplit(&Settings::nAttributes, -n);
-    }) && m_splitFindings.Create(hParent, IDW_SPLIT_FINDINGS, false, [this](int n) {
-        MoveSplit(&Settings::nFindings, -n);
-    });
+    for (Split& split : m_splits) {
+        CSplitter::Events events;
+        events.moved = [this, &split](int n) { MoveSplit(split, n); };
+        events.key = [this, &split](CSplitter::Key key) { OnSplitKey(split, key); };
+        if (!split.bar.Create(hParent, split.nId, split.bUpright, std::move(events))) return 0;
+    }
+    return 1;
 }
 
 void CPanes::SetFonts()
@@ -96,7 +94,7 @@ void CPanes::SetFonts()
     if (hOld) ::DeleteObject(hOld);
 }
 
-void CPanes::ChangeDpi()
+void CPanes::ChangeLook()
 {
     SetFonts();
     toolbar.DrawIcons();
@@ -109,13 +107,51 @@ int CPanes::Scaled(int nAt96) const
     return ::MulDiv(nAt96, static_cast<int>(DpiOf(m_hParent)), PLAIN_DPI);
 }
 
-void CPanes::MoveSplit(int Settings::*pSize, int nPixels)
+void CPanes::MoveSplit(const Split& split, int nPixels)
 {
-    const int nNow = Scaled(m_pSettings->*pSize);
-    m_pSettings->*pSize =
-        std::max(::MulDiv(nNow + nPixels, PLAIN_DPI, static_cast<int>(DpiOf(m_hParent))), LEAST);
+    const int nNow = Scaled(m_pSettings->*split.pSize);
+    const int nMoved = split.bBefore ? nNow + nPixels : nNow - nPixels;
+    m_pSettings->*split.pSize =
+        std::max(::MulDiv(nMoved, PLAIN_DPI, static_cast<int>(DpiOf(m_hParent))), LEAST);
     Layout();
     ::UpdateWindow(m_hParent);
+}
+
+bool CPanes::IsResizing() const
+{
+    return std::any_of(m_splits.begin(), m_splits.end(),
+                       [](const Split& split) { return split.bar.Handle() == ::GetFocus(); });
+}
+
+// The first bar that shows behind a place in their order gets the focus.
+void CPanes::FocusSplit(std::size_t nFrom)
+{
+    for (std::size_t n = 0; n < m_splits.size(); ++n) {
+        Split& split = m_splits[(nFrom + n) % m_splits.size()];
+        if (!::IsWindowVisible(split.bar.Handle())) continue;
+        split.nWas = m_pSettings->*split.pSize;
+        ::SetFocus(split.bar.Handle());
+        return;
+    }
+}
+
+void CPanes::Resize()
+{
+    if (!IsResizing()) m_hBefore = ::GetFocus();
+    std::size_t nFrom = 0;
+    for (std::size_t n = 0; n < m_splits.size(); ++n)
+        if (m_splits[n].bar.Handle() == ::GetFocus()) nFrom = n + 1;
+    FocusSplit(nFrom);
+}
+
+void CPanes::OnSplitKey(const Split& split, CSplitter::Key key)
+{
+    if (key == CSplitter::Key::Next) return Resize();
+    if (key == CSplitter::Key::Back) {
+        m_pSettings->*split.pSize = split.nWas;
+        Layout();
+    }
+    ::SetFocus(m_hBefore && ::IsWindowVisible(m_hBefore) ? m_hBefore : canvas.Handle());
 }
 
 // What a pane gets, so that as much is left for others.
@@ -150,9 +186,10 @@ void CPanes::LayoutLeft(RECT* prcRest)
     RECT rc = NOWHERE;
     if (m_pSettings->bTree)
         rc = TakeLeft(prcRest, Limited(m_pSettings->nLeft, prcRest->right - prcRest->left));
-    m_splitLeft.Place(m_pSettings->bTree ? TakeLeft(prcRest, Scaled(CSplitter::WIDTH)) : NOWHERE);
+    m_splits[LEFT].bar.Place(m_pSettings->bTree ? TakeLeft(prcRest, Scaled(CSplitter::WIDTH))
+                                                : NOWHERE);
     attributes.Place(TakeBottom(&rc, Limited(m_pSettings->nAttributes, rc.bottom - rc.top)));
-    m_splitTree.Place(TakeBottom(&rc, Scaled(CSplitter::WIDTH)));
+    m_splits[TREE].bar.Place(TakeBottom(&rc, Scaled(CSplitter::WIDTH)));
     tree.Place(rc);
 }
 
@@ -161,7 +198,8 @@ void CPanes::LayoutRight(RECT* prcRest)
     RECT rc = NOWHERE;
     if (m_pSettings->bRun)
         rc = TakeRight(prcRest, Limited(m_pSettings->nRight, prcRest->right - prcRest->left));
-    m_splitRight.Place(m_pSettings->bRun ? TakeRight(prcRest, Scaled(CSplitter::WIDTH)) : NOWHERE);
+    m_splits[RIGHT].bar.Place(m_pSettings->bRun ? TakeRight(prcRest, Scaled(CSplitter::WIDTH))
+                                                : NOWHERE);
     run.Place(rc);
 }
 
@@ -171,7 +209,7 @@ void CPanes::LayoutMiddle(RECT rc)
     const bool bFindings = m_pSettings->bFindings && findings.CountRows() > 0;
     findings.Place(bFindings ? TakeBottom(&rc, Limited(m_pSettings->nFindings, rc.bottom - rc.top))
                              : NOWHERE);
-    m_splitFindings.Place(bFindings ? TakeBottom(&rc, Scaled(CSplitter::WIDTH)) : NOWHERE);
+    m_splits[FINDINGS].bar.Place(bFindings ? TakeBottom(&rc, Scaled(CSplitter::WIDTH)) : NOWHERE);
     canvas.Place(rc);
 }
 

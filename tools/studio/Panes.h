@@ -8,10 +8,13 @@
 #include "tools/studio/FileTabs.h"
 #include "tools/studio/FindingList.h"
 #include "tools/studio/MessageBar.h"
+#include "tools/studio/Resource.h"
 #include "tools/studio/RunPanel.h"
 #include "tools/studio/Splitter.h"
 #include "tools/studio/StatusBar.h"
 #include "tools/studio/Toolbar.h"
+
+#include <array>
 
 namespace studio {
 
@@ -29,8 +32,10 @@ public:
     };
     int Create(HWND hParent, Events events);
     void Layout();             // to the size that the main window has now
-    void ChangeDpi();          // to the monitor that it is on now
+    void ChangeLook();         // to the monitor that it is on, and the system's colours and fonts
     void FocusNext(int nStep); // the next pane that shows, or with -1 the one before
+    void Resize();             // the arrow keys move a bar between panes, or the next one
+    [[nodiscard]] bool IsResizing() const;
     void OnNotify(NMHDR* pHeader);
 
     CToolbar toolbar;
@@ -46,7 +51,18 @@ public:
 private:
     int CreateSplitters(HWND hParent);
     void SetFonts();
-    void MoveSplit(int Settings::*pSize, int nPixels);
+    struct Split {
+        UINT nId;
+        bool bUpright;
+        int Settings::*pSize; // of the pane beside it
+        bool bBefore;         // which is left of it, and else right or below
+        CSplitter bar{};
+        int nWas = 0; // that size, when the bar got the focus
+    };
+    enum SplitNumber { LEFT, RIGHT, TREE, FINDINGS, SPLITS };
+    void MoveSplit(const Split& split, int nPixels);
+    void FocusSplit(std::size_t nFrom);
+    void OnSplitKey(const Split& split, CSplitter::Key key);
     void LayoutLeft(RECT* prcRest);
     void LayoutRight(RECT* prcRest);
     void LayoutMiddle(RECT rc);
@@ -56,10 +72,11 @@ private:
     Settings* m_pSettings;
     HWND m_hParent = nullptr;
     HFONT m_hFont = nullptr;
-    CSplitter m_splitLeft;
-    CSplitter m_splitRight;
-    CSplitter m_splitTree;
-    CSplitter m_splitFindings;
+    HWND m_hBefore = nullptr; // what had the focus before a bar had it
+    std::array<Split, SPLITS> m_splits{{{IDW_SPLIT_LEFT, true, &Settings::nLeft, true},
+                                        {IDW_SPLIT_RIGHT, true, &Settings::nRight, false},
+                                        {IDW_SPLIT_TREE, false, &Settings::nAttributes, false},
+                                        {IDW_SPLIT_FINDINGS, false, &Settings::nFindings, false}}};
 };
 
 } // namespace studio

@@ -4,6 +4,7 @@
 #include "tools/studio/Dpi.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
+#include "tools/studio/SystemLook.h"
 #include "tools/studio/model/Convert.h"
 
 #include <algorithm>
@@ -84,7 +85,7 @@ void CPreviewWindow::Show(HWND hOwner)
     Looks looks{L"QELStudioPreview"};
     looks.pszTitle = title.c_str();
     looks.nStyle = WS_POPUP | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
-    looks.hGround = ::GetSysColorBrush(COLOR_3DFACE);
+    looks.hGround = ClassBrush(COLOR_3DFACE);
     looks.rc = rc;
     if (!Make(looks, hOwner) || !MakeControls()) return;
     ::SendMessageW(Handle(), WM_SETICON, ICON_SMALL,

@@ -3,6 +3,7 @@
 
 #include "tools/studio/Dpi.h"
 #include "tools/studio/Picture.h"
+#include "tools/studio/SystemLook.h"
 
 #include <algorithm>
 #include <windowsx.h>
@@ -316,6 +317,8 @@ void CRowList::PaintRow(HDC hdc, int nRow, const RECT& rc) const
     const bool bSelected = nRow == m_nSelected;
     const bool bFocus = bSelected && ::GetFocus() == Handle();
     if (bSelected) Fill(hdc, rc, ::GetSysColor(bFocus ? COLOR_HIGHLIGHT : COLOR_3DFACE));
+    if (bSelected && !bFocus && IsHighContrast()) // where the two grounds may be the same
+        ::FrameRect(hdc, &rc, ::GetSysColorBrush(COLOR_HIGHLIGHT));
     const COLORREF clr = ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
     const COLORREF clrFaint = ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_GRAYTEXT);
     RECT rcLine{rc.left + Scaled(MARGIN), rc.top + Scaled(MARGIN) / 2, rc.right - Scaled(MARGIN),
@@ -349,7 +352,8 @@ void CRowList::PaintSlider(HDC hdc, const Row& row, const RECT& rc, bool bSelect
     Fill(hdc, rcDone, clr);
     const int nKnob = Scaled(KNOB) / 2;
     const HGDIOBJ hBrush = ::SelectObject(hdc, ::GetSysColorBrush(COLOR_3DFACE));
-    HPEN hPen = ::CreatePen(PS_SOLID, Scaled(1), ::GetSysColor(COLOR_3DDKSHADOW));
+    HPEN hPen =
+        ::CreatePen(PS_SOLID, Scaled(1), PlainOr(::GetSysColor(COLOR_3DDKSHADOW), COLOR_BTNTEXT));
     const HGDIOBJ hPrev = ::SelectObject(hdc, hPen);
     ::Rectangle(hdc, nAt - nKnob / 2, nMiddle - nKnob - 1, nAt + (nKnob + 1) / 2,
                 nMiddle + nKnob + 1);

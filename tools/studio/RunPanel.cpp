@@ -4,6 +4,7 @@
 #include "tools/studio/Dpi.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
+#include "tools/studio/SystemLook.h"
 #include "tools/studio/model/Convert.h"
 #include "tools/studio/model/DrawingFile.h"
 #include "tools/studio/model/Play.h"
@@ -144,7 +145,7 @@ std::wstring AskForTable(HWND hOwner)
 bool CRunPanel::Create(HWND hParent, UINT nId)
 {
     Looks looks{L"QELStudioRunPanel"};
-    looks.hGround = ::GetSysColorBrush(COLOR_3DFACE);
+    looks.hGround = ClassBrush(COLOR_3DFACE);
     looks.nExtra = WS_EX_CONTROLPARENT;
     return Make(looks, hParent, nId) && MakeControls();
 }

@@ -1,4 +1,4 @@
-// The bar between two panes, which the mouse moves.
+// The bar between two panes, which the mouse moves, or while it has the focus the arrow keys.
 #pragma once
 
 #include "tools/studio/Window.h"
@@ -9,18 +9,25 @@ namespace studio {
 
 class CSplitter final : public CWindow {
 public:
-    // bUpright: it stands between left and right. The call gets by how many pixels it was moved.
-    int Create(HWND hParent, UINT nId, bool bUpright, std::function<void(int)> moved);
+    enum class Key { Next, Keep, Back }; // to the next one; done; as it was, and done
+    struct Events {
+        std::function<void(int)> moved; // by how many pixels
+        std::function<void(Key)> key;   // while it has the focus
+    };
+    // bUpright: it stands between left and right.
+    int Create(HWND hParent, UINT nId, bool bUpright, Events events);
 
     static constexpr int WIDTH = 6; // at 96 dots an inch
 
 private:
     LRESULT OnMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
+    bool OnKey(WPARAM nKey);
+    void Paint();
     [[nodiscard]] int Along(LPARAM lParam) const;
 
     bool m_bUpright = true;
     int m_nGrip = 0; // where it was taken hold of
-    std::function<void(int)> m_moved;
+    Events m_events;
 };
 
 } // namespace studio

@@ -2,6 +2,7 @@
 #include "tools/studio/UpdateMarks.h"
 
 #include "tools/studio/Picture.h"
+#include "tools/studio/SystemLook.h"
 
 #include <algorithm>
 
@@ -68,7 +69,7 @@ void CUpdateMarks::Draw(HDC hdc, const std::wstring& text, HFONT hFont, SIZE mar
 {
     CPicture color;
     if (!color.SetSize({1, 1})) return;
-    ::SetPixelV(color.Dc(), 0, 0, MARK);
+    ::SetPixelV(color.Dc(), 0, 0, PlainOr(MARK, COLOR_HIGHLIGHT));
     for (const Mark& mark : m_marks)
         Blend(hdc, mark.rc, color, STRONGEST - static_cast<int>(STRONGEST * mark.nAge / FADES_IN));
     const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
@@ -76,8 +77,8 @@ void CUpdateMarks::Draw(HDC hdc, const std::wstring& text, HFONT hFont, SIZE mar
     const int nLength = static_cast<int>(text.size());
     ::GetTextExtentPoint32W(hdc, text.c_str(), nLength, &size);
     m_rcText = {margin.cx, margin.cy, 3 * margin.cx + size.cx, 2 * margin.cy + size.cy};
-    ::SetBkColor(hdc, LABEL);
-    ::SetTextColor(hdc, LABEL_TEXT);
+    ::SetBkColor(hdc, PlainOr(LABEL, COLOR_INFOBK));
+    ::SetTextColor(hdc, PlainOr(LABEL_TEXT, COLOR_INFOTEXT));
     ::ExtTextOutW(hdc, 2 * margin.cx, margin.cy + margin.cy / 2, ETO_OPAQUE, &m_rcText,
                   text.c_str(), static_cast<UINT>(nLength), nullptr);
     ::SelectObject(hdc, hPrev);
