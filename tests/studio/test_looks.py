@@ -132,7 +132,7 @@ def test_a_finer_screen_has_all_as_large_to_the_eye(start, drawing, tmp_path, dp
     assert height(ATTRIBUTES) == pytest.approx(min(200 * times, column - 128 * times), abs=4)
     assert height(TOOLBAR) == pytest.approx(tall[TOOLBAR] * times, abs=4)
     assert height(STATUS) == pytest.approx(tall[STATUS] * times, rel=0.25)
-    studio.key("ctrl+1")
+    studio.key("F9", "shift+F9", "ctrl+1")  # all the room for the drawing
     wait_for("100 %", lambda: studio.status(ZOOM) == "100 %")
     studio.away()
     studio.settle()

@@ -200,3 +200,21 @@ def test_a_drawing_without_names_has_nothing_to_set(start, tmp_path):
     studio = start(path)
     assert not studio.window(ROWS)["visible"]
     assert not studio.window(PROPERTIES)["visible"]
+
+
+def test_the_label_of_updates_is_whole_however_long_it_grows(start, drawing):
+    studio = start(drawing)
+    choose(studio, "level")
+    studio.key("F7")
+    studio.settle()
+    left, top, _, _ = studio.rect(CANVAS)
+    label = (left + 8, top + 8, left + 320, top + 40)
+    short = studio.screen().crop(label)
+    studio.key(*["ctrl+Right"] * 10)  # ten updates: the count has two digits
+    studio.settle()
+    time.sleep(1)  # the marks fade
+    grown = studio.screen().crop(label)
+    assert difference(short, grown) != ""
+    studio.key("F6", "shift+F6")  # the focus goes there and back: all is painted anew
+    studio.settle()
+    assert difference(grown, studio.screen().crop(label)) == ""

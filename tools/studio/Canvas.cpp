@@ -102,7 +102,8 @@ void CCanvas::Refresh(DWORD nPassed)
         ::QueryPerformanceCounter(&to);
         if (bPainted) {
             m_marks.Note(painted.Handle(), Milliseconds(from, to));
-            const RECT rcText = m_marks.TextRect();
+            RECT rcText = m_marks.TextRect();
+            rcText.right += rcText.right - rcText.left; // the new text may be longer
             if (m_bUpdates) ::InvalidateRect(Handle(), &rcText, FALSE);
         }
     }

@@ -63,12 +63,11 @@ COLORREF SignColor(int nLightness)
 COLORREF SampleColor(int nLightness)
 {
     constexpr int DARK = 60;
-    constexpr int LINE = 120;
-    constexpr int LIGHT = 200;
+    constexpr int LIGHT = 128;
     const IconColors colors;
     const bool bTextIsLight = IsFaceDark();
     if (nLightness >= LIGHT) return bTextIsLight ? colors.clrText : colors.clrGround;
-    if (nLightness >= DARK && nLightness < LINE) return colors.clrText;
+    if (nLightness >= DARK) return colors.clrText;
     return bTextIsLight ? colors.clrGround : colors.clrText;
 }
 
@@ -89,7 +88,7 @@ void TakeSystemColors(const CPicture& picture, COLORREF (*pfnColor)(int))
 
 bool IsSample(const std::wstring& name)
 {
-    return name == L"ICON_LIGHT" || name == L"ICON_DARK" || name == L"ICON_CHESS";
+    return name == L"ICON_LIGHT" || name == L"ICON_DARK";
 }
 
 // The image list takes a copy, which no context holds.

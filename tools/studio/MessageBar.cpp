@@ -30,7 +30,8 @@ void CMessageBar::SetText(const std::wstring& text)
 
 RECT CMessageBar::TextRect(int nWidth) const
 {
-    RECT rc{Scaled(MARGIN + STRIPE), Scaled(MARGIN), nWidth - Scaled(MARGIN), Scaled(MARGIN)};
+    // Some systems draw a line a little longer than they tell: it ends in the margin then.
+    RECT rc{Scaled(MARGIN + STRIPE), Scaled(MARGIN), nWidth - Scaled(2 * MARGIN), Scaled(MARGIN)};
     const HDC hdc = ::GetDC(Handle());
     const HGDIOBJ hPrev = ::SelectObject(hdc, m_hFont);
     RECT rcText = rc;
@@ -59,7 +60,7 @@ void CMessageBar::Paint()
     const HGDIOBJ hPrev = ::SelectObject(hdc, m_hFont);
     ::SetBkMode(hdc, TRANSPARENT);
     ::SetTextColor(hdc, ::GetSysColor(COLOR_INFOTEXT));
-    ::DrawTextW(hdc, m_text.c_str(), -1, &rcText, DT_WORDBREAK | DT_NOPREFIX);
+    ::DrawTextW(hdc, m_text.c_str(), -1, &rcText, DT_WORDBREAK | DT_NOPREFIX | DT_NOCLIP);
     ::SelectObject(hdc, hPrev);
     ::EndPaint(Handle(), &paint);
 }
