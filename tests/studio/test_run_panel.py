@@ -215,6 +215,6 @@ def test_the_label_of_updates_is_whole_however_long_it_grows(start, drawing):
     time.sleep(1)  # the marks fade
     grown = studio.screen().crop(label)
     assert difference(short, grown) != ""
-    studio.key("F6", "shift+F6")  # the focus goes there and back: all is painted anew
+    studio.key("shift+F6", "F6")  # the focus goes to the canvas and back: all of it is painted anew
     studio.settle()
     assert difference(grown, studio.screen().crop(label)) == ""
