@@ -90,10 +90,13 @@ void CBarBody::OutlineBox(HDC hdc, int32_t nFrom, int32_t nTo, bool bBody) const
     const BarBox whole = MakeBarBox(m_column, 0, nEnd);
     {
         const CPixelPenScope pen(hdc, 1, m_meter.SecondScaleColor(), Px());
-        const POINT side[] = {
-            m_column.PixelAt(whole.nFront, nEnd), m_column.PixelAt(whole.nBack, nEnd),
-            m_column.PixelAt(whole.nBack, whole.nFromSlant), m_column.PixelAt(whole.nFront, 0)};
-        DrawPixelPolyline(hdc, side, 4, 1, Px());
+        const POINT side[] = {m_column.PixelAt(whole.nFront, nEnd),
+                              m_column.PixelAt(whole.nBack, nEnd),
+                              m_column.PixelAt(whole.nBack, whole.nFromSlant),
+                              m_column.PixelAt(whole.nFront, 0), m_column.PixelAt(0, 0)};
+        // At another scale the slanted edge goes by what follows it, and the body's own lies over
+        // it. What follows here is painted over by the front.
+        DrawPixelPolyline(hdc, side, Px().IsPlain() ? 4 : 5, 1, Px());
     }
     const CPixelPenScope pen(hdc, 1, m_meter.ScaleColor(), Px());
     const POINT front[] = {m_column.PixelAt(0, 0), m_column.PixelAt(0, nEnd),
