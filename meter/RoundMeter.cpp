@@ -5,6 +5,7 @@
 #include "meter/DialComponents.h"
 #include "meter/RoundMeterParts.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -72,13 +73,18 @@ int CRoundMeter::PaintNeedle(HDC hdc, float fAngle, bool bErase) const
         .Draw(hdc, Centre(), fAngle, PinStyle());
 }
 
+// Where the corners of a band's edge lie depends on its ends. At another scale some of the green
+// one would be seen beside a zone that lies over it.
 int CRoundMeter::DrawAlarmZones(HDC hdc)
 {
     if (!HasSpan()) return 0;
     const AlarmZones zones = GetAlarmZones();
     const int32_t nRadius = WrapMulDiv(Radius(), 95, 100);
     const int32_t nBand = WrapMulDiv(Radius(), 95, 1000);
-    CRoundMeterArcAxis(nBand, GREEN, Px()).Draw(hdc, nRadius, Centre(), StartAngle(), Sweep());
+    const float fFrom = Px().IsPlain() ? StartAngle() : std::max(StartAngle(), zones.fLow);
+    const float fTo = Px().IsPlain() ? EndAngle() : std::min(EndAngle(), zones.fHigh);
+    if (fFrom < fTo)
+        CRoundMeterArcAxis(nBand, GREEN, Px()).Draw(hdc, nRadius, Centre(), fFrom, fTo - fFrom);
     if (zones.fLow > StartAngle())
         CRoundMeterArcAxis(nBand, zones.clrAtStart, Px())
             .Draw(hdc, nRadius, Centre(), StartAngle(), zones.fLow - StartAngle());

@@ -2,6 +2,7 @@
 // enlarged.
 #include "tests/support/Scaled.h"
 
+#include <cmath>
 #include <cstring>
 #include <set>
 
@@ -26,15 +27,13 @@ constexpr char BODY[] = "15 10 121 115";
 const std::string ALARM = "alarm=1 low-limit=25 high-limit=75";
 // Inside of the hub and around the cylinder nothing else is seen, which has less than a pixel.
 const std::string HUB = "face-color=0xff0000 ";
-// What is drawn twice in two colours may show the first one beside the second.
-const std::string EDGES = "pin-color=0xff ";
 const std::string CYLINDER = "frame-option=1 face-color=0xffffff ";
 
 const std::vector<std::string> g_bars{
     "", "ticks=20 major-every=4", "reverse=1", "use-base=1 base=50", "fill-only=1", "min=-100"};
 const std::vector<std::string> g_bodies{
-    EDGES + "frame=1", CYLINDER + "frame=1",          "reverse=1",
-    CYLINDER,          EDGES + "frame=1 fill-only=1", EDGES + "frame=1 use-base=1 base=20"};
+    "frame=1", CYLINDER + "frame=1",  "reverse=1",
+    CYLINDER,  "frame=1 fill-only=1", "frame=1 use-base=1 base=20"};
 
 const Looks g_meters[] = {
     {"vert", BAR, g_bars},
@@ -125,8 +124,59 @@ TEST(ScaledMeters, OthersAreNearThePlainOnesEnlarged)
     for (const Looks& looks : g_meters)
         for (const std::string& set : looks.sets)
             if (looks.pszCrd != BAR) {
-                // The ends of zones lie behind ticks that are as wide.
-                const Near nNear = set.ends_with(ALARM) ? Near::Pointed : Near::Reckoned;
-                EXPECT_EQ("", UnlikeMeter(Meter(looks, set), nNear));
+                EXPECT_EQ("", UnlikeMeter(Meter(looks, set), Near::Reckoned));
             }
+}
+
+namespace {
+
+constexpr COLORREF LOW_ZONE = 0x8080;
+constexpr COLORREF HIGH_ZONE = 0x808000;
+constexpr COLORREF GREEN_BAND = 0xFF00;
+constexpr double DEGREE = 3.14159265358979323846 / 180;
+constexpr int CENTRE = 120; // of a band of even width, which goes along the edge of pixels
+
+// How far a point is past a ray out of the middle of a dial; angles grow clockwise from straight
+// down.
+double Past(double fX, double fY, double fAngle)
+{
+    return -(fX * std::cos(fAngle * DEGREE) + fY * std::sin(fAngle * DEGREE));
+}
+
+// "" when the pixels of a zone end at both rays, within so many units: none is farther, and some
+// are as far at each side of the band.
+std::string UnlikeZone(const CPixels& picture, COLORREF clr, double fFrom, double fTo, double fOff)
+{
+    const int t = picture.Width() / SIDE;
+    double fFirst[2] = {1e9, 1e9}; // of the inner half and of the outer one
+    double fLast[2] = {1e9, 1e9};
+    for (int y = 0; y < picture.Height(); ++y)
+        for (int x = 0; x < picture.Width(); ++x) {
+            if (picture.At(x, y) != clr) continue;
+            const double fX = x + 0.5 - CENTRE * t;
+            const double fY = y + 0.5 - CENTRE * t;
+            const int nHalf = std::hypot(fX, fY) > 105 * t ? 1 : 0;
+            fFirst[nHalf] = std::min(fFirst[nHalf], Past(fX, fY, fFrom));
+            fLast[nHalf] = std::min(fLast[nHalf], -Past(fX, fY, fTo));
+        }
+    std::string unlike;
+    for (const double f : {fFirst[0], fFirst[1], fLast[0], fLast[1]})
+        if (std::fabs(f) > fOff) unlike += std::to_string(f) + " ";
+    return unlike;
+}
+
+} // namespace
+
+TEST(ScaledMeters, ZonesOfGaugesEndSquareToTheirBand)
+{
+    const std::string body =
+        "<meter mtid='0' usc='0' upin='0' mtype='roundUpgrade' value='64' crd='" +
+        std::string(DIAL) + "' set='" + Settings(ALARM) + "'/>";
+    CScaled scaled(body, SIDE);
+    for (const int nTimes : SCALES) {
+        const CPixels picture = scaled.Render(nTimes);
+        EXPECT_EQ("", UnlikeZone(picture, LOW_ZONE, 30, 105, 2)) << nTimes;
+        EXPECT_EQ("", UnlikeZone(picture, GREEN_BAND, 105, 255, 2)) << nTimes;
+        EXPECT_EQ("", UnlikeZone(picture, HIGH_ZONE, 255, 330, 2)) << nTimes;
+    }
 }
