@@ -105,10 +105,30 @@ CArea Reach(const Dc& dc, std::span<const POINT> points)
     return Peek(dc.state.hPen)->nWidth > 1 ? Everywhere(dc) : Reach(dc, rc);
 }
 
+// The pixels of a bitmap whose maker sees them, where a fill covers them. Here places are moved, as
+// such a bitmap is one part of a larger picture after the other.
+void FillPixels(const Dc& dc, CArea area, COLORREF clr)
+{
+    const Object& bitmap = *Peek(dc.state.hBitmap);
+    if (!bitmap.pPixels) return;
+    if (dc.state.clip) area = area.And(*dc.state.clip);
+    area.Offset(dc.state.ptViewport.x, dc.state.ptViewport.y);
+    const LONG nWidth = bitmap.bitmap.bmWidth;
+    const uint32_t nPixel = (clr & 0xFF) << 16 | (clr & 0xFF00) | (clr >> 16 & 0xFF);
+    area = area.And(CArea::Rect({0, 0, nWidth, bitmap.bitmap.bmHeight}));
+    for (const RECT& rc : area.Rects())
+        for (LONG y = rc.top; y < rc.bottom; ++y)
+            std::fill_n(bitmap.pPixels->begin() + y * nWidth + rc.left, rc.right - rc.left, nPixel);
+}
+
 // A fill: what is seen of the area, and nothing else, is in this brush from now on.
 void Fill(Dc& dc, const CArea& area, const std::string& brush,
           std::shared_ptr<const Tile> pTile = nullptr)
 {
+    constexpr char SOLID[] = "brush ";
+    constexpr std::size_t PREFIX = sizeof SOLID - 1;
+    if (!pTile && brush.compare(0, PREFIX, SOLID) == 0)
+        FillPixels(dc, area, static_cast<COLORREF>(std::stoul(brush.substr(PREFIX), nullptr, 16)));
     if (!dc.bLogging) return;
     const CArea seen = Visible(dc).And(area);
     if (seen.IsEmpty()) return;
@@ -118,7 +138,7 @@ void Fill(Dc& dc, const CArea& area, const std::string& brush,
 
 void Fill(Dc& dc, const CArea& area, const Object& brush)
 {
-    if (!dc.bLogging) return;
+    if (!dc.bLogging && !Peek(dc.state.hBitmap)->pPixels) return;
     auto pTile = TileOf(dc, brush);
     if (IsOfOneColor(pTile)) pTile = nullptr; // the text says it all
     Fill(dc, area, BrushText(dc, brush), std::move(pTile));

@@ -502,7 +502,8 @@ HBITMAP WINAPI CreateBitmap(INT nWidth, INT nHeight, UINT nPlanes, UINT nBits, c
     return static_cast<HBITMAP>(Made(bitmap));
 }
 
-// Of four bytes a pixel, all 0 at first; what is painted is written down and leaves them alone.
+// Of four bytes a pixel, all 0 at first. Fills of one colour change them; what else is painted is
+// written down and leaves them alone.
 HBITMAP WINAPI CreateDIBSection(HDC, const BITMAPINFO* pInfo, UINT, void** ppBits, HANDLE hFile,
                                 DWORD)
 {
