@@ -7,6 +7,7 @@
 #include "base/WideText.h"
 #include "render/Mapping.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -101,18 +102,27 @@ private:
 
 } // namespace
 
+namespace {
+
+// The extent of a cell of which so many are to fit: as many steps as do, in whole pixels below. A
+// step that is rounded up would cut off the end of a text which fits at the plain scale; and what
+// the sides of the rectangle have lost of a pixel would make it smaller by a step.
+int32_t SteppedExtent(int32_t nFree, std::size_t nCells, int32_t nStep, CPixelScale px)
+{
+    const int64_t nStepParts = int64_t{nStep} * px.Percent(); // a hundred of them are a pixel
+    const int64_t nAlmostMore = (int64_t{nFree / px.Samples()} + 1) * PLAIN_PERCENT - 1;
+    const int64_t nFitting = nAlmostMore / (static_cast<int64_t>(nCells) * nStepParts);
+    const int64_t nPixels = std::max<int64_t>(nFitting, 1) * nStepParts / PLAIN_PERCENT;
+    return static_cast<int32_t>(std::max<int64_t>(nPixels, 1)) * px.Samples();
+}
+
+} // namespace
+
 SIZE TextCell(const RECT& rc, std::size_t nCount, CPixelScale px)
 {
-    SIZE size{0, 0};
-    if (nCount > 0 && nCount < QEL_TEXT_SIZE)
-        size = {WidthOf(rc) / static_cast<int32_t>(nCount), HeightOf(rc)};
-    const int32_t nAcross = px(STEP_ACROSS);
-    const int32_t nDown = px(STEP_DOWN);
-    size.cx = size.cx / nAcross * nAcross;
-    size.cy = size.cy / nDown * nDown;
-    if (size.cx < 1) size.cx = nAcross;
-    if (size.cy < 1) size.cy = nDown;
-    return size;
+    const bool bReckoned = nCount > 0 && nCount < QEL_TEXT_SIZE;
+    return {SteppedExtent(bReckoned ? WidthOf(rc) : 0, bReckoned ? nCount : 1, STEP_ACROSS, px),
+            SteppedExtent(bReckoned ? HeightOf(rc) : 0, 1, STEP_DOWN, px)};
 }
 
 void PutNumber(char* pszText, double fNumber)

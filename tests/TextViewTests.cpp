@@ -86,6 +86,69 @@ TEST(TextShape, CellIsTheRectangleSharedAndSnappedDown)
     }
 }
 
+// The sides of a rectangle are truncated, which takes less than a pixel from what it should have.
+TEST(TextShape, ATextThatFillsItsRectangleFillsItAtEveryScaleWithoutReachingOut)
+{
+    constexpr LONG LEFT = 13;
+    for (LONG nPercent = 25; nPercent <= 400; ++nPercent)
+        for (const LONG nCount : {1, 2, 5, 23, 60, 255})
+            for (const LONG nSteps : {1, 2, 3, 7})
+                for (const LONG nSamples : {1, 4}) {
+                    const auto place = [&](LONG n) { return n * nPercent / 100 * nSamples; };
+                    const RECT rc{place(LEFT), place(LEFT), place(LEFT + 6 * nSteps * nCount),
+                                  place(LEFT + 12 * nSteps)};
+                    const CPixelScale px(static_cast<uint32_t>(nPercent),
+                                         static_cast<uint32_t>(nSamples));
+                    const SIZE cell = TextCell(rc, static_cast<std::size_t>(nCount), px);
+                    const auto trace = [&] {
+                        return testing::Message() << nCount << " cells of " << nSteps
+                                                  << " steps at " << nPercent << ", " << nSamples;
+                    };
+                    // Whole pixels below so many steps: the plain one's, and no fewer.
+                    EXPECT_EQ(6 * nSteps * nPercent / 100 * nSamples, cell.cx) << trace();
+                    EXPECT_EQ(12 * nSteps * nPercent / 100 * nSamples, cell.cy) << trace();
+                    EXPECT_LE(nCount * cell.cx, rc.right - rc.left) << trace();
+                    EXPECT_LE(cell.cy, rc.bottom - rc.top) << trace();
+                }
+}
+
+// Whatever the rectangle: so many more pixels than the text takes, of a distance that is kept.
+TEST(TextShape, ATextThatFitsAtThePlainScaleFitsAtEveryScaleWithinAPixel)
+{
+    for (LONG nPercent = 25; nPercent <= 400; ++nPercent)
+        for (const LONG nCount : {1, 5, 23})
+            for (LONG nMore = 0; nMore < 6 * nCount; nMore += 2) {
+                const CPixelScale px(static_cast<uint32_t>(nPercent));
+                const LONG nWidth = 6 * nCount + nMore;
+                const RECT rc{px(7), 0, px(7 + 40 + nWidth) - px(40), px(12)};
+                const SIZE cell = TextCell(rc, static_cast<std::size_t>(nCount), px);
+                EXPECT_LE(nCount * cell.cx, rc.right - rc.left + 1)
+                    << nCount << " cells in " << nWidth << " at " << nPercent;
+                EXPECT_GE(cell.cx, 6 * nPercent / 100) << nPercent; // a step, whole pixels below
+            }
+}
+
+// In the face that pictures are made with, letters are as wide as their cells.
+TEST(TextShape, TheLastLetterIsInTheRectangleAtEveryScale)
+{
+    constexpr char TEXT[] = "PUMP P-7  COOLING WATER";
+    constexpr LONG COUNT = sizeof TEXT - 1;
+    const CTestBitmap bitmap(10, 10);
+    const HFONT hFace = ::CreateFontA(12, 6, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, OEM_CHARSET, 0,
+                                      0, DEFAULT_QUALITY, FIXED_PITCH, "WenQuanYi Zen Hei Mono");
+    const CTestSelect face(bitmap.Dc(), hFace, true);
+    for (LONG nPercent = 25; nPercent <= 400; ++nPercent) {
+        const RECT rc{14 * nPercent / 100, 10 * nPercent / 100, (14 + 6 * COUNT) * nPercent / 100,
+                      22 * nPercent / 100};
+        const SIZE cell = TextCell(rc, COUNT, CPixelScale(static_cast<uint32_t>(nPercent)));
+        const CTestSelect font(bitmap.Dc(), FontLike(bitmap.Dc(), cell.cx, cell.cy), true);
+        SIZE size{};
+        ASSERT_TRUE(::GetTextExtentPoint32A(bitmap.Dc(), TEXT, COUNT, &size));
+        EXPECT_LE(size.cx, rc.right - rc.left + 1) << nPercent;
+        EXPECT_GE(size.cx, COUNT * (6 * nPercent / 100)) << nPercent; // and no smaller than need be
+    }
+}
+
 TEST(TextShape, DrawMakesAFontOfThatCell)
 {
     View five(TextAttr({10, 20, 70, 50}, "hello"));
