@@ -13,10 +13,15 @@ inline uint32_t CountRefusals() noexcept
     return g_nRefusals.load(std::memory_order_relaxed);
 }
 
+inline void NoteRefusal() noexcept
+{
+    g_nRefusals.fetch_add(1, std::memory_order_relaxed);
+}
+
 // Hands on what the system has made. bSound: false for what it may refuse by right.
 template <class Handle>
 inline Handle Made(Handle h, bool bSound = true) noexcept
 {
-    if (!h && bSound) g_nRefusals.fetch_add(1, std::memory_order_relaxed);
+    if (!h && bSound) NoteRefusal();
     return h;
 }

@@ -24,14 +24,10 @@ bool SavesWholeContext()
 
 } // namespace
 
-CDialClip::CDialClip(HDC hdc, const RECT& rc, bool bWholeContext) noexcept : m_hdc(hdc)
+CDialClip::CDialClip(HDC hdc, const RECT& rc, bool bWholeContext) noexcept
+    : m_hdc(hdc), m_nSaved(bWholeContext ? ::SaveDC(hdc) : 0)
 {
-    if (bWholeContext) {
-        m_nSaved = ::SaveDC(hdc);
-    } else {
-        m_hRegion = Made(::CreateRectRgn(rc.left, rc.top, rc.right, rc.bottom));
-        m_bHadClip = m_hRegion && ::GetClipRgn(hdc, m_hRegion) == 1;
-    }
+    if (!m_nSaved && !KeepRegion()) return;
     const int nResult = ::IntersectClipRect(hdc, rc.left, rc.top, rc.right, rc.bottom);
     m_bVisible = nResult != ERROR && nResult != NULLREGION;
 }
@@ -39,9 +35,19 @@ CDialClip::CDialClip(HDC hdc, const RECT& rc, bool bWholeContext) noexcept : m_h
 CDialClip::~CDialClip()
 {
     if (m_nSaved) ::RestoreDC(m_hdc, m_nSaved);
-    if (!m_hRegion) return;
-    ::SelectClipRgn(m_hdc, m_bHadClip ? m_hRegion : nullptr);
-    ::DeleteObject(m_hRegion);
+    if (m_bKept) ::SelectClipRgn(m_hdc, m_bHadClip ? m_hRegion : nullptr);
+    if (m_hRegion) ::DeleteObject(m_hRegion);
+}
+
+// A clip that cannot be told could not be put back: then it is left alone.
+bool CDialClip::KeepRegion()
+{
+    m_hRegion = Made(::CreateRectRgn(0, 0, 0, 0));
+    const int nResult = m_hRegion ? ::GetClipRgn(m_hdc, m_hRegion) : -1;
+    m_bHadClip = nResult == 1;
+    m_bKept = nResult >= 0;
+    if (!m_bKept) NoteRefusal();
+    return m_bKept;
 }
 
 CArcMeter::CArcMeter(int32_t nRadius, float fStart, float fEnd, double fOffset) noexcept

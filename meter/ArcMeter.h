@@ -121,7 +121,8 @@ constexpr float DialEnd(bool bFullCircle)
 }
 
 // Keeps the clip of a device context and narrows it to a rectangle. bWholeContext: the whole state
-// is saved, as on every system from version 3; else the clip region alone.
+// is saved, as on every system from version 3; else, and where that is refused, the clip region
+// alone. Where neither can be kept nothing is narrowed, and nothing is to be painted.
 class CDialClip {
 public:
     CDialClip(HDC hdc, const RECT& rc, bool bWholeContext) noexcept;
@@ -132,9 +133,12 @@ public:
     [[nodiscard]] bool IsVisible() const { return m_bVisible; }
 
 private:
+    bool KeepRegion();
+
     HDC m_hdc;
-    int m_nSaved = 0;
+    int m_nSaved;
     HRGN m_hRegion = nullptr; // the clip as it was; with m_bHadClip false there was none
     bool m_bHadClip = false;
-    bool m_bVisible;
+    bool m_bKept = false;
+    bool m_bVisible = false;
 };

@@ -1,6 +1,7 @@
 #include "meter/BarMeter.h"
 
 #include "base/Rects.h"
+#include "base/Refusals.h"
 #include "meter/BarFill.h"
 #include "meter/DialComponents.h"
 
@@ -181,25 +182,30 @@ int CBarMeter::DrawValueText(HDC, int32_t)
     return 0;
 }
 
-namespace {
-
-RECT ColumnOf(HRGN hRegion, const RECT& rcBar)
+RECT CBarMeter::FaceBox() const
 {
     RECT rc{};
-    if (!hRegion || ::GetRgnBox(hRegion, &rc) == ERROR || ::IsRectEmpty(&rc)) return RECT{};
-    return {rc.left, rcBar.top, rc.right, rcBar.bottom};
+    if (!m_hRegion) return rc;
+    if (::GetRgnBox(m_hRegion, &rc) != ERROR) return ::IsRectEmpty(&rc) ? RECT{} : rc;
+    NoteRefusal();
+    return RECT{};
 }
-
-} // namespace
 
 CUpBarMeter::CUpBarMeter(HRGN hRegion, const RECT& rcBar) noexcept
-    : CBarMeter(hRegion, rcBar), m_rcColumn(ColumnOf(hRegion, rcBar))
+    : CBarMeter(hRegion, rcBar), m_rcColumn(ColumnNow())
 {
 }
 
+RECT CUpBarMeter::ColumnNow() const
+{
+    const RECT rc = FaceBox();
+    return ::IsRectEmpty(&rc) ? RECT{} : RECT{rc.left, BarRect().top, rc.right, BarRect().bottom};
+}
+
+// Asked for once more where the system would not tell it when the bar was made.
 RECT CUpBarMeter::Column() const
 {
-    return m_rcColumn;
+    return ::IsRectEmpty(&m_rcColumn) ? ColumnNow() : m_rcColumn;
 }
 
 RECT CUpBarMeter::ColumnIn(const RECT& rcFace) const
@@ -209,7 +215,8 @@ RECT CUpBarMeter::ColumnIn(const RECT& rcFace) const
 
 RECT CUpBarMeter::Segment(double fFrom, double fTo) const
 {
-    return {m_rcColumn.left, VerticalPosition(Scale(), std::max(fFrom, fTo)), m_rcColumn.right,
+    const RECT rcColumn = Column();
+    return {rcColumn.left, VerticalPosition(Scale(), std::max(fFrom, fTo)), rcColumn.right,
             VerticalPosition(Scale(), std::min(fFrom, fTo))};
 }
 

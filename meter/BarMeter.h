@@ -66,6 +66,8 @@ protected:
     };
     [[nodiscard]] virtual Line LineAlong(int32_t nFromSide) const = 0; // the whole scale
 
+    // The box of the face's region; empty without one, and when the system refuses to tell it.
+    [[nodiscard]] RECT FaceBox() const;
     // What every layer asks first.
     [[nodiscard]] bool HasBar() const;
     [[nodiscard]] BarScale Scale() const { return {GetMin(), GetMax(), m_rcBar, Px()}; }
@@ -106,6 +108,8 @@ protected:
     [[nodiscard]] Line LineAlong(int32_t nFromSide) const override;
 
 private:
+    [[nodiscard]] RECT ColumnNow() const;
+
     RECT m_rcColumn; // the region's extent across, the bar's along; empty without a region
 };
 

@@ -194,8 +194,8 @@ int CBarBody::DrawReadOut(HDC hdc, const RECT& rc, const char* pszText, FontCell
 
 RECT CLongBarMeter3D::Column() const
 {
-    RECT rc{};
-    if (!Region() || ::GetRgnBox(Region(), &rc) == ERROR || ::IsRectEmpty(&rc)) return RECT{};
+    const RECT rc = FaceBox();
+    if (::IsRectEmpty(&rc)) return rc;
     return {BarRect().left, rc.top, WrapSub(BarRect().right, Px()(1)),
             rc.bottom}; // as the values do
 }

@@ -2,6 +2,7 @@
 // leaks, the device context is as before, and the next draw is whole.
 #include "base/PixelPen.h"
 #include "base/Refusals.h"
+#include "meter/ArcMeter.h"
 #include "meter/BarMeter3D.h"
 #include "meter/DialComponents.h"
 #include "meter/DialScopes.h"
@@ -331,6 +332,74 @@ TEST(GdiFaults, AFigureWithoutItsPenOrBrushSelectsNeither)
             EXPECT_EQ(hPen, ::GetCurrentObject(paper, OBJ_PEN));
             EXPECT_EQ(hBrush, ::GetCurrentObject(paper, OBJ_BRUSH));
         }
+}
+
+// The column is asked for again: a bar is kept for as long as its face is.
+TEST(GdiFaults, ABarWhoseFaceCouldNotBeMeasuredIsFilledByTheNextDraw)
+{
+    const CPaper paper;
+    const HRGN hRegion = ::CreateRectRgn(10, 10, 90, 190);
+    {
+        const RECT rcBar{10, 10, 90, 190};
+        const uint32_t nBefore = CountRefusals();
+        gdi::FailCall(1);
+        CUpBarMeter bar(hRegion, rcBar);
+        EXPECT_EQ(nBefore + 1, CountRefusals()); // a picture of it is known not to be whole
+        bar.SetMax(100);
+        gdi::FailCall(1);
+        EXPECT_EQ(0, bar.DrawFill(paper, 50, QEL_DRAW_FULL));
+        gdi::FailCall(0);
+        EXPECT_EQ(nBefore + 2, CountRefusals());
+        const RECT rcColumn = bar.Column();
+        EXPECT_TRUE(::EqualRect(&rcBar, &rcColumn));
+        gdi::LogPaintings(paper);
+        EXPECT_EQ(1, bar.DrawFill(paper, 50, QEL_DRAW_FULL));
+        EXPECT_EQ(2U, gdi::Paintings(paper).size()); // the bar and what is empty of it
+    }
+    ::DeleteObject(hRegion);
+}
+
+namespace {
+
+std::string ClipOf(HDC hdc)
+{
+    const HRGN hClip = ::CreateRectRgn(0, 0, 0, 0);
+    const std::string text = ::GetClipRgn(hdc, hClip) == 1 ? gdi::RegionText(hClip) : "none";
+    ::DeleteObject(hClip);
+    return text;
+}
+
+} // namespace
+
+// The state cannot be saved, the region not made, or not told: the clip is put back or left alone.
+TEST(GdiFaults, ADialThatCannotKeepTheClipLeavesItAsItWas)
+{
+    constexpr RECT DIAL{20, 20, 60, 60};
+    const CPaper paper;
+    for (const bool bHostClips : {false, true}) {
+        if (bHostClips) ::IntersectClipRect(paper, 5, 5, 50, 300);
+        const std::string before = ClipOf(paper);
+        const uint32_t nBefore = CountRefusals();
+        {
+            gdi::FailCall(1); // the state
+            const CDialClip clip(paper, DIAL, true);
+            gdi::FailCall(0);
+            EXPECT_TRUE(clip.IsVisible());
+            EXPECT_NE(before, ClipOf(paper));
+        }
+        EXPECT_EQ(before, ClipOf(paper));
+        EXPECT_EQ(nBefore, CountRefusals()); // nothing is missing
+        for (void (*pfnFail)(int) : {&gdi::FailCall, &gdi::FailCreation}) {
+            pfnFail(1); // the region's clip, or the region
+            const CDialClip clip(paper, DIAL, false);
+            pfnFail(0);
+            EXPECT_FALSE(clip.IsVisible());
+            EXPECT_EQ(before, ClipOf(paper)); // nobody would widen it again
+        }
+        EXPECT_EQ(before, ClipOf(paper));
+        EXPECT_LE(nBefore + 2, CountRefusals());
+    }
+    ::SelectClipRgn(paper, nullptr);
 }
 
 // A number that might be cut off would be a wrong one.
