@@ -2,6 +2,8 @@
 // stands upright to the pixel, other outlines nearly.
 #include "tests/support/Scaled.h"
 
+#include <cmath>
+#include <map>
 #include <set>
 
 namespace {
@@ -209,12 +211,106 @@ TEST(ScaledElements, PenStylesArePlainOnesEnlarged)
         }
 }
 
-// Where the gaps of what is not upright lie depends on how its length is reckoned.
+// Of curves the system reckons the lengths.
 TEST(ScaledElements, DashesLieOnTheOutlineAndCoverAsMuchOfIt)
 {
     for (const Sample& sample : g_shapes)
         for (const int nPen : {PS_DASH, PS_DOT, PS_DASHDOT, PS_DASHDOTDOT})
             EXPECT_EQ("", UnlikeDashes(sample, nPen));
+}
+
+namespace {
+
+constexpr int DASHED_SIDE = 100;
+
+struct Place {
+    double x;
+    double y;
+};
+
+// Whether a dash or a gap of a pen lies around a length, in pixels, and how far its nearer end is
+// away.
+bool IsInDash(int nPen, double fLength, double* pfWithin)
+{
+    static const std::map<int, std::vector<int>> LENGTHS{{PS_DASH, {18, 6}},
+                                                         {PS_DOT, {3, 3}},
+                                                         {PS_DASHDOT, {9, 6, 3, 6}},
+                                                         {PS_DASHDOTDOT, {9, 3, 3, 3, 3, 3}}};
+    const std::vector<int>& lengths = LENGTHS.at(nPen);
+    double fBegin = 0;
+    for (std::size_t n = 0;; n = (n + 1) % lengths.size()) {
+        const double fEnd = fBegin + lengths[n];
+        *pfWithin = std::min(fLength - fBegin, fEnd - fLength);
+        if (fLength < fEnd) return n % 2 == 0;
+        fBegin = fEnd;
+    }
+}
+
+// "" when the middle of a side is as its pen has it at each length from its begin on; but for what
+// the system may round at the end of a dash, and for what the next sides cover of it. fBefore: how
+// far before its first point it begins.
+std::string UnlikeSide(const CPixels& picture, int nTimes, int nPen, Place from, Place to,
+                       double fBefore, double fCorner)
+{
+    constexpr double ROUNDED = 3; // units: of the begin, of the length and of the corners
+    const double fLength = std::hypot(to.x - from.x, to.y - from.y);
+    for (double f = fCorner; f < fLength - fCorner; f += 0.5) {
+        double fWithin = 0;
+        const bool bInDash = IsInDash(nPen, (f + fBefore) / nTimes, &fWithin);
+        if (fWithin * nTimes <= ROUNDED) continue;
+        const int nX = static_cast<int>(std::floor(from.x + (to.x - from.x) * f / fLength));
+        const int nY = static_cast<int>(std::floor(from.y + (to.y - from.y) * f / fLength));
+        const int nBeside = bInDash ? 1 : 0; // a narrow line may go beside its middle
+        if (picture.Has(PEN, nX - nBeside, nY - nBeside, nX + nBeside, nY + nBeside) != bInDash)
+            return PlaceText(nTimes, nX, nY, picture.At(nX, nY)) + " after " +
+                   std::to_string(f / nTimes) + " pixels";
+    }
+    return "";
+}
+
+// A figure of lines from point to point. The first one begins at the edge of its pixel, the others
+// in the middle of theirs. Around a polygon the pattern runs on; else each line begins with a dash.
+std::string UnlikeDashedSides(const char* pszTag, std::vector<POINT> points, int nPen)
+{
+    const bool bPolygon = pszTag == std::string("polygon");
+    std::string crd;
+    for (const POINT& pt : points)
+        crd += (crd.empty() ? "" : " ") + std::to_string(pt.x) + " " + std::to_string(pt.y);
+    const std::string body =
+        std::string("<") + pszTag + " crd='" + crd + "' " + Style(0x0, nPen, 1) + "/>";
+    if (bPolygon) points.push_back(points[0]);
+    CScaled scaled(body, DASHED_SIDE);
+    for (const int t : SCALES) {
+        const CPixels picture = scaled.Draw(t);
+        double fBefore = 0;
+        for (std::size_t n = 1; n < points.size(); ++n) {
+            const auto middle = [&](POINT pt) { return Place{(pt.x + 0.5) * t, (pt.y + 0.5) * t}; };
+            const Place from = middle(points[n - 1]), to = middle(points[n]);
+            const double fX = std::fabs(to.x - from.x), fY = std::fabs(to.y - from.y);
+            const double fLength = std::hypot(fX, fY);
+            if (n == 1 || !bPolygon) fBefore = n == 1 ? t / 2 * fLength / std::max(fX, fY) : 0;
+            const double fCorner = points.size() > 2 ? 3 * t : t;
+            const std::string unlike = UnlikeSide(picture, t, nPen, from, to, fBefore, fCorner);
+            if (!unlike.empty()) return unlike + ": " + body;
+            fBefore += fLength;
+        }
+    }
+    return "";
+}
+
+} // namespace
+
+// Along a slanted line the plain pens of the system count pixels of the longer axis, so that their
+// dashes are up to half as long again. At other scales they are as long as upright ones.
+TEST(ScaledElements, DashesOfSlantedLinesAreMeasuredAlongThem)
+{
+    for (const int nPen : {PS_DASH, PS_DOT, PS_DASHDOT, PS_DASHDOTDOT}) {
+        for (const POINT ptEnd : {POINT{95, 95}, POINT{95, 40}, POINT{95, 8}, POINT{30, 90}})
+            EXPECT_EQ("", UnlikeDashedSides("line", {{5, 5}, ptEnd}, nPen));
+        EXPECT_EQ("", UnlikeDashedSides("line", {{90, 80}, {12, 30}}, nPen)); // the other way
+        EXPECT_EQ("", UnlikeDashedSides("polyline", {{5, 5}, {50, 40}, {30, 90}}, nPen));
+        EXPECT_EQ("", UnlikeDashedSides("polygon", {{5, 5}, {90, 20}, {30, 90}}, nPen));
+    }
 }
 
 TEST(ScaledElements, BrokenPensOfMorePixelsAreWhole)

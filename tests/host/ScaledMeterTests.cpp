@@ -180,3 +180,101 @@ TEST(ScaledMeters, ZonesOfGaugesEndSquareToTheirBand)
         EXPECT_EQ("", UnlikeZone(picture, HIGH_ZONE, 255, 330, 2)) << nTimes;
     }
 }
+
+// ---- numbers ----
+
+namespace {
+
+struct Number {
+    int nX;
+    int nY;
+    std::string text;
+    int nWidth; // of the cells of its font
+    int nHeight;
+};
+
+// The numbers that are drawn at a scale, in their order.
+std::vector<Number> NumbersAt(const CTextHost& host, int nTimes)
+{
+    std::vector<Number> numbers;
+    int nWidth = 0, nHeight = 0;
+    EXPECT_EQ(1, QELSetPixelScale(host, static_cast<DWORD>(100 * nTimes)));
+    for (const std::string& line : host.Calls({"CreateFont", "Text"})) {
+        int nX = 0, nY = 0;
+        std::sscanf(line.c_str(), "CreateFont width %d height %d", &nWidth, &nHeight);
+        if (std::sscanf(line.c_str(), "Text %d,%d", &nX, &nY) == 2)
+            numbers.push_back({nX, nY, line.substr(line.find('"')), nWidth, nHeight});
+    }
+    return numbers;
+}
+
+// How far the system makes digits wider than so many times those of the smaller font.
+int WidthBeyond(const Number& plain, const Number& large, int nTimes)
+{
+    const CTestBitmap bitmap(1, 1);
+    int nWidths[2] = {};
+    for (const Number* p : {&plain, &large}) {
+        const CTestSelect font(bitmap.Dc(),
+                               ::CreateFontA(p->nHeight, p->nWidth, 0, 0, FW_DONTCARE, FALSE, FALSE,
+                                             FALSE, 255, 0, 0, 0, DEFAULT_PITCH, nullptr),
+                               true);
+        SIZE size{};
+        const std::string digits = p->text.substr(1, p->text.size() - 2);
+        ::GetTextExtentPoint32A(bitmap.Dc(), digits.c_str(), static_cast<int>(digits.size()),
+                                &size);
+        nWidths[p == &large] = size.cx;
+    }
+    return std::abs(nWidths[1] - nTimes * nWidths[0]);
+}
+
+// "" when each number stands where the plain one does, and is as many times as large. nCuts: how
+// often a fraction is cut off on the way to its place, of a pixel there and of a unit here.
+// nCellBound: below which the cells differ, 1 where they are whole pixels.
+std::string UnlikeNumbers(const std::vector<Number>& plain, const std::vector<Number>& large,
+                          int nTimes, int nCuts, int nCellBound)
+{
+    if (plain.size() != large.size()) return "other numbers";
+    for (std::size_t n = 0; n < plain.size(); ++n) {
+        const Number& a = plain[n];
+        const Number& b = large[n];
+        const int nBound = nCuts * (nTimes + 1);
+        if (a.text != b.text) return "another number " + b.text;
+        if (std::abs(b.nWidth - a.nWidth * nTimes) >= nCellBound ||
+            std::abs(b.nHeight - a.nHeight * nTimes) >= nCellBound)
+            return "another cell of " + b.text;
+        const int nBeside = std::abs(b.nX - a.nX * nTimes) - WidthBeyond(a, b, nTimes);
+        const int nAbove = std::abs(b.nY - a.nY * nTimes);
+        if (nBeside >= nBound || nAbove >= nBound)
+            return b.text + " is " + std::to_string(nBeside) + "," + std::to_string(nAbove) +
+                   " units off";
+    }
+    return "";
+}
+
+} // namespace
+
+TEST(ScaledMeters, NumbersStandWhereThePlainOnesDoAndAreAsManyTimesAsLarge)
+{
+    for (const Looks& looks : g_meters)
+        for (const char* pszSet : {"", "font=0 ticks=8 major-every=2", "font=4", "reverse=1",
+                                   "decimals=1 min=-50", "angle=20"}) {
+            // A sector has no numbers but those of its values, and reads out none without them.
+            if (std::strcmp(looks.pszType, "sector") == 0) continue;
+            std::string body = Meter(looks, pszSet);
+            body.replace(body.find("labels=0"), 8, "labels=1");
+            CTextHost host(body, SIDE);
+            const std::vector<Number> plain = NumbersAt(host, 1);
+            EXPECT_LT(2U, plain.size()) << body;
+            for (const int nTimes : SCALES) {
+                host.Place({0, 0, SIDE * nTimes, SIDE * nTimes});
+                // The place of a tick and half of the text; of dials their radius as well, and of a
+                // clock the height of its font, which is a part of the radius.
+                const bool bClock = std::strcmp(looks.pszType, "clock") == 0;
+                const int nCuts = IsBar(looks) ? 2 : 3 + bClock;
+                EXPECT_EQ("", UnlikeNumbers(plain, NumbersAt(host, nTimes), nTimes, nCuts,
+                                            bClock ? nTimes : 1))
+                    << nTimes << " times: " << body;
+            }
+            host.Place({0, 0, SIDE, SIDE});
+        }
+}
