@@ -116,9 +116,13 @@ void FillPixels(const Dc& dc, CArea area, COLORREF clr)
     const LONG nWidth = bitmap.bitmap.bmWidth;
     const uint32_t nPixel = (clr & 0xFF) << 16 | (clr & 0xFF00) | (clr >> 16 & 0xFF);
     area = area.And(CArea::Rect({0, 0, nWidth, bitmap.bitmap.bmHeight}));
-    for (const RECT& rc : area.Rects())
-        for (LONG y = rc.top; y < rc.bottom; ++y)
-            std::fill_n(bitmap.pPixels->begin() + y * nWidth + rc.left, rc.right - rc.left, nPixel);
+    for (const RECT& rc : area.Rects()) {
+        uint32_t* const pFirst = bitmap.pPixels->data() + rc.top * nWidth + rc.left;
+        const auto nPixels = static_cast<std::size_t>(rc.right - rc.left);
+        std::fill_n(pFirst, nPixels, nPixel);
+        for (LONG y = 1; y < rc.bottom - rc.top; ++y)
+            std::memcpy(pFirst + y * nWidth, pFirst, nPixels * sizeof *pFirst);
+    }
 }
 
 // A fill: what is seen of the area, and nothing else, is in this brush from now on.
