@@ -1,7 +1,7 @@
 // A stand-in for GDI that the native build of the engine draws on. It is strict, as no real system
 // is: it knows every object's life and every device context's state, and reports each misuse that
-// a real system would let pass. It writes down what would have been painted, and paints no more than
-// fills of one colour, where a bitmap has pixels that its maker sees.
+// a real system would let pass. It writes down what would have been painted, and paints no more
+// than fills of one colour, where a bitmap has pixels that its maker sees.
 //
 //     gdi::CLeakCheck leaks;             // reports what is alive at the end of the scope
 //     gdi::CStateCheck state(hdc);       // reports a device context that is left changed
