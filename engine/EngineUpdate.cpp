@@ -6,6 +6,7 @@
 #include "engine/SmoothDraw.h"
 #include "render/PaintedPlace.h"
 #include "render/UpdateClip.h"
+#include "render/UpdatePieces.h"
 
 namespace {
 
@@ -108,13 +109,23 @@ int CQELEngine::Update(HDC hdc, HBRUSH hBackground)
     const uint32_t nRefused = CountRefusals();
     const RECT rcPainted = GrownRect(rcBox, 2);
     if (hBackground) ::FillRect(hdc, &rcPainted, hBackground);
-    CDirtyPainter painter(*this, clip.Painted());
-    RECT rcShown{};
-    if (!m_nSmooth || !CanBeSmooth(hdc, rcPainted, &rcShown) ||
-        !m_bands.Paint(hdc, rcShown, {WidthOf(m_rcDraw), HeightOf(m_rcDraw)}, m_nSmooth, &painter))
+    if (!UpdateSmooth(hdc, clip.Painted(), rcPainted))
         PaintDirty(hdc, m_rcDraw, clip.Painted(), rcPainted);
     const bool bWhole = !dirty.HasMissed() && CountRefusals() == nRefused;
     return bWhole ? clip.TakeBack(&dirty) : 0;
+}
+
+// 0 where it has to be painted plainly; without memory before anything is.
+int CQELEngine::UpdateSmooth(HDC hdc, const CDirtyArea& painted, const RECT& rcPainted)
+{
+    RECT rcShown{};
+    if (!m_nSmooth || !CanBeSmooth(hdc, rcPainted, &rcShown)) return 0;
+    CDirtyPainter painter(*this, painted);
+    const CUpdatePieces pieces(painted, rcShown);
+    const SIZE picture{WidthOf(m_rcDraw), HeightOf(m_rcDraw)};
+    for (int n = 0; n < pieces.Count(); ++n)
+        if (!m_bands.Paint(hdc, pieces.At(n), picture, m_nSmooth, &painter)) return 0;
+    return 1;
 }
 
 void CQELEngine::PaintDirty(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted,

@@ -137,6 +137,7 @@ private:
     RECT DirtyBox();
     void PaintDirty(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted, const RECT& rcBox);
     int UpdateByPlace(HDC hdc, const QelRect& rcQel, const CDirtyArea& painted, const RECT& rcBox);
+    int UpdateSmooth(HDC hdc, const CDirtyArea& painted, const RECT& rcPainted);
     [[nodiscard]] QelRect PaintRect() const; // with the samples of smooth draws
     int DrawSmooth(HDC hdc, uint32_t nFlags);
     friend class CDirtyPainter;
