@@ -2,7 +2,6 @@
 // terms are worked out once for every column and every row.
 #include "brush/Gradient.h"
 
-#include "base/Block.h"
 #include "base/GdiScopes.h"
 #include "base/Rects.h"
 #include "base/Refusals.h"
@@ -115,12 +114,12 @@ int32_t Remainder(int64_t n, int32_t nBy) // never negative
     return nRest < 0 ? nRest + nBy : nRest;
 }
 
-// The terms of one direction: a triple for each pixel of the bitmap. The system lays bitmap and
-// period from the same origin.
-void FillTerms(uint8_t* pOut, const Direction& direction, const Color& first, const Color& second)
+// The terms of one direction: a triple for each pixel of the part, of which the first comes at nAt,
+// and what is behind the last one from the beginning on.
+void FillTerms(uint8_t* pOut, const Direction& direction, const Color& first, const Color& second,
+               int32_t nAt)
 {
     const int32_t nCount = direction.part.nCount;
-    int32_t nAt = Remainder(direction.part.nFirst, nCount);
     int32_t p = Remainder(direction.part.nFirst, direction.nLength);
     for (int32_t i = 0; i < nCount; ++i) {
         for (int n = 0; n < CHANNELS; ++n)
@@ -185,8 +184,10 @@ HBRUSH MakeBrush(const Direction& across, const Direction& down, Join nJoin, con
     header.biCompression = BI_RGB;
     std::memcpy(bitmap.As<uint8_t>(), &header, sizeof header);
 
-    FillTerms(acrossTerms.As<uint8_t>(), across, first, second);
-    FillTerms(downTerms.As<uint8_t>(), down, first, second);
+    // The system lays bitmap and period from the same origin.
+    FillTerms(acrossTerms.As<uint8_t>(), across, first, second,
+              Remainder(across.part.nFirst, nWidth));
+    FillTerms(downTerms.As<uint8_t>(), down, first, second, Remainder(down.part.nFirst, nHeight));
     const RowFiller pfnFill = g_fillers[static_cast<int>(nJoin)];
     uint8_t* pPixel = bitmap.As<uint8_t>() + sizeof header;
     const uint8_t* pDown = downTerms.As<uint8_t>();
@@ -240,6 +241,36 @@ HBRUSH MakeGradientBrush(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2
     const KindRow& kind = g_kinds[nKind];
     return MakeBrush({kind.nAcross, rc.left, size.cx, across}, {kind.nDown, rc.top, size.cy, down},
                      kind.nJoin, ToChannels(clr1), ToChannels(clr2), nSamples);
+}
+
+CGradientRows::CGradientRows(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2,
+                             const GradientPart& across, const GradientPart& down) noexcept
+    : m_nKind(nKind), m_clr1(clr1), m_clr2(clr2), m_nWidth(across.nCount),
+      m_across(static_cast<uint64_t>(across.nCount) * CHANNELS),
+      m_down(static_cast<uint64_t>(down.nCount) * CHANNELS),
+      m_row(static_cast<uint64_t>(across.nCount) * sizeof(uint32_t))
+{
+    if (!AreThere()) return;
+    const KindRow& kind = g_kinds[nKind];
+    const SIZE size = GradientSize(rc, nKind);
+    FillTerms(m_across.As<uint8_t>(), {kind.nAcross, rc.left, size.cx, across}, ToChannels(clr1),
+              ToChannels(clr2), 0);
+    FillTerms(m_down.As<uint8_t>(), {kind.nDown, rc.top, size.cy, down}, ToChannels(clr1),
+              ToChannels(clr2), 0);
+}
+
+bool CGradientRows::AreThere() const
+{
+    return m_across.As<uint8_t>() && m_down.As<uint8_t>() && m_row.As<uint8_t>();
+}
+
+const uint32_t* CGradientRows::At(int32_t nRow) const
+{
+    const RowFiller pfnFill = g_fillers[static_cast<int>(g_kinds[m_nKind].nJoin)];
+    pfnFill(m_row.As<uint8_t>(), m_nWidth, m_across.As<uint8_t>(),
+            m_down.As<uint8_t>() + static_cast<std::ptrdiff_t>(nRow) * CHANNELS, ToChannels(m_clr1),
+            ToChannels(m_clr2));
+    return m_row.As<uint32_t>();
 }
 
 CGradient::~CGradient()

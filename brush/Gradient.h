@@ -3,6 +3,7 @@
 // gradient style.
 #pragma once
 
+#include "base/Block.h"
 #include "base/Handles.h"
 #include "include/QELEngine.h"
 
@@ -20,6 +21,27 @@ constexpr uint64_t MAX_GRADIENT_PIXELS = uint64_t{1} << 26;
 struct GradientPart {
     int64_t nFirst; // from the origin of the brush
     int32_t nCount; // as many as the period for all of it
+};
+
+// What a gradient has in a part of its place, row by row: pixels of four bytes, as bitmaps have
+// them.
+class CGradientRows {
+public:
+    CGradientRows(const RECT& rc, int nKind, COLORREF clr1, COLORREF clr2,
+                  const GradientPart& across, const GradientPart& down) noexcept;
+
+    [[nodiscard]] bool AreThere() const; // false without memory
+    // The row so many below the first, until the next one is asked for.
+    [[nodiscard]] const uint32_t* At(int32_t nRow) const;
+
+private:
+    int m_nKind;
+    COLORREF m_clr1;
+    COLORREF m_clr2;
+    int32_t m_nWidth;
+    CBlock m_across; // terms
+    CBlock m_down;
+    CBlock m_row;
 };
 
 class CGradient {

@@ -3,6 +3,7 @@
 #include "base/DrawLimits.h"
 #include "base/GdiScopes.h"
 #include "base/Shown.h"
+#include "brush/SampleGradient.h"
 #include "brush/ShownDraft.h"
 #include "render/Mapping.h"
 #include "render/OutlineProbe.h"
@@ -119,6 +120,7 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const QelRec
     CPixelPenScope pen(hdc, m_style.nPenWidth == 0 || HidesOutline(), m_style.nPenStyle,
                        m_style.nPenWidth, PenWidthFor(hdc, figure), BlinkColor(ShownPen()));
     const CBkModeScope mode(hdc, TRANSPARENT);
+    CSampleGradient samples;
     HBRUSH hBrush = nullptr;
     if (FillStyle() == QEL_STYLE_STROKE) {
         hBrush = static_cast<HBRUSH>(::GetStockObject(NULL_BRUSH));
@@ -126,11 +128,17 @@ void CQELViewShape::DrawFilled(HDC hdc, const DeviceFigure& figure, const QelRec
         // These two stay set: the next shape sets its own.
         ::SetBkColor(hdc, BlinkColor(ShownA()));
         ::SetTextColor(hdc, BlinkColor(ShownB()));
-        hBrush = draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(ShownB()),
-                             BlinkColor(ShownA()));
+        if (FillStyle() == QEL_STYLE_FILL) // the others have borders of more colours
+            hBrush =
+                samples.Begin(hdc, m_style.nDraft, figure.px, figure.rcBox, Hull(figure),
+                              BlinkColor(ShownB()), BlinkColor(ShownA()), BlinkColor(ShownPen()));
+        if (!hBrush)
+            hBrush = draft.Brush(hdc, figure.rcBox, Hull(figure), BlinkColor(ShownB()),
+                                 BlinkColor(ShownA()));
     }
     CSelectScope brush(hdc, hBrush);
     PaintWithin(hdc, figure, hBrush, rcQel);
+    samples.End();
 
     // Brush and pen go back before the background mode, the rectangle's pen before its brush: the
     // order in which hosts have always seen these calls.
