@@ -69,10 +69,11 @@ void CRowList::SetRows(std::vector<Row> rows)
 void CRowList::SetRow(int nRow, const Row& row)
 {
     Row& old = m_rows[static_cast<std::size_t>(nRow)];
-    if (old.text == row.text && old.fAt == row.fAt && old.kind == row.kind && old.clr == row.clr)
-        return;
+    const bool bTitle = old.kind != row.kind;
+    if (old.text == row.text && old.fAt == row.fAt && !bTitle && old.clr == row.clr) return;
     old = row;
-    const RECT rc = RowRect(nRow);
+    RECT rc = RowRect(nRow);
+    if (!bTitle) rc.top = SliderRect(nRow).top; // the line of the value alone
     ::InvalidateRect(Handle(), &rc, FALSE);
 }
 
@@ -293,43 +294,66 @@ void CRowList::ShowScroll() const
     ::SetScrollInfo(Handle(), SB_VERT, &info, TRUE);
 }
 
+// What is not to be painted is left out: values change many times a second.
 void CRowList::Paint()
 {
+    HRGN hRegion = ::CreateRectRgn(0, 0, 0, 0);
+    ::GetUpdateRgn(Handle(), hRegion, FALSE);
     PAINTSTRUCT paint{};
     const HDC hdc = ::BeginPaint(Handle(), &paint);
     const RECT rc = Client();
-    CPicture picture;
-    if (picture.SetSize({rc.right, rc.bottom})) {
-        const HDC hdcPicture = picture.Dc();
-        Fill(hdcPicture, rc, ::GetSysColor(COLOR_WINDOW));
+    const RECT& rcPaint = paint.rcPaint;
+    if (m_picture.SetSize({rc.right, rc.bottom})) {
+        const HDC hdcPicture = m_picture.Dc();
+        ::SelectClipRgn(hdcPicture, hRegion);
+        Fill(hdcPicture, rcPaint, ::GetSysColor(COLOR_WINDOW));
         const HGDIOBJ hPrev = ::SelectObject(hdcPicture, m_hFont);
         ::SetBkMode(hdcPicture, TRANSPARENT);
-        for (int n = FirstShown(); n < EndShown(); ++n) PaintRow(hdcPicture, n, RowRect(n));
+        for (int n = FirstShown(); n < EndShown(); ++n) PaintRow(hdcPicture, n, hRegion);
         ::SelectObject(hdcPicture, hPrev);
-        ::BitBlt(hdc, 0, 0, rc.right, rc.bottom, hdcPicture, 0, 0, SRCCOPY);
+        ::BitBlt(hdc, rcPaint.left, rcPaint.top, rcPaint.right - rcPaint.left,
+                 rcPaint.bottom - rcPaint.top, hdcPicture, rcPaint.left, rcPaint.top, SRCCOPY);
     }
     ::EndPaint(Handle(), &paint);
+    ::DeleteObject(hRegion);
 }
 
-void CRowList::PaintRow(HDC hdc, int nRow, const RECT& rc) const
+void CRowList::PaintRow(HDC hdc, int nRow, HRGN hRegion) const
 {
-    const Row& row = m_rows[static_cast<std::size_t>(nRow)];
+    const RECT rc = RowRect(nRow);
     const bool bSelected = nRow == m_nSelected;
     const bool bFocus = bSelected && ::GetFocus() == Handle();
+    const RECT rcTitle{rc.left, rc.top, rc.right, SliderRect(nRow).top};
+    const RECT rcValue{rc.left, rcTitle.bottom, rc.right, rc.bottom};
     if (bSelected) Fill(hdc, rc, ::GetSysColor(bFocus ? COLOR_HIGHLIGHT : COLOR_3DFACE));
     if (bSelected && !bFocus && IsHighContrast()) // where the two grounds may be the same
         ::FrameRect(hdc, &rc, ::GetSysColorBrush(COLOR_HIGHLIGHT));
-    const COLORREF clr = ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
-    const COLORREF clrFaint = ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_GRAYTEXT);
+    if (::RectInRegion(hRegion, &rcTitle)) PaintTitle(hdc, nRow, bFocus);
+    if (::RectInRegion(hRegion, &rcValue)) PaintValue(hdc, nRow, bFocus);
+}
+
+// The first line: name and kind.
+void CRowList::PaintTitle(HDC hdc, int nRow, bool bFocus) const
+{
+    const Row& row = m_rows[static_cast<std::size_t>(nRow)];
+    const RECT rc = RowRect(nRow);
     RECT rcLine{rc.left + Scaled(MARGIN), rc.top + Scaled(MARGIN) / 2, rc.right - Scaled(MARGIN),
                 rc.top + Scaled(MARGIN) / 2 + m_nLine};
-    Write(hdc, row.name, rcLine, clr, DT_LEFT);
+    Write(hdc, row.name, rcLine, ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT),
+          DT_LEFT);
     rcLine.left = std::min(rcLine.left + Extent(hdc, row.name).cx + Scaled(MARGIN), rcLine.right);
-    Write(hdc, row.kind, rcLine, clrFaint, DT_RIGHT);
+    Write(hdc, row.kind, rcLine, ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_GRAYTEXT),
+          DT_RIGHT);
+}
+
+// The second one: slider or colour, and value.
+void CRowList::PaintValue(HDC hdc, int nRow, bool bFocus) const
+{
+    const Row& row = m_rows[static_cast<std::size_t>(nRow)];
     const RECT rcSlider = SliderRect(nRow);
     if (row.bSlider) PaintSlider(hdc, row, rcSlider, bFocus);
     RECT rcValue{row.bSlider ? rcSlider.right + Scaled(MARGIN) : rcSlider.left, rcSlider.top,
-                 rc.right - Scaled(MARGIN), rcSlider.bottom};
+                 RowRect(nRow).right - Scaled(MARGIN), rcSlider.bottom};
     if (row.bColor) {
         const RECT rcColor{rcSlider.left, rcSlider.top + 1, rcSlider.left + Scaled(32),
                            rcSlider.bottom - 1};
@@ -337,7 +361,8 @@ void CRowList::PaintRow(HDC hdc, int nRow, const RECT& rc) const
         ::FrameRect(hdc, &rcColor, ::GetSysColorBrush(COLOR_GRAYTEXT));
         rcValue.left = rcColor.right + Scaled(MARGIN);
     }
-    Write(hdc, row.text, rcValue, clr, row.bSlider ? DT_RIGHT : DT_LEFT);
+    Write(hdc, row.text, rcValue, ::GetSysColor(bFocus ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT),
+          row.bSlider ? DT_RIGHT : DT_LEFT);
 }
 
 void CRowList::PaintSlider(HDC hdc, const Row& row, const RECT& rc, bool bSelected) const

@@ -2,6 +2,7 @@
 // window, so that a drawing of thousands of rows is as quick as one of ten.
 #pragma once
 
+#include "tools/studio/Picture.h"
 #include "tools/studio/Window.h"
 
 #include <functional>
@@ -50,7 +51,9 @@ private:
     void ScrollTo(int nTop);
     void ShowScroll() const;
     void Paint();
-    void PaintRow(HDC hdc, int nRow, const RECT& rc) const;
+    void PaintRow(HDC hdc, int nRow, HRGN hRegion) const;
+    void PaintTitle(HDC hdc, int nRow, bool bFocus) const;
+    void PaintValue(HDC hdc, int nRow, bool bFocus) const;
     void PaintSlider(HDC hdc, const Row& row, const RECT& rc, bool bSelected) const;
     [[nodiscard]] int RowHeight() const;
     [[nodiscard]] RECT RowRect(int nRow) const;
@@ -58,6 +61,7 @@ private:
     [[nodiscard]] int RowAt(POINT pt) const;
 
     Events m_events;
+    CPicture m_picture; // what is painted, before it shows
     HFONT m_hFont = nullptr;
     std::vector<Row> m_rows;
     int m_nSelected = -1;
