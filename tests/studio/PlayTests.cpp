@@ -73,6 +73,25 @@ TEST(Play, BlinkingColoursAreDarkEveryOtherHalfSecond)
     EXPECT_EQ(RGB(255, 0, 0), Middle(drawing));
 }
 
+TEST(Play, ALongTimeAtOnceIsAsGoodAsManyShortOnes)
+{
+    const std::string body = ScaleText("a") + BLINKING;
+    const COpenDrawing together(body);
+    const COpenDrawing apart(body);
+    CPlay once;
+    CPlay often;
+    for (CPlay* pPlay : {&once, &often}) {
+        pPlay->Signals().Set("a", Ramp());
+        pPlay->Signals().Play(true);
+    }
+    for (const int nMilliseconds : {3700, 61200, 1000, 400}) {
+        once.Tick(together, nMilliseconds);
+        for (int n = 0; n < nMilliseconds; n += 100) often.Tick(apart, 100);
+        EXPECT_NEAR(apart.Value("a"), together.Value("a"), 0.011) << nMilliseconds;
+        EXPECT_EQ(Middle(apart), Middle(together)) << nMilliseconds;
+    }
+}
+
 TEST(Play, WithoutBlinkingAllIsBright)
 {
     const COpenDrawing drawing(BLINKING);

@@ -15,10 +15,10 @@ assert drawing and start  # the fixtures of all tests here
 def test_a_row_has_what_its_elements_take(start, drawing):
     studio = start(drawing)
     choose(studio, "level")
-    assert list(properties(studio)) == ["value", "signal", "quality", "visible", "pin-color", "scale-color", "ticks",
+    assert list(properties(studio)) == ["value", "signal of", "signal", "quality", "visible", "pin-color", "scale-color", "ticks",
                                         "max", "min"]
     choose(studio, "state")
-    assert list(properties(studio)) == ["value", "signal", "text", "clr", "fg", "bg", "quality", "visible"]
+    assert list(properties(studio)) == ["value", "signal of", "signal", "text", "clr", "fg", "bg", "quality", "visible"]
     choose(studio, "box")
     assert properties(studio)["fg"] == "#FF0000"
     choose(studio, "#status")

@@ -43,7 +43,7 @@ void CMainWindow::OnCommand(UINT nCommand)
 {
     if (!IsEnabled(nCommand)) return; // a key may ask for what there is nothing for
     if (OnFileCommand(nCommand) || OnViewCommand(nCommand) || OnPaneCommand(nCommand) ||
-        OnSelectCommand(nCommand))
+        OnSelectCommand(nCommand) || OnRunCommand(nCommand))
         UpdateCommands();
 }
 
@@ -179,6 +179,26 @@ bool CMainWindow::OnSelectCommand(UINT nCommand)
     }
 }
 
+bool CMainWindow::OnRunCommand(UINT nCommand)
+{
+    switch (nCommand) {
+    case IDM_PLAY:
+        m_panes.run.TogglePlay();
+        return true;
+    case IDM_SIGNALS_ALL:
+        m_panes.run.DriveAll();
+        return true;
+    case IDM_SIGNALS_NONE:
+        m_panes.run.DriveNone();
+        return true;
+    case IDM_FILTER:
+        m_panes.run.FocusFilter();
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool CMainWindow::IsEnabled(UINT nCommand) const
 {
     const Tab* pTab = Current();
@@ -197,7 +217,12 @@ bool CMainWindow::IsEnabled(UINT nCommand) const
     case IDM_ACTUAL:
     case IDM_ZOOM_IN:
     case IDM_ZOOM_OUT:
+    case IDM_PLAY:
+    case IDM_SIGNALS_ALL:
+    case IDM_FILTER:
         return pTab && pTab->file.Engine();
+    case IDM_SIGNALS_NONE:
+        return pTab && !pTab->play.Signals().IsEmpty();
     case IDM_TAB_NEXT:
     case IDM_TAB_BACK:
         return m_tabs.size() > 1;
@@ -225,6 +250,8 @@ bool CMainWindow::IsChecked(UINT nCommand) const
         return bShown && pTab->view.Now() == CViewport::Mode::Fill;
     case IDM_ACTUAL:
         return bShown && pTab->view.Now() == CViewport::Mode::Free && pTab->view.Zoom() == 1;
+    case IDM_PLAY:
+        return bShown && pTab->play.Signals().IsPlaying();
     case IDM_SMOOTH:
         return m_settings.bSmooth;
     case IDM_UPDATES:

@@ -225,6 +225,8 @@ void CMainWindow::OnTimer()
         Watch();
     }
     TakeLines();
+    for (const auto& pTab : m_tabs)
+        if (pTab.get() != Current()) pTab->nAway += nPassed;
     m_panes.run.Tick(nPassed);
     if (Current() && Current()->file.Engine()) QELAdvance(Current()->file.Engine(), nPassed);
     m_panes.canvas.Refresh(nPassed);
@@ -404,9 +406,22 @@ void CMainWindow::Reload(Tab* pTab)
     if (bShown) ShowCurrent();
 }
 
+// Signals that play go on in drawings that are not shown, without being drawn.
+void CMainWindow::CatchUp()
+{
+    Tab* pTab = Current();
+    if (!pTab) return;
+    if (pTab->nAway && pTab->file.Engine()) {
+        pTab->play.Tick(pTab->file.Engine(), pTab->nAway);
+        QELAdvance(pTab->file.Engine(), pTab->nAway);
+    }
+    pTab->nAway = 0;
+}
+
 void CMainWindow::ShowCurrent()
 {
     Tab* pTab = Current();
+    CatchUp();
     const CDrawingFile* pFile = pTab ? &pTab->file : nullptr;
     const std::wstring title = Text(IDS_TITLE);
     ::SetWindowTextW(Handle(),

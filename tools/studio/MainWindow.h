@@ -33,6 +33,7 @@ private:
         CViewport view;
         std::vector<int> selection; // the place of the element that is selected
         std::string selectionId;    // its identifier
+        DWORD nAway = 0;            // milliseconds since it was shown last
     };
 
     LRESULT OnMessage(UINT nMessage, WPARAM wParam, LPARAM lParam) override;
@@ -53,6 +54,7 @@ private:
     bool OnViewCommand(UINT nCommand);
     bool OnPaneCommand(UINT nCommand);
     bool OnSelectCommand(UINT nCommand);
+    bool OnRunCommand(UINT nCommand);
     void AskForFiles();
     void Copy(bool bMetafile);
     void Print();
@@ -72,6 +74,7 @@ private:
     void Watch();
     void TakeLines(); // of live data that have come
     void ShowLive();
+    void CatchUp();     // the time that passed while the drawing was not shown
     void ShowCurrent(); // all of the current drawing, in all panes
     void ShowFault();
     void ShowStatus();

@@ -1,4 +1,4 @@
-// The panel at the right; see the header.
+// The panel at the right; see the header. Its signals stand in RunSignals.cpp.
 #include "tools/studio/RunPanel.h"
 
 #include "tools/studio/Dpi.h"
@@ -8,12 +8,11 @@
 #include "tools/studio/model/Convert.h"
 #include "tools/studio/model/DrawingFile.h"
 #include "tools/studio/model/Play.h"
+#include "tools/studio/model/RowFilter.h"
 
 #include <algorithm>
 #include <cmath>
-#include <commdlg.h>
 #include <cstdlib>
-#include <cwchar>
 #include <iterator>
 #include <windowsx.h>
 
@@ -27,6 +26,7 @@ constexpr int COMBO_FRAME = 6; // above and below what a combo box shows
 constexpr int FAULT_LINES = 3; // of the message at the bottom
 constexpr int ROWS_PART = 50;  // of what is left for the two lists, in percent
 constexpr int SHOWN_SPEEDS = 8;
+constexpr std::size_t FILTERED_FROM = 20; // rows: so many are found without help
 
 // Above what the system sends for Enter and Escape.
 enum Control : UINT {
@@ -37,7 +37,8 @@ enum Control : UINT {
     ID_KEEP,
     ID_ROWS,
     ID_PROPERTIES,
-    ID_MESSAGE
+    ID_MESSAGE,
+    ID_FILTER
 };
 
 struct ControlRow {
@@ -59,16 +60,7 @@ constexpr ControlRow g_controls[] = {
 constexpr double g_speeds[] = {0.25, 0.5, 1, 2, 4, 8};
 constexpr const wchar_t* g_speedTexts[] = {L"0.25 \x00D7", L"0.5 \x00D7", L"1 \x00D7",
                                            L"2 \x00D7",    L"4 \x00D7",   L"8 \x00D7"};
-constexpr unsigned g_signals[] = {IDS_SIGNAL_NONE,  IDS_SIGNAL_CONSTANT, IDS_SIGNAL_RAMP,
-                                  IDS_SIGNAL_SINE,  IDS_SIGNAL_SQUARE,   IDS_SIGNAL_WALK,
-                                  IDS_SIGNAL_COLUMN};
 constexpr unsigned g_qualities[] = {IDS_QUALITY_GOOD, IDS_QUALITY_STALE, IDS_QUALITY_BAD};
-
-// The first choice is no signal, and the others are in the order of their kinds.
-int ChoiceOf(const SignalSetting* pSetting)
-{
-    return pSetting ? static_cast<int>(pSetting->kind) + 1 : 0;
-}
 
 Property::Kind KindOf(LiveProperty::Kind kind)
 {
@@ -84,13 +76,6 @@ Property::Kind KindOf(LiveProperty::Kind kind)
     }
 }
 
-std::vector<std::wstring> Numbers(std::size_t nCount)
-{
-    std::vector<std::wstring> texts;
-    for (std::size_t n = 0; n < nCount; ++n) texts.push_back(std::to_wstring(n));
-    return texts;
-}
-
 template <std::size_t N>
 std::vector<std::wstring> Texts(const unsigned (&ids)[N])
 {
@@ -103,41 +88,6 @@ double NumberOf(const std::string& text)
 {
     const double fValue = std::strtod(text.c_str(), nullptr);
     return std::isfinite(fValue) ? fValue : 0;
-}
-
-std::wstring PlainNumber(double fValue)
-{
-    char szText[32];
-    std::snprintf(szText, sizeof szText, "%.10g", fValue);
-    return FromUtf8(szText);
-}
-
-// The whole text as a number; a comma counts as a point.
-int ReadReal(const std::wstring& text, double* pfValue)
-{
-    std::string digits = ToUtf8(text);
-    std::replace(digits.begin(), digits.end(), ',', '.');
-    char* pEnd = nullptr;
-    const double fValue = std::strtod(digits.c_str(), &pEnd);
-    if (digits.empty() || *pEnd || !std::isfinite(fValue)) return 0;
-    *pfValue = fValue;
-    return 1;
-}
-
-std::wstring AskForTable(HWND hOwner)
-{
-    const std::wstring filter = Text(IDS_FILTER_TABLES) + L'\0' + L"*.csv" + L'\0' +
-                                Text(IDS_FILTER_ALL) + L'\0' + L"*.*" + L'\0';
-    std::wstring name(MAX_PATH * 4, L'\0');
-    OPENFILENAMEW open{};
-    open.lStructSize = sizeof open;
-    open.hwndOwner = hOwner;
-    open.lpstrFilter = filter.c_str();
-    open.lpstrFile = name.data();
-    open.nMaxFile = static_cast<DWORD>(name.size());
-    open.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    name.resize(::GetOpenFileNameW(&open) ? std::wcslen(name.c_str()) : 0);
-    return name;
 }
 
 } // namespace
@@ -163,6 +113,11 @@ int CRunPanel::MakeControls()
     auto* const hMessage = Passed<HMENU>(static_cast<UINT_PTR>(ID_MESSAGE));
     ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE | SS_NOPREFIX | SS_EDITCONTROL, 0, 0,
                       0, 0, Handle(), hMessage, ::GetModuleHandleW(nullptr), nullptr);
+    auto* const hFilter = Passed<HMENU>(static_cast<UINT_PTR>(ID_FILTER));
+    ::CreateWindowExW(0, L"EDIT", L"", WS_CHILD | WS_TABSTOP | WS_BORDER | ES_AUTOHSCROLL, 0, 0, 0,
+                      0, Handle(), hFilter, ::GetModuleHandleW(nullptr), nullptr);
+    ::SendDlgItemMessageW(Handle(), ID_FILTER, EM_SETCUEBANNER, TRUE,
+                          Param(Text(IDS_RUN_FILTER).c_str()));
     const HWND hSpeed = ::GetDlgItem(Handle(), ID_SPEED);
     for (const wchar_t* pszSpeed : g_speedTexts) ComboBox_AddString(hSpeed, pszSpeed);
     CRowList::Events events;
@@ -182,6 +137,7 @@ void CRunPanel::SetFont(HFONT hFont)
         SetWindowFont(::GetDlgItem(Handle(), static_cast<int>(row.nId)), hFont, TRUE);
     m_nLine = LineHeight(Handle(), hFont);
     SetWindowFont(::GetDlgItem(Handle(), ID_MESSAGE), hFont, TRUE);
+    SetWindowFont(::GetDlgItem(Handle(), ID_FILTER), hFont, TRUE);
     m_list.SetFont(hFont);
     m_properties.SetFont(hFont);
     Layout();
@@ -199,11 +155,16 @@ void CRunPanel::Layout()
     // The box itself; what it drops down goes by its font.
     ::SendDlgItemMessageW(Handle(), ID_SPEED, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
                           Scaled(BUTTON - COMBO_FRAME));
-    const int nTop = Scaled(2 * (BUTTON + GAP) + GAP);
+    const bool bFilter = IsFiltered();
+    const HWND hFilter = ::GetDlgItem(Handle(), ID_FILTER);
+    ::MoveWindow(hFilter, nGap, Scaled(2 * (BUTTON + GAP) + GAP), rc.right - 2 * nGap,
+                 Scaled(BUTTON), TRUE);
+    ::ShowWindow(hFilter, bFilter ? SW_SHOW : SW_HIDE);
+    const int nTop = Scaled((bFilter ? 3 : 2) * (BUTTON + GAP) + GAP);
     const int nBottom = rc.bottom - FAULT_LINES * m_nLine - 2 * nGap;
     const int nRoom = std::max(nBottom - nTop - nGap, 0);
     const int nRows = nRoom * ROWS_PART / 100;
-    const bool bRows = m_list.Count() > 0;
+    const bool bRows = !m_rows.Rows().empty();
     const RECT rcNone{0, 0, 0, 0};
     const RECT rcRows{nGap, nTop, rc.right - nGap, nTop + nRows};
     const RECT rcProperties{nGap, nTop + nRows + nGap, rc.right - nGap, nBottom};
@@ -245,14 +206,30 @@ void CRunPanel::Show(CDrawingFile* pFile, CPlay* pPlay)
 
 void CRunPanel::MakeRows()
 {
-    const std::string selected = m_selected;
     m_items.clear(); // they point into the rows
     m_rows = m_pPlay ? CLiveRows(m_pFile->Engine()) : CLiveRows();
+    FilterRows();
+}
+
+bool CRunPanel::IsFiltered() const
+{
+    return m_rows.Rows().size() >= FILTERED_FROM;
+}
+
+// Those whose name or kind has the words of the filter, in any order.
+void CRunPanel::FilterRows()
+{
+    const std::string selected = m_selected;
+    const CRowFilter filter(IsFiltered() ? ToUtf8(m_filter) : "");
     std::vector<CRowList::Row> rows;
     int nSelected = 0;
-    for (const LiveRow& row : m_rows.Rows()) {
+    m_shown.clear();
+    for (std::size_t n = 0; n < m_rows.Rows().size(); ++n) {
+        const LiveRow& row = m_rows.Rows()[n];
+        if (!filter.Takes(row)) continue;
         if (row.name == selected) nSelected = static_cast<int>(rows.size());
         rows.push_back(RowOf(row));
+        m_shown.push_back(n);
     }
     m_list.SetRows(std::move(rows));
     m_list.Select(nSelected);
@@ -264,8 +241,8 @@ CRowList::Row CRunPanel::RowOf(const LiveRow& row) const
     CRowList::Row shown;
     shown.name = FromUtf8(row.name);
     shown.kind = FromUtf8(row.kind);
-    if (const SignalSetting* pSignal = m_pPlay->Signals().Find(row.name))
-        shown.kind += L" \x00B7 " + Text(g_signals[ChoiceOf(pSignal)]);
+    if (const std::wstring signal = SignalOf(row); !signal.empty())
+        shown.kind += L" \x00B7 " + signal;
     if (!row.value) return shown;
     const std::string& text = TextOf(*row.value, m_pPlay->Values());
     const LiveRange range = RangeOf(row, m_pPlay->Values());
@@ -280,13 +257,7 @@ CRowList::Row CRunPanel::RowOf(const LiveRow& row) const
 const LiveRow* CRunPanel::Current() const
 {
     const auto nRow = static_cast<std::size_t>(m_list.Selected());
-    return nRow < m_rows.Rows().size() ? &m_rows.Rows()[nRow] : nullptr;
-}
-
-const SignalSetting* CRunPanel::CurrentSignal() const
-{
-    const LiveRow* pRow = Current();
-    return pRow && m_pPlay ? m_pPlay->Signals().Find(pRow->name) : nullptr;
+    return nRow < m_shown.size() ? &RowAt(nRow) : nullptr;
 }
 
 void CRunPanel::AddItem(Item item, Property property, std::vector<Property>* pProperties)
@@ -294,30 +265,6 @@ void CRunPanel::AddItem(Item item, Property property, std::vector<Property>* pPr
     m_items.push_back(item);
     property.text = TextOfItem(item);
     pProperties->push_back(std::move(property));
-}
-
-void CRunPanel::AddSignal(std::vector<Property>* pProperties)
-{
-    const SignalSetting* pSignal = CurrentSignal();
-    Property signal{Text(IDS_RUN_SIGNAL), Property::Kind::Choice, L""};
-    signal.choices = Numbers(std::size(g_signals));
-    signal.names = Texts(g_signals);
-    AddItem({Item::What::Signal}, std::move(signal), pProperties);
-    if (!pSignal) return;
-    const bool bColumn = pSignal->kind == SignalKind::Column;
-    const bool bConstant = pSignal->kind == SignalKind::Constant;
-    if (!bColumn)
-        AddItem({Item::What::Low}, {Text(bConstant ? IDS_RUN_LEVEL : IDS_RUN_LOW)}, pProperties);
-    if (!bColumn && !bConstant) AddItem({Item::What::High}, {Text(IDS_RUN_HIGH)}, pProperties);
-    if (bColumn) {
-        Property column{Text(IDS_SIGNAL_COLUMN), Property::Kind::Choice, L""};
-        for (const SignalColumn& each : m_tables[Current()->name])
-            column.choices.push_back(FromUtf8(each.name));
-        AddItem({Item::What::Column}, std::move(column), pProperties);
-    }
-    if (!bConstant && pSignal->kind != SignalKind::Walk)
-        AddItem({Item::What::Period}, {Text(bColumn ? IDS_RUN_ROW_TIME : IDS_RUN_PERIOD)},
-                pProperties);
 }
 
 void CRunPanel::MakeProperties()
@@ -332,7 +279,7 @@ void CRunPanel::MakeProperties()
             value.choices.push_back(FromUtf8(choice));
         AddItem({Item::What::Value, &*pRow->value}, std::move(value), &properties);
     }
-    if (pRow && pRow->HasSlider()) AddSignal(&properties);
+    AddSignal(&properties);
     for (std::size_t n = 0; pRow && n < pRow->properties.size(); ++n) {
         const LiveProperty& each = pRow->properties[n];
         Property property{FromUtf8(each.label), KindOf(each.kind), L""};
@@ -345,29 +292,15 @@ void CRunPanel::MakeProperties()
 
 std::wstring CRunPanel::TextOfItem(const Item& item) const
 {
-    const SignalSetting* pSignal = CurrentSignal();
-    if (item.pProperty) return FromUtf8(TextOf(*item.pProperty, m_pPlay->Values()));
-    if (item.what == Item::What::Signal) return std::to_wstring(ChoiceOf(pSignal));
-    if (!pSignal) return L"";
-    switch (item.what) {
-    case Item::What::Low:
-        return PlainNumber(pSignal->fLow);
-    case Item::What::High:
-        return PlainNumber(pSignal->fHigh);
-    case Item::What::Period:
-        return PlainNumber(pSignal->fPeriod);
-    default: {
-        const auto at = m_columns.find(Current()->name);
-        return at == m_columns.end() ? L"" : at->second;
-    }
-    }
+    return item.pProperty ? FromUtf8(TextOf(*item.pProperty, m_pPlay->Values()))
+                          : TextOfSignal(item.what);
 }
 
 void CRunPanel::Refresh()
 {
     if (!m_pPlay) return;
     for (int n = m_list.FirstShown(); n < m_list.EndShown(); ++n)
-        m_list.SetRow(n, RowOf(m_rows.Rows()[static_cast<std::size_t>(n)]));
+        m_list.SetRow(n, RowOf(RowAt(static_cast<std::size_t>(n))));
     for (std::size_t n = 0; n < m_items.size(); ++n)
         m_properties.SetText(n, TextOfItem(m_items[n]));
 }
@@ -411,7 +344,7 @@ void CRunPanel::SetValue(const std::string& name, const std::string& text)
 void CRunPanel::Slide(int nRow, double fAt)
 {
     if (!m_pPlay || nRow < 0) return;
-    const LiveRow& row = m_rows.Rows()[static_cast<std::size_t>(nRow)];
+    const LiveRow& row = RowAt(static_cast<std::size_t>(nRow));
     const LiveRange range = RangeOf(row, m_pPlay->Values());
     const bool bWhole = row.value->kind == LiveProperty::Kind::Whole;
     SetValue(row.name, RangeText(range.fMin + (range.fMax - range.fMin) * fAt, range.fMin,
@@ -422,90 +355,32 @@ void CRunPanel::Change(std::size_t nItem, const std::wstring& text)
 {
     if (!m_pPlay || nItem >= m_items.size()) return;
     const Item item = m_items[nItem];
-    if (!item.pProperty) return ChangeSignal(item, text);
+    if (!item.pProperty) return ChangeSignal(item.what, text);
     const bool bCount = item.pProperty->label == "sectors";
     SetValue(item.pProperty->name, ToUtf8(text));
     if (bCount) MakeRows(); // it has other sectors to set
-}
-
-void CRunPanel::ChangeSignal(const Item& item, const std::wstring& text)
-{
-    if (item.what == Item::What::Signal) return ChooseSignal(_wtoi(text.c_str()));
-    if (!CurrentSignal()) return;
-    const std::string name = Current()->name;
-    SignalSetting setting = *CurrentSignal();
-    if (item.what == Item::What::Column) {
-        for (const SignalColumn& column : m_tables[name])
-            if (FromUtf8(column.name) == text) setting.cells = column.cells;
-        m_columns[name] = text;
-    } else {
-        double& fValue = item.what == Item::What::Low    ? setting.fLow
-                         : item.what == Item::What::High ? setting.fHigh
-                                                         : setting.fPeriod;
-        if (!ReadReal(text, &fValue)) return Fault(ToUtf8(Text(IDS_RUN_NO_NUMBER, {text})));
-    }
-    Fault("");
-    m_pPlay->Signals().Set(name, std::move(setting));
-    MakeProperties();
-}
-
-// It begins with the range of the row.
-void CRunPanel::ChooseSignal(int nKind)
-{
-    const LiveRow& row = *Current();
-    const LiveRange range = RangeOf(row, m_pPlay->Values());
-    SignalSetting setting;
-    if (const SignalSetting* pSignal = CurrentSignal()) setting = *pSignal;
-    if (!CurrentSignal()) {
-        setting.fLow = range.fMin;
-        setting.fHigh = range.fMax;
-        setting.bWhole = row.value->kind == LiveProperty::Kind::Whole;
-    }
-    setting.kind = static_cast<SignalKind>(nKind - 1);
-    if (nKind == 0) {
-        m_pPlay->Signals().Remove(row.name);
-    } else if (setting.kind == SignalKind::Column) {
-        return ChooseTable(std::move(setting));
-    } else {
-        m_pPlay->Signals().Set(row.name, std::move(setting));
-    }
-    Refresh();
-    MakeProperties();
-}
-
-void CRunPanel::ChooseTable(SignalSetting setting)
-{
-    const std::string name = Current()->name;
-    const std::wstring path = AskForTable(::GetAncestor(Handle(), GA_ROOT));
-    std::vector<SignalColumn> columns;
-    std::string why;
-    if (path.empty()) return MakeProperties();
-    if (!ReadColumns(path, &columns, &why)) return Fault(why);
-    setting.cells = columns[0].cells;
-    setting.fPeriod = 1;
-    m_columns[name] = FromUtf8(columns[0].name);
-    for (const SignalColumn& column : columns) {
-        if (column.name != name) continue; // which is most likely the one that is meant
-        setting.cells = column.cells;
-        m_columns[name] = FromUtf8(name);
-    }
-    m_tables[name] = std::move(columns);
-    m_pPlay->Signals().Set(name, std::move(setting));
-    Refresh();
-    MakeProperties();
-}
-
-void CRunPanel::TogglePlay()
-{
-    CSignals& signals = m_pPlay->Signals();
-    signals.Play(!signals.IsPlaying());
-    Enable();
 }
 
 void CRunPanel::SetSpeed()
 {
     const int nSpeed = ComboBox_GetCurSel(::GetDlgItem(Handle(), ID_SPEED));
     if (nSpeed >= 0) m_pPlay->Signals().SetSpeed(g_speeds[nSpeed]);
+}
+
+void CRunPanel::TakeFilter()
+{
+    const HWND hFilter = ::GetDlgItem(Handle(), ID_FILTER);
+    m_filter.resize(static_cast<std::size_t>(::GetWindowTextLengthW(hFilter)));
+    ::GetWindowTextW(hFilter, m_filter.data(), static_cast<int>(m_filter.size()) + 1);
+    m_properties.EndEdit(false);
+    FilterRows();
+}
+
+void CRunPanel::FocusFilter() const
+{
+    const HWND hFilter = ::GetDlgItem(Handle(), ID_FILTER);
+    if (::IsWindowVisible(hFilter)) ::SetFocus(hFilter);
+    Edit_SetSel(hFilter, 0, -1);
 }
 
 void CRunPanel::Keep()
@@ -522,6 +397,9 @@ void CRunPanel::OnCommand(UINT nId, UINT nWhat)
     if (!m_pPlay) return;
     const bool bClicked = nWhat == BN_CLICKED;
     if (nId == IDOK && ::GetFocus() == m_list.Handle()) m_properties.Edit(0);
+    if (nId == IDOK && ::GetFocus() == ::GetDlgItem(Handle(), ID_FILTER))
+        ::SetFocus(m_list.Handle());
+    if (nId == ID_FILTER && nWhat == EN_CHANGE) TakeFilter();
     if (nId == ID_PLAY && bClicked) TogglePlay();
     if (nId == ID_SPEED && nWhat == CBN_SELCHANGE) SetSpeed();
     if (nId == ID_TURN && bClicked) m_pPlay->Turn(m_pFile->Engine());
@@ -564,7 +442,7 @@ void CRunPanel::Paint()
     ::SetBkMode(hdc, TRANSPARENT);
     ::SetTextColor(hdc, ::GetSysColor(COLOR_GRAYTEXT));
     rc.top += Scaled(2 * (BUTTON + GAP));
-    if (!m_list.Count())
+    if (m_rows.Rows().empty())
         ::DrawTextW(hdc, Text(IDS_RUN_EMPTY).c_str(), -1, &rc, DT_WORDBREAK | DT_NOPREFIX);
     ::SelectObject(hdc, hPrev);
     ::EndPaint(Handle(), &paint);

@@ -1,6 +1,8 @@
 // What a drawing is played with; see the header.
 #include "tools/studio/model/Play.h"
 
+#include <cmath>
+
 namespace studio {
 
 namespace {
@@ -47,7 +49,9 @@ int CPlay::Tick(HQELENGINE hEngine, double fMilliseconds)
     if (!m_bBlinks) return nChanged;
     m_fPhase += fMilliseconds;
     if (m_fPhase < BLINK_MS) return nChanged;
-    m_fPhase = 0;
+    const double fPhases = std::floor(m_fPhase / BLINK_MS);
+    m_fPhase -= fPhases * BLINK_MS;
+    if (std::fmod(fPhases, 2) == 0) return nChanged;
     m_bDark = !m_bDark;
     QELSetBlinkState(hEngine, m_bDark);
     return nChanged;

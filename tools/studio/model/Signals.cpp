@@ -129,25 +129,30 @@ std::string CSignal::Text() const
 
 void CSignals::Set(const std::string& name, SignalSetting setting)
 {
-    for (Driven& driven : m_driven) {
-        if (driven.name != name) continue;
-        driven.signal = CSignal(std::move(setting));
-        driven.text.clear();
-        return;
-    }
-    m_driven.push_back({name, CSignal(std::move(setting)), ""});
+    const auto [at, bNew] = m_places.emplace(name, m_driven.size());
+    if (bNew)
+        m_driven.push_back({name, CSignal(std::move(setting)), ""});
+    else
+        m_driven[at->second] = {name, CSignal(std::move(setting)), ""};
 }
 
 void CSignals::Remove(const std::string& name)
 {
     std::erase_if(m_driven, [&name](const Driven& driven) { return driven.name == name; });
+    m_places.clear();
+    for (const Driven& driven : m_driven) m_places.emplace(driven.name, m_places.size());
+}
+
+void CSignals::Clear()
+{
+    m_driven.clear();
+    m_places.clear();
 }
 
 const SignalSetting* CSignals::Find(const std::string& name) const
 {
-    for (const Driven& driven : m_driven)
-        if (driven.name == name) return &driven.signal.Setting();
-    return nullptr;
+    const auto at = m_places.find(name);
+    return at == m_places.end() ? nullptr : &m_driven[at->second].signal.Setting();
 }
 
 void CSignals::SetSpeed(double fSpeed)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace studio {
@@ -57,7 +58,7 @@ public:
     // In the place of one that drives the same name.
     void Set(const std::string& name, SignalSetting setting);
     void Remove(const std::string& name);
-    void Clear() { m_driven.clear(); }
+    void Clear();
     [[nodiscard]] const SignalSetting* Find(const std::string& name) const; // null: none drives it
     [[nodiscard]] bool IsEmpty() const { return m_driven.empty(); }
 
@@ -82,6 +83,7 @@ private:
     };
 
     std::vector<Driven> m_driven;
+    std::unordered_map<std::string, std::size_t> m_places; // of the names among them
     bool m_bPlays = false;
     double m_fSpeed = 1;
 };
