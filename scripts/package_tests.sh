@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes the archives, installs the engine into an empty folder for each word size by the lines of
-# docs/embedding.md, and builds a host against the package outside of the tree with MinGW and with the
-# Microsoft ABI and runs both.
+# docs/embedding.md, builds a host against the package outside of the tree with MinGW and with the
+# Microsoft ABI and runs both, and drives the Studio that it holds.
 set -u
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 cd "$QEL_ROOT" || exit 2
@@ -25,7 +25,7 @@ consume() { # ARCH NAME CMAKE-OPTION...: builds the host in a folder of its own,
 # Symbols of its own it has none, but names the file beside it that knows the exported function.
 stripped() { # ARCH FILE
   local tool=$1-w64-mingw32
-  [ -z "$("$tool-nm" "$2" 2>/dev/null)" ] && "$tool-nm" "$2.debug" | grep -qE ' T _?(QELDraw@16|QELDraw|wmain)$' &&
+  [ -z "$("$tool-nm" "$2" 2>/dev/null)" ] && "$tool-nm" "$2.debug" | grep -qE ' T _?(QELDraw@16|QELDraw|wmain|wWinMain@16|wWinMain)$' &&
     "$tool-objdump" -s -j .gnu_debuglink "$2" | grep -q "$(basename "$2" | head -c 9)"
 }
 
@@ -66,12 +66,12 @@ for arch in i686 x86_64; do
     line=${line//i686/$arch}
     bash -c "${line//DIR/"$work/$arch"}" >"$work/log" 2>&1 </dev/null || { cat "$work/log"; exit 1; }
   done
-  for file in bin/QELEngine.dll bin/qel.exe bin/QELEngine.dll.debug bin/qel.exe.debug lib/libQELEngine.a lib/QELEngine.lib lib/QELEngine.def \
+  for file in bin/QELEngine.dll bin/qel.exe bin/QELStudio.exe bin/QELEngine.dll.debug bin/qel.exe.debug bin/QELStudio.exe.debug lib/libQELEngine.a lib/QELEngine.lib lib/QELEngine.def \
       include/QELEngine.h lib/pkgconfig/qelengine.pc share/QELEngine/LICENSE \
       share/QELEngine/docs/interface.md share/QELEngine/examples/tank-farm.qel; do
     [ -s "$work/$arch/$file" ] || { echo "the package lacks $file"; status=1; }
   done
-  for file in QELEngine.dll qel.exe; do
+  for file in QELEngine.dll qel.exe QELStudio.exe; do
     stripped "$arch" "$work/$arch/bin/$file" || { echo "$file is not stripped with its symbols beside it"; status=1; }
   done
   flags=$(PKG_CONFIG_PATH=$work/$arch/lib/pkgconfig pkg-config --cflags --libs qelengine) || status=1
@@ -83,6 +83,10 @@ for arch in i686 x86_64; do
   tail -n 1 "$work/log"
   consume "$arch" ms -DCMAKE_TOOLCHAIN_FILE="$work/host/ms.cmake" -DQEL_ARCH="$arch" \
       -DQEL_STAND_IN="$work/host/sdk" -DCMAKE_CXX_STANDARD_LIBRARIES=-lkernel32 >"$work/log" 2>&1 || { cat "$work/log"; status=1; }
+  tail -n 1 "$work/log"
+  # The Studio of the package shows a drawing, which is what qel of the package renders.
+  STUDIO_BIN=$work/$arch/bin scripts/studio_tests.sh "$arch" -k test_canvas_shows_what_qel_renders >"$work/log" 2>&1 ||
+    { cat "$work/log"; status=1; }
   tail -n 1 "$work/log"
   ls "build/$arch/"QELEngine-*.zip || status=1
 done
