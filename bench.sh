@@ -2,7 +2,7 @@
 # Measures the engine against its floor, for both word sizes, under Wine. Each line shows the measured
 # figure, its floor, their ratio, the noise of the run and the bar. Ends with 1 when a bar is missed by
 # more than the noise. What is measured and how: docs/performance.md
-#   ./bench.sh           everything, about three minutes
+#   ./bench.sh           everything, about four minutes
 #   ./bench.sh --quick   without the largest drawings and with fewer turns
 set -u
 cd "$(dirname "${BASH_SOURCE[0]}")" || exit 2
@@ -16,10 +16,12 @@ turns=31
 [ -z "$quick" ] || turns=11
 
 qel_need_bench_tools
+qel_need Xvfb xvfb
 qel_install && qel_make_prefix || exit 2
 presets=(i686 x86_64)
 for preset in "${presets[@]}"; do
-  qel_build "$preset" QELEngine qel qel_bench qel_bench_load qel_bench_render || exit 2
+  qel_build "$preset" QELEngine qel QELStudio qel_bench qel_bench_load qel_bench_render qel_bench_start qel_bench_window ||
+    exit 2
 done
 
 missed=0
@@ -91,6 +93,7 @@ for preset in "${presets[@]}"; do
     "$preset-w64-mingw32-strip" -o qel_bench_stripped.dll QELEngine.dll
     bar 'size of the DLL, stripped' "$(($(stat -c %s qel_bench_stripped.dll) / 1024))" 480 KB
   fi
+  python3 "$QEL_ROOT/bench/studio.py" . $((turns / 3)) 20 "${QEL_WINE_PLAIN[@]}" || missed=1
   rm -f qel_bench_in.qel qel_bench_out.qel qel_bench_empty.dll qel_bench_stripped.dll qel_bench*.png \
     qel_bench_scene.svg qel_bench_svg qel_bench.raw
   cd "$QEL_ROOT" || exit 2

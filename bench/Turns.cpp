@@ -24,6 +24,18 @@ double Median(std::vector<double> values)
     return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
 }
 
+namespace {
+
+// Half of the spread of the middle half, as a part of the median.
+double NoiseOf(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    const std::size_t n = values.size();
+    return (values[n - 1 - n / 4] - values[n / 4]) / 2 / Median(values);
+}
+
+} // namespace
+
 Measured Compare(int nTurns, const std::function<double()>& mine,
                  const std::function<double()>& floor)
 {
@@ -32,16 +44,15 @@ Measured Compare(int nTurns, const std::function<double()>& mine,
     std::vector<double> mines;
     std::vector<double> floors;
     std::vector<double> ratios;
+    std::vector<double> differences;
     for (int n = 0; n < nTurns; ++n) {
         mines.push_back(mine());
         floors.push_back(floor());
         ratios.push_back(mines.back() / floors.back());
+        differences.push_back(mines.back() - floors.back());
     }
-    Measured measured{Median(mines), Median(floors), Median(ratios), 0};
-    std::sort(ratios.begin(), ratios.end());
-    const std::size_t n = ratios.size();
-    measured.fNoise = (ratios[n - 1 - n / 4] - ratios[n / 4]) / 2 / measured.fRatio;
-    return measured;
+    return {Median(mines),   Median(floors),      Median(ratios),
+            NoiseOf(ratios), Median(differences), NoiseOf(differences)};
 }
 
 void CTable::Verdict(double fValue, double fNoise, double fBar)
@@ -64,6 +75,13 @@ void CTable::Bar(const std::string& what, double fValue, double fNoise, double f
 {
     std::printf("%-58s | %11s | %11s", what.c_str(), "", "");
     Verdict(fValue, fNoise, fBar);
+}
+
+void CTable::Difference(const std::string& what, const Measured& measured, double fPer, double fBar)
+{
+    std::printf("%-58s | %11.1f | %11.1f", what.c_str(), measured.fMine / fPer,
+                measured.fFloor / fPer);
+    Verdict(measured.fMore / fPer, measured.fMoreNoise, fBar);
 }
 
 void CTable::Note(const std::string& what, double fValue, const char* pszUnit)

@@ -11,6 +11,8 @@ struct Measured {
     double fFloor;
     double fRatio; // the median of the turns' ratios
     double fNoise; // half of the spread of the middle half of the ratios, as a part of the ratio
+    double fMore;  // the median of the turns' differences, nanoseconds
+    double fMoreNoise; // half of the spread of the middle half of them, as a part of it
 };
 
 double Now(); // nanoseconds
@@ -34,6 +36,8 @@ public:
     // A row with a bar: missed when the ratio is above it by more than the noise.
     void Bar(const std::string& what, const Measured& measured, double fPer, double fBar);
     void Bar(const std::string& what, double fValue, double fNoise, double fBar);
+    // A row whose bar is of the difference.
+    void Difference(const std::string& what, const Measured& measured, double fPer, double fBar);
     void Note(const std::string& what, double fValue, const char* pszUnit);
     [[nodiscard]] int Missed() const { return m_nMissed; }
 
