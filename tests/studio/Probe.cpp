@@ -10,6 +10,7 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cwchar>
 #include <string>
@@ -219,6 +220,73 @@ HWND FindByTitle(const std::wstring& title)
     return search.hFound;
 }
 
+// An entry of the table that the system has of a process' objects to draw with, in both word sizes.
+struct DrawingEntry {
+    ULONGLONG nObject;
+    ULONG nOwner;
+    USHORT nUnique;
+    UCHAR nType; // 0: it is free
+    UCHAR nFlags;
+    ULONGLONG nUser;
+};
+
+template <typename T>
+bool ReadThere(HANDLE hProcess, std::uintptr_t nAt, T* pOut, std::size_t nCount = 1)
+{
+    SIZE_T nRead = 0;
+    return ::ReadProcessMemory(hProcess, reinterpret_cast<const void*>(nAt), pOut,
+                               nCount * sizeof(T), &nRead) &&
+           nRead == nCount * sizeof(T);
+}
+
+// Where the process' block is; 0: unknown.
+std::uintptr_t BlockOf(HANDLE hProcess)
+{
+    using Ask = LONG(WINAPI*)(HANDLE, int, void*, ULONG, ULONG*);
+    const auto pfnAsk = reinterpret_cast<Ask>(reinterpret_cast<void*>(
+        ::GetProcAddress(::GetModuleHandleW(L"ntdll"), "NtQueryInformationProcess")));
+    std::uintptr_t basics[6] = {}; // the second one is where it is
+    return pfnAsk && !pfnAsk(hProcess, 0, basics, sizeof basics, nullptr) ? basics[1] : 0;
+}
+
+// The table stands in the block; of a program of 32 bits it may stand in the block of 64 bits, in
+// the page before.
+std::uintptr_t TableOf(HANDLE hProcess)
+{
+    constexpr std::uintptr_t AT_32 = 0x94;
+    constexpr std::uintptr_t AT_64 = 0xF8;
+    constexpr std::uintptr_t PAGE = 0x1000;
+    const std::uintptr_t nBlock = BlockOf(hProcess);
+    std::uintptr_t nTable = 0;
+    constexpr bool IS_32 = sizeof(void*) == 4;
+    if (nBlock && ReadThere(hProcess, nBlock + (IS_32 ? AT_32 : AT_64), &nTable) && nTable)
+        return nTable;
+    return nBlock && IS_32 && ReadThere(hProcess, nBlock - PAGE + AT_64, &nTable) ? nTable : 0;
+}
+
+// -1: unknown.
+int CountDrawing(HANDLE hProcess)
+{
+    constexpr std::size_t ENTRIES = 0x10000;
+    std::vector<DrawingEntry> entries(ENTRIES);
+    const std::uintptr_t nTable = TableOf(hProcess);
+    if (!nTable || !ReadThere(hProcess, nTable, entries.data(), ENTRIES)) return -1;
+    int nUsed = 0;
+    for (const DrawingEntry& entry : entries) nUsed += entry.nType != 0;
+    return nUsed;
+}
+
+std::string Holdings(HWND hWnd)
+{
+    DWORD nProcess = 0;
+    ::GetWindowThreadProcessId(hWnd, &nProcess);
+    const HANDLE hProcess =
+        ::OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, nProcess);
+    const int nDrawing = CountDrawing(hProcess);
+    ::CloseHandle(hProcess);
+    return "{\"drawing\":" + std::to_string(nDrawing) + "}";
+}
+
 BOOL CALLBACK Collect(HWND hWnd, LPARAM pList)
 {
     reinterpret_cast<std::vector<std::string>*>(pList)->push_back(Describe(hWnd));
@@ -231,7 +299,8 @@ std::string Answer(const std::wstring& title)
     if (!hFound) return "{}";
     std::vector<std::string> windows;
     ::EnumChildWindows(hFound, Collect, reinterpret_cast<LPARAM>(&windows));
-    return "{\"main\":" + Describe(hFound) + ",\"windows\":" + List(windows) + "}";
+    return "{\"main\":" + Describe(hFound) + ",\"held\":" + Holdings(hFound) +
+           ",\"windows\":" + List(windows) + "}";
 }
 
 bool ReadFile(const wchar_t* pszPath, std::string* pBytes)
@@ -319,6 +388,50 @@ int Play(wchar_t** ppWords)
     return bPlayed && bWritten && bClosed ? 0 : 1;
 }
 
+void Keep(const wchar_t* pszName, const std::string& bytes)
+{
+    std::FILE* pFile = _wfopen(L"clip.new", L"wb");
+    if (!pFile) return;
+    std::fwrite(bytes.data(), 1, bytes.size(), pFile);
+    std::fclose(pFile);
+    ::MoveFileExW(L"clip.new", pszName, MOVEFILE_REPLACE_EXISTING);
+}
+
+// A bitmap in memory as a file of its own.
+void KeepBitmap(HANDLE hData)
+{
+    const auto* pData = static_cast<const char*>(::GlobalLock(hData));
+    if (!pData) return;
+    const std::string data(pData, ::GlobalSize(hData));
+    ::GlobalUnlock(hData);
+    BITMAPFILEHEADER header{};
+    header.bfType = 0x4D42; // "BM"
+    header.bfOffBits = sizeof header + sizeof(BITMAPINFOHEADER);
+    header.bfSize = static_cast<DWORD>(sizeof header + data.size());
+    Keep(L"clip.bmp", std::string(reinterpret_cast<const char*>(&header), sizeof header) + data);
+}
+
+void KeepMetafile(HENHMETAFILE hFile)
+{
+    std::string bytes(::GetEnhMetaFileBits(hFile, 0, nullptr), '\0');
+    ::GetEnhMetaFileBits(hFile, static_cast<UINT>(bytes.size()),
+                         reinterpret_cast<BYTE*>(bytes.data()));
+    Keep(L"clip.emf", bytes);
+}
+
+// What the clipboard holds, as another program finds it.
+void Paste()
+{
+    if (!::OpenClipboard(nullptr)) return;
+    if (::IsClipboardFormatAvailable(CF_ENHMETAFILE)) {
+        if (HANDLE h = ::GetClipboardData(CF_ENHMETAFILE))
+            KeepMetafile(static_cast<HENHMETAFILE>(h));
+    } else if (HANDLE h = ::GetClipboardData(CF_DIB)) {
+        KeepBitmap(h);
+    }
+    ::CloseClipboard();
+}
+
 } // namespace
 
 int main()
@@ -334,6 +447,10 @@ int main()
         if (ReadFile(L"do.txt", &what)) {
             Do(what);
             ::DeleteFileW(L"do.txt"); // it is done
+        }
+        if (ReadFile(L"paste.txt", &title)) {
+            Paste();
+            ::DeleteFileW(L"paste.txt");
         }
         ::Sleep(10);
     }
