@@ -28,7 +28,7 @@ struct Search {
 
 BOOL CALLBACK FindWindowOf(HWND hWnd, LPARAM lParam)
 {
-    auto* pSearch = reinterpret_cast<Search*>(lParam);
+    auto* pSearch = reinterpret_cast<Search*>(lParam); // NOLINT(performance-no-int-to-ptr)
     DWORD nProcess = 0;
     ::GetWindowThreadProcessId(hWnd, &nProcess);
     if (nProcess == pSearch->nProcess && ::IsWindowVisible(hWnd)) pSearch->hFound = hWnd;

@@ -121,9 +121,10 @@ bool CSampleGradient::ChooseKey(COLORREF clrNear, COLORREF clrPen)
 
 bool CSampleGradient::HasKey() const
 {
-    for (int32_t y = 0; y < m_down.nCount * m_nSamples; ++y)
-        if (HasSample(SampleRow(y), m_across.nCount * m_nSamples, m_nKey)) return true;
-    return false;
+    bool bFound = false;
+    for (int32_t y = 0; y < m_down.nCount * m_nSamples && !bFound; ++y)
+        bFound = HasSample(SampleRow(y), m_across.nCount * m_nSamples, m_nKey);
+    return bFound;
 }
 
 void CSampleGradient::End()

@@ -103,7 +103,7 @@ def test_the_preview_shows_the_page_with_its_values(start, drawing, tmp_path):
 
 def play(path, out, size):
     """A metafile as a picture, on white."""
-    subprocess.run([*WINE, str(BIN / "qel_studio_probe.exe"), "play", windows_path(path), windows_path(out),
+    subprocess.run([*WINE, str(BUILT / "qel_studio_probe.exe"), "play", windows_path(path), windows_path(out),
                     *map(str, size)], check=True, timeout=PATIENCE, stdin=subprocess.DEVNULL)
     with Image.open(out) as picture:
         return picture.convert("RGB")

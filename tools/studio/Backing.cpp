@@ -3,13 +3,10 @@
 
 #include "tools/qel/TextFont.h"
 
-#include <numeric>
-
 namespace studio {
 
 namespace {
 
-constexpr int HATCH_SIDE = 8; // cells of a hatch, each as many pixels as the scale has hundreds
 constexpr int SAMPLES = 4;
 
 class CSelected {
@@ -24,11 +21,6 @@ private:
     HGDIOBJ m_hPrev;
 };
 
-int Down(int nValue, int nStep)
-{
-    return nValue - nValue % nStep;
-}
-
 } // namespace
 
 CBacking::CBacking()
@@ -42,10 +34,9 @@ CBacking::~CBacking()
     ::DeleteObject(m_hFont);
 }
 
-void CBacking::SetGround(HBRUSH hGround, int nPeriod)
+void CBacking::SetGround(HBRUSH hGround)
 {
     m_hGround = hGround;
-    m_nPeriod = nPeriod;
     QELInvalidate(m_hEngine, nullptr);
 }
 
@@ -56,35 +47,38 @@ void CBacking::SetEngine(HQELENGINE hEngine)
     QELInvalidate(m_hEngine, nullptr);
 }
 
+// The engine has the drawing begin at 0,0, as a picture of all of it does: gradients and hatches
+// are the same wherever it is moved to. The context moves it.
 void CBacking::SetView(const CViewport& view, SIZE client, bool bSmooth)
 {
     const RECT rcClient{0, 0, client.cx, client.cy};
     const RECT rcDrawing = view.Rect();
+    const RECT rcWas = m_rcShown;
+    const POINT ptWas = m_ptOrigin;
     ::IntersectRect(&m_rcShown, &rcDrawing, &rcClient);
     if (::IsRectEmpty(&m_rcShown) || !m_hEngine) return;
-    Align(view);
-    const SIZE was = m_picture.Size();
-    m_picture.SetSize({m_rcShown.right - m_ptOrigin.x, m_rcShown.bottom - m_ptOrigin.y});
-    if (was.cx != m_picture.Size().cx || was.cy != m_picture.Size().cy)
+    m_ptOrigin = {rcDrawing.left, rcDrawing.top};
+    m_picture.SetSize({m_rcShown.right - m_rcShown.left, m_rcShown.bottom - m_rcShown.top});
+    if (!::EqualRect(&rcWas, &m_rcShown) || ptWas.x != m_ptOrigin.x || ptWas.y != m_ptOrigin.y)
         QELInvalidate(m_hEngine, nullptr);
+    const POINT pt{m_ptOrigin.x - m_rcShown.left, m_ptOrigin.y - m_rcShown.top};
+    ::SetViewportOrgEx(m_picture.Dc(), pt.x, pt.y, nullptr);
+    ::SetBrushOrgEx(m_picture.Dc(), pt.x, pt.y, nullptr);
     RECT rcDevice = rcDrawing;
     ::OffsetRect(&rcDevice, -m_ptOrigin.x, -m_ptOrigin.y);
-    RECT rcWas{};
-    if (!QELGetQELRect(m_hEngine, &rcWas) || !::EqualRect(&rcWas, &rcDevice))
+    RECT rcQel{};
+    if (!QELGetQELRect(m_hEngine, &rcQel) || !::EqualRect(&rcQel, &rcDevice))
         QELSetQELRect(m_hEngine, &rcDevice);
     QELSetPixelScale(m_hEngine, view.PixelScale());
     QELSetSmooth(m_hEngine, bSmooth ? SAMPLES : 0);
 }
 
-// Hatches go by the corner of the picture. It stands where they repeat, so that a drawing that is
-// moved about keeps them in their places.
-void CBacking::Align(const CViewport& view)
+// What of the drawing shows, in the units of the engine's device.
+RECT CBacking::ShownUnits() const
 {
-    const RECT rc = view.Rect();
-    const int nCell = (static_cast<int>(view.PixelScale()) + 50) / 100;
-    const int nStep = std::lcm(HATCH_SIDE * (nCell > 1 ? nCell : 1), m_nPeriod);
-    m_ptOrigin = {rc.left + Down(m_rcShown.left - rc.left, nStep),
-                  rc.top + Down(m_rcShown.top - rc.top, nStep)};
+    RECT rc = m_rcShown;
+    ::OffsetRect(&rc, -m_ptOrigin.x, -m_ptOrigin.y);
+    return rc;
 }
 
 void CBacking::SetPressed(bool bPressed)
@@ -98,8 +92,7 @@ void CBacking::SetPressed(bool bPressed)
 bool CBacking::Paint()
 {
     if (!m_bPressed) return QELUpdate(m_hEngine, m_picture.Dc(), m_hGround) != 0;
-    const SIZE size = m_picture.Size();
-    const RECT rc{0, 0, size.cx, size.cy};
+    const RECT rc = ShownUnits();
     ::FillRect(m_picture.Dc(), &rc, m_hGround);
     return QELDraw(m_hEngine, m_picture.Dc(), &rc, QEL_DRAW_FULL | QEL_DRAW_PRESSED) &&
            QELValidate(m_hEngine);
@@ -109,8 +102,8 @@ bool CBacking::Update(HRGN hPainted)
 {
     if (!m_hEngine || !m_picture.Dc() || ::IsRectEmpty(&m_rcShown)) return false;
     HRGN hDirty = ::CreateRectRgn(0, 0, 0, 0);
-    const SIZE size = m_picture.Size();
-    HRGN hAll = ::CreateRectRgn(0, 0, size.cx, size.cy);
+    const RECT rcAll = ShownUnits();
+    HRGN hAll = ::CreateRectRgnIndirect(&rcAll);
     const bool bDirty = QELGetDirtyRegion(m_hEngine, hDirty) &&
                         ::CombineRgn(hDirty, hDirty, hAll, RGN_AND) > NULLREGION;
     const CSelected font(m_picture.Dc(), m_hFont);
@@ -128,7 +121,7 @@ void CBacking::Show(HDC hdc) const
     ::GdiFlush();
     ::BitBlt(hdc, m_rcShown.left, m_rcShown.top, m_rcShown.right - m_rcShown.left,
              m_rcShown.bottom - m_rcShown.top, m_picture.Dc(), m_rcShown.left - m_ptOrigin.x,
-             m_rcShown.top - m_ptOrigin.y, SRCCOPY);
+             m_rcShown.top - m_ptOrigin.y, SRCCOPY); // in its units
 }
 
 POINT CBacking::ToEngine(POINT ptClient) const

@@ -14,8 +14,8 @@ public:
     CBacking(const CBacking&) = delete;
     CBacking& operator=(const CBacking&) = delete;
 
-    // What stands behind the drawing. The pattern of the brush repeats after so many pixels.
-    void SetGround(HBRUSH hGround, int nPeriod);
+    // What stands behind the drawing.
+    void SetGround(HBRUSH hGround);
     // The engine whose drawing is shown, null for none: all of it is to be painted.
     void SetEngine(HQELENGINE hEngine);
     // Places the drawing: the part of the view that is in a window of this size is kept.
@@ -32,17 +32,16 @@ public:
     [[nodiscard]] RECT ToWindow(const RECT& rcDevice) const;
 
 private:
-    void Align(const CViewport& view);
+    [[nodiscard]] RECT ShownUnits() const;
     bool Paint();
 
     HQELENGINE m_hEngine = nullptr;
     CPicture m_picture;
     HFONT m_hFont; // of texts, as the command-line program draws them
     HBRUSH m_hGround = nullptr;
-    int m_nPeriod = 1;
     bool m_bPressed = false;
     RECT m_rcShown{0, 0, 0, 0};
-    POINT m_ptOrigin{0, 0}; // of the picture in the window
+    POINT m_ptOrigin{0, 0}; // of the drawing in the window
 };
 
 } // namespace studio

@@ -126,7 +126,7 @@ void CCanvas::SetGround(Ground ground)
 void CCanvas::ApplyGround()
 {
     m_surround.Set(m_ground, Scaled(SQUARE));
-    m_backing.SetGround(m_surround.Brush(), m_surround.Period());
+    m_backing.SetGround(m_surround.Brush());
     Refresh();
     Redraw();
 }

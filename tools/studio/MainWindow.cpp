@@ -273,6 +273,7 @@ void CMainWindow::OnDestroy()
     m_settings.nHeight = rc.bottom - rc.top;
     m_settings.bMaximized = place.showCmd == SW_SHOWMAXIMIZED;
     m_panes.canvas.Show(nullptr, nullptr);
+    m_panes.tree.Show(nullptr); // it tells of selections while it is taken apart
     m_panes.run.Show(nullptr, nullptr);
     m_tabs.clear();
     m_nCurrent = -1;

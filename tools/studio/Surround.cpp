@@ -45,7 +45,6 @@ void CSurround::Set(Ground ground, int nSquare)
     m_clrText = bDark ? RGB(0xB8, 0xBC, 0xC0) : RGB(0x50, 0x54, 0x58);
     m_clrFrame = bDark ? RGB(0x48, 0x4C, 0x50) : RGB(0xC8, 0xCA, 0xCC);
     if (IsHighContrast()) m_clrText = m_clrFrame = bDark ? RGB(0xFF, 0xFF, 0xFF) : RGB(0, 0, 0);
-    m_nPeriod = ground == Ground::Chess ? 2 * nSquare : 1;
     m_hBrush = ground == Ground::Chess ? MakeChessboard(nSquare)
                                        : ::CreateSolidBrush(bDark ? DARK : LIGHT);
 }

@@ -16,13 +16,11 @@ public:
 
     void Set(Ground ground, int nSquare); // the side of a square of the chessboard, in pixels
     [[nodiscard]] HBRUSH Brush() const { return m_hBrush; }
-    [[nodiscard]] int Period() const { return m_nPeriod; } // pixels after which it repeats
     [[nodiscard]] COLORREF TextColor() const { return m_clrText; }
     [[nodiscard]] COLORREF FrameColor() const { return m_clrFrame; }
 
 private:
     HBRUSH m_hBrush = nullptr;
-    int m_nPeriod = 1;
     COLORREF m_clrText = 0;
     COLORREF m_clrFrame = 0;
 };
