@@ -6,6 +6,7 @@
 #include "base/Shown.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -112,11 +113,10 @@ bool CSampleGradient::FindSamples(HDC hdc, CPixelScale px, const RECT& rcFilled)
 bool CSampleGradient::ChooseKey(COLORREF clrNear, COLORREF clrPen)
 {
     ::GdiFlush();
-    for (const uint32_t nNeighbor : NEIGHBORS) {
+    return std::any_of(std::begin(NEIGHBORS), std::end(NEIGHBORS), [&](uint32_t nNeighbor) {
         m_nKey = SampleOf(clrNear) ^ nNeighbor;
-        if (m_nKey != SampleOf(clrPen) && !HasKey()) return true;
-    }
-    return false;
+        return m_nKey != SampleOf(clrPen) && !HasKey();
+    });
 }
 
 bool CSampleGradient::HasKey() const
