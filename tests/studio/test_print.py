@@ -6,7 +6,7 @@ import subprocess
 from PIL import Image, ImageChops
 import pytest
 
-from driver import BIN, CANVAS, PATIENCE, WINE, difference, render, wait_for, windows_path
+from driver import BUILT, CANVAS, PATIENCE, WINE, difference, render, wait_for, windows_path
 from panel import choose, drawing, edit, start
 
 assert drawing and start  # the fixtures of all tests here
