@@ -218,3 +218,16 @@ def test_the_label_of_updates_is_whole_however_long_it_grows(start, drawing):
     studio.key("shift+F6", "F6")  # the focus goes to the canvas and back: all of it is painted anew
     studio.settle()
     assert difference(grown, studio.screen().crop(label)) == ""
+
+
+def test_what_is_updated_in_every_frame_is_seen_through_its_mark(start, drawing):
+    studio = start(drawing)
+    studio.key("ctrl+shift+r", "ctrl+r", "F7")  # a signal for all values, and play
+    time.sleep(2)
+    shown = studio.canvas()
+    left, top, _, _ = studio.rect(CANVAS)
+    label = studio.screen().getpixel((left + 10, top + 9))
+    assert label == (0x20, 0x22, 0x24)
+    marked = [color for _, color in shown.getcolors(1 << 24) if color[0] > color[1] + 40 > color[2] + 80]
+    assert marked  # some of it is marked
+    assert not [c for c in marked if c[0] > 240 and abs(c[1] - 0x60) < 24 and c[2] < 40]  # nothing by the mark alone

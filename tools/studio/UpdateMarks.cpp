@@ -70,8 +70,15 @@ void CUpdateMarks::Draw(HDC hdc, const std::wstring& text, HFONT hFont, SIZE mar
     CPicture color;
     if (!color.SetSize({1, 1})) return;
     ::SetPixelV(color.Dc(), 0, 0, PlainOr(MARK, COLOR_HIGHLIGHT));
-    for (const Mark& mark : m_marks)
-        Blend(hdc, mark.rc, color, STRONGEST - static_cast<int>(STRONGEST * mark.nAge / FADES_IN));
+    // Of the marks that lie on each other the last one shows: what is painted in every frame is
+    // still to be seen through it.
+    const int nSaved = ::SaveDC(hdc);
+    for (std::size_t n = m_marks.size(); n-- > 0;) {
+        const auto& [rc, nAge] = m_marks[n];
+        Blend(hdc, rc, color, STRONGEST - static_cast<int>(STRONGEST * nAge / FADES_IN));
+        ::ExcludeClipRect(hdc, rc.left, rc.top, rc.right, rc.bottom);
+    }
+    ::RestoreDC(hdc, nSaved);
     const HGDIOBJ hPrev = ::SelectObject(hdc, hFont);
     SIZE size{};
     const int nLength = static_cast<int>(text.size());
