@@ -1,13 +1,12 @@
 // Pictures of the drawing that is shown; see the header.
 #include "tools/studio/Export.h"
+#include "tools/studio/FileDialogs.h"
 
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
 #include "tools/studio/Window.h"
 #include "tools/studio/model/Convert.h"
 
-#include <commdlg.h>
-#include <cwchar>
 #include <windowsx.h>
 
 namespace studio {
@@ -104,34 +103,11 @@ INT_PTR CALLBACK CExportDialog::Procedure(HWND hDialog, UINT nMessage, WPARAM wP
     return TRUE;
 }
 
-struct KindRow {
-    unsigned nText;
-    const wchar_t* pszPattern;
-};
-constexpr KindRow g_kinds[] = {{IDS_EXPORT_PNG, L"*.png"},
-                               {IDS_EXPORT_GIF, L"*.gif"},
-                               {IDS_EXPORT_EMF, L"*.emf"},
-                               {IDS_EXPORT_BMP, L"*.bmp"},
-                               {IDS_EXPORT_JPG, L"*.jpg"}};
-
-std::wstring AskForName(HWND hOwner, const std::wstring& drawing)
-{
-    constexpr std::size_t NAME_SIZE = 4096;
-    std::wstring filter;
-    for (const KindRow& row : g_kinds) filter += Text(row.nText) + L'\0' + row.pszPattern + L'\0';
-    std::wstring name = drawing.substr(0, drawing.rfind(L'.'));
-    name.resize(NAME_SIZE, L'\0');
-    OPENFILENAMEW save{};
-    save.lStructSize = sizeof save;
-    save.hwndOwner = hOwner;
-    save.lpstrFilter = filter.c_str();
-    save.lpstrFile = name.data();
-    save.nMaxFile = static_cast<DWORD>(name.size());
-    save.lpstrDefExt = L"png";
-    save.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    name.resize(::GetSaveFileNameW(&save) ? std::wcslen(name.c_str()) : 0);
-    return name;
-}
+constexpr FileKind g_kinds[] = {{IDS_EXPORT_PNG, L"*.png"},
+                                {IDS_EXPORT_GIF, L"*.gif"},
+                                {IDS_EXPORT_EMF, L"*.emf"},
+                                {IDS_EXPORT_BMP, L"*.bmp"},
+                                {IDS_EXPORT_JPG, L"*.jpg"}};
 
 class CWaiting {
 public:
@@ -152,7 +128,8 @@ void ExportPicture(HWND hOwner, HQELENGINE hShown, const CPlay& play, const std:
     ExportSetting setting;
     setting.size = exporter.RefSize();
     if (!CExportDialog(setting.size, &setting).Ask(hOwner)) return;
-    const std::wstring path = AskForName(hOwner, drawing);
+    const std::wstring path =
+        AskToSave(hOwner, g_kinds, drawing.substr(0, drawing.rfind(L'.')), L"png");
     std::string why;
     if (path.empty()) return;
     const CWaiting waiting;

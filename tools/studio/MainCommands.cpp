@@ -1,5 +1,6 @@
 // The commands of the main window; see MainWindow.h.
 #include "tools/studio/Export.h"
+#include "tools/studio/FileDialogs.h"
 #include "tools/studio/MainWindow.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
@@ -326,8 +327,8 @@ void CMainWindow::Copy(bool bMetafile)
 
 void CMainWindow::AskForFiles()
 {
-    std::wstring filter = Text(IDS_FILTER_DRAWINGS) + L'\0' + L"*.qel" + L'\0' +
-                          Text(IDS_FILTER_ALL) + L'\0' + L"*.*" + L'\0';
+    constexpr FileKind KINDS[] = {{IDS_FILTER_DRAWINGS, L"*.qel"}, {IDS_FILTER_ALL, L"*.*"}};
+    const std::wstring filter = FilterOf(KINDS);
     std::wstring names(NAMES_SIZE, L'\0');
     const std::wstring title = Text(IDS_OPEN_TITLE);
     std::wstring folder;

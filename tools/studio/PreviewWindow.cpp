@@ -2,6 +2,7 @@
 #include "tools/studio/PreviewWindow.h"
 
 #include "tools/studio/Dpi.h"
+#include "tools/studio/FileDialogs.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/Strings.h"
 #include "tools/studio/SystemLook.h"
@@ -9,8 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <commdlg.h>
-#include <cwchar>
 #include <windowsx.h>
 
 namespace studio {
@@ -40,23 +39,7 @@ constexpr ControlRow g_controls[] = {
     {IDW_PREVIEW_FIT, BS_AUTOCHECKBOX, IDS_PRINT_FIT, 160},
     {IDCANCEL, BS_PUSHBUTTON, IDS_PRINT_CLOSE, CLOSE_WIDTH}};
 
-std::wstring AskForMetafile(HWND hOwner, const std::wstring& drawing)
-{
-    constexpr std::size_t NAME_SIZE = 4096;
-    const std::wstring filter = Text(IDS_EXPORT_EMF) + L'\0' + L"*.emf" + L'\0';
-    std::wstring name = drawing.substr(0, drawing.rfind(L'.')) + L".emf";
-    name.resize(NAME_SIZE, L'\0');
-    OPENFILENAMEW save{};
-    save.lStructSize = sizeof save;
-    save.hwndOwner = hOwner;
-    save.lpstrFilter = filter.c_str();
-    save.lpstrFile = name.data();
-    save.nMaxFile = static_cast<DWORD>(name.size());
-    save.lpstrDefExt = L"emf";
-    save.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    name.resize(::GetSaveFileNameW(&save) ? std::wcslen(name.c_str()) : 0);
-    return name;
-}
+constexpr FileKind g_kinds[] = {{IDS_EXPORT_EMF, L"*.emf"}};
 
 std::wstring NameOf(const std::wstring& path)
 {
@@ -295,7 +278,8 @@ void CPreviewWindow::ShowInfo() const
 
 void CPreviewWindow::PrintMetafile()
 {
-    const std::wstring path = AskForMetafile(Handle(), m_path);
+    const std::wstring path =
+        AskToSave(Handle(), g_kinds, m_path.substr(0, m_path.rfind(L'.')) + L".emf", L"emf");
     std::string why;
     if (!path.empty() && !m_painter.WriteMetafile(path, *m_pSetup, &why))
         TellTrouble(Handle(), FromUtf8(why));

@@ -1,4 +1,5 @@
 // Signals in the panel at the right: which property each drives, and how it is set. See RunPanel.h.
+#include "tools/studio/FileDialogs.h"
 #include "tools/studio/Resource.h"
 #include "tools/studio/RunPanel.h"
 #include "tools/studio/Strings.h"
@@ -9,9 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <commdlg.h>
 #include <cstdlib>
-#include <cwchar>
 
 namespace studio {
 
@@ -51,21 +50,7 @@ int ReadReal(const std::wstring& text, double* pfValue)
     return 1;
 }
 
-std::wstring AskForTable(HWND hOwner)
-{
-    const std::wstring filter = Text(IDS_FILTER_TABLES) + L'\0' + L"*.csv" + L'\0' +
-                                Text(IDS_FILTER_ALL) + L'\0' + L"*.*" + L'\0';
-    std::wstring name(MAX_PATH * 4, L'\0');
-    OPENFILENAMEW open{};
-    open.lStructSize = sizeof open;
-    open.hwndOwner = hOwner;
-    open.lpstrFilter = filter.c_str();
-    open.lpstrFile = name.data();
-    open.nMaxFile = static_cast<DWORD>(name.size());
-    open.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    name.resize(::GetOpenFileNameW(&open) ? std::wcslen(name.c_str()) : 0);
-    return name;
-}
+constexpr FileKind g_tables[] = {{IDS_FILTER_TABLES, L"*.csv"}, {IDS_FILTER_ALL, L"*.*"}};
 
 } // namespace
 
@@ -210,7 +195,7 @@ void CRunPanel::ChooseSignal(int nChoice)
 void CRunPanel::ChooseTable(SignalSetting setting)
 {
     const std::string name = Target()->name;
-    const std::wstring path = AskForTable(::GetAncestor(Handle(), GA_ROOT));
+    const std::wstring path = AskToOpen(::GetAncestor(Handle(), GA_ROOT), g_tables);
     std::vector<SignalColumn> columns;
     std::string why;
     if (path.empty()) return MakeProperties();
