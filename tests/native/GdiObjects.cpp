@@ -517,6 +517,7 @@ HBITMAP WINAPI CreateDIBSection(HDC, const BITMAPINFO* pInfo, UINT, void** ppBit
     bitmap.bitmap = {0, header.biWidth, -header.biHeight, header.biWidth * 4, 1, 32, nullptr};
     bitmap.pPixels = std::make_shared<std::vector<uint32_t>>(
         static_cast<std::size_t>(header.biWidth) * static_cast<std::size_t>(-header.biHeight));
+    bitmap.bitmap.bmBits = bitmap.pPixels->data();
     *ppBits = nullptr;
     const HGDIOBJ hMade = Made(bitmap);
     if (hMade) *ppBits = bitmap.pPixels->data();

@@ -4,9 +4,8 @@ set(QEL_LEFT_OUT)
 
 # Pixels of curves. Pixels of every class under a clip, and calls counted in the import table.
 # The same of bodies under the clip of a face, on surfaces that map. Letters of faces that are not here.
-# Gradients in the memory of a surface.
 set(QEL_FILES_LEFT_OUT BandStrokeTests.cpp ClippedPictureTests.cpp FaceClipTests.cpp LegibleTests.cpp PaintedRectTests.cpp
-  SampleGradientTests.cpp ScaledClockTests.cpp ShownPictureTests.cpp)
+  ScaledClockTests.cpp ShownPictureTests.cpp)
 
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT
@@ -38,6 +37,9 @@ list(APPEND QEL_LEFT_OUT
   PieUpgradeMeter.FrameLeavesTheFillToBeSeen
   PieUpgradeMeter.PaintsMarksInScaleColorInsideTheRadiusAlone
   RoundGauge.AnAlarmBandTooShortForTwoEndsLeavesNoPixel
+  SampleGradient.LeavesWhatHasItsColourAlready
+  SampleGradient.PaintsWhatTheBrushPaints
+  SampleGradient.TakesTheBrushWhereEveryColourIsThereAlready
   ScaleView.BlinkingColorsAreBlackInTheDarkPhase
   ScaleView.HiddenMarksLeaveFillAndPointer
   ScaleView.RoundTypesFillOnlyByTheStyle
