@@ -16,7 +16,6 @@ turns=31
 [ -z "$quick" ] || turns=11
 
 qel_need_bench_tools
-qel_need Xvfb xvfb
 qel_install && qel_make_prefix || exit 2
 presets=(i686 x86_64)
 for preset in "${presets[@]}"; do

@@ -93,6 +93,7 @@ qel_need_bench_tools() {
   qel_need "$QEL_QT/QtSvg/QSvgRenderer" libqt5svg5-dev
   qel_need /usr/include/rapidxml/rapidxml.hpp librapidxml-dev
   qel_need python3 python3
+  qel_need Xvfb xvfb
 }
 
 # For the sample hosts in other languages.

@@ -156,8 +156,9 @@ configure
 is "without its library the measurements are left out" "0 0" "$? $(measurements)"
 is "without its libraries qel is left out, and the DLL is not" "0 0 1" \
   "$(built qel) $(built bin/qel.exe) $(built bin/QELEngine.dll)"
+is "neither is the Studio there" 0 "$(built bin/QELStudio.exe)"
 is "the package is made of the rest" 1 "$(built QELEnginePackage)"
-contains "which is said" "qel, the command-line program, is left out" "$(cat "$work/says")"
+contains "which is said" "qel, the command-line program, and the Studio are left out" "$(cat "$work/says")"
 contains "with the packages" "libcli11-dev, nlohmann-json3-dev and libfmt-dev" "$(cat "$work/says")"
 configure
 is "nothing is configured twice" "0 0" "$? $(wc -c <"$work/says")"
