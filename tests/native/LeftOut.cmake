@@ -4,8 +4,9 @@ set(QEL_LEFT_OUT)
 
 # Pixels of curves. Pixels of every class under a clip, and calls counted in the import table.
 # The same of bodies under the clip of a face, on surfaces that map. Letters of faces that are not here.
+# Gradients in the memory of a surface, which native/SampleGradientFaultTests.cpp has.
 set(QEL_FILES_LEFT_OUT BandStrokeTests.cpp ClippedPictureTests.cpp FaceClipTests.cpp LegibleTests.cpp PaintedRectTests.cpp
-  ScaledClockTests.cpp ShownPictureTests.cpp)
+  SampleGradientTests.cpp ScaledClockTests.cpp ShownPictureTests.cpp)
 
 # They look at pixels of curves, slanted lines, polygons or dashes.
 list(APPEND QEL_LEFT_OUT
@@ -37,9 +38,6 @@ list(APPEND QEL_LEFT_OUT
   PieUpgradeMeter.FrameLeavesTheFillToBeSeen
   PieUpgradeMeter.PaintsMarksInScaleColorInsideTheRadiusAlone
   RoundGauge.AnAlarmBandTooShortForTwoEndsLeavesNoPixel
-  SampleGradient.LeavesWhatHasItsColourAlready
-  SampleGradient.PaintsWhatTheBrushPaints
-  SampleGradient.TakesTheBrushWhereEveryColourIsThereAlready
   ScaleView.BlinkingColorsAreBlackInTheDarkPhase
   ScaleView.HiddenMarksLeaveFillAndPointer
   ScaleView.RoundTypesFillOnlyByTheStyle

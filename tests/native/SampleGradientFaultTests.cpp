@@ -58,9 +58,15 @@ private:
     uint32_t* m_pSamples;
 };
 
-HBRUSH Begin(CSampleGradient* pSamples, HDC hdc, int nStyle = BOTH)
+HBRUSH Begin(CSampleGradient* pSamples, HDC hdc, int nStyle = BOTH, CPixelScale px = PX)
 {
-    return pSamples->Begin(hdc, nStyle, PX, FIGURE, FIGURE, CLR_1, CLR_2, CLR_PEN);
+    return pSamples->Begin(hdc, nStyle, px, FIGURE, FIGURE, CLR_1, CLR_2, CLR_PEN);
+}
+
+bool Takes(const CTile& tile, int nStyle = BOTH, CPixelScale px = PX)
+{
+    CSampleGradient samples;
+    return Begin(&samples, tile.Dc(), nStyle, px) != nullptr;
 }
 
 void Fill(HDC hdc, HBRUSH hBrush)
@@ -114,6 +120,52 @@ TEST(SampleGradientFaults, SamplesAreThoseOfTheBrushAndNothingElseChanges)
         EXPECT_EQ(0U, tile.At(FIGURE.right, FIGURE.top));
     }
     EXPECT_GT(nTried, 4);
+}
+
+TEST(SampleGradientFaults, ItIsForSamplesAndGradientsOfBothDirectionsAlone)
+{
+    const CTile tile;
+    EXPECT_TRUE(Takes(tile));
+    EXPECT_FALSE(Takes(tile, BOTH, CPixelScale(100)));
+    EXPECT_FALSE(Takes(tile, DRAFT_GRADIENT));
+    EXPECT_FALSE(Takes(tile, DRAFT_GRADIENT - 1));
+    EXPECT_FALSE(Takes(tile, DRAFT_COUNT));
+    ::SetROP2(tile.Dc(), R2_XORPEN);
+    EXPECT_FALSE(Takes(tile));
+    ::SetROP2(tile.Dc(), R2_COPYPEN);
+    for (const POINT pt : {POINT{1, 0}, POINT{0, 1}}) {
+        ::SetBrushOrgEx(tile.Dc(), pt.x, pt.y, nullptr);
+        EXPECT_FALSE(Takes(tile)) << "pixels begin within others";
+    }
+    ::SetBrushOrgEx(tile.Dc(), 0, 0, nullptr);
+    ::IntersectClipRect(tile.Dc(), 0, 0, 4, 4);
+    EXPECT_FALSE(Takes(tile)) << "nothing of it shows";
+}
+
+TEST(SampleGradientFaults, ASurfaceThatEndsWithinAPixelHasTheBrush)
+{
+    constexpr CPixelScale THREE(100, 3);
+    static_assert(SIDE % 3 != 0);
+    constexpr RECT INSIDE{99, 99, SIDE - 20, SIDE - 20};
+    constexpr RECT TO_THE_END{99, 99, SIDE + 20, SIDE + 20};
+    const CTile tile;
+    for (const RECT& rc : {INSIDE, TO_THE_END}) {
+        CSampleGradient samples;
+        const HBRUSH hBrush = samples.Begin(tile.Dc(), BOTH, THREE, rc, rc, CLR_1, CLR_2, CLR_PEN);
+        EXPECT_EQ(rc.right < SIDE, hBrush != nullptr) << rc.right;
+    }
+}
+
+TEST(SampleGradientFaults, TheBrushIsTakenWhereEveryColourIsThereAlready)
+{
+    CTile tile;
+    const uint32_t nSample =
+        static_cast<uint32_t>(GetRValue(CLR_1)) << 16 | GetGValue(CLR_1) << 8 | GetBValue(CLR_1);
+    for (uint32_t n = 0; n < 64; ++n) // all that differ by up to three in each colour
+        for (int y = FIGURE.top; y < FIGURE.bottom; ++y)
+            tile.At(FIGURE.left + static_cast<int>(n), y) =
+                nSample ^ ((n & 3) | (n >> 2 & 3) << 8 | (n >> 4) << 16);
+    EXPECT_FALSE(Takes(tile));
 }
 
 TEST(SampleGradientFaults, ItsColourIsOneThatNothingThereHas)
