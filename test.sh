@@ -18,15 +18,21 @@ logs=$(mktemp -d)
 trap 'rm -rf "$logs"' EXIT
 
 # Steps run two at a time, each on its half of the cores: `step` says what there is to do and after which
-# other steps, `run_steps` does it, in the order of saying as far as that allows.
+# other steps, `run_steps` does it, in the order of saying as far as that allows. One that waits more than it
+# works runs beside them: `step_aside`.
 QEL_JOBS=$((($(nproc) + 1) / 2))
 export QEL_JOBS
-names=() needs=() commands=() states=()
+names=() needs=() commands=() states=() lanes=()
 step() { # NAME NEEDED-NAME,... COMMAND...
   names+=("$1")
   needs+=("$2")
   commands+=("${*:3}")
   states+=(waiting)
+  lanes+=(1)
+}
+step_aside() {
+  step "$@"
+  lanes[-1]=0
 }
 begin() { # NUMBER
   local log=$logs/$1 start=$SECONDS
@@ -62,15 +68,14 @@ run_steps() {
   local n left running=0 finished=0
   while [ $finished -lt ${#names[@]} ]; do
     for n in "${!names[@]}"; do
-      [ $running -lt 2 ] || break
-      may_begin "$n" && begin "$n" && running=$((running + 1))
+      [ $((running + lanes[n])) -le 2 ] && may_begin "$n" && begin "$n" && running=$((running + lanes[n]))
     done
     wait -n
     left=$?
     for n in "${!names[@]}"; do
       [ "${states[$n]}" = running ] && [ -e "$logs/$n.result" ] || continue
       finish "$n"
-      running=$((running - 1))
+      running=$((running - lanes[n]))
       finished=$((finished + 1))
       left=0
     done
@@ -102,6 +107,7 @@ studio_is_driven() { scripts/studio_tests.sh; }
 setup_mends_itself() { scripts/setup_tests.sh; }
 
 for preset in i686 x86_64 native; do step "build $preset" "" build_all "$preset"; done
+step_aside "the Studio in a window" "build i686" studio_is_driven
 if [ $quick = 0 ]; then
   step "lint" "build i686" scripts/tidy.sh
   step "format" "" format_holds
@@ -112,7 +118,6 @@ step "sanitizers, faults and the fuzzers' corpus" "build native" ./native.sh
 for preset in i686 x86_64; do step "tests $preset" "build $preset" run_tests "$preset"; done
 step "hosts in other languages" "build i686,build x86_64" other_languages_call
 step "updates of a window" "build i686,build x86_64" windows_are_updated
-step "the Studio in a window" "build i686" studio_is_driven
 step "qel, the command-line program" "build i686" tool_tests
 step "set-up" "build i686,build x86_64" setup_mends_itself
 step "endurance, a hundredth of it" "build i686,build x86_64" ./endurance.sh --quick
