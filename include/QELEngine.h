@@ -613,11 +613,12 @@ int QELAPI QELSetQELRect(HQELENGINE hEngine, const RECT* prc);
 /* How large the pixels are, in percent, that pens, 3D borders, rounded corners, keep-mode
  * distances, hatches, the pressed shift, text sizes and the parts of meters are told in: 25 to
  * 1600, 100 from the start. n of them become n * nPercent / 100 device pixels, halves up, and at
- * least one. What follows the QEL rect stays as large as that makes it, and so do all rectangles
- * and points that this interface takes and gives. Pass the monitor's or printer's resolution over
- * 96, and a QEL rect as many times as large. It belongs to the engine and outlives its drawings; in
- * show-only mode it is that of all who show the drawing. A change makes everything dirty. 0, and
- * nothing changes, out of that range.
+ * least one; sizes of texts are rounded down, so that a text that fits at 100 fits at every scale.
+ * What follows the QEL rect stays as large as that makes it, and so do all rectangles and points
+ * that this interface takes and gives. Pass the monitor's or printer's resolution over 96, and a
+ * QEL rect as many times as large. It belongs to the engine and outlives its drawings; in show-only
+ * mode it is that of all who show the drawing. A change makes everything dirty. 0, and nothing
+ * changes, out of that range.
  *
  *     QELSetPixelScale(hEngine, GetDpiForWindow(hWnd) * 100 / 96);
  */
