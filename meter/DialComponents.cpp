@@ -64,18 +64,6 @@ int CArcAxis::Draw(HDC hdc, int32_t nRadius, POINT ptCentre, float fStart, float
 
 namespace {
 
-constexpr float QUARTER_TURN = 90.0F;
-
-// Whether GDI could not tell the arc between two points of a circle from a whole ring: on an axis
-// the one may lie behind the other.
-bool IsLostInRing(POINT ptCentre, POINT pt1, POINT pt2, float fSweep)
-{
-    if (pt1.x == pt2.x && pt1.y == pt2.y) return fSweep < FULL_SWEEP;
-    const bool bRay = (pt1.x == ptCentre.x && pt2.x == ptCentre.x) ||
-                      (pt1.y == ptCentre.y && pt2.y == ptCentre.y);
-    return bRay && fSweep > 0 && fSweep < QUARTER_TURN;
-}
-
 // GDI draws the far sides of a box one pixel before them.
 RECT StrokedSquare(POINT ptStroked, int32_t nRadius, CPixelScale px)
 {
@@ -95,7 +83,7 @@ int DrawDialArc(HDC hdc, HPEN hPen, int32_t nRadius, POINT ptCentre, float fStar
     ptCentre = StrokedPoint(ptCentre, nPixels, px);
     const POINT ptFirst = PolarPoint(ptCentre, nRadius, fStart + fSweep, px);
     const POINT ptLast = PolarPoint(ptCentre, nRadius, fStart, px);
-    if (IsLostInRing(ptCentre, ptFirst, ptLast, fSweep)) return 0;
+    if (fSweep < FULL_SWEEP && ptFirst.x == ptLast.x && ptFirst.y == ptLast.y) return 0;
     const CSelectScope pen(hdc, hPen);
     const RECT rc = StrokedSquare(ptCentre, nRadius, px);
     DrawPixelArc(hdc, rc, ptFirst, ptLast, px);
